@@ -1,0 +1,20 @@
+# Everything outside the project's own tree, in one place; ARCHITECTURE.md gives the reason for each.
+find_package(PkgConfig REQUIRED)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Concurrent Network HttpServer DBus Test)
+if(NOT ORLENTA_HEADLESS)
+  find_package(Qt6 6.4 REQUIRED COMPONENTS Gui Widgets Svg)
+endif()
+find_package(QCoro6 REQUIRED COMPONENTS Core Network DBus)
+find_package(Qt6Keychain REQUIRED)
+find_package(RapidJSON CONFIG REQUIRED)
+find_package(GTest REQUIRED)
+include(GoogleTest)
+
+pkg_check_modules(SNDFILE REQUIRED IMPORTED_TARGET sndfile)
+pkg_check_modules(SOXR REQUIRED IMPORTED_TARGET soxr)
+pkg_check_modules(PULSE REQUIRED IMPORTED_TARGET libpulse)
+pkg_check_modules(FFMPEG REQUIRED IMPORTED_TARGET libavformat libavcodec libavutil)
+pkg_check_modules(RUBBERBAND REQUIRED IMPORTED_TARGET rubberband)
+
+add_library(orlenta_rapidjson INTERFACE)
+target_include_directories(orlenta_rapidjson SYSTEM INTERFACE ${RapidJSON_INCLUDE_DIRS} ${RAPIDJSON_INCLUDE_DIRS})

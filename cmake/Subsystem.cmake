@@ -1,0 +1,51 @@
+# add_subsystem(<name> USES <subsystem>... LIBRARIES <target>... HEADERS <file>... SOURCES <file>...)
+#
+# One folder under src/ = one namespace = one static library orlenta_<name>. USES declares its edges; an edge to a
+# subsystem that was not declared earlier in the top list is an upward edge and stops the configuration.
+# A static library alone would let an undeclared include compile, so the edges are written to the build folder, where
+# tools/check-layers compares them with the includes.
+set_property(GLOBAL PROPERTY ORLENTA_SUBSYSTEMS "")
+
+function(add_subsystem name)
+  cmake_parse_arguments(arg "" "" "USES;LIBRARIES;HEADERS;SOURCES" ${ARGN})
+  get_property(declared GLOBAL PROPERTY ORLENTA_SUBSYSTEMS)
+  foreach(used IN LISTS arg_USES)
+    if(NOT used IN_LIST declared)
+      message(FATAL_ERROR "src/${name} may not use ${used}: it stands above it, or is not declared yet")
+    endif()
+  endforeach()
+  set(libraries ${arg_LIBRARIES})
+  if(NOT name STREQUAL "shell" AND "Qt6::Widgets" IN_LIST libraries)
+    message(FATAL_ERROR "src/${name} may not link Qt Widgets: only the shell does")
+  endif()
+
+  set(target orlenta_${name})
+  add_library(${target} STATIC ${arg_SOURCES} ${arg_HEADERS})
+  target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS "${CMAKE_SOURCE_DIR}/src" FILES ${arg_HEADERS})
+  target_include_directories(${target} PUBLIC "${CMAKE_SOURCE_DIR}/src")
+  list(TRANSFORM arg_USES PREPEND orlenta_ OUTPUT_VARIABLE used_targets)
+  target_link_libraries(${target} PUBLIC ${used_targets} ${libraries} PRIVATE orlenta_warnings)
+
+  set_property(GLOBAL APPEND PROPERTY ORLENTA_SUBSYSTEMS ${name})
+  string(REPLACE ";" " " used_text "${arg_USES}")
+  set_property(GLOBAL APPEND PROPERTY ORLENTA_EDGES "${name}: ${used_text}")
+endfunction()
+
+# add_subsystem_tests(<name> LIBRARIES <target>... SOURCES <file>...): one GoogleTest program for one subsystem.
+function(add_subsystem_tests name)
+  cmake_parse_arguments(arg "" "" "LIBRARIES;SOURCES" ${ARGN})
+  set(target ${name}_tests)
+  add_executable(${target} ${arg_SOURCES})
+  target_include_directories(${target} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
+  target_link_libraries(${target} PRIVATE orlenta_${name} orlenta_test_support ${arg_LIBRARIES} GTest::gtest GTest::gmock
+    orlenta_warnings)
+  target_compile_definitions(${target} PRIVATE ORLENTA_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
+  gtest_discover_tests(${target} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
+    PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp")
+endfunction()
+
+function(write_subsystem_edges)
+  get_property(edges GLOBAL PROPERTY ORLENTA_EDGES)
+  list(JOIN edges "\n" text)
+  file(WRITE "${CMAKE_BINARY_DIR}/subsystem-edges.txt" "${text}\n")
+endfunction()

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QtCore/QLoggingCategory>
+
+/// The log's areas. Each category is switched with QT_LOGGING_RULES like any of Qt's.
+namespace orlenta::base::log {
+
+Q_DECLARE_LOGGING_CATEGORY(rateLimit)     // elevenlabs.rate_limit
+Q_DECLARE_LOGGING_CATEGORY(usage)         // elevenlabs.usage
+Q_DECLARE_LOGGING_CATEGORY(credentials)   // elevenlabs.credentials
+Q_DECLARE_LOGGING_CATEGORY(concatenation) // audio.concatenation
+Q_DECLARE_LOGGING_CATEGORY(audioDebug)    // audio.debug
+Q_DECLARE_LOGGING_CATEGORY(project)       // project: windows, store and generation, one bracketed tag per line
+
+} // namespace orlenta::base::log

@@ -1,0 +1,98 @@
+#include "base/UserDefaults.h"
+
+#include <algorithm>
+
+#include <QtCore/QSettings>
+#include <QtCore/QStandardPaths>
+
+namespace orlenta::base {
+namespace {
+
+QString text(const QSettings &settings, QLatin1String key, QLatin1String fallback) {
+    return settings.value(key, QString(fallback)).toString();
+}
+
+QString userFile() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QStringLiteral("/orlenta/orlenta.ini");
+}
+
+} // namespace
+
+UserDefaults::UserDefaults() : UserDefaults(userFile()) {}
+UserDefaults::UserDefaults(const QString &path) : m_settings(std::make_unique<QSettings>(path, QSettings::IniFormat)) {}
+UserDefaults::~UserDefaults() = default;
+
+QString UserDefaults::audioFormat() const {
+    return text(*m_settings, QLatin1String("audioFormat"), QLatin1String("mp3"));
+}
+void UserDefaults::setAudioFormat(const QString &value) {
+    m_settings->setValue(QStringLiteral("audioFormat"), value);
+}
+QString UserDefaults::mp3Quality() const {
+    return text(*m_settings, QLatin1String("mp3Quality"), QLatin1String("192"));
+}
+void UserDefaults::setMp3Quality(const QString &value) {
+    m_settings->setValue(QStringLiteral("mp3Quality"), value);
+}
+QString UserDefaults::wavBitDepth() const {
+    return text(*m_settings, QLatin1String("wavBitDepth"), QLatin1String("24"));
+}
+void UserDefaults::setWavBitDepth(const QString &value) {
+    m_settings->setValue(QStringLiteral("wavBitDepth"), value);
+}
+QString UserDefaults::wavSampleRate() const {
+    return text(*m_settings, QLatin1String("wavSampleRate"), QLatin1String("48000"));
+}
+void UserDefaults::setWavSampleRate(const QString &value) {
+    m_settings->setValue(QStringLiteral("wavSampleRate"), value);
+}
+
+QString UserDefaults::appearance() const {
+    return text(*m_settings, QLatin1String("appearance"), QLatin1String("auto"));
+}
+void UserDefaults::setAppearance(const QString &value) {
+    m_settings->setValue(QStringLiteral("appearance"), value);
+}
+double UserDefaults::uiScale() const {
+    return std::clamp(m_settings->value(QStringLiteral("uiScale"), 1.0).toDouble(), 0.8, 1.5);
+}
+void UserDefaults::setUiScale(double value) {
+    m_settings->setValue(QStringLiteral("uiScale"), value);
+}
+
+QString UserDefaults::multiLineSpotOutputMode() const {
+    return text(*m_settings, QLatin1String("multiLineSpotOutputMode"), QLatin1String("continuous"));
+}
+void UserDefaults::setMultiLineSpotOutputMode(const QString &value) {
+    m_settings->setValue(QStringLiteral("multiLineSpotOutputMode"), value);
+}
+
+QString UserDefaults::outputDeviceUID() const {
+    return text(*m_settings, QLatin1String("outputDeviceUID"), QLatin1String());
+}
+void UserDefaults::setOutputDeviceUID(const QString &value) {
+    m_settings->setValue(QStringLiteral("outputDeviceUID"), value);
+}
+QString UserDefaults::inputDeviceUID() const {
+    return text(*m_settings, QLatin1String("inputDeviceUID"), QLatin1String());
+}
+void UserDefaults::setInputDeviceUID(const QString &value) {
+    m_settings->setValue(QStringLiteral("inputDeviceUID"), value);
+}
+
+bool UserDefaults::useLocalVoices() const {
+    return m_settings->value(QStringLiteral("useLocalVoices"), false).toBool();
+}
+void UserDefaults::setUseLocalVoices(bool value) {
+    m_settings->setValue(QStringLiteral("useLocalVoices"), value);
+}
+
+QByteArray UserDefaults::windowGeometry() const {
+    return m_settings->value(QStringLiteral("windowGeometry")).toByteArray();
+}
+void UserDefaults::setWindowGeometry(const QByteArray &value) {
+    m_settings->setValue(QStringLiteral("windowGeometry"), value);
+}
+
+} // namespace orlenta::base

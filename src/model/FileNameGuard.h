@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QtCore/QString>
+
+namespace orlenta::model {
+
+/// Reduces a stored name to its last path component, so that a project file can't point outside its folders. Gives the
+/// empty string for a name that leaves nothing, "." or "..".
+[[nodiscard]] QString guardedFileName(const QString &stored);
+
+} // namespace orlenta::model

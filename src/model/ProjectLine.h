@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include <QtCore/QList>
+#include <QtCore/QString>
+
+#include "model/Ids.h"
+#include "model/ProjectLineSettings.h"
+#include "model/SourceRecording.h"
+#include "model/Take.h"
+
+namespace orlenta::model {
+
+/// One script line.
+struct ProjectLine {
+    LineId lineId;
+    /// The line's place in the sequence across all tabs.
+    std::int64_t order = 0;
+    QString text;
+    std::optional<VoiceId> voiceId;
+    std::optional<PresetId> presetId;
+    /// The line's own settings; without them its preset's count.
+    std::optional<ProjectLineSettings> settings;
+    QList<Take> takes;
+    QList<SourceRecording> sourceRecordings;
+    std::optional<TakeId> activeTakeId;
+    std::optional<RecordingId> activeSourceId;
+    QString notes;
+
+    /// A fresh, empty line with the new-line settings.
+    [[nodiscard]] static ProjectLine makeNew(std::int64_t order = 0);
+
+    /// The take in use: the one named by activeTakeId, or else the last. Null when there is none.
+    [[nodiscard]] const Take *activeTake() const;
+    /// The recording in use, by the same rule.
+    [[nodiscard]] const SourceRecording *activeRecording() const;
+
+    friend bool operator==(const ProjectLine &, const ProjectLine &) = default;
+};
+
+} // namespace orlenta::model

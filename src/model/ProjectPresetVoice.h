@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QtCore/QString>
+
+namespace orlenta::model {
+
+/// A copy of a cast voice's identity, so that a preset can recast a line in a project that lacks the voice.
+struct ProjectPresetVoice {
+    /// Never empty.
+    QString elevenLabsVoiceId;
+    QString displayName;
+    QString castName;
+    /// "#RRGGBB", upper-case.
+    QString colorStripeHex;
+
+    friend bool operator==(const ProjectPresetVoice &, const ProjectPresetVoice &) = default;
+};
+
+} // namespace orlenta::model
