@@ -1,0 +1,58 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include <QtCore/QObject>
+#include <QtCore/QString>
+
+namespace orlenta::controller {
+
+/// The undo and redo stacks of one project: named groups of handlers. Undoing runs a group's handlers, last first; what
+/// they register meanwhile becomes the redo of that group. Main thread.
+class UndoManager final : public QObject {
+    Q_OBJECT
+public:
+    using Handler = std::function<void()>;
+
+    using QObject::QObject;
+
+    [[nodiscard]] bool canUndo() const;
+    [[nodiscard]] bool canRedo() const;
+    [[nodiscard]] bool isUndoing() const;
+    [[nodiscard]] bool isRedoing() const;
+    /// The action names that the menu shows; empty when there is nothing to undo or redo.
+    [[nodiscard]] QString undoActionName() const;
+    [[nodiscard]] QString redoActionName() const;
+    [[nodiscard]] int groupingLevel() const;
+
+    void beginUndoGrouping();
+    void endUndoGrouping();
+    /// Adds a handler to the open group, or as a group of its own when none is open.
+    void registerUndo(Handler handler);
+    /// Names the open group, or the last closed one.
+    void setActionName(const QString &name);
+    void undo();
+    void redo();
+
+Q_SIGNALS:
+    /// What can be undone or redone, or its name, has changed.
+    void stateChanged();
+
+private:
+    enum class Phase { Idle, Undoing, Redoing };
+    struct Group {
+        QString name;
+        std::vector<Handler> handlers;
+    };
+
+    std::vector<Group> &target();
+    void run(std::vector<Group> &from, Phase phase);
+
+    std::vector<Group> m_undo;
+    std::vector<Group> m_redo;
+    int m_level = 0;
+    Phase m_phase = Phase::Idle;
+};
+
+} // namespace orlenta::controller
