@@ -2,8 +2,8 @@
 #
 # One folder under src/ = one namespace = one static library orlenta_<name>. USES declares its edges; an edge to a
 # subsystem that was not declared earlier in the top list is an upward edge and stops the configuration.
-# A static library alone would let an undeclared include compile, so the edges are written to the build folder, where
-# tools/check-layers compares them with the includes.
+# A static library alone would let an undeclared include compile, so tools/check-layers compares the edges declared
+# here with the includes; it runs as a test too.
 set_property(GLOBAL PROPERTY ORLENTA_SUBSYSTEMS "")
 
 function(add_subsystem name)
@@ -27,8 +27,6 @@ function(add_subsystem name)
   target_link_libraries(${target} PUBLIC ${used_targets} ${libraries} PRIVATE orlenta_warnings)
 
   set_property(GLOBAL APPEND PROPERTY ORLENTA_SUBSYSTEMS ${name})
-  string(REPLACE ";" " " used_text "${arg_USES}")
-  set_property(GLOBAL APPEND PROPERTY ORLENTA_EDGES "${name}: ${used_text}")
 endfunction()
 
 # add_subsystem_tests(<name> LIBRARIES <target>... SOURCES <file>...): one GoogleTest program for one subsystem.
@@ -44,8 +42,3 @@ function(add_subsystem_tests name)
     PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp")
 endfunction()
 
-function(write_subsystem_edges)
-  get_property(edges GLOBAL PROPERTY ORLENTA_EDGES)
-  list(JOIN edges "\n" text)
-  file(WRITE "${CMAKE_BINARY_DIR}/subsystem-edges.txt" "${text}\n")
-endfunction()
