@@ -11,7 +11,8 @@ namespace orlenta::model {
 
 /// The lines of a project as a value whose copies share everything until one of them changes. Copying costs a
 /// reference count; changing one line of a shared list copies the list of pointers and that one line. A position by id
-/// is found through an index that copies share as long as no line is added, removed or moved. Not thread-safe.
+/// is found through an index that is built at the first search and shared by copies as long as no line is added,
+/// removed or moved. Not thread-safe, not even for reading one and the same value; copies may go to different threads.
 class LineList final {
 public:
     LineList() = default;
@@ -42,10 +43,11 @@ private:
     using Index = QHash<LineId, qsizetype>;
 
     Pointers &detached();
-    void setOrder(Pointers &lines, qsizetype index) const;
+    [[nodiscard]] std::shared_ptr<Index> builtIndex() const;
+    static void renumber(Pointers &lines);
 
     std::shared_ptr<Pointers> m_lines;
-    mutable std::shared_ptr<const Index> m_index;
+    mutable std::shared_ptr<Index> m_index;
 };
 
 } // namespace orlenta::model

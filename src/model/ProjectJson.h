@@ -28,6 +28,6 @@ struct DecodingError {
 /// A schema version of 2 or more wins over any decoding error, so that a newer file is told apart from a broken one.
 /// Any thread.
 [[nodiscard]] base::Result<Project, std::variant<NewerSchema, DecodingError>> decodeProject(const QByteArray &bytes,
-                                                                                           base::Timestamp now);
+                                                                                            base::Timestamp now);
 
 } // namespace orlenta::model

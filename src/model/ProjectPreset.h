@@ -18,7 +18,8 @@ struct ProjectPreset {
     ProjectLineSettings settings;
     std::optional<ProjectPresetVoice> voice;
 
-    /// "Default": model "v2", mode "Natural". Its id is made once per process, so that all projects of one run share it.
+    /// "Default": model "v2", mode "Natural". Its id is made once per process, so that all projects of one run share
+    /// it.
     [[nodiscard]] static const ProjectPreset &processDefault();
 
     friend bool operator==(const ProjectPreset &, const ProjectPreset &) = default;

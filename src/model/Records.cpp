@@ -28,8 +28,8 @@ QString defaultStripeColor() {
 }
 
 const ProjectPreset &ProjectPreset::processDefault() {
-    static const ProjectPreset preset{
-        PresetId::create(), QStringLiteral("Default"), ProjectLineSettings::fallback(), std::nullopt};
+    static const ProjectPreset preset{PresetId::create(), QStringLiteral("Default"), ProjectLineSettings::fallback(),
+                                      std::nullopt};
     return preset;
 }
 
@@ -53,12 +53,12 @@ const SourceRecording *ProjectLine::activeRecording() const {
 
 std::optional<QString> PronunciationEntry::alias() const {
     return mode == PronunciationMode::Simple && !phoneticOverride.isEmpty() ? std::optional(phoneticOverride)
-                                                                             : std::nullopt;
+                                                                            : std::nullopt;
 }
 
 std::optional<QString> PronunciationEntry::phonemes() const {
     return mode == PronunciationMode::Advanced && !phoneticOverride.isEmpty() ? std::optional(phoneticOverride)
-                                                                               : std::nullopt;
+                                                                              : std::nullopt;
 }
 
 Project Project::makeNew(const QString &name, base::Timestamp now) {
