@@ -16,6 +16,7 @@ namespace orlenta::controller {
 class Exporting;
 class LineEditing;
 class LineRuntime;
+class LineWaveforms;
 class MediaFiles;
 class PresetEditing;
 class Pronunciations;
@@ -63,6 +64,7 @@ public:
     [[nodiscard]] TakeEditing &takes() const;
     [[nodiscard]] MediaFiles &media() const;
     [[nodiscard]] LineRuntime &runtime() const;
+    [[nodiscard]] LineWaveforms &waveforms() const;
     [[nodiscard]] VoiceCasting &voices() const;
     [[nodiscard]] PresetEditing &presets() const;
     [[nodiscard]] Pronunciations &pronunciations() const;
@@ -79,6 +81,14 @@ Q_SIGNALS:
     void projectURLChanged();
     void spotErrorChanged();
     void typingFlushVersionChanged();
+
+private:
+    struct Subjects;
+
+    void repair();
+    void repairTabs();
+
+    std::unique_ptr<Subjects> m_subjects;
 };
 
 } // namespace orlenta::controller

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QtCore/QString>
+
+namespace orlenta::controller {
+
+/// Which of a project's two kinds of audio files.
+enum class AudioKind { Generated, SourceRecording };
+
+/// The kind's folder below the project folder, "Audio Files/Generated" or "Audio Files/Recordings".
+[[nodiscard]] QString audioKindPath(AudioKind kind);
+
+} // namespace orlenta::controller

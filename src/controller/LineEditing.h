@@ -1,0 +1,70 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include "controller/Document.h"
+#include "controller/ServiceVoice.h"
+
+namespace orlenta::controller {
+
+class LineRuntime;
+class ScriptStructure;
+class Selection;
+class UndoHistory;
+class VoiceCasting;
+
+/// Operations on the active tab's lines. Each is one undo step, unless it says otherwise, and does nothing where its
+/// precondition fails. Main thread.
+class LineEditing final {
+public:
+    struct Parts {
+        Document &document;
+        UndoHistory &history;
+        Selection &selection;
+        ScriptStructure &structure;
+        LineRuntime &runtime;
+        VoiceCasting &voices;
+    };
+    using NewLineVoiceProvider = std::function<std::optional<ServiceVoice>()>;
+
+    explicit LineEditing(const Parts &parts) : m_parts(parts) {}
+
+    /// The line of that id in any tab, or null. The pointer holds until the next change of the project.
+    [[nodiscard]] const model::ProjectLine *find(const model::LineId &id) const;
+    /// Position in the active tab, or -1.
+    [[nodiscard]] qsizetype indexInScript(const model::LineId &id) const;
+    [[nodiscard]] bool canSplitLine() const;
+    [[nodiscard]] bool canMoveUp() const;
+    [[nodiscard]] bool canMoveDown() const;
+
+    /// Where addLine() gets a voice from when no line can lend it one.
+    void setNewLineVoiceProvider(NewLineVoiceProvider provider);
+    /// Adds a line at the end of the active tab, with the voice and settings of the selected or else the last line.
+    void addLine();
+    void duplicateLine(const model::LineId &id);
+    /// Removes the line. The only line of a tab gives way to a new, empty one.
+    void deleteLine(const model::LineId &id);
+    /// Puts one line per sentence in place of the selected one. The new lines have no takes.
+    void splitLine();
+    void moveLineUp();
+    void moveLineDown();
+    /// Writes the notes; no undo step.
+    void setNotes(const model::LineId &id, const QString &notes);
+
+private:
+    enum class Direction { Up, Down };
+
+    [[nodiscard]] const model::ProjectLine *referenceLine() const;
+    [[nodiscard]] std::optional<model::PresetId> newLinePreset() const;
+    [[nodiscard]] QStringList sentencesOfSelectedLine() const;
+    [[nodiscard]] qsizetype movableIndex(Direction direction) const;
+    void removeFromScript(const model::LineId &id, qsizetype index);
+    void replaceOnlyLine(const model::LineId &id);
+    void move(Direction direction);
+
+    Parts m_parts;
+    NewLineVoiceProvider m_newLineVoice;
+};
+
+} // namespace orlenta::controller

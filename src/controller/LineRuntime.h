@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+
+#include <QtCore/QHash>
+#include <QtCore/QObject>
+
+#include "controller/EditKey.h"
+#include "controller/LineRuntimeMap.h"
+#include "controller/LineRuntimeSignal.h"
+
+namespace orlenta::controller {
+
+/// The runtime states of the lines and their per-line signals. Main thread.
+class LineRuntime final : public QObject {
+    Q_OBJECT
+public:
+    using QObject::QObject;
+
+    [[nodiscard]] LineRuntimeState state(const model::LineId &id) const { return m_states.value(id); }
+    [[nodiscard]] const LineRuntimeMap &states() const { return m_states; }
+    /// The line has a generated audio file in use.
+    [[nodiscard]] bool hasGeneratedAudio(const model::LineId &id) const;
+    /// The line's signal, made when first asked for; it lives as long as this object.
+    [[nodiscard]] LineRuntimeSignal *signalFor(const model::LineId &id);
+
+    /// Changes one line's state, creating its entry if needed, and bumps its signal.
+    void update(const model::LineId &id, const std::function<void(LineRuntimeState &)> &mutation, EditKey);
+    void remove(const model::LineId &id, EditKey);
+    /// Puts another map in place and bumps the signals of the lines that differ.
+    void replaceAll(const LineRuntimeMap &states, EditKey);
+
+Q_SIGNALS:
+    /// The state of some line has changed. For what depends on several lines, as a toolbar does.
+    void statesChanged();
+
+private:
+    void bump(const model::LineId &id);
+
+    LineRuntimeMap m_states;
+    QHash<model::LineId, LineRuntimeSignal *> m_signals;
+};
+
+} // namespace orlenta::controller

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QtCore/QObject>
+#include <QtCore/QSet>
+
+#include "controller/EditKey.h"
+#include "model/Ids.h"
+
+namespace orlenta::controller {
+
+class Document;
+class LineRuntime;
+class MediaFiles;
+
+enum class WaveformKind { Generated, SourceRecording };
+
+/// Extracts the waveforms that rows ask for, off the main thread, into the lines' runtime states. Main thread.
+class LineWaveforms final : public QObject {
+    Q_OBJECT
+public:
+    /// Bars of a waveform.
+    static constexpr int barCount = 200;
+
+    LineWaveforms(Document &document, LineRuntime &runtime, MediaFiles &media, QObject *parent = nullptr);
+
+    /// Extracts the line's waveform unless it is there, on its way, or has failed before for the same file.
+    void request(const model::LineId &id, WaveformKind kind);
+    /// The line has another file: its samples and any failure to extract them no longer count.
+    void invalidate(const model::LineId &id, WaveformKind kind, EditKey);
+
+private:
+    struct Key {
+        model::LineId id;
+        WaveformKind kind;
+        QString path;
+
+        friend bool operator==(const Key &, const Key &) = default;
+        friend size_t qHash(const Key &key, size_t seed = 0) { return qHashMulti(seed, key.id, key.path); }
+    };
+
+    void store(const Key &key, const QList<float> &samples);
+
+    Document &m_document;
+    LineRuntime &m_runtime;
+    MediaFiles &m_media;
+    QSet<Key> m_waveformExtractionTasks;
+    QSet<Key> m_failedWaveformExtractions;
+};
+
+} // namespace orlenta::controller

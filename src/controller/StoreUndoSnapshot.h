@@ -1,0 +1,18 @@
+#pragma once
+
+#include "controller/LineRuntimeMap.h"
+#include "controller/SelectionValues.h"
+#include "model/Project.h"
+
+namespace orlenta::controller {
+
+/// One full undo state. Its parts are shared with the live state until one of the two changes, so that taking one costs
+/// a handful of reference counts. Tabs and active tab are inside the project.
+struct StoreUndoSnapshot {
+    model::Project project;
+    SelectionValues selection;
+    int nextColorIndex = 1;
+    LineRuntimeMap lineRuntime;
+};
+
+} // namespace orlenta::controller
