@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+
+#include <QtCore/QObject>
+
+namespace orlenta::speech {
+
+/// A wish to call off exchanges that were begun with it: whatever is under way or is begun later under it ends with
+/// SpeechError::cancelled(). Main thread.
+class Cancellation final : public QObject {
+    Q_OBJECT
+public:
+    void cancel();
+    [[nodiscard]] bool isCancelled() const { return m_cancelled; }
+
+Q_SIGNALS:
+    void cancelled();
+
+private:
+    bool m_cancelled = false;
+};
+
+using CancellationPtr = std::shared_ptr<Cancellation>;
+
+} // namespace orlenta::speech

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <coroutine>
+#include <memory>
+#include <optional>
+#include <utility>
+
+namespace orlenta::speech {
+
+/// One value that one coroutine awaits and somebody else resolves; later values are ignored. Copies share the value.
+/// Whoever makes one has to resolve it on every path, destruction included: an unresolved one keeps its coroutine
+/// suspended for good. One thread.
+template <typename T>
+class Completion final {
+public:
+    void resolve(T value) const {
+        if (m_state->value)
+            return;
+        m_state->value = std::move(value);
+        if (const auto waiter = std::exchange(m_state->waiter, {}))
+            waiter.resume();
+    }
+
+    bool await_ready() const noexcept { return m_state->value.has_value(); }
+    void await_suspend(std::coroutine_handle<> waiter) const noexcept { m_state->waiter = waiter; }
+    T await_resume() const { return *m_state->value; }
+
+private:
+    struct State {
+        std::optional<T> value;
+        std::coroutine_handle<> waiter;
+    };
+    std::shared_ptr<State> m_state = std::make_shared<State>();
+};
+
+} // namespace orlenta::speech
