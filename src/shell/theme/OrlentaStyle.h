@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QtWidgets/QProxyStyle>
+
+namespace orlenta::shell {
+
+/// The application's widget style: Fusion's behaviour under flat surfaces, one radius, slim scroll bars and a focus
+/// ring in the accent colour that every focusable control shows. All measures come from the font, so that they follow
+/// the interface scale.
+class OrlentaStyle final : public QProxyStyle {
+    Q_OBJECT
+public:
+    OrlentaStyle();
+
+    void polish(QWidget *widget) override;
+    using QProxyStyle::polish;
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override;
+    void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                     const QWidget *widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
+                            const QWidget *widget) const override;
+    [[nodiscard]] QRect subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,
+                                       const QWidget *widget) const override;
+    [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override;
+    [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                                QStyleHintReturn *returnData) const override;
+    [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
+                                         const QWidget *widget) const override;
+};
+
+} // namespace orlenta::shell

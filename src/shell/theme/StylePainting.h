@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QtWidgets/QStyleOption>
+
+class QPainter;
+class QWidget;
+
+/// The drawing behind OrlentaStyle, one function for each kind of surface.
+namespace orlenta::shell::painting {
+
+/// The ring that shows the keyboard focus, inside `rect`.
+void drawFocusRing(QPainter *painter, const QRect &rect, qreal radius, const QPalette &palette);
+
+void drawPushButtonPanel(QPainter *painter, const QStyleOption &option, const QWidget *widget);
+void drawToolButtonPanel(QPainter *painter, const QStyleOption &option, const QWidget *widget);
+void drawFieldPanel(QPainter *painter, const QStyleOption &option);
+void drawCheckIndicator(QPainter *painter, const QStyleOption &option);
+void drawRadioIndicator(QPainter *painter, const QStyleOption &option);
+void drawScrollBar(QPainter *painter, const QStyleOptionSlider &option, const QRect &thumb);
+void drawSlider(QPainter *painter, const QStyleOptionSlider &option, const QRect &groove, const QRect &handle);
+void drawComboBox(QPainter *painter, const QStyleOptionComboBox &option, const QRect &arrow);
+void drawTab(QPainter *painter, const QStyleOptionTab &option);
+void drawPopupPanel(QPainter *painter, const QStyleOption &option);
+
+} // namespace orlenta::shell::painting

@@ -1,0 +1,56 @@
+#include "shell/theme/SystemAppearance.h"
+
+#include <QtDBus/QDBusConnection>
+#include <QtDBus/QDBusMessage>
+#include <QtDBus/QDBusPendingCallWatcher>
+#include <QtDBus/QDBusPendingReply>
+#include <QtDBus/QDBusVariant>
+
+namespace orlenta::shell {
+namespace {
+
+const QLatin1String portalService("org.freedesktop.portal.Desktop");
+const QLatin1String portalPath("/org/freedesktop/portal/desktop");
+const QLatin1String settingsInterface("org.freedesktop.portal.Settings");
+const QLatin1String appearanceGroup("org.freedesktop.appearance");
+const QLatin1String colorSchemeKey("color-scheme");
+
+} // namespace
+
+SystemAppearance::SystemAppearance(QObject *parent) : QObject(parent) {
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected())
+        return;
+    bus.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
+                SLOT(settingChanged(QString, QString, QDBusVariant)));
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface, QStringLiteral("Read"));
+    message.setArguments({QString(appearanceGroup), QString(colorSchemeKey)});
+    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(message), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, &SystemAppearance::takeReply);
+}
+
+void SystemAppearance::takeReply(QDBusPendingCallWatcher *watcher) {
+    const QDBusPendingReply<QDBusVariant> reply = *watcher;
+    if (!reply.isError())
+        take(reply.value().variant());
+    watcher->deleteLater();
+}
+
+void SystemAppearance::settingChanged(const QString &group, const QString &key, const QDBusVariant &value) {
+    if (group == appearanceGroup && key == colorSchemeKey)
+        take(value.variant());
+}
+
+void SystemAppearance::take(const QVariant &value) {
+    // The portal's Read wraps its answer twice, its signal once; 1 means that dark is preferred.
+    const QVariant inner =
+        value.userType() == qMetaTypeId<QDBusVariant>() ? value.value<QDBusVariant>().variant() : value;
+    const bool prefersDark = inner.toUInt() == 1;
+    if (prefersDark == m_prefersDark)
+        return;
+    m_prefersDark = prefersDark;
+    Q_EMIT prefersDarkChanged();
+}
+
+} // namespace orlenta::shell
