@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QtCore/QList>
+#include <QtCore/QString>
+
+#include "model/PronunciationEntry.h"
+
+namespace orlenta::pronunciation {
+
+/// The enabled entries with a spelling and an override as a document of the W3C Pronunciation Lexicon Specification 1.0
+/// (https://www.w3.org/TR/pronunciation-lexicon/): simple entries as aliases, advanced ones as phonemes. `language` is
+/// a language tag such as "en-US". Lines end in LF, the last one in nothing. Pure.
+[[nodiscard]] QString pronunciationLexicon(const QList<model::PronunciationEntry> &entries, const QString &language);
+
+} // namespace orlenta::pronunciation

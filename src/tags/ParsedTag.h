@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QtCore/QString>
+
+#include "tags/Utf16Range.h"
+
+namespace orlenta::tags {
+
+/// One tag found in a text.
+struct ParsedTag {
+    /// The text between the brackets, trimmed, case kept.
+    QString tagText;
+    /// The whole tag, brackets included.
+    Utf16Range fullRange;
+    /// The comparison key of `tagText`.
+    QString normalizedKey;
+
+    friend bool operator==(const ParsedTag &, const ParsedTag &) = default;
+};
+
+} // namespace orlenta::tags

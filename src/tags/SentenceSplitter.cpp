@@ -1,0 +1,176 @@
+#include "tags/SentenceSplitter.h"
+
+#include <algorithm>
+#include <array>
+
+#include <QtCore/QStringView>
+#include <QtCore/QTextBoundaryFinder>
+
+#include "tags/TagParser.h"
+
+namespace orlenta::tags {
+namespace {
+
+bool isTerminator(QChar unit) {
+    return unit == u'.' || unit == u'!' || unit == u'?';
+}
+
+char32_t codePointEndingAt(QStringView text, qsizetype end) {
+    const QChar last = text.at(end - 1);
+    if (last.isLowSurrogate() && end >= 2 && text.at(end - 2).isHighSurrogate())
+        return QChar::surrogateToUcs4(text.at(end - 2), last);
+    return last.unicode();
+}
+
+bool isCasedLetter(char32_t codePoint) {
+    const QChar::Category category = QChar::category(codePoint);
+    return category == QChar::Letter_Uppercase || category == QChar::Letter_Lowercase ||
+           category == QChar::Letter_Titlecase;
+}
+
+bool isKnownAbbreviation(QStringView letters) {
+    static constexpr std::array<QStringView, 16> words{u"mr", u"mrs", u"ms", u"dr",  u"prof", u"sr", u"jr", u"st",
+                                                       u"mt", u"ft",  u"vs", u"etc", u"eg",   u"ie", u"ca", u"approx"};
+    const QString lowered = letters.toString().toLower();
+    return std::find(words.begin(), words.end(), QStringView(lowered)) != words.end();
+}
+
+/// Whether the full stop at `stop` closes an abbreviation: a known word, a single letter, or letters with stops
+/// between them.
+bool closesAbbreviation(QStringView text, qsizetype stop) {
+    int letterCount = 0;
+    bool hasCase = false;
+    bool hasInnerStop = false;
+    qsizetype start = stop;
+    while (start > 0) {
+        const char32_t codePoint = codePointEndingAt(text, start);
+        if (codePoint == U'.') {
+            hasInnerStop = true;
+        } else if (QChar::isLetter(codePoint)) {
+            ++letterCount;
+            hasCase = hasCase || isCasedLetter(codePoint);
+        } else if (!QChar::isMark(codePoint)) {
+            break;
+        }
+        start -= QChar::requiresSurrogates(codePoint) ? 2 : 1;
+    }
+    if (letterCount == 0)
+        return false;
+    if (hasCase && (letterCount == 1 || hasInnerStop))
+        return true;
+    QString letters = text.sliced(start, stop - start).toString();
+    return isKnownAbbreviation(letters.remove(u'.'));
+}
+
+/// Whether a full stop, exclamation or question mark belongs to something that goes on: an ellipsis, an abbreviation,
+/// or the outcry of "?!", which stays with the answer that follows it.
+bool continuesSentence(QStringView text, qsizetype mark) {
+    const QChar unit = text.at(mark);
+    const QChar before = mark > 0 ? text.at(mark - 1) : QChar();
+    const QChar after = mark + 1 < text.size() ? text.at(mark + 1) : QChar();
+    if (unit == u'.')
+        return before == u'.' || after == u'.' || closesAbbreviation(text, mark);
+    return before == (unit == u'!' ? u'?' : u'!');
+}
+
+bool endsSentence(QStringView text, qsizetype mark) {
+    if (mark + 1 >= text.size() || !text.at(mark + 1).isSpace())
+        return false;
+    qsizetype next = mark + 1;
+    while (next < text.size() && text.at(next).isSpace())
+        ++next;
+    return next < text.size() && !isTerminator(text.at(next)) && !continuesSentence(text, mark);
+}
+
+void appendTrimmed(QStringList &sentences, QStringView sentence) {
+    if (const QStringView trimmed = sentence.trimmed(); !trimmed.isEmpty())
+        sentences.append(trimmed.toString());
+}
+
+void appendByRules(QStringList &sentences, QStringView text) {
+    qsizetype cut = 0;
+    qsizetype bracketDepth = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar unit = text.at(i);
+        if (unit == u'[') {
+            ++bracketDepth;
+        } else if (unit == u']') {
+            bracketDepth = std::max<qsizetype>(bracketDepth - 1, 0);
+        } else if (bracketDepth == 0 && isTerminator(unit) && endsSentence(text, i)) {
+            appendTrimmed(sentences, text.sliced(cut, i + 1 - cut));
+            cut = i + 1;
+        }
+    }
+    appendTrimmed(sentences, text.sliced(cut));
+}
+
+bool isClosing(QChar unit) {
+    switch (unit.category()) {
+    case QChar::Punctuation_Close:
+    case QChar::Punctuation_FinalQuote:
+    case QChar::Punctuation_InitialQuote:
+        return true;
+    default:
+        return unit == u'"' || unit == u'\'';
+    }
+}
+
+/// The text boundaries of Unicode know neither abbreviations nor ellipses, and part "a!b"; the rules overrule them
+/// there, so that the two can't contradict each other.
+bool acceptsBoundary(QStringView text, qsizetype boundary) {
+    qsizetype sentenceEnd = boundary;
+    while (sentenceEnd > 0 && text.at(sentenceEnd - 1).isSpace())
+        --sentenceEnd;
+    qsizetype markEnd = sentenceEnd;
+    while (markEnd > 0 && isClosing(text.at(markEnd - 1)))
+        --markEnd;
+    if (markEnd == 0 || !isTerminator(text.at(markEnd - 1)))
+        return true;
+    if (sentenceEnd == boundary)
+        return false;
+    const qsizetype mark = markEnd - 1;
+    if (markEnd < sentenceEnd)
+        return text.at(mark) != u'.' || !closesAbbreviation(text, mark);
+    return !continuesSentence(text, mark);
+}
+
+void appendSentences(QStringList &sentences, const QString &paragraph) {
+    const QList<ParsedTag> tags = parseTags(paragraph);
+    auto tag = tags.begin();
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Sentence, paragraph);
+    qsizetype cut = 0;
+    for (qsizetype boundary = finder.toNextBoundary(); boundary >= 0; boundary = finder.toNextBoundary()) {
+        while (tag != tags.end() && tag->fullRange.end() <= boundary)
+            ++tag;
+        const bool isInsideTag = tag != tags.end() && tag->fullRange.location < boundary;
+        if (boundary < paragraph.size() && (isInsideTag || !acceptsBoundary(paragraph, boundary)))
+            continue;
+        appendByRules(sentences, QStringView(paragraph).sliced(cut, boundary - cut));
+        cut = boundary;
+    }
+    appendByRules(sentences, QStringView(paragraph).sliced(cut));
+}
+
+} // namespace
+
+QStringList splitSentences(const QString &text) {
+    QString lines = text;
+    lines.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
+    QStringList sentences;
+    QStringList pieces;
+    const auto endParagraph = [&] {
+        if (!pieces.isEmpty())
+            appendSentences(sentences, pieces.join(u' ').simplified());
+        pieces.clear();
+    };
+    for (const QStringView line : QStringView(lines).split(u'\n')) {
+        if (const QStringView piece = line.trimmed(); piece.isEmpty())
+            endParagraph();
+        else
+            pieces.append(piece.toString());
+    }
+    endParagraph();
+    return sentences;
+}
+
+} // namespace orlenta::tags

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+
+#include "tags/TagCategory.h"
+
+namespace orlenta::tags {
+
+/// An opaque sRGB colour, components 0 to 1.
+struct SrgbColor {
+    double red = 0;
+    double green = 0;
+    double blue = 0;
+
+    friend bool operator==(const SrgbColor &, const SrgbColor &) = default;
+};
+
+enum class TagAppearance { Dark, Light };
+
+/// The fill of a tag's pill in the text. None for stress: there the desktop's accent colour serves.
+[[nodiscard]] std::optional<SrgbColor> pillFill(TagCategory category);
+/// The background of a palette chip. None for stress: there the desktop's control background serves.
+[[nodiscard]] std::optional<SrgbColor> chipBackground(TagCategory category, TagAppearance appearance);
+/// The text of a palette chip. None for stress: there the desktop's text colour serves.
+[[nodiscard]] std::optional<SrgbColor> chipText(TagCategory category, TagAppearance appearance);
+
+} // namespace orlenta::tags

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QtCore/QtTypes>
+
+namespace orlenta::tags {
+
+/// A stretch of text in UTF-16 code units, as text views and QString count.
+struct Utf16Range {
+    qsizetype location = 0;
+    qsizetype length = 0;
+
+    /// One past the last unit.
+    [[nodiscard]] qsizetype end() const { return location + length; }
+
+    friend bool operator==(const Utf16Range &, const Utf16Range &) = default;
+};
+
+} // namespace orlenta::tags
