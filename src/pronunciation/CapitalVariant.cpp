@@ -1,5 +1,7 @@
 #include "pronunciation/CapitalVariant.h"
 
+#include <QtCore/QList>
+
 #include "tags/CharacterCount.h"
 
 namespace orlenta::pronunciation {
@@ -9,7 +11,7 @@ std::optional<QString> capitalVariant(const QString &word) {
     const QList<uint> codePoints = first.toUcs4();
     if (codePoints.isEmpty() || !QChar::isLower(codePoints.first()))
         return std::nullopt;
-    return first.toUpper() + QStringView(word).sliced(first.size());
+    return first.toUpper() + word.sliced(first.size());
 }
 
 } // namespace orlenta::pronunciation
