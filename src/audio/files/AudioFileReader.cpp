@@ -1,0 +1,149 @@
+#include "audio/files/AudioFileReader.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <sys/stat.h>
+#include <vector>
+
+#include <QtCore/QFile>
+
+#include "audio/files/FfmpegDecoder.h"
+#include "audio/files/Mp3Tag.h"
+#include "audio/files/SndfileDecoder.h"
+
+namespace orlenta::audio {
+namespace {
+
+using Decoder = base::Result<std::unique_ptr<AudioDecoder>, AudioFileError>;
+
+constexpr qsizetype skippedBlockFrames = 4096;
+
+// A pipe would block for ever and a device would never end, so only what stat calls a file is opened.
+base::Result<void, AudioFileError> checkRegularFile(const QString &path) {
+    struct stat status {};
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0)
+        return base::fail(AudioFileError::fromErrno(AudioFileError::Kind::CannotOpen, path, errno));
+    if (!S_ISREG(status.st_mode))
+        return base::fail(AudioFileError{AudioFileError::Kind::CannotOpen, path, QStringLiteral("not a file")});
+    return {};
+}
+
+bool isMp4(const QString &path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.read(8).mid(4) == "ftyp";
+}
+
+// libsndfile stops an MP3 at a length that it guesses when no tag tells it, and the guess may be too short.
+Decoder openMp3(const QString &path, std::unique_ptr<SndfileDecoder> opened) {
+    if (Mp3Tag::tellsLength(path))
+        return std::unique_ptr<AudioDecoder>(std::move(opened));
+    return FfmpegDecoder::open(path, FfmpegDecoder::Container::Mp3);
+}
+
+Decoder openDecoder(const QString &path) {
+    if (const auto regular = checkRegularFile(path); !regular)
+        return base::fail(regular.error());
+    if (isMp4(path))
+        return FfmpegDecoder::open(path, FfmpegDecoder::Container::Mp4);
+    auto opened = SndfileDecoder::open(path);
+    if (!opened)
+        return base::fail(opened.error());
+    if (opened.value()->isMp3())
+        return openMp3(path, std::move(opened).value());
+    return std::unique_ptr<AudioDecoder>(std::move(opened).value());
+}
+
+} // namespace
+
+AudioFileReader::AudioFileReader(QString path, std::unique_ptr<AudioDecoder> decoder)
+    : m_path(std::move(path)), m_decoder(std::move(decoder)) {}
+AudioFileReader::AudioFileReader(AudioFileReader &&) noexcept = default;
+AudioFileReader &AudioFileReader::operator=(AudioFileReader &&) noexcept = default;
+AudioFileReader::~AudioFileReader() = default;
+
+base::Result<AudioFileReader, AudioFileError> AudioFileReader::open(const QString &path) {
+    auto decoder = openDecoder(path);
+    if (!decoder)
+        return base::fail(decoder.error());
+    return AudioFileReader(path, std::move(decoder).value());
+}
+
+const AudioFileFormat &AudioFileReader::format() const {
+    return m_decoder->format();
+}
+
+double AudioFileReader::sampleRate() const {
+    return format().sampleRate;
+}
+
+int AudioFileReader::channelCount() const {
+    return format().channelCount;
+}
+
+const QString &AudioFileReader::path() const {
+    return m_path;
+}
+
+qint64 AudioFileReader::frames() {
+    if (const auto told = m_decoder->frames())
+        return *told;
+    if (m_countedFrames)
+        return *m_countedFrames;
+    qint64 counted = 0;
+    if (auto decoder = openDecoder(m_path)) {
+        std::vector<float> block(static_cast<size_t>(skippedBlockFrames * channelCount()));
+        // A read error ends the count: a reader gets no further either.
+        for (auto read = decoder.value()->read(block); read && *read > 0; read = decoder.value()->read(block))
+            counted += *read;
+    }
+    m_countedFrames = counted;
+    return counted;
+}
+
+qint64 AudioFileReader::framePosition() const {
+    return m_position;
+}
+
+template <typename Sample>
+base::Result<qsizetype, AudioFileError> AudioFileReader::readSamples(std::span<Sample> samples) {
+    auto read = m_decoder->read(samples);
+    if (read)
+        m_position += *read;
+    return read;
+}
+
+base::Result<qsizetype, AudioFileError> AudioFileReader::readFrames(std::span<double> samples) {
+    return readSamples(samples);
+}
+
+base::Result<qsizetype, AudioFileError> AudioFileReader::readFrames(std::span<float> samples) {
+    return readSamples(samples);
+}
+
+base::Result<void, AudioFileError> AudioFileReader::seek(qint64 frame) {
+    if (m_decoder->seek(frame)) {
+        m_position = frame;
+        return {};
+    }
+    if (frame < m_position) {
+        auto decoder = openDecoder(m_path);
+        if (!decoder)
+            return base::fail(decoder.error());
+        m_decoder = std::move(decoder).value();
+        m_position = 0;
+    }
+    std::vector<float> block(static_cast<size_t>(skippedBlockFrames * channelCount()));
+    while (m_position < frame) {
+        const auto wanted =
+            static_cast<size_t>(std::min<qint64>(frame - m_position, skippedBlockFrames) * channelCount());
+        const auto read = readFrames(std::span(block).first(wanted));
+        if (!read)
+            return base::fail(read.error());
+        if (*read == 0)
+            break;
+    }
+    return {};
+}
+
+} // namespace orlenta::audio

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <span>
+
+#include <QtCore/QString>
+
+#include "audio/files/AudioFileError.h"
+#include "audio/files/AudioFileFormat.h"
+#include "base/Result.h"
+
+namespace orlenta::audio {
+
+class AudioDecoder;
+
+/// Reads WAV, AIFF, MP3 and M4A files block by block, as interleaved floating-point frames with full scale ±1. The kind
+/// of file is told from its content, never from its name. An encoder's delay and padding are left out where the file
+/// tells them (LAME tag, edit list). Samples that aren't numbers read as 0. One thread at a time; blocking.
+class AudioFileReader final {
+public:
+    [[nodiscard]] static base::Result<AudioFileReader, AudioFileError> open(const QString &path);
+    AudioFileReader(AudioFileReader &&) noexcept;
+    AudioFileReader &operator=(AudioFileReader &&) noexcept;
+    ~AudioFileReader();
+
+    [[nodiscard]] const AudioFileFormat &format() const;
+    [[nodiscard]] double sampleRate() const;
+    [[nodiscard]] int channelCount() const;
+    [[nodiscard]] const QString &path() const;
+    /// The exact number of frames that reading gives. For a compressed file that doesn't tell its length, the first
+    /// call decodes the whole file once to count them.
+    [[nodiscard]] qint64 frames();
+    /// The frame that the next read begins with.
+    [[nodiscard]] qint64 framePosition() const;
+
+    /// Fills `samples`, whose size is a multiple of the channel count, and gives the frames read: fewer than asked for
+    /// only before the end, 0 only at the end.
+    base::Result<qsizetype, AudioFileError> readFrames(std::span<double> samples);
+    base::Result<qsizetype, AudioFileError> readFrames(std::span<float> samples);
+    /// Makes `frame` the next one to be read, exactly; in a compressed file by decoding up to it.
+    base::Result<void, AudioFileError> seek(qint64 frame);
+
+private:
+    AudioFileReader(QString path, std::unique_ptr<AudioDecoder> decoder);
+    template <typename Sample>
+    base::Result<qsizetype, AudioFileError> readSamples(std::span<Sample> samples);
+
+    QString m_path;
+    std::unique_ptr<AudioDecoder> m_decoder;
+    std::optional<qint64> m_countedFrames;
+    qint64 m_position = 0;
+};
+
+} // namespace orlenta::audio

@@ -1,0 +1,182 @@
+#include "audio/files/AudioImporter.h"
+
+#include <cerrno>
+#include <cmath>
+#include <cstdio>
+#include <vector>
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QUuid>
+
+#include "audio/files/AudioFileReader.h"
+#include "audio/files/ConvertingReader.h"
+#include "audio/files/WavFileWriter.h"
+#include "base/AtomicFile.h"
+#include "base/LogCategories.h"
+#include "base/PrivateFolders.h"
+
+namespace orlenta::audio {
+namespace {
+
+using Outcome = base::Result<void, AudioFileError>;
+
+constexpr WavFormat standardDirectionFormat{48000, 1, 24};
+constexpr double standardRateTolerance = 0.5;
+constexpr qsizetype importedBlockFrames = 16384;
+
+QString lowerExtension(const QUrl &url) {
+    return QFileInfo(url.toLocalFile()).suffix().toLower();
+}
+
+bool isSupportedExtension(const QString &extension) {
+    static const QStringList supported{QStringLiteral("wav"), QStringLiteral("wave"), QStringLiteral("mp3"),
+                                       QStringLiteral("m4a"), QStringLiteral("aiff"), QStringLiteral("aif")};
+    return supported.contains(extension);
+}
+
+// Beside the destination, so that the last step is a rename within one volume.
+QString importingPath(const QString &destination) {
+    const QFileInfo info(destination);
+    const QString extension = info.suffix().isEmpty() ? QStringLiteral("wav") : info.suffix();
+    const QString unique = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper().left(8);
+    return info.absolutePath() + u'/' + info.completeBaseName() + QStringLiteral(".importing-") + unique + u'.' +
+           extension;
+}
+
+AudioFileError copyingError(const QString &path, const QString &reason) {
+    return {AudioFileError::Kind::CannotWrite, path, reason};
+}
+
+Outcome copyOntoDisk(const QString &source, const QString &destination) {
+    QFile file(source);
+    if (!file.copy(destination))
+        return base::fail(copyingError(destination, file.errorString()));
+    if (const auto synced = base::syncToDisk(destination); !synced)
+        return base::fail(copyingError(destination, synced.error().reason));
+    return {};
+}
+
+Outcome replaceByRename(const QString &from, const QString &to) {
+    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
+        return base::fail(AudioFileError::fromErrno(AudioFileError::Kind::CannotWrite, to, errno));
+    if (const auto synced = base::syncToDisk(to); !synced)
+        return base::fail(copyingError(to, synced.error().reason));
+    return {};
+}
+
+base::Result<double, AudioFileError> importThrough(const QString &temporary, const QUrl &source,
+                                                   const QString &destination) {
+    if (!QDir().mkpath(QFileInfo(destination).absolutePath()))
+        return base::fail(AudioFileError::fromErrno(AudioFileError::Kind::CannotWrite, destination, errno));
+    QFile::remove(temporary);
+    const QUrl temporaryURL = QUrl::fromLocalFile(temporary);
+    const Outcome stored = AudioImporter::canCopyWithoutConversion(source)
+                               ? copyOntoDisk(source.toLocalFile(), temporary)
+                               : AudioImporter::convertToStandardDirectionWAV(source, temporaryURL);
+    if (!stored)
+        return base::fail(stored.error());
+    auto duration = AudioImporter::durationSeconds(temporaryURL);
+    if (!duration)
+        return duration;
+    if (const auto moved = replaceByRename(temporary, destination); !moved)
+        return base::fail(moved.error());
+    return duration;
+}
+
+} // namespace
+
+QString description(AudioImporterError error) {
+    switch (error) {
+    case AudioImporterError::unsupportedFormat:
+        return QStringLiteral("Couldn't import this file. Only WAV, MP3, M4A, and AIFF are supported.");
+    case AudioImporterError::importFailed:
+        return QStringLiteral("Couldn't import this file.");
+    }
+    return {};
+}
+
+QStringList AudioImporter::panelExtensions() {
+    return {QStringLiteral("wav"), QStringLiteral("mp3"), QStringLiteral("m4a"), QStringLiteral("aiff"),
+            QStringLiteral("aif")};
+}
+
+base::Result<ImportedDirectionAudio, AudioImporterError> AudioImporter::importDirectionAudio(const QUrl &source,
+                                                                                             const QUrl &destination) {
+    if (!isSupportedExtension(lowerExtension(source)))
+        return base::fail(AudioImporterError::unsupportedFormat);
+    const QString target = destination.toLocalFile();
+    const QString temporary = importingPath(target);
+    const auto duration = importThrough(temporary, source, target);
+    if (!duration) {
+        QFile::remove(temporary);
+        qCInfo(base::log::audioDebug).noquote()
+            << QStringLiteral("AudioImporter ERROR: ") + duration.error().description();
+        return base::fail(AudioImporterError::importFailed);
+    }
+    return ImportedDirectionAudio{destination, *duration};
+}
+
+bool AudioImporter::canCopyWithoutConversion(const QUrl &url) {
+    const QString extension = lowerExtension(url);
+    if (extension != QLatin1String("wav") && extension != QLatin1String("wave"))
+        return false;
+    qCDebug(base::log::audioDebug, "AVAudioFile.init(forReading:) from AudioImporter.canCopyWithoutConversion");
+    const auto reader = AudioFileReader::open(url.toLocalFile());
+    if (!reader)
+        return false;
+    const AudioFileFormat &format = reader->format();
+    return format.coding == AudioFileFormat::Coding::LinearPCM && format.bitDepth == standardDirectionFormat.bitDepth &&
+           format.channelCount == standardDirectionFormat.channelCount &&
+           std::abs(format.sampleRate - standardDirectionFormat.sampleRate) < standardRateTolerance;
+}
+
+base::Result<void, AudioFileError> AudioImporter::convertToStandardDirectionWAV(const QUrl &source,
+                                                                                const QUrl &destination) {
+    auto input = AudioFileReader::open(source.toLocalFile());
+    if (!input)
+        return base::fail(input.error());
+    auto output = WavFileWriter::create(destination.toLocalFile(), standardDirectionFormat);
+    if (!output)
+        return base::fail(output.error());
+    auto converted = ConvertingReader::create(input.value(), standardDirectionFormat.sampleRate,
+                                              standardDirectionFormat.channelCount);
+    if (!converted)
+        return base::fail(converted.error());
+    std::vector<double> block(importedBlockFrames);
+    while (true) {
+        const auto read = converted.value().readFrames(block);
+        if (!read)
+            return base::fail(read.error());
+        if (*read == 0)
+            break;
+        const auto frames = std::span<const double>(block).first(static_cast<size_t>(*read));
+        if (const auto written = output.value().writeFrames(frames); !written)
+            return written;
+    }
+    return output.value().finish();
+}
+
+base::Result<double, AudioFileError> AudioImporter::durationSeconds(const QUrl &url) {
+    auto reader = AudioFileReader::open(url.toLocalFile());
+    if (!reader)
+        return base::fail(reader.error());
+    return static_cast<double>(reader.value().frames()) / reader->sampleRate();
+}
+
+base::Result<QUrl, AudioImporterError> AudioImporter::stageDroppedFile(const QUrl &url) {
+    const QString source = url.toLocalFile();
+    const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
+    const QString staged = base::PrivateFolders::temporary() + QStringLiteral("/OrlentaDroppedAudio-") + uuid + u'.' +
+                           QFileInfo(source).suffix();
+    QFile::remove(staged);
+    QFile file(source);
+    if (!file.copy(staged)) {
+        qCInfo(base::log::audioDebug).noquote() << QStringLiteral("AudioImporter ERROR: ") + file.errorString();
+        return base::fail(AudioImporterError::importFailed);
+    }
+    return QUrl::fromLocalFile(staged);
+}
+
+} // namespace orlenta::audio

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QtCore/QStringList>
+#include <QtCore/QUrl>
+
+#include "audio/files/AudioFileError.h"
+#include "base/Result.h"
+
+namespace orlenta::audio {
+
+struct ImportedDirectionAudio {
+    /// The stored file.
+    QUrl url;
+    double durationSeconds = 0.0;
+};
+
+enum class AudioImporterError {
+    unsupportedFormat,
+    importFailed,
+};
+
+/// What the user reads.
+[[nodiscard]] QString description(AudioImporterError error);
+
+/// Takes a file that the user dropped or chose as a direction take into a project: as it is where it is a mono WAV file
+/// of 48 kHz and 24 bit, otherwise converted to one. Blocking; any thread.
+class AudioImporter final {
+public:
+    AudioImporter() = delete;
+
+    /// The extensions that a file panel offers, without a dot.
+    [[nodiscard]] static QStringList panelExtensions();
+
+    /// Stores `source` as `destination`, whose folder is made when missing and which is replaced when there. It appears
+    /// whole or not at all, and a failure leaves nothing; the log says why.
+    [[nodiscard]] static base::Result<ImportedDirectionAudio, AudioImporterError>
+    importDirectionAudio(const QUrl &source, const QUrl &destination);
+    [[nodiscard]] static bool canCopyWithoutConversion(const QUrl &url);
+    [[nodiscard]] static base::Result<void, AudioFileError> convertToStandardDirectionWAV(const QUrl &source,
+                                                                                          const QUrl &destination);
+    [[nodiscard]] static base::Result<double, AudioFileError> durationSeconds(const QUrl &url);
+    /// Copies a dropped file, which is only lent for a moment, to the temporary folder. The caller imports the copy and
+    /// removes it.
+    [[nodiscard]] static base::Result<QUrl, AudioImporterError> stageDroppedFile(const QUrl &url);
+};
+
+} // namespace orlenta::audio

@@ -1,0 +1,279 @@
+#include "audio/files/Concatenation.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cmath>
+#include <limits>
+#include <mutex>
+#include <new>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QUuid>
+
+#include "audio/files/AudioFileReader.h"
+#include "audio/files/ConvertingReader.h"
+#include "audio/files/WavFileWriter.h"
+#include "audio/files/WavHeader.h"
+#include "base/LogCategories.h"
+#include "base/PrivateFolders.h"
+
+namespace orlenta::audio {
+namespace {
+
+using Reason = ConcatenationError::Reason;
+using Outcome = base::Result<void, ConcatenationError>;
+using Inputs = base::Result<QList<ConcatenationInputInfo>, ConcatenationError>;
+
+constexpr qsizetype joinedBlockFrames = 32768;
+constexpr double joinedRateTolerance = 0.5;
+constexpr double mixedSampleRate = 48000.0;
+constexpr int mixedBitDepth = 24;
+constexpr int assumedBitDepth = 24;
+constexpr int deepestWavBitDepth = 32;
+constexpr qint64 longestConverted = std::numeric_limits<quint32>::max();
+
+QString textOf(Reason reason) {
+    switch (reason) {
+    case Reason::NoFiles:
+        return QStringLiteral("No audio files to concatenate");
+    case Reason::NoBuffer:
+        return QStringLiteral("Could not allocate audio buffer");
+    case Reason::NoConvertedBuffer:
+        return QStringLiteral("Could not allocate converted audio buffer");
+    case Reason::NoConverter:
+        return QStringLiteral("Could not create sample-rate converter");
+    case Reason::TooLarge:
+        return QStringLiteral("Audio file is too large to concatenate");
+    case Reason::ConversionFailed:
+        return QStringLiteral("Audio conversion failed");
+    }
+    return {};
+}
+
+int codeOf(Reason reason) {
+    switch (reason) {
+    case Reason::NoFiles:
+        return 1;
+    case Reason::NoBuffer:
+    case Reason::NoConvertedBuffer:
+        return 2;
+    case Reason::NoConverter:
+        return 3;
+    case Reason::TooLarge:
+        return 4;
+    case Reason::ConversionFailed:
+        return 5;
+    }
+    return 0;
+}
+
+ConcatenationError joiningError(const AudioFileError &error) {
+    if (error.kind == AudioFileError::Kind::TooLarge)
+        return Reason::TooLarge;
+    if (error.kind == AudioFileError::Kind::ConversionFailed)
+        return Reason::ConversionFailed;
+    return error;
+}
+
+Outcome joiningOutcome(const base::Result<void, AudioFileError> &result) {
+    if (!result)
+        return base::fail(joiningError(result.error()));
+    return {};
+}
+
+ConcatenationInputInfo inputInfo(const AudioFileReader &reader) {
+    const AudioFileFormat &format = reader.format();
+    const bool isLinear = format.coding == AudioFileFormat::Coding::LinearPCM && format.bitDepth > 0;
+    return {format.sampleRate, static_cast<quint32>(format.channelCount), isLinear ? format.bitDepth : assumedBitDepth};
+}
+
+Inputs scanInputs(const QList<QUrl> &urls) {
+    if (urls.isEmpty())
+        return base::fail(ConcatenationError(Reason::NoFiles));
+    QList<ConcatenationInputInfo> inputs;
+    inputs.reserve(urls.size());
+    for (const QUrl &url : urls) {
+        const auto reader = AudioFileReader::open(url.toLocalFile());
+        if (!reader)
+            return base::fail(ConcatenationError(reader.error()));
+        inputs.append(inputInfo(*reader));
+    }
+    return inputs;
+}
+
+WavFormat outputFormat(const QList<ConcatenationInputInfo> &inputs) {
+    const ConcatenationInputInfo chosen = concatenationFormat(inputs);
+    // A file of 64-bit samples is joined at the depth that an integer WAV can have.
+    return {static_cast<quint32>(std::lround(chosen.sampleRate)), static_cast<quint16>(chosen.channelCount),
+            static_cast<quint16>(std::min(chosen.bitDepth, deepestWavBitDepth))};
+}
+
+/// An open descriptor of an input.
+class OpenInput final {
+public:
+    explicit OpenInput(const QString &path)
+        : m_descriptor(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
+    ~OpenInput() {
+        if (m_descriptor >= 0)
+            ::close(m_descriptor);
+    }
+    OpenInput(const OpenInput &) = delete;
+    OpenInput &operator=(const OpenInput &) = delete;
+
+    [[nodiscard]] int descriptor() const { return m_descriptor; }
+    [[nodiscard]] std::optional<WavLayout> layout() const {
+        const off_t size = m_descriptor >= 0 ? ::lseek(m_descriptor, 0, SEEK_END) : -1;
+        return size >= 0 ? WavLayout::read(m_descriptor, size) : std::nullopt;
+    }
+
+private:
+    int m_descriptor;
+};
+
+std::unique_ptr<double[]> joiningBuffer(int channels) {
+    return std::unique_ptr<double[]>(new (std::nothrow) double[static_cast<size_t>(joinedBlockFrames * channels)]);
+}
+
+template <typename Source>
+Outcome appendAll(Source &source, WavFileWriter &output, Reason missingBuffer) {
+    const int channels = output.format().channelCount;
+    const auto buffer = joiningBuffer(channels);
+    if (!buffer)
+        return base::fail(ConcatenationError(missingBuffer));
+    const std::span samples(buffer.get(), static_cast<size_t>(joinedBlockFrames * channels));
+    while (true) {
+        const auto read = source.readFrames(samples);
+        if (!read)
+            return base::fail(joiningError(read.error()));
+        if (*read == 0)
+            return {};
+        const auto written = output.writeFrames(samples.first(static_cast<size_t>(*read * channels)));
+        if (!written)
+            return base::fail(joiningError(written.error()));
+    }
+}
+
+Outcome appendConverted(AudioFileReader &source, WavFileWriter &output) {
+    const qint64 frames = source.frames();
+    // Frame counts of one conversion are 32 bits wide.
+    if (frames < 1 || frames > longestConverted)
+        return base::fail(ConcatenationError(Reason::TooLarge));
+    const WavFormat &format = output.format();
+    auto converted = ConvertingReader::create(source, format.sampleRate, format.channelCount);
+    if (!converted)
+        return base::fail(ConcatenationError(Reason::NoConverter));
+    return appendAll(converted.value(), output, Reason::NoConvertedBuffer);
+}
+
+Outcome appendFile(const QString &path, WavFileWriter &output) {
+    const OpenInput input(path);
+    // Frames that stand as they will be written need no decoding: this is what makes joining cost what copying does.
+    if (const auto layout = input.layout(); layout && layout->format == output.format())
+        return joiningOutcome(output.copyBytes(input.descriptor(), layout->dataOffset, layout->dataBytes));
+    auto source = AudioFileReader::open(path);
+    if (!source)
+        return base::fail(ConcatenationError(source.error()));
+    if (source.value().frames() == 0)
+        return {};
+    const WavFormat &format = output.format();
+    if (source->sampleRate() == format.sampleRate && source->channelCount() == format.channelCount)
+        return appendAll(source.value(), output, Reason::NoBuffer);
+    return appendConverted(source.value(), output);
+}
+
+Outcome writeJoined(const QList<QUrl> &urls, const WavFormat &format, const QString &path) {
+    auto output = WavFileWriter::create(path, format, WavFileWriter::Placement::RenamedUnflushed);
+    if (!output)
+        return base::fail(joiningError(output.error()));
+    for (const QUrl &url : urls) {
+        if (const auto appended = appendFile(url.toLocalFile(), output.value()); !appended)
+            return appended;
+    }
+    return joiningOutcome(output.value().finish());
+}
+
+/// The one file that nobody retains, of the whole process.
+struct UnretainedOutput {
+    std::mutex mutex;
+    QUrl lastConcatenationOutputURL;
+};
+
+UnretainedOutput &unretainedOutput() {
+    static UnretainedOutput output;
+    return output;
+}
+
+base::Result<QString, ConcatenationError> reserveOutput() {
+    UnretainedOutput &shared = unretainedOutput();
+    const std::scoped_lock lock(shared.mutex);
+    const QString folder = base::PrivateFolders::temporary() + QStringLiteral("/OrlentaStitchedAudio");
+    if (!QDir().mkpath(folder))
+        return base::fail(
+            ConcatenationError(AudioFileError::fromErrno(AudioFileError::Kind::CannotWrite, folder, errno)));
+    if (!shared.lastConcatenationOutputURL.isEmpty())
+        QFile::remove(shared.lastConcatenationOutputURL.toLocalFile());
+    shared.lastConcatenationOutputURL.clear();
+    const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
+    return folder + QStringLiteral("/continuous_") + uuid + QStringLiteral(".wav");
+}
+
+} // namespace
+
+QString ConcatenationError::domain() {
+    return QStringLiteral("Orlenta");
+}
+
+int ConcatenationError::code() const {
+    const Reason *reason = std::get_if<Reason>(&m_cause);
+    return reason != nullptr ? codeOf(*reason) : 0;
+}
+
+QString ConcatenationError::description() const {
+    const Reason *reason = std::get_if<Reason>(&m_cause);
+    return reason != nullptr ? textOf(*reason) : std::get<AudioFileError>(m_cause).description();
+}
+
+ConcatenationInputInfo concatenationFormat(const QList<ConcatenationInputInfo> &inputs) {
+    ConcatenationInputInfo chosen = inputs.first();
+    chosen.channelCount = std::max(chosen.channelCount, 1U);
+    const double firstRate = chosen.sampleRate;
+    const auto differs = [firstRate](const ConcatenationInputInfo &input) {
+        return std::abs(input.sampleRate - firstRate) > joinedRateTolerance;
+    };
+    if (std::ranges::none_of(inputs, differs))
+        return chosen;
+    qCInfo(base::log::concatenation, "Concatenating mixed sample rates to 48 kHz");
+    const auto deepest = std::ranges::max_element(inputs, {}, &ConcatenationInputInfo::bitDepth);
+    return {mixedSampleRate, chosen.channelCount, std::max(deepest->bitDepth, mixedBitDepth)};
+}
+
+base::Result<void, ConcatenationError> concatenateAudio(const QList<QUrl> &urls, const QUrl &outputURL) {
+    const auto inputs = scanInputs(urls);
+    if (!inputs)
+        return base::fail(inputs.error());
+    return writeJoined(urls, outputFormat(*inputs), outputURL.toLocalFile());
+}
+
+base::Result<QUrl, ConcatenationError> concatenateAudio(const QList<QUrl> &urls, ConcatenationOwner retainedBy) {
+    const auto inputs = scanInputs(urls);
+    if (!inputs)
+        return base::fail(inputs.error());
+    const auto path = reserveOutput();
+    if (!path)
+        return base::fail(path.error());
+    if (const auto joined = writeJoined(urls, outputFormat(*inputs), *path); !joined)
+        return base::fail(joined.error());
+    const QUrl output = QUrl::fromLocalFile(*path);
+    if (retainedBy == ConcatenationOwner::NextConcatenation) {
+        UnretainedOutput &shared = unretainedOutput();
+        const std::scoped_lock lock(shared.mutex);
+        shared.lastConcatenationOutputURL = output;
+    }
+    return output;
+}
+
+} // namespace orlenta::audio

@@ -1,0 +1,276 @@
+#include "audio/files/FfmpegDecoder.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <mutex>
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+#include <libavutil/opt.h>
+}
+
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+
+namespace orlenta::audio {
+namespace {
+
+// The longest compressed frame is Apple Lossless's 4096; no file holds more frames than that for each of its bytes.
+constexpr qint64 mostFramesPerByte = 4096;
+
+enum class EditList { Applied, Ignored };
+
+bool isReadCodec(AVCodecID codec) {
+    return codec == AV_CODEC_ID_AAC || codec == AV_CODEC_ID_ALAC || codec == AV_CODEC_ID_MP3;
+}
+
+AVFormatContext *openInput(const QString &path, FfmpegDecoder::Container container, EditList editList, int &code) {
+    static std::once_flag quietened;
+    std::call_once(quietened, [] { av_log_set_level(AV_LOG_QUIET); });
+    // The demuxer is named and only files may be opened, so that a file's content can't reach out for anything else.
+    const AVInputFormat *demuxer = av_find_input_format(container == FfmpegDecoder::Container::Mp4 ? "mov" : "mp3");
+    AVDictionary *options = nullptr;
+    av_dict_set(&options, "protocol_whitelist", "file", 0);
+    if (editList == EditList::Ignored)
+        av_dict_set(&options, "advanced_editlist", "0", 0);
+    AVFormatContext *input = nullptr;
+    code = avformat_open_input(&input, ("file:" + QFile::encodeName(path)).constData(), demuxer, &options);
+    av_dict_free(&options);
+    return code == 0 ? input : nullptr;
+}
+
+int findAudioStream(const AVFormatContext *input) {
+    for (unsigned i = 0; i < input->nb_streams; ++i) {
+        if (input->streams[i]->codecpar->codec_type == AVMEDIA_TYPE_AUDIO)
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
+qint64 inFrames(qint64 duration, const AVStream *stream, int sampleRate) {
+    return av_rescale_q(duration, stream->time_base, AVRational{1, sampleRate});
+}
+
+// The track's whole length less the encoder's delay, which only shows as the first packet's negative time once the edit
+// list is left aside.
+std::optional<qint64> lengthWithoutEditList(const QString &path, int sampleRate) {
+    int code = 0;
+    AVFormatContext *input = openInput(path, FfmpegDecoder::Container::Mp4, EditList::Ignored, code);
+    if (input == nullptr)
+        return std::nullopt;
+    std::optional<qint64> length;
+    const int stream = findAudioStream(input);
+    AVPacket *packet = av_packet_alloc();
+    while (stream >= 0 && packet != nullptr && av_read_frame(input, packet) == 0) {
+        const bool isAudio = packet->stream_index == stream;
+        const qint64 time = packet->pts;
+        av_packet_unref(packet);
+        if (!isAudio)
+            continue;
+        const AVStream *track = input->streams[stream];
+        const qint64 limit = std::numeric_limits<qint64>::max() / 4;
+        if (time != AV_NOPTS_VALUE && track->duration > 0 && track->duration < limit && time > -limit && time < limit)
+            length = inFrames(track->duration + time, track, sampleRate);
+        break;
+    }
+    av_packet_free(&packet);
+    avformat_close_input(&input);
+    return length;
+}
+
+// The edit list's length is rounded to the movie's clock, often a thousandth of a second; the track's own length is
+// exact but knows no padding at the end. Where the two agree within that rounding, the exact one is meant.
+std::optional<qint64> mp4Frames(const QString &path, const AVStream *stream, int sampleRate) {
+    if (stream->duration <= 0)
+        return std::nullopt;
+    const qint64 edited = inFrames(stream->duration, stream, sampleRate);
+    const qint64 rounding = (sampleRate + 999) / 1000 + 1;
+    const auto exact = lengthWithoutEditList(path, sampleRate);
+    const qint64 frames = exact && *exact >= edited && *exact - edited <= rounding ? *exact : edited;
+    const bool isPlausible = frames > 0 && frames / mostFramesPerByte <= QFileInfo(path).size();
+    return isPlausible ? std::optional(frames) : std::nullopt;
+}
+
+double scaledSample(const AVFrame *frame, int channel, int index, int channels) {
+    const auto format = static_cast<AVSampleFormat>(frame->format);
+    const bool isPlanar = av_sample_fmt_is_planar(format) != 0;
+    const uint8_t *data = frame->extended_data[isPlanar ? channel : 0];
+    const int at = isPlanar ? index : index * channels + channel;
+    switch (av_get_packed_sample_fmt(format)) {
+    case AV_SAMPLE_FMT_S16:
+        return reinterpret_cast<const int16_t *>(data)[at] / 32768.0;
+    case AV_SAMPLE_FMT_S32:
+        return reinterpret_cast<const int32_t *>(data)[at] / 2147483648.0;
+    case AV_SAMPLE_FMT_FLT:
+        return static_cast<double>(reinterpret_cast<const float *>(data)[at]);
+    case AV_SAMPLE_FMT_DBL:
+        return reinterpret_cast<const double *>(data)[at];
+    default:
+        return 0.0;
+    }
+}
+
+} // namespace
+
+FfmpegDecoder::FfmpegDecoder(QString path, Container container)
+    : m_path(std::move(path)), m_container(container), m_packet(av_packet_alloc()), m_frame(av_frame_alloc()) {}
+
+FfmpegDecoder::~FfmpegDecoder() {
+    av_frame_free(&m_frame);
+    av_packet_free(&m_packet);
+    avcodec_free_context(&m_codec);
+    avformat_close_input(&m_input);
+}
+
+base::Result<std::unique_ptr<AudioDecoder>, AudioFileError> FfmpegDecoder::open(const QString &path,
+                                                                                Container container) {
+    auto decoder = std::unique_ptr<FfmpegDecoder>(new FfmpegDecoder(path, container));
+    if (decoder->m_packet == nullptr || decoder->m_frame == nullptr)
+        return base::fail(AudioFileError{AudioFileError::Kind::OutOfMemory, path, {}});
+    if (const auto opened = decoder->openStreams(); !opened)
+        return base::fail(opened.error());
+    if (const auto opened = decoder->openCodec(); !opened)
+        return base::fail(opened.error());
+    return std::unique_ptr<AudioDecoder>(std::move(decoder));
+}
+
+AudioFileError FfmpegDecoder::errorOf(AudioFileError::Kind kind, int code) const {
+    std::array<char, AV_ERROR_MAX_STRING_SIZE> words{};
+    av_strerror(code, words.data(), words.size());
+    return {kind, m_path, QString::fromUtf8(words.data())};
+}
+
+base::Result<void, AudioFileError> FfmpegDecoder::openStreams() {
+    int code = 0;
+    m_input = openInput(m_path, m_container, EditList::Applied, code);
+    if (m_input != nullptr)
+        code = avformat_find_stream_info(m_input, nullptr);
+    if (code < 0)
+        return base::fail(errorOf(AudioFileError::Kind::UnsupportedFormat, code));
+    m_stream = findAudioStream(m_input);
+    if (m_stream < 0 || !isReadCodec(m_input->streams[m_stream]->codecpar->codec_id))
+        return base::fail(AudioFileError{AudioFileError::Kind::UnsupportedFormat, m_path, {}});
+    for (unsigned i = 0; i < m_input->nb_streams; ++i) {
+        if (static_cast<int>(i) != m_stream)
+            m_input->streams[i]->discard = AVDISCARD_ALL;
+    }
+    return {};
+}
+
+base::Result<void, AudioFileError> FfmpegDecoder::openCodec() {
+    const AVStream *stream = m_input->streams[m_stream];
+    const AVCodec *codec = avcodec_find_decoder(stream->codecpar->codec_id);
+    m_codec = avcodec_alloc_context3(codec);
+    if (codec == nullptr || m_codec == nullptr)
+        return base::fail(AudioFileError{AudioFileError::Kind::UnsupportedFormat, m_path, {}});
+    int code = avcodec_parameters_to_context(m_codec, stream->codecpar);
+    m_codec->pkt_timebase = stream->time_base;
+    if (code >= 0)
+        code = avcodec_open2(m_codec, codec, nullptr);
+    if (code < 0)
+        return base::fail(errorOf(AudioFileError::Kind::UnsupportedFormat, code));
+    const int rate = m_codec->sample_rate;
+    const int channels = m_codec->ch_layout.nb_channels;
+    if (!isUsableFormat(rate, channels))
+        return base::fail(AudioFileError{AudioFileError::Kind::UnsupportedFormat, m_path, {}});
+    m_format = {static_cast<double>(rate), channels, AudioFileFormat::Coding::Compressed, 0};
+    if (m_container == Container::Mp4)
+        m_frames = mp4Frames(m_path, stream, rate);
+    return {};
+}
+
+const AudioFileFormat &FfmpegDecoder::format() const {
+    return m_format;
+}
+
+std::optional<qint64> FfmpegDecoder::frames() const {
+    return m_frames;
+}
+
+bool FfmpegDecoder::seek(qint64 frame) {
+    return frame == m_position;
+}
+
+base::Result<void, AudioFileError> FfmpegDecoder::feedPacket() {
+    int code = av_read_frame(m_input, m_packet);
+    if (code < 0) {
+        // A file that was cut off ends early; what it still held counts.
+        avcodec_send_packet(m_codec, nullptr);
+        return {};
+    }
+    if (m_packet->stream_index == m_stream)
+        code = avcodec_send_packet(m_codec, m_packet);
+    av_packet_unref(m_packet);
+    // Stray bytes between MP3 frames are common (tags, joined files); in an M4A a bad packet means a damaged file.
+    if (code < 0 && m_container == Container::Mp4)
+        return base::fail(errorOf(AudioFileError::Kind::Damaged, code));
+    return {};
+}
+
+base::Result<FfmpegDecoder::Step, AudioFileError> FfmpegDecoder::decodeFrame() {
+    while (!m_isDrained) {
+        const int code = avcodec_receive_frame(m_codec, m_frame);
+        if (code == AVERROR(EAGAIN)) {
+            if (const auto fed = feedPacket(); !fed)
+                return base::fail(fed.error());
+            continue;
+        }
+        if (code == AVERROR_EOF) {
+            m_isDrained = true;
+            break;
+        }
+        if (code < 0 && m_container == Container::Mp3)
+            continue;
+        if (code < 0)
+            return base::fail(errorOf(AudioFileError::Kind::Damaged, code));
+        if (m_frame->sample_rate != static_cast<int>(m_format.sampleRate) ||
+            m_frame->ch_layout.nb_channels != m_format.channelCount)
+            return base::fail(AudioFileError{AudioFileError::Kind::Damaged, m_path,
+                                             QStringLiteral("its rate or its channels change on the way")});
+        m_frameOffset = 0;
+        return Step::GotFrame;
+    }
+    return Step::Ended;
+}
+
+template <typename Sample>
+AudioDecoder::ReadResult FfmpegDecoder::readSamples(std::span<Sample> samples) {
+    const int channels = m_format.channelCount;
+    auto wanted = static_cast<qint64>(samples.size()) / channels;
+    if (m_frames)
+        wanted = std::min(wanted, *m_frames - m_position);
+    qint64 done = 0;
+    while (done < wanted) {
+        if (m_frameOffset >= m_frame->nb_samples) {
+            const auto step = decodeFrame();
+            if (!step)
+                return base::fail(step.error());
+            if (*step == Step::Ended)
+                break;
+        }
+        const auto count = static_cast<int>(std::min<qint64>(wanted - done, m_frame->nb_samples - m_frameOffset));
+        for (int i = 0; i < count; ++i) {
+            for (int channel = 0; channel < channels; ++channel) {
+                const double sample = scaledSample(m_frame, channel, m_frameOffset + i, channels);
+                samples[static_cast<size_t>((done + i) * channels + channel)] =
+                    std::isfinite(sample) ? static_cast<Sample>(sample) : Sample{};
+            }
+        }
+        m_frameOffset += count;
+        done += count;
+    }
+    m_position += done;
+    return static_cast<qsizetype>(done);
+}
+
+AudioDecoder::ReadResult FfmpegDecoder::read(std::span<double> samples) {
+    return readSamples(samples);
+}
+
+AudioDecoder::ReadResult FfmpegDecoder::read(std::span<float> samples) {
+    return readSamples(samples);
+}
+
+} // namespace orlenta::audio

@@ -1,0 +1,64 @@
+#include "audio/files/Waveform.h"
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+#include <vector>
+
+#include "audio/files/AudioFileReader.h"
+
+namespace orlenta::audio {
+namespace {
+
+constexpr qint64 waveformBlockFrames = 16384;
+
+// Blocks and bars end at places of their own, so a bar's peak is carried from block to block.
+void raisePeaks(std::span<const float> block, size_t channels, qint64 firstFrame, qint64 framesPerBar,
+                QList<float> &bars) {
+    const auto frames = static_cast<qint64>(block.size() / channels);
+    for (qint64 frame = 0; frame < frames;) {
+        const qint64 bar = (firstFrame + frame) / framesPerBar;
+        if (bar >= bars.size())
+            return;
+        const qint64 end = std::min(frames, (bar + 1) * framesPerBar - firstFrame);
+        float peak = bars[bar];
+        for (; frame < end; ++frame)
+            peak = std::max(peak, std::abs(block[static_cast<size_t>(frame) * channels]));
+        bars[bar] = peak;
+    }
+}
+
+void normalise(QList<float> &bars) {
+    const float loudest = *std::ranges::max_element(bars);
+    if (loudest <= 0.0F)
+        return;
+    for (float &bar : bars)
+        bar /= loudest;
+}
+
+} // namespace
+
+QList<float> extractWaveform(const QUrl &url, int barCount) {
+    auto reader = AudioFileReader::open(url.toLocalFile());
+    const qint64 frames = reader ? reader.value().frames() : 0;
+    if (frames <= 0 || barCount <= 0)
+        return {};
+    const qint64 framesPerBar = std::max<qint64>(1, frames / barCount);
+    QList<float> bars(static_cast<qsizetype>(std::min<qint64>(barCount, frames)), 0.0F);
+    const auto channels = static_cast<size_t>(reader->channelCount());
+    std::vector<float> block(waveformBlockFrames * channels);
+    while (true) {
+        const qint64 position = reader->framePosition();
+        const auto read = reader.value().readFrames(block);
+        if (!read)
+            return {};
+        if (*read == 0)
+            break;
+        const auto filled = std::span<const float>(block).first(static_cast<size_t>(*read) * channels);
+        raisePeaks(filled, channels, position, framesPerBar, bars);
+    }
+    normalise(bars);
+    return bars;
+}
+
+} // namespace orlenta::audio
