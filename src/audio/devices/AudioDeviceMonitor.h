@@ -1,0 +1,69 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+
+#include <QtCore/QObject>
+#include <QtCore/QTimer>
+
+#include "audio/devices/AudioDeviceEnumerator.h"
+
+namespace orlenta::base {
+class UserDefaults;
+}
+
+namespace orlenta::audio {
+
+/// The published lists of devices, which follow the server's with a short delay so that a burst of changes is told
+/// once. One for the application, which owns it. Main thread.
+class AudioDeviceMonitor final : public QObject {
+    Q_OBJECT
+public:
+    static constexpr std::chrono::milliseconds debounce{200};
+
+    AudioDeviceMonitor(const SoundServer &server, const base::UserDefaults &defaults, QObject *parent = nullptr);
+    ~AudioDeviceMonitor() override;
+
+    [[nodiscard]] const QList<AudioDeviceInfo> &inputDevices() const { return m_inputDevices; }
+    [[nodiscard]] const QList<AudioDeviceInfo> &outputDevices() const { return m_outputDevices; }
+    [[nodiscard]] bool isInputAvailable(const QString &uid) const;
+    [[nodiscard]] bool isOutputAvailable(const QString &uid) const;
+    /// The numeric id of a stored UID, through the published lists first; nothing when the device isn't there.
+    [[nodiscard]] std::optional<std::uint32_t> deviceID(const QString &uid) const;
+
+    /// Lists the devices anew at once. `reason` is for the log.
+    void refresh(const QString &reason);
+    void refreshSelectedInputAvailability(const QString &reason);
+    void refreshSelectedOutputAvailability(const QString &reason);
+
+Q_SIGNALS:
+    void inputDevicesChanged();
+    void outputDevicesChanged();
+    /// Comes at the end of each refresh, whether or not a list has changed.
+    void refreshed(const QString &reason);
+
+private:
+    /// What the last check of one direction's chosen device found; empty before the first.
+    struct Availability {
+        std::optional<QString> uid;
+        std::optional<bool> isAvailable;
+    };
+    /// The log's words for a change, "%1" standing for the UID.
+    struct ChangeLines {
+        QString becameAvailable;
+        QString becameUnavailable;
+    };
+    static void update(Availability &last, const QString &uid, bool isAvailable, const QString &reason,
+                       const ChangeLines &lines);
+
+    const base::UserDefaults &m_defaults;
+    AudioDeviceEnumerator m_enumerator;
+    QList<AudioDeviceInfo> m_inputDevices;
+    QList<AudioDeviceInfo> m_outputDevices;
+    QTimer m_debounce;
+    Availability m_lastInput;
+    Availability m_lastOutput;
+};
+
+} // namespace orlenta::audio

@@ -1,0 +1,266 @@
+#include "audio/playback/OutputStream.h"
+
+#include <algorithm>
+#include <chrono>
+#include <mutex>
+#include <utility>
+
+#include <QtCore/QMetaObject>
+#include <pulse/pulseaudio.h>
+
+#include "audio/devices/SoundServer.h"
+#include "audio/playback/PlaybackSource.h"
+
+namespace orlenta::audio {
+
+namespace {
+
+using PlaybackClock = std::chrono::steady_clock;
+using Seconds = std::chrono::duration<double>;
+
+/// How much lies ready at the server. Less underran now and then on a busy two-core machine.
+constexpr auto bufferLength = std::chrono::milliseconds(150);
+/// How often the heard place is noted: once the stream has failed, the server no longer tells it.
+constexpr auto noteInterval = std::chrono::milliseconds(20);
+/// The noted place runs up to 19 ms ahead of what a sink has rendered; repeating a little is better than a hole.
+constexpr auto resumeBackOff = std::chrono::milliseconds(30);
+/// A server whose session manager is gone leaves a stream waiting for ever.
+constexpr auto connectTimeout = std::chrono::seconds(3);
+
+pa_usec_t microseconds(std::chrono::microseconds duration) {
+    return static_cast<pa_usec_t>(duration.count());
+}
+
+} // namespace
+
+/// The stream as libpulse's callbacks see it. Touched with the loop locked, but for the guarded place.
+class OutputStream::Link final {
+public:
+    Link(SoundServer &server, PlaybackSource source, Events events);
+    ~Link();
+
+    [[nodiscard]] std::optional<RoutedAudioPlayerError> connect(std::optional<std::uint32_t> deviceID,
+                                                                const QByteArray &sinkName);
+    [[nodiscard]] std::optional<qint64> currentFrame() const;
+
+private:
+    void stateChanged();
+    void write(std::size_t bytes);
+    void drain();
+    void notePlace();
+    void lose();
+    void post(std::function<void()> event);
+    [[nodiscard]] std::optional<Seconds> heard() const;
+
+    static void onState(pa_stream *stream, void *link);
+    static void onWritable(pa_stream *stream, std::size_t bytes, void *link);
+    static void onDrained(pa_stream *stream, int success, void *link);
+    static void onTick(pa_mainloop_api *api, pa_time_event *event, const timeval *time, void *link);
+
+    pa_threaded_mainloop *m_mainloop;
+    pa_context *m_context;
+    pa_stream *m_stream = nullptr;
+    pa_time_event *m_tick = nullptr;
+    pa_operation *m_drain = nullptr;
+    PlaybackSource m_source;
+    Events m_events;
+    PlaybackClock::time_point m_openedAt = PlaybackClock::now();
+    bool m_isWritten = false;
+    bool m_isOver = false;
+
+    mutable std::mutex m_guard;
+    std::optional<Seconds> m_heard;
+    PlaybackClock::time_point m_heardAt;
+    Seconds m_written{0};
+};
+
+OutputStream::Link::Link(SoundServer &server, PlaybackSource source, Events events)
+    : m_mainloop(server.mainloop()), m_context(pa_context_ref(server.context())), m_source(std::move(source)),
+      m_events(std::move(events)) {}
+
+OutputStream::Link::~Link() {
+    const SoundServerLock lock(m_mainloop);
+    if (m_tick)
+        pa_threaded_mainloop_get_api(m_mainloop)->time_free(m_tick);
+    if (m_drain) {
+        pa_operation_cancel(m_drain);
+        pa_operation_unref(m_drain);
+    }
+    if (m_stream) {
+        pa_stream_set_state_callback(m_stream, nullptr, nullptr);
+        pa_stream_set_write_callback(m_stream, nullptr, nullptr);
+        pa_stream_disconnect(m_stream);
+        pa_stream_unref(m_stream);
+    }
+    pa_context_unref(m_context);
+}
+
+std::optional<RoutedAudioPlayerError> OutputStream::Link::connect(std::optional<std::uint32_t> deviceID,
+                                                                  const QByteArray &sinkName) {
+    const SoundServerLock lock(m_mainloop);
+    pa_sample_spec spec{};
+    spec.format = PA_SAMPLE_FLOAT32LE;
+    spec.rate = static_cast<std::uint32_t>(m_source.deviceRate());
+    spec.channels = static_cast<std::uint8_t>(std::min(m_source.channelCount(), 255));
+    pa_channel_map map{};
+    const auto refused = [&] {
+        return deviceID ? RoutedAudioPlayerError{RoutedAudioPlayerError::Kind::AudioUnitSetPropertyFailed, *deviceID,
+                                                 pa_context_errno(m_context), {}}
+                        : RoutedAudioPlayerError::soundServerUnavailable(
+                              QString::fromUtf8(pa_strerror(pa_context_errno(m_context))));
+    };
+    if (!pa_channel_map_init_extend(&map, spec.channels, PA_CHANNEL_MAP_WAVEEX) || !pa_sample_spec_valid(&spec))
+        return RoutedAudioPlayerError{RoutedAudioPlayerError::Kind::OutputAudioUnitUnavailable, 0, 0, {}};
+    m_stream = pa_stream_new(m_context, "Playback", &spec, &map);
+    if (!m_stream)
+        return refused();
+    pa_stream_set_state_callback(m_stream, &Link::onState, this);
+    pa_stream_set_write_callback(m_stream, &Link::onWritable, this);
+
+    pa_buffer_attr buffer{};
+    buffer.maxlength = buffer.prebuf = buffer.minreq = buffer.fragsize = static_cast<std::uint32_t>(-1);
+    buffer.tlength = static_cast<std::uint32_t>(pa_usec_to_bytes(microseconds(bufferLength), &spec));
+    // A named sink that is gone must be told, not silently replaced; the default must be followed when it changes, and
+    // only this name for it keeps the desktop from sending the stream where an earlier one was moved to.
+    const auto flags = PA_STREAM_ADJUST_LATENCY | PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_INTERPOLATE_TIMING |
+                       (deviceID ? PA_STREAM_DONT_MOVE : PA_STREAM_NOFLAGS);
+    if (pa_stream_connect_playback(m_stream, deviceID ? sinkName.constData() : "@DEFAULT_SINK@", &buffer,
+                                   static_cast<pa_stream_flags_t>(flags), nullptr, nullptr) < 0)
+        return refused();
+    m_tick = pa_context_rttime_new(m_context, pa_rtclock_now() + microseconds(noteInterval), &Link::onTick, this);
+    return {};
+}
+
+std::optional<Seconds> OutputStream::Link::heard() const {
+    const std::lock_guard guard(m_guard);
+    if (!m_heard)
+        return {};
+    return std::min<Seconds>(*m_heard + (PlaybackClock::now() - m_heardAt), m_written);
+}
+
+std::optional<qint64> OutputStream::Link::currentFrame() const {
+    const std::optional<Seconds> place = heard();
+    return place ? std::optional(m_source.fileFrame(place->count())) : std::nullopt;
+}
+
+void OutputStream::Link::post(std::function<void()> event) {
+    if (std::exchange(m_isOver, true))
+        return;
+    QMetaObject::invokeMethod(m_events.receiver, std::move(event), Qt::QueuedConnection);
+}
+
+void OutputStream::Link::lose() {
+    const Seconds place = heard().value_or(Seconds(0));
+    const qint64 frame = m_source.fileFrame(std::max<Seconds>(place - resumeBackOff, Seconds(0)).count());
+    post([lost = m_events.lost, frame] { lost(frame); });
+}
+
+void OutputStream::Link::stateChanged() {
+    switch (pa_stream_get_state(m_stream)) {
+    case PA_STREAM_FAILED:
+    case PA_STREAM_TERMINATED:
+        lose();
+        break;
+    case PA_STREAM_UNCONNECTED:
+    case PA_STREAM_CREATING:
+    case PA_STREAM_READY:
+        break;
+    }
+}
+
+void OutputStream::Link::write(std::size_t bytes) {
+    const std::size_t frameSize = pa_frame_size(pa_stream_get_sample_spec(m_stream));
+    while (bytes >= frameSize && !m_isWritten && !m_isOver) {
+        void *data = nullptr;
+        std::size_t room = bytes;
+        if (pa_stream_begin_write(m_stream, &data, &room) < 0 || !data)
+            return;
+        const std::size_t samples = std::min(room, bytes) / frameSize * static_cast<std::size_t>(m_source.channelCount());
+        const auto frames = m_source.read({static_cast<float *>(data), samples});
+        if (!frames || *frames == 0) {
+            pa_stream_cancel_write(m_stream);
+            m_isWritten = true;
+            if (!frames)
+                post([broken = m_events.broken, why = frames.error().description()] { broken(why); });
+            break;
+        }
+        const auto size = static_cast<std::size_t>(*frames) * frameSize;
+        pa_stream_write(m_stream, data, size, nullptr, 0, PA_SEEK_RELATIVE);
+        bytes -= size;
+        const std::lock_guard guard(m_guard);
+        m_written += Seconds(static_cast<double>(*frames) / m_source.deviceRate());
+    }
+    if (m_isWritten && !m_isOver)
+        drain();
+}
+
+void OutputStream::Link::drain() {
+    if (!m_drain)
+        m_drain = pa_stream_drain(m_stream, &Link::onDrained, this);
+}
+
+void OutputStream::Link::notePlace() {
+    if (pa_stream_get_state(m_stream) != PA_STREAM_READY) {
+        if (pa_stream_get_state(m_stream) == PA_STREAM_CREATING && PlaybackClock::now() - m_openedAt > connectTimeout)
+            lose();
+        return;
+    }
+    pa_usec_t time = 0;
+    if (pa_stream_get_time(m_stream, &time) < 0)
+        return;
+    const std::lock_guard guard(m_guard);
+    m_heard = std::chrono::microseconds(time);
+    m_heardAt = PlaybackClock::now();
+}
+
+void OutputStream::Link::onState(pa_stream *, void *link) {
+    static_cast<Link *>(link)->stateChanged();
+}
+
+void OutputStream::Link::onWritable(pa_stream *, std::size_t bytes, void *link) {
+    static_cast<Link *>(link)->write(bytes);
+}
+
+void OutputStream::Link::onDrained(pa_stream *, int success, void *link) {
+    auto *self = static_cast<Link *>(link);
+    // An unsuccessful drain is a sink on its way out; the state that follows tells the rest.
+    if (success)
+        self->post(self->m_events.finished);
+}
+
+void OutputStream::Link::onTick(pa_mainloop_api *, pa_time_event *event, const timeval *, void *link) {
+    auto *self = static_cast<Link *>(link);
+    self->notePlace();
+    pa_context_rttime_restart(self->m_context, event, pa_rtclock_now() + microseconds(noteInterval));
+}
+
+base::Result<std::unique_ptr<OutputStream>, RoutedAudioPlayerError>
+OutputStream::open(SoundServer &server, std::optional<std::uint32_t> deviceID, AudioFileReader reader, qint64 startFrame,
+                   Events events) {
+    if (!server.context())
+        return base::fail(RoutedAudioPlayerError::soundServerUnavailable({}));
+    const SoundDeviceTable table = server.devices();
+    const SoundDevice *sink = deviceID ? table.findOutput(*deviceID) : table.findOutput(table.defaultOutputUID);
+    if (deviceID && !sink)
+        return base::fail(RoutedAudioPlayerError{RoutedAudioPlayerError::Kind::AudioUnitSetPropertyFailed, *deviceID,
+                                                 PA_ERR_NOENTITY, {}});
+    if (table.outputs.isEmpty())
+        return base::fail(
+            RoutedAudioPlayerError::soundServerUnavailable(QStringLiteral("It has no output to play through.")));
+    const double rate = sink && sink->sampleRate > 0 ? sink->sampleRate : reader.sampleRate();
+    const QByteArray name = sink ? sink->info.uid.toUtf8() : QByteArray();
+    auto link = std::make_unique<Link>(server, PlaybackSource(std::move(reader), startFrame, rate), std::move(events));
+    if (auto error = link->connect(deviceID, name))
+        return base::fail(*std::move(error));
+    return std::unique_ptr<OutputStream>(new OutputStream(std::move(link)));
+}
+
+OutputStream::OutputStream(std::unique_ptr<Link> link) : m_link(std::move(link)) {}
+
+OutputStream::~OutputStream() = default;
+
+std::optional<qint64> OutputStream::currentFrame() const {
+    return m_link->currentFrame();
+}
+
+} // namespace orlenta::audio

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include <QtCore/QString>
+
+#include "audio/playback/RoutedAudioPlayerError.h"
+#include "base/Result.h"
+
+class QObject;
+
+namespace orlenta::audio {
+
+class AudioFileReader;
+class SoundServer;
+
+/// One stretch of one file on its way to one sink: made for each play, seek and change of device, since a fresh stream
+/// starts as fast as an old one restarts, and a flushed one loses count of its place. Silent as soon as it is destroyed.
+/// Made, asked and destroyed on the main thread; reading and sending run on the sound server's.
+class OutputStream final {
+public:
+    /// What becomes of the stream. Each is called on `receiver`'s thread, later than the call that caused it, and may
+    /// come when the stream is gone already. At most one of them comes.
+    struct Events {
+        QObject *receiver = nullptr;
+        /// The last frame has been heard.
+        std::function<void()> finished;
+        /// The sink or the server is gone; `frame` of the file is where to go on. A little is heard twice rather than lost.
+        std::function<void(qint64 frame)> lost;
+        /// The file could not be read on.
+        std::function<void(const QString &description)> broken;
+    };
+
+    /// Starts playing `reader` from `startFrame` on. Without a device, on the system's default output, following it
+    /// when it changes; with one, on that sink and no other.
+    [[nodiscard]] static base::Result<std::unique_ptr<OutputStream>, RoutedAudioPlayerError>
+    open(SoundServer &server, std::optional<std::uint32_t> deviceID, AudioFileReader reader, qint64 startFrame,
+         Events events);
+    ~OutputStream();
+    OutputStream(const OutputStream &) = delete;
+    OutputStream &operator=(const OutputStream &) = delete;
+
+    /// The frame of the file that is heard now; nothing before the first one is.
+    [[nodiscard]] std::optional<qint64> currentFrame() const;
+
+private:
+    class Link;
+
+    explicit OutputStream(std::unique_ptr<Link> link);
+
+    std::unique_ptr<Link> m_link;
+};
+
+} // namespace orlenta::audio

@@ -1,0 +1,105 @@
+#pragma once
+
+#include <chrono>
+#include <optional>
+
+#include <QtCore/QList>
+#include <QtCore/QObject>
+#include <QtCore/QTimer>
+#include <QtCore/QUrl>
+
+#include "audio/playback/RoutedAudioPlayer.h"
+#include "model/Ids.h"
+
+namespace orlenta::base {
+class UserDefaults;
+}
+
+namespace orlenta::audio {
+
+class AudioDeviceMonitor;
+class OutputRoutingDiagnostics;
+
+/// One line's audio to play.
+struct PlaybackLine {
+    model::LineId id;
+    QUrl url;
+
+    friend bool operator==(const PlaybackLine &, const PlaybackLine &) = default;
+};
+
+/// What a stop does with the playhead.
+enum class PlayheadReset { KeepPlace, Reset };
+
+/// Decides what one project window plays: a line's take, its direction audio, or a row of lines. Asks for the chosen
+/// output anew before each playback. Main thread.
+class PlaybackController final : public QObject {
+    Q_OBJECT
+public:
+    enum class AudioSource { Generated, SourceRecording, Preview };
+
+    static constexpr std::chrono::milliseconds progressInterval{30};
+
+    PlaybackController(SoundServer &server, base::UserDefaults &defaults, AudioDeviceMonitor &monitor,
+                       OutputRoutingDiagnostics &diagnostics, QObject *parent = nullptr);
+
+    /// The line of the playhead; it can stay set while nothing plays.
+    [[nodiscard]] const std::optional<model::LineId> &currentlyPlayingLineID() const { return m_lineID; }
+    [[nodiscard]] std::optional<AudioSource> currentAudioSource() const { return m_source; }
+    [[nodiscard]] bool isPlaying() const { return m_isPlaying; }
+    [[nodiscard]] bool isPlayingSequence() const { return m_isPlayingSequence; }
+    /// Share of the file that has been heard, 0 to 1.
+    [[nodiscard]] double playbackProgress() const { return m_progress; }
+    [[nodiscard]] bool isCurrentGenerated(const model::LineId &line) const;
+    [[nodiscard]] bool isCurrentSource(const model::LineId &line) const;
+    [[nodiscard]] bool isPlayingSource(const model::LineId &line) const;
+
+    void playLine(const PlaybackLine &line);
+    void playSource(const PlaybackLine &line);
+    /// Plays those of the lines whose file exists, one after the other. With none, what plays goes on.
+    void playAll(const QList<PlaybackLine> &lines);
+    /// Plays the line's take from `fraction` of it on, 0 to 1, whatever played before.
+    void seek(const PlaybackLine &line, double fraction);
+    void stop(PlayheadReset reset);
+
+Q_SIGNALS:
+    void currentlyPlayingLineIDChanged();
+    void currentAudioSourceChanged();
+    void isPlayingChanged();
+    void isPlayingSequenceChanged();
+    void playbackProgressChanged();
+    /// Playback could not go on, for the reason given; everything has stopped. Shown under "Playback Failed".
+    void playbackFailed(const QString &description);
+
+private:
+    struct Start {
+        AudioSource source = AudioSource::Generated;
+        QList<PlaybackLine> sequence;
+        double fraction = 0.0;
+    };
+
+    void startPlayback(const PlaybackLine &line, const Start &start);
+    RoutedAudioPlayer::Outcome applyPersistedOutputDevice();
+    void updateProgress();
+    void complete();
+    void fail(const RoutedAudioPlayerError &error);
+    void setLine(const std::optional<model::LineId> &line, std::optional<AudioSource> source);
+    void setPlaying(bool isPlaying);
+    void setPlayingSequence(bool isPlayingSequence);
+    void setProgress(double progress);
+
+    base::UserDefaults &m_defaults;
+    AudioDeviceMonitor &m_monitor;
+    OutputRoutingDiagnostics &m_diagnostics;
+    RoutedAudioPlayer m_player;
+    QTimer m_progressTimer;
+    std::optional<model::LineId> m_lineID;
+    std::optional<AudioSource> m_source;
+    bool m_isPlaying = false;
+    bool m_isPlayingSequence = false;
+    double m_progress = 0.0;
+    QList<PlaybackLine> m_sequenceLines;
+    qsizetype m_sequenceIndex = 0;
+};
+
+} // namespace orlenta::audio

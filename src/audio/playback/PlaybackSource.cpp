@@ -1,0 +1,51 @@
+#include "audio/playback/PlaybackSource.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace orlenta::audio {
+
+PlaybackSource::PlaybackSource(AudioFileReader reader, qint64 startFrame, double deviceRate)
+    : m_reader(std::make_unique<AudioFileReader>(std::move(reader))), m_startFrame(startFrame),
+      m_deviceRate(deviceRate) {}
+
+int PlaybackSource::channelCount() const {
+    return m_reader->channelCount();
+}
+
+qint64 PlaybackSource::fileFrame(double seconds) const {
+    return m_startFrame + static_cast<qint64>(std::floor(seconds * m_reader->sampleRate()));
+}
+
+base::Result<qsizetype, AudioFileError> PlaybackSource::read(std::span<float> samples) {
+    if (!m_isOpened) {
+        if (auto opened = open(); !opened)
+            return base::fail(opened.error());
+        m_isOpened = true;
+    }
+    if (!m_converter)
+        return m_reader->readFrames(samples);
+    m_converted.resize(samples.size());
+    auto frames = m_converter->readFrames(m_converted);
+    if (!frames)
+        return frames;
+    const auto filled = static_cast<std::ptrdiff_t>(*frames) * channelCount();
+    // Band-limiting may overshoot full scale; sinks would clip that, each in a way of its own.
+    std::transform(m_converted.begin(), m_converted.begin() + filled, samples.begin(),
+                   [](double sample) { return static_cast<float>(std::clamp(sample, -1.0, 1.0)); });
+    return frames;
+}
+
+base::Result<void, AudioFileError> PlaybackSource::open() {
+    if (auto moved = m_reader->seek(m_startFrame); !moved)
+        return moved;
+    if (m_reader->sampleRate() == m_deviceRate)
+        return {};
+    auto converter = ConvertingReader::create(*m_reader, m_deviceRate, channelCount());
+    if (!converter)
+        return base::fail(converter.error());
+    m_converter = std::move(converter).value();
+    return {};
+}
+
+} // namespace orlenta::audio

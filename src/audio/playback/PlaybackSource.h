@@ -1,0 +1,43 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "audio/files/AudioFileReader.h"
+#include "audio/files/ConvertingReader.h"
+
+namespace orlenta::audio {
+
+/// The frames of a file at the rate of the device they go to: passed through where the rates agree, so that a player is
+/// bit-exact there, and else converted here, since what sound servers do is audibly worse. One thread at a time.
+class PlaybackSource final {
+public:
+    /// `deviceRate` in hertz.
+    PlaybackSource(AudioFileReader reader, qint64 startFrame, double deviceRate);
+
+    PlaybackSource(PlaybackSource &&) noexcept = default;
+    PlaybackSource &operator=(PlaybackSource &&) noexcept = default;
+
+    [[nodiscard]] int channelCount() const;
+    [[nodiscard]] double deviceRate() const { return m_deviceRate; }
+    /// The file's frame that is heard `seconds` after the start.
+    [[nodiscard]] qint64 fileFrame(double seconds) const;
+
+    /// Fills `samples`, interleaved, from the start and gives the frames; 0 at the end only.
+    base::Result<qsizetype, AudioFileError> read(std::span<float> samples);
+
+private:
+    base::Result<void, AudioFileError> open();
+
+    /// On the heap, since the converter keeps its address.
+    std::unique_ptr<AudioFileReader> m_reader;
+    qint64 m_startFrame;
+    double m_deviceRate;
+    std::optional<ConvertingReader> m_converter;
+    std::vector<double> m_converted;
+    bool m_isOpened = false;
+};
+
+} // namespace orlenta::audio

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+
+#include <QtCore/QString>
+
+namespace orlenta::audio {
+
+/// Why the player could not load or play.
+struct RoutedAudioPlayerError {
+    enum class Kind {
+        OutputDeviceBindingFailed,
+        AudioUnitSetPropertyFailed,
+        NoFileLoaded,
+        OutputAudioUnitUnavailable,
+        NoFramesRemaining,
+        /// `underlying` is the file error's own sentence.
+        FileUnreadable,
+        /// The sound server doesn't answer, or refuses a stream; `underlying` is its reason, or empty.
+        SoundServerUnavailable,
+    };
+
+    Kind kind = Kind::NoFileLoaded;
+    std::uint32_t deviceID = 0;
+    /// The sound server's error number.
+    std::int32_t status = 0;
+    QString underlying;
+
+    [[nodiscard]] static RoutedAudioPlayerError fileUnreadable(const QString &description);
+    [[nodiscard]] static RoutedAudioPlayerError soundServerUnavailable(const QString &reason);
+
+    /// One sentence for the user.
+    [[nodiscard]] QString description() const;
+
+    friend bool operator==(const RoutedAudioPlayerError &, const RoutedAudioPlayerError &) = default;
+};
+
+} // namespace orlenta::audio
