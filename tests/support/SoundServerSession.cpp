@@ -99,7 +99,9 @@ load-module module-null-sink sink_name=mic_feed rate=44100 format=s16le channels
 load-module module-remap-source source_name=mic_a master=mic_feed.monitor source_properties=device.description=MicA
 set-default-sink spk_a
 set-default-source mic_a
-)").arg(m_folder.path()).toUtf8());
+)")
+                          .arg(m_folder.path())
+                          .toUtf8());
     start(QStringLiteral("pulseaudio"),
           {QStringLiteral("-n"), QStringLiteral("-F"), script, QStringLiteral("--daemonize=no"),
            QStringLiteral("--use-pid-file=no"), QStringLiteral("--exit-idle-time=-1"),
@@ -142,9 +144,10 @@ void SoundServerSession::startPipeWire() {
 }
 
 QString SoundServerSession::addOutput(const QString &name, int rate) {
-    QStringList arguments{QStringLiteral("load-module"), QStringLiteral("module-null-sink"),
-                          QStringLiteral("sink_name=") + name, QStringLiteral("rate=%1").arg(rate),
-                          QStringLiteral("channels=2"), QStringLiteral("sink_properties=device.description=") + name};
+    QStringList arguments{
+        QStringLiteral("load-module"),       QStringLiteral("module-null-sink"),
+        QStringLiteral("sink_name=") + name, QStringLiteral("rate=%1").arg(rate),
+        QStringLiteral("channels=2"),        QStringLiteral("sink_properties=device.description=") + name};
     if (m_kind == Kind::PulseAudio)
         arguments << QStringLiteral("norewinds=1") << QStringLiteral("format=float32le");
     return pactl(arguments);

@@ -10,8 +10,8 @@
 
 namespace orlenta::testing {
 
-/// A private sound server with the outputs "spk_a" (48000 Hz, the default) and "spk_b" (44100 Hz) and the input "mic_a",
-/// which hears what is played to "mic_feed". Nothing of the machine's own sound is touched.
+/// A private sound server with the outputs "spk_a" (48000 Hz, the default) and "spk_b" (44100 Hz) and the input
+/// "mic_a", which hears what is played to "mic_feed". Nothing of the machine's own sound is touched.
 class SoundServerSession final {
 public:
     enum class Kind { PulseAudio, PipeWire };

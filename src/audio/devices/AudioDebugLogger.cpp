@@ -14,8 +14,8 @@ void AudioDebugLogger::log(const QString &message, const std::source_location &w
     file = file.mid(file.lastIndexOf(u'/') + 1);
     file.truncate(file.lastIndexOf(u'.'));
     qCInfo(base::log::audioDebug).noquote().nospace()
-        << "[TCCTrace] " << QDateTime::currentDateTimeUtc().toString(Qt::ISODate) << " | " << message << " | " << file << ":"
-        << where.line() << " | " << where.function_name();
+        << "[TCCTrace] " << QDateTime::currentDateTimeUtc().toString(Qt::ISODate) << " | " << message << " | " << file
+        << ":" << where.line() << " | " << where.function_name();
 }
 
 QString AudioDebugLogger::microphoneAuthorizationDescription(const SoundServer &server) {

@@ -23,8 +23,9 @@ bool AudioDeviceEnumerator::isDeviceAlive(std::uint32_t deviceID) const {
         std::any_of(table.outputs.cbegin(), table.outputs.cend(), isIt))
         return true;
     if (m_server.state() != SoundServer::State::Ready)
-        AudioDebugLogger::log(
-            QStringLiteral("AudioDeviceEnumerator.isDeviceAlive failed for deviceID=%1, status=%2").arg(deviceID).arg(-1));
+        AudioDebugLogger::log(QStringLiteral("AudioDeviceEnumerator.isDeviceAlive failed for deviceID=%1, status=%2")
+                                  .arg(deviceID)
+                                  .arg(-1));
     return false;
 }
 

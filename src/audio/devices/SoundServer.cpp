@@ -98,7 +98,8 @@ void SoundServer::Link::open(const QString &address) {
     context = pa_context_new(pa_threaded_mainloop_get_api(mainloop), "Orlenta");
     pa_context_set_state_callback(context, &Link::onContextState, this);
     const QByteArray server = address.toUtf8();
-    if (pa_context_connect(context, server.isEmpty() ? nullptr : server.constData(), PA_CONTEXT_NOAUTOSPAWN, nullptr) < 0)
+    if (pa_context_connect(context, server.isEmpty() ? nullptr : server.constData(), PA_CONTEXT_NOAUTOSPAWN, nullptr) <
+        0)
         setState(State::Unavailable);
 }
 
@@ -220,8 +221,9 @@ void SoundServer::Link::onSource(pa_context *, const pa_source_info *info, int e
     auto *self = static_cast<Link *>(link);
     if (end == 0 && info) {
         if (info->monitor_of_sink == PA_INVALID_INDEX)
-            self->m_listing.inputs.append({{QString::fromUtf8(info->description), QString::fromUtf8(info->name), info->index},
-                                           info->sample_spec.rate});
+            self->m_listing.inputs.append(
+                {{QString::fromUtf8(info->description), QString::fromUtf8(info->name), info->index},
+                 info->sample_spec.rate});
         return;
     }
     self->listed();

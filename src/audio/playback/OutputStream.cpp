@@ -5,8 +5,8 @@
 #include <mutex>
 #include <utility>
 
-#include <QtCore/QMetaObject>
 #include <pulse/pulseaudio.h>
+#include <QtCore/QMetaObject>
 
 #include "audio/devices/SoundServer.h"
 #include "audio/playback/PlaybackSource.h"
@@ -104,8 +104,10 @@ std::optional<RoutedAudioPlayerError> OutputStream::Link::connect(std::optional<
     spec.channels = static_cast<std::uint8_t>(std::min(m_source.channelCount(), 255));
     pa_channel_map map{};
     const auto refused = [&] {
-        return deviceID ? RoutedAudioPlayerError{RoutedAudioPlayerError::Kind::AudioUnitSetPropertyFailed, *deviceID,
-                                                 pa_context_errno(m_context), {}}
+        return deviceID ? RoutedAudioPlayerError{RoutedAudioPlayerError::Kind::AudioUnitSetPropertyFailed,
+                                                 *deviceID,
+                                                 pa_context_errno(m_context),
+                                                 {}}
                         : RoutedAudioPlayerError::soundServerUnavailable(
                               QString::fromUtf8(pa_strerror(pa_context_errno(m_context))));
     };
@@ -175,7 +177,8 @@ void OutputStream::Link::write(std::size_t bytes) {
         std::size_t room = bytes;
         if (pa_stream_begin_write(m_stream, &data, &room) < 0 || !data)
             return;
-        const std::size_t samples = std::min(room, bytes) / frameSize * static_cast<std::size_t>(m_source.channelCount());
+        const std::size_t samples =
+            std::min(room, bytes) / frameSize * static_cast<std::size_t>(m_source.channelCount());
         const auto frames = m_source.read({static_cast<float *>(data), samples});
         if (!frames || *frames == 0) {
             pa_stream_cancel_write(m_stream);
@@ -235,15 +238,15 @@ void OutputStream::Link::onTick(pa_mainloop_api *, pa_time_event *event, const t
 }
 
 base::Result<std::unique_ptr<OutputStream>, RoutedAudioPlayerError>
-OutputStream::open(SoundServer &server, std::optional<std::uint32_t> deviceID, AudioFileReader reader, qint64 startFrame,
-                   Events events) {
+OutputStream::open(SoundServer &server, std::optional<std::uint32_t> deviceID, AudioFileReader reader,
+                   qint64 startFrame, Events events) {
     if (!server.context())
         return base::fail(RoutedAudioPlayerError::soundServerUnavailable({}));
     const SoundDeviceTable table = server.devices();
     const SoundDevice *sink = deviceID ? table.findOutput(*deviceID) : table.findOutput(table.defaultOutputUID);
     if (deviceID && !sink)
-        return base::fail(RoutedAudioPlayerError{RoutedAudioPlayerError::Kind::AudioUnitSetPropertyFailed, *deviceID,
-                                                 PA_ERR_NOENTITY, {}});
+        return base::fail(RoutedAudioPlayerError{
+            RoutedAudioPlayerError::Kind::AudioUnitSetPropertyFailed, *deviceID, PA_ERR_NOENTITY, {}});
     if (table.outputs.isEmpty())
         return base::fail(
             RoutedAudioPlayerError::soundServerUnavailable(QStringLiteral("It has no output to play through.")));

@@ -18,8 +18,8 @@ class AudioFileReader;
 class SoundServer;
 
 /// One stretch of one file on its way to one sink: made for each play, seek and change of device, since a fresh stream
-/// starts as fast as an old one restarts, and a flushed one loses count of its place. Silent as soon as it is destroyed.
-/// Made, asked and destroyed on the main thread; reading and sending run on the sound server's.
+/// starts as fast as an old one restarts, and a flushed one loses count of its place. Silent as soon as it is
+/// destroyed. Made, asked and destroyed on the main thread; reading and sending run on the sound server's.
 class OutputStream final {
 public:
     /// What becomes of the stream. Each is called on `receiver`'s thread, later than the call that caused it, and may
@@ -28,7 +28,8 @@ public:
         QObject *receiver = nullptr;
         /// The last frame has been heard.
         std::function<void()> finished;
-        /// The sink or the server is gone; `frame` of the file is where to go on. A little is heard twice rather than lost.
+        /// The sink or the server is gone; `frame` of the file is where to go on. A little is heard twice rather than
+        /// lost.
         std::function<void(qint64 frame)> lost;
         /// The file could not be read on.
         std::function<void(const QString &description)> broken;

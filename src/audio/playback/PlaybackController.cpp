@@ -50,7 +50,8 @@ PlaybackController::PlaybackController(SoundServer &server, base::UserDefaults &
     : QObject(parent), m_defaults(defaults), m_monitor(monitor), m_diagnostics(diagnostics), m_player(server) {
     m_player.setCompletionHandler([this] { complete(); });
     m_player.setFailureHandler([this](const RoutedAudioPlayerError &error) {
-        m_diagnostics.recordRoutingFailure(error.description(), QStringLiteral("PlaybackController.startPlayback play"));
+        m_diagnostics.recordRoutingFailure(error.description(),
+                                           QStringLiteral("PlaybackController.startPlayback play"));
         fail(error);
     });
     m_progressTimer.setInterval(progressInterval);
@@ -113,7 +114,8 @@ void PlaybackController::seek(const PlaybackLine &line, double fraction) {
         return;
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer.play from PlaybackController.seek"));
     if (const Outcome played = m_player.play(); !played) {
-        m_diagnostics.recordRoutingFailure(played.error().description(), QStringLiteral("PlaybackController.seek play"));
+        m_diagnostics.recordRoutingFailure(played.error().description(),
+                                           QStringLiteral("PlaybackController.seek play"));
         fail(played.error());
         return;
     }
@@ -140,7 +142,8 @@ void PlaybackController::startPlayback(const PlaybackLine &line, const Start &st
     const QString file = line.url.fileName();
     AudioDebugLogger::log(QStringLiteral("Starting RoutedAudioPlayer playback source=%1 file=%2").arg(source, file));
     AudioDebugLogger::log(
-        QStringLiteral("RoutedAudioPlayer.load from PlaybackController.startPlayback source=%1 file=%2").arg(source, file));
+        QStringLiteral("RoutedAudioPlayer.load from PlaybackController.startPlayback source=%1 file=%2")
+            .arg(source, file));
     if (const Outcome loaded = m_player.load(line.url); !loaded) {
         AudioDebugLogger::log(QStringLiteral("PlaybackController ERROR: RoutedAudioPlayer load failed %1")
                                   .arg(loaded.error().description()));

@@ -50,7 +50,8 @@ RoutedAudioPlayer::Outcome RoutedAudioPlayer::load(const QUrl &url) {
     m_length = reader.value().frames();
     m_sampleRate = reader.value().sampleRate();
     m_scheduledStartFrame = 0;
-    AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer.load complete frames=%1, sampleRate=%2").arg(m_length).arg(m_sampleRate));
+    AudioDebugLogger::log(
+        QStringLiteral("RoutedAudioPlayer.load complete frames=%1, sampleRate=%2").arg(m_length).arg(m_sampleRate));
     return {};
 }
 
@@ -79,7 +80,8 @@ RoutedAudioPlayer::Outcome RoutedAudioPlayer::startEngine() {
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer engine starting"));
     if (m_server.state() != SoundServer::State::Ready) {
         const auto error = RoutedAudioPlayerError::soundServerUnavailable({});
-        AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer ERROR: engine start failed %1").arg(error.description()));
+        AudioDebugLogger::log(
+            QStringLiteral("RoutedAudioPlayer ERROR: engine start failed %1").arg(error.description()));
         return base::fail(error);
     }
     m_isEngineRunning = true;
@@ -91,10 +93,11 @@ RoutedAudioPlayer::Outcome RoutedAudioPlayer::schedulePlayback(qint64 startingFr
     const qint64 start = std::clamp<qint64>(startingFrame, 0, m_length);
     const qint64 remaining = m_length - start;
     const int generation = ++m_scheduleGeneration;
-    AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer scheduling file frames=%1 at=%2").arg(remaining).arg(start));
+    AudioDebugLogger::log(
+        QStringLiteral("RoutedAudioPlayer scheduling file frames=%1 at=%2").arg(remaining).arg(start));
     if (remaining < 1) {
-        QMetaObject::invokeMethod(this, [this, generation] { handlePlaybackCompleted(generation); },
-                                  Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this, generation] { handlePlaybackCompleted(generation); }, Qt::QueuedConnection);
         return {};
     }
     m_scheduledStartFrame = start;
@@ -109,8 +112,8 @@ RoutedAudioPlayer::Outcome RoutedAudioPlayer::schedulePlayback(qint64 startingFr
     events.broken = [this, generation](const QString &why) {
         handleStreamBroken(generation, RoutedAudioPlayerError::fileUnreadable(why));
     };
-    auto stream = OutputStream::open(m_server, m_appliedOutputDeviceID, std::move(reader).value(), start,
-                                     std::move(events));
+    auto stream =
+        OutputStream::open(m_server, m_appliedOutputDeviceID, std::move(reader).value(), start, std::move(events));
     if (!stream)
         return base::fail(stream.error());
     m_stream = std::move(stream).value();
@@ -146,8 +149,8 @@ void RoutedAudioPlayer::seek(double fraction) {
         return;
     const bool wasPlaying = m_stream != nullptr;
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer seek requested fraction=%1, wasPlaying=%2")
-                  .arg(fraction)
-                  .arg(wasPlaying ? QStringLiteral("true") : QStringLiteral("false")));
+                              .arg(fraction)
+                              .arg(wasPlaying ? QStringLiteral("true") : QStringLiteral("false")));
     ++m_scheduleGeneration;
     stopNode();
     const double share = std::isnan(fraction) ? 0.0 : std::clamp(fraction, 0.0, 1.0);
@@ -158,7 +161,8 @@ void RoutedAudioPlayer::seek(double fraction) {
     if (going)
         going = schedulePlayback(m_scheduledStartFrame);
     if (!going) {
-        AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer ERROR: seek reschedule failed %1").arg(going.error().description()));
+        AudioDebugLogger::log(
+            QStringLiteral("RoutedAudioPlayer ERROR: seek reschedule failed %1").arg(going.error().description()));
         return;
     }
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer play called after seek"));
@@ -169,7 +173,8 @@ RoutedAudioPlayer::Outcome RoutedAudioPlayer::setOutputDeviceID(std::optional<st
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer.setOutputDeviceID requested=%1").arg(deviceText(deviceID)));
     const bool wasRunning = m_isEngineRunning;
     if (wasRunning) {
-        AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer.setOutputDeviceID stopping running engine before rebind"));
+        AudioDebugLogger::log(
+            QStringLiteral("RoutedAudioPlayer.setOutputDeviceID stopping running engine before rebind"));
         m_isEngineRunning = false;
         stopNode();
     }
@@ -196,13 +201,15 @@ RoutedAudioPlayer::Outcome RoutedAudioPlayer::setOutputDeviceID(std::optional<st
 }
 
 RoutedAudioPlayer::Outcome RoutedAudioPlayer::bindOutputDevice(std::uint32_t deviceID) {
-    AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer.setOutputDeviceID requested=%1 using path=setDeviceID").arg(deviceID));
+    AudioDebugLogger::log(
+        QStringLiteral("RoutedAudioPlayer.setOutputDeviceID requested=%1 using path=setDeviceID").arg(deviceID));
     if (!AudioDeviceEnumerator(m_server).isDeviceAlive(deviceID)) {
         constexpr std::int32_t noSuchEntity = 5;
-        return base::fail(RoutedAudioPlayerError{RoutedAudioPlayerError::Kind::AudioUnitSetPropertyFailed, deviceID,
-                                                 noSuchEntity, {}});
+        return base::fail(RoutedAudioPlayerError{
+            RoutedAudioPlayerError::Kind::AudioUnitSetPropertyFailed, deviceID, noSuchEntity, {}});
     }
-    AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer.setOutputDeviceID applied deviceID=%1 using path=setDeviceID").arg(deviceID));
+    AudioDebugLogger::log(
+        QStringLiteral("RoutedAudioPlayer.setOutputDeviceID applied deviceID=%1 using path=setDeviceID").arg(deviceID));
     return {};
 }
 
@@ -215,12 +222,14 @@ void RoutedAudioPlayer::handleStreamLost(int generation, qint64 frame) {
         return;
     }
     const double time = static_cast<double>(frame) / m_sampleRate;
-    AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer bound output disappeared; falling back to system default and resuming at %1s, deviceID=%2")
-                  .arg(time)
-                  .arg(*m_appliedOutputDeviceID));
+    AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer bound output disappeared; falling back to system default "
+                                         "and resuming at %1s, deviceID=%2")
+                              .arg(time)
+                              .arg(*m_appliedOutputDeviceID));
     if (const Outcome resumed = fallbackToSystemDefaultAndResume(time); !resumed) {
-        AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer ERROR: fallback to system default after configuration change failed %1")
-                      .arg(resumed.error().description()));
+        AudioDebugLogger::log(
+            QStringLiteral("RoutedAudioPlayer ERROR: fallback to system default after configuration change failed %1")
+                .arg(resumed.error().description()));
         stop();
         if (m_completionHandler)
             m_completionHandler();
