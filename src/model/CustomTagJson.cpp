@@ -1,0 +1,26 @@
+#include "model/CustomTagJson.h"
+
+#include "model/json/RecordReader.h"
+#include "model/json/RecordTables.h"
+#include "model/json/RecordWriting.h"
+
+namespace orlenta::model {
+
+QByteArray encodeCustomTags(const QList<CustomTag> &tags) {
+    json::JsonWriter writer(256 * (tags.size() + 1));
+    writer.beginArray();
+    for (const CustomTag &tag : tags) {
+        writer.element();
+        json::write(writer, tag);
+    }
+    writer.endArray();
+    return writer.take();
+}
+
+std::optional<QList<CustomTag>> decodeCustomTags(const QByteArray &bytes) {
+    QList<CustomTag> tags;
+    const auto outcome = json::RecordReader::read(bytes, json::customTagsDocument(), &tags, {});
+    return outcome.problem ? std::nullopt : std::optional(std::move(tags));
+}
+
+} // namespace orlenta::model

@@ -1,0 +1,35 @@
+#include "model/LinePayload.h"
+
+#include "model/json/RecordReader.h"
+#include "model/json/RecordTables.h"
+#include "model/json/RecordWriting.h"
+
+namespace orlenta::model {
+
+QByteArray encodeLinePayload(const LinePayload &payload) {
+    json::JsonWriter writer(4096);
+    writer.beginObject();
+    writer.key("lines");
+    writer.beginArray();
+    for (const ProjectLine &line : payload.lines) {
+        writer.element();
+        json::write(writer, line);
+    }
+    writer.endArray();
+    writer.key("projectId");
+    writer.id(payload.projectId.uuid());
+    writer.key("version");
+    writer.integer(LinePayload::currentVersion);
+    writer.endObject();
+    return writer.take();
+}
+
+std::optional<LinePayload> decodeLinePayload(const QByteArray &bytes) {
+    json::LinePayloadDraft draft;
+    const auto outcome = json::RecordReader::read(bytes, json::linePayloadDocument(), &draft, {});
+    if (outcome.problem || draft.version != LinePayload::currentVersion)
+        return std::nullopt;
+    return LinePayload{draft.projectId, std::move(draft.lines)};
+}
+
+} // namespace orlenta::model

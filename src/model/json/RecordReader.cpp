@@ -1,0 +1,271 @@
+#include "model/json/RecordReader.h"
+
+#include <limits>
+
+#include <rapidjson/error/en.h>
+#include <rapidjson/reader.h>
+
+namespace orlenta::model::json {
+namespace {
+
+// Iterative, so that a file of nothing but brackets can't exhaust the stack. In place, since the bytes are copied once
+// anyway to be sure of the NUL at their end. Full precision, or a number would drift from one save to the next.
+constexpr unsigned parseFlags =
+    rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag | rapidjson::kParseFullPrecisionFlag;
+
+QString keyText(std::string_view key) {
+    return QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()));
+}
+
+QByteArray copyWithoutMark(const QByteArray &bytes) {
+    const qsizetype markSize = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
+    return {bytes.constData() + markSize, bytes.size() - markSize};
+}
+
+} // namespace
+
+bool SeenKeys::contains(std::string_view key) const {
+    for (size_t i = 0; i < m_schema.fields.size(); ++i)
+        if (m_schema.fields[i].key == key)
+            return (m_mask >> i & 1) != 0;
+    return false;
+}
+
+RecordReader::RecordReader(const Field &root, void *target, base::Timestamp now) : m_context{now, {}, {}} {
+    m_frames.reserve(16);
+    Frame outermost;
+    outermost.record = target;
+    outermost.field = &root;
+    m_frames.push_back(outermost);
+}
+
+RecordReader::Outcome RecordReader::read(const QByteArray &bytes, const Field &root, void *target,
+                                         base::Timestamp now) {
+    QByteArray buffer = copyWithoutMark(bytes);
+    RecordReader handler(root, target, now);
+    rapidjson::InsituStringStream stream(buffer.data());
+    rapidjson::Reader parser;
+    const rapidjson::ParseResult result = parser.Parse<parseFlags>(stream, handler);
+    if (handler.m_hasInvalidText)
+        return {std::nullopt, QStringLiteral("The text is not valid UTF-8 near byte %1.").arg(result.Offset())};
+    if (result.IsError())
+        return {std::nullopt, QStringLiteral("The text is not JSON at byte %1: %2")
+                                  .arg(result.Offset())
+                                  .arg(QLatin1String(rapidjson::GetParseError_En(result.Code())))};
+    // The parser takes a NUL for the end.
+    if (stream.Tell() != static_cast<size_t>(buffer.size()))
+        return {std::nullopt, QStringLiteral("The text is not JSON at byte %1.").arg(stream.Tell())};
+    return {handler.m_version, handler.m_problem};
+}
+
+bool RecordReader::Null() {
+    takeScalar({});
+    return true;
+}
+
+bool RecordReader::Bool(bool value) {
+    Scalar scalar;
+    scalar.kind = Scalar::Kind::Boolean;
+    scalar.boolean = value;
+    takeScalar(scalar);
+    return true;
+}
+
+bool RecordReader::Int64(std::int64_t value) {
+    Scalar scalar;
+    scalar.kind = Scalar::Kind::Integer;
+    scalar.integer = value;
+    scalar.number = static_cast<double>(value);
+    takeScalar(scalar);
+    return true;
+}
+
+bool RecordReader::Uint64(std::uint64_t value) {
+    if (value <= static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()))
+        return Int64(static_cast<std::int64_t>(value));
+    return Double(static_cast<double>(value));
+}
+
+bool RecordReader::Double(double value) {
+    Scalar scalar;
+    scalar.kind = Scalar::Kind::Number;
+    scalar.number = value;
+    takeScalar(scalar);
+    return true;
+}
+
+bool RecordReader::RawNumber(const char *, unsigned, bool) {
+    return false;
+}
+
+bool RecordReader::String(const char *characters, unsigned length, bool) {
+    Scalar scalar;
+    scalar.kind = Scalar::Kind::Text;
+    scalar.text = {characters, length};
+    m_hasInvalidText = !isValidUtf8(scalar.text);
+    if (!m_hasInvalidText)
+        takeScalar(scalar);
+    return !m_hasInvalidText;
+}
+
+bool RecordReader::Key(const char *characters, unsigned length, bool) {
+    const std::string_view key(characters, length);
+    m_hasInvalidText = !isValidUtf8(key);
+    m_isVersionNext = m_depth == 1 && key == "schema_version";
+    if (isLive())
+        selectField(key);
+    return !m_hasInvalidText;
+}
+
+bool RecordReader::StartObject() {
+    const Field *field = fieldFor(Structure::Object);
+    ++m_depth;
+    if (field == nullptr)
+        return true;
+    Frame record;
+    record.schema = field->schema;
+    record.record = field->open(m_frames.back().record);
+    record.depth = m_depth;
+    m_frames.push_back(record);
+    return true;
+}
+
+bool RecordReader::EndObject(unsigned) {
+    if (isLive())
+        closeRecord();
+    --m_depth;
+    return true;
+}
+
+bool RecordReader::StartArray() {
+    const Field *field = fieldFor(Structure::Array);
+    ++m_depth;
+    if (field == nullptr)
+        return true;
+    Frame array;
+    array.record = m_frames.back().record;
+    array.field = field;
+    array.depth = m_depth;
+    array.isArray = true;
+    m_frames.push_back(array);
+    return true;
+}
+
+bool RecordReader::EndArray(unsigned) {
+    if (isLive())
+        m_frames.pop_back();
+    --m_depth;
+    return true;
+}
+
+// A file of our own brings its keys in the order of the table, so the search begins behind the last one found.
+void RecordReader::selectField(std::string_view key) {
+    Frame &frame = m_frames.back();
+    const std::span<const Field> fields = frame.schema->fields;
+    frame.field = nullptr;
+    for (size_t tried = 0; tried < fields.size(); ++tried) {
+        const size_t index = frame.nextField;
+        frame.nextField = index + 1 < fields.size() ? index + 1 : 0;
+        if (fields[index].key != key)
+            continue;
+        if ((frame.seen >> index & 1) == 0)
+            frame.field = &fields[index];
+        return;
+    }
+}
+
+const Field *RecordReader::fieldFor(Structure structure) {
+    m_isVersionNext = false;
+    if (!isLive() || m_frames.back().field == nullptr)
+        return nullptr;
+    Frame &frame = m_frames.back();
+    const Field &field = *frame.field;
+    const bool holdsObjects = field.shape == (frame.isArray ? Field::Shape::ObjectArray : Field::Shape::Object);
+    const bool holdsArray =
+        !frame.isArray && (field.shape == Field::Shape::ScalarArray || field.shape == Field::Shape::ObjectArray);
+    frame.elements += frame.isArray ? 1 : 0;
+    if (structure == Structure::Object ? holdsObjects : holdsArray) {
+        markSeen();
+        return &field;
+    }
+    Scalar misplaced;
+    misplaced.kind = Scalar::Kind::Structure;
+    if (field.presence == Presence::Older)
+        takeScalar(misplaced);
+    else
+        fail(QStringLiteral("the value is of the wrong kind"));
+    return nullptr;
+}
+
+void RecordReader::takeScalar(const Scalar &value) {
+    if (m_isVersionNext && value.kind == Scalar::Kind::Integer && !m_version)
+        m_version = value.integer;
+    m_isVersionNext = false;
+    if (!isLive() || m_frames.back().field == nullptr)
+        return;
+    Frame &frame = m_frames.back();
+    const bool isMember = !frame.isArray && frame.schema != nullptr;
+    if (isMember && value.kind == Scalar::Kind::Null)
+        return;
+    frame.elements += frame.isArray ? 1 : 0;
+    const Field &field = *frame.field;
+    const bool fits = field.shape == (frame.isArray ? Field::Shape::ScalarArray : Field::Shape::Scalar);
+    if (fits && field.read(frame.record, value, m_context))
+        markSeen();
+    else
+        fail(QStringLiteral("the value is of the wrong kind"));
+}
+
+void RecordReader::markSeen() {
+    Frame &frame = m_frames.back();
+    if (!frame.isArray && frame.schema != nullptr)
+        frame.seen |= std::uint32_t{1} << (frame.field - frame.schema->fields.data());
+}
+
+void RecordReader::closeRecord() {
+    Frame &frame = m_frames.back();
+    const Schema &schema = *frame.schema;
+    // What fails from here on is the record itself, not the key that was read last.
+    frame.field = nullptr;
+    for (size_t i = 0; i < schema.fields.size(); ++i) {
+        if ((schema.requiredMask & ~frame.seen) >> i & 1)
+            return fail(QStringLiteral("the key \"%1\" is missing").arg(keyText(schema.fields[i].key)));
+    }
+    if (schema.finish != nullptr) {
+        const QString reason = schema.finish(frame.record, SeenKeys(schema, frame.seen), m_context);
+        if (!reason.isEmpty())
+            return fail(reason);
+    }
+    m_frames.pop_back();
+}
+
+// Ends the document, or just the innermost tolerated value around the failure: what is left of that is skipped, since
+// the parser is deeper than the frames that remain.
+void RecordReader::fail(const QString &reason) {
+    for (size_t i = m_frames.size(); i-- > 0;) {
+        const Frame &frame = m_frames[i];
+        if (frame.isArray || frame.field == nullptr || frame.field->presence != Presence::Tolerated)
+            continue;
+        frame.field->drop(frame.record);
+        m_frames.resize(i + 1);
+        return;
+    }
+    const QString place = path();
+    m_problem = place.isEmpty() ? reason : place + QStringLiteral(": ") + reason;
+}
+
+QString RecordReader::path() const {
+    QString result;
+    for (const Frame &frame : m_frames) {
+        if (frame.isArray) {
+            result += QStringLiteral("[%1]").arg(frame.elements - 1);
+        } else if (frame.field != nullptr && !frame.field->key.empty()) {
+            if (!result.isEmpty())
+                result += u'.';
+            result += keyText(frame.field->key);
+        }
+    }
+    return result;
+}
+
+} // namespace orlenta::model::json

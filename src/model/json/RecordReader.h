@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include "model/json/RecordSchema.h"
+
+namespace orlenta::model::json {
+
+/// Turns the events of a parser into records, in one pass and without a tree. After the first failure it only goes on
+/// looking for the document's version. A repeated key counts once, the first time. Not thread-safe.
+class RecordReader final {
+public:
+    struct Outcome {
+        /// The top level's "schema_version", where it is an integer of 64 bits and the whole text is JSON.
+        std::optional<std::int64_t> version;
+        /// Where and why the document failed.
+        std::optional<QString> problem;
+    };
+
+    /// Reads a whole document as the value of `root` into `target`. Nesting is bounded by memory, not by the stack.
+    [[nodiscard]] static Outcome read(const QByteArray &bytes, const Field &root, void *target, base::Timestamp now);
+
+    /// The parser's events. False stops it.
+    bool Null();
+    bool Bool(bool value);
+    bool Int(int value) { return Int64(value); }
+    bool Uint(unsigned value) { return Int64(value); }
+    bool Int64(std::int64_t value);
+    bool Uint64(std::uint64_t value);
+    bool Double(double value);
+    bool RawNumber(const char *text, unsigned length, bool copy);
+    bool String(const char *text, unsigned length, bool copy);
+    bool Key(const char *text, unsigned length, bool copy);
+    bool StartObject();
+    bool EndObject(unsigned count);
+    bool StartArray();
+    bool EndArray(unsigned count);
+
+private:
+    enum class Structure { Object, Array };
+
+    // One open record or array. It is live while the parser is exactly as deep as it is.
+    struct Frame {
+        const Schema *schema = nullptr;
+        void *record = nullptr;
+        const Field *field = nullptr;
+        std::uint32_t seen = 0;
+        size_t nextField = 0;
+        qsizetype depth = 0;
+        qsizetype elements = 0;
+        bool isArray = false;
+    };
+
+    RecordReader(const Field &root, void *target, base::Timestamp now);
+
+    [[nodiscard]] bool isLive() const { return !m_problem && m_depth == m_frames.back().depth; }
+    /// The field that the beginning structure belongs to, or null for one to skip.
+    [[nodiscard]] const Field *fieldFor(Structure structure);
+    void selectField(std::string_view key);
+    void takeScalar(const Scalar &value);
+    void markSeen();
+    void closeRecord();
+    void fail(const QString &reason);
+    [[nodiscard]] QString path() const;
+
+    std::vector<Frame> m_frames;
+    qsizetype m_depth = 0;
+    ReadingContext m_context;
+    std::optional<std::int64_t> m_version;
+    bool m_isVersionNext = false;
+    bool m_hasInvalidText = false;
+    std::optional<QString> m_problem;
+};
+
+} // namespace orlenta::model::json

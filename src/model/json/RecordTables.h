@@ -1,0 +1,30 @@
+#pragma once
+
+#include <vector>
+
+#include "model/CustomTag.h"
+#include "model/json/RecordSchema.h"
+#include "model/Project.h"
+
+namespace orlenta::model::json {
+
+/// A project on its way in; its lines become a LineList only when they have been repaired.
+struct ProjectDraft {
+    Project project;
+    std::vector<ProjectLine> lines;
+};
+
+/// Lines on their way through the clipboard.
+struct LinePayloadDraft {
+    std::int64_t version = 0;
+    ProjectId projectId;
+    QList<ProjectLine> lines;
+};
+
+/// The documents: each is read into the type that it is named after.
+[[nodiscard]] const Field &projectDocument();
+[[nodiscard]] const Field &linePayloadDocument();
+/// Into a QList<CustomTag>.
+[[nodiscard]] const Field &customTagsDocument();
+
+} // namespace orlenta::model::json
