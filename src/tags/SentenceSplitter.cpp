@@ -115,21 +115,32 @@ bool isClosing(QChar unit) {
     }
 }
 
-/// The text boundaries of Unicode know neither abbreviations nor ellipses, and part "a!b"; the rules overrule them
-/// there, so that the two can't contradict each other.
-bool acceptsBoundary(QStringView text, qsizetype boundary) {
-    qsizetype sentenceEnd = boundary;
-    while (sentenceEnd > 0 && text.at(sentenceEnd - 1).isSpace())
-        --sentenceEnd;
-    qsizetype markEnd = sentenceEnd;
+/// Where the sentence before a boundary ends, without the white space (`end`) and the quotes and brackets (`markEnd`)
+/// that follow its mark.
+struct SentenceEnd {
+    qsizetype markEnd = 0;
+    qsizetype end = 0;
+};
+
+SentenceEnd sentenceEndBefore(QStringView text, qsizetype boundary) {
+    qsizetype end = boundary;
+    while (end > 0 && text.at(end - 1).isSpace())
+        --end;
+    qsizetype markEnd = end;
     while (markEnd > 0 && isClosing(text.at(markEnd - 1)))
         --markEnd;
-    if (markEnd == 0 || !isTerminator(text.at(markEnd - 1)))
+    return {markEnd, end};
+}
+
+/// The text boundaries of Unicode know neither abbreviations nor ellipses, and part "a!b"; the rules overrule them
+/// there, so that the two can't contradict each other.
+bool acceptsBoundary(QStringView text, qsizetype boundary, SentenceEnd sentence) {
+    if (sentence.markEnd == 0 || !isTerminator(text.at(sentence.markEnd - 1)))
         return true;
-    if (sentenceEnd == boundary)
+    if (sentence.end == boundary)
         return false;
-    const qsizetype mark = markEnd - 1;
-    if (markEnd < sentenceEnd)
+    const qsizetype mark = sentence.markEnd - 1;
+    if (sentence.markEnd < sentence.end)
         return text.at(mark) != u'.' || !closesAbbreviation(text, mark);
     return !continuesSentence(text, mark);
 }
@@ -140,10 +151,11 @@ void appendSentences(QStringList &sentences, const QString &paragraph) {
     QTextBoundaryFinder finder(QTextBoundaryFinder::Sentence, paragraph);
     qsizetype cut = 0;
     for (qsizetype boundary = finder.toNextBoundary(); boundary >= 0; boundary = finder.toNextBoundary()) {
-        while (tag != tags.end() && tag->fullRange.end() <= boundary)
+        const SentenceEnd sentence = sentenceEndBefore(paragraph, boundary);
+        while (tag != tags.end() && tag->fullRange.end() <= sentence.markEnd)
             ++tag;
-        const bool isInsideTag = tag != tags.end() && tag->fullRange.location < boundary;
-        if (boundary < paragraph.size() && (isInsideTag || !acceptsBoundary(paragraph, boundary)))
+        const bool isInsideTag = tag != tags.end() && tag->fullRange.location < sentence.markEnd;
+        if (isInsideTag || !acceptsBoundary(paragraph, boundary, sentence))
             continue;
         appendByRules(sentences, QStringView(paragraph).sliced(cut, boundary - cut));
         cut = boundary;
