@@ -1,8 +1,10 @@
 #include "support/SoundServerSession.h"
 
 #include <chrono>
+#include <csignal>
 #include <cstring>
-#include <functional>
+
+#include <sys/prctl.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
@@ -24,8 +26,12 @@ void writeFile(const QString &path, const QByteArray &text) {
 } // namespace
 
 SoundServerSession::SoundServerSession(Kind kind) : m_kind(kind) {
+    restart();
+}
+
+void SoundServerSession::restart() {
     QDir().mkpath(m_folder.filePath(QStringLiteral("home")));
-    switch (kind) {
+    switch (m_kind) {
     case Kind::PulseAudio:
         startPulseAudio();
         break;
@@ -70,6 +76,8 @@ QProcess &SoundServerSession::start(const QString &program, const QStringList &a
     process->setProcessEnvironment(environment());
     process->setProcessChannelMode(QProcess::MergedChannels);
     process->setStandardOutputFile(m_folder.filePath(program + QStringLiteral(".log")));
+    // A test that dies must not leave a server behind.
+    process->setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
     process->start(program, arguments);
     process->waitForStarted();
     m_processes.push_back(std::move(process));

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <functional>
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include <QtCore/QProcess>
@@ -35,6 +35,8 @@ public:
     [[nodiscard]] std::vector<float> stopRecording();
     /// Ends the server, as a crash of it would.
     void kill();
+    /// Starts it again after a kill, at the same address.
+    void restart();
 
 private:
     void startPulseAudio();

@@ -1,0 +1,118 @@
+#include "audio/devices/AudioDeviceMonitor.h"
+
+#include <QtCore/QLoggingCategory>
+
+#include "audio/SoundServerTest.h"
+
+namespace orlenta::audio {
+namespace {
+
+QStringList *keptLog = nullptr;
+
+void keepLog(QtMsgType, const QMessageLogContext &, const QString &message) {
+    if (keptLog)
+        keptLog->append(message);
+}
+
+/// What is logged while it lives.
+class KeptLog final {
+public:
+    KeptLog() {
+        keptLog = &m_lines;
+        m_before = qInstallMessageHandler(keepLog);
+    }
+    ~KeptLog() {
+        qInstallMessageHandler(m_before);
+        keptLog = nullptr;
+    }
+    [[nodiscard]] qsizetype count(const QString &text) const { return m_lines.filter(text).size(); }
+
+private:
+    QStringList m_lines;
+    QtMessageHandler m_before = nullptr;
+};
+
+class AudioDeviceMonitorTest : public SoundServerTest {
+protected:
+    static QStringList uids(const QList<AudioDeviceInfo> &devices) {
+        QStringList found;
+        for (const AudioDeviceInfo &device : devices)
+            found.append(device.uid);
+        return found;
+    }
+};
+
+TEST_P(AudioDeviceMonitorTest, ListsWhatTheUserPluggedInAndNoMonitors) {
+    const AudioDeviceMonitor monitor(server, defaults);
+
+    EXPECT_EQ(uids(monitor.outputDevices()),
+              QStringList({QStringLiteral("spk_a"), QStringLiteral("spk_b"), QStringLiteral("mic_feed")}));
+    EXPECT_EQ(uids(monitor.inputDevices()), QStringList({QStringLiteral("mic_a")}));
+    EXPECT_EQ(monitor.outputDevices().constFirst().name, QStringLiteral("SpeakerA"));
+    EXPECT_EQ(monitor.deviceID(QStringLiteral("spk_b")), outputID(QStringLiteral("spk_b")));
+    EXPECT_FALSE(monitor.deviceID(QStringLiteral("never plugged in")).has_value());
+}
+
+TEST_P(AudioDeviceMonitorTest, ABurstOfChangesIsToldOnce) {
+    const AudioDeviceMonitor monitor(server, defaults);
+    QSignalSpy refreshes(&monitor, &AudioDeviceMonitor::refreshed);
+
+    for (int i = 0; i < 10; ++i)
+        Q_EMIT server.devicesChanged();
+
+    ASSERT_TRUE(refreshes.wait(deadline));
+    session.addOutput(QStringLiteral("later"));
+    ASSERT_TRUE(refreshes.wait(deadline));
+    EXPECT_EQ(refreshes.count(), 2);
+}
+
+TEST_P(AudioDeviceMonitorTest, TheChosenOutputsComingAndGoingIsLoggedOnceEach) {
+    const QString module = session.addOutput(QStringLiteral("usb"));
+    (void)outputID(QStringLiteral("usb"));
+    defaults.setOutputDeviceUID(QStringLiteral("usb"));
+    KeptLog log;
+    const AudioDeviceMonitor monitor(server, defaults);
+    QSignalSpy refreshes(&monitor, &AudioDeviceMonitor::refreshed);
+
+    session.remove(module);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !monitor.isOutputAvailable(QStringLiteral("usb")); }, deadline));
+    EXPECT_EQ(log.count(QStringLiteral("selected output became unavailable uid=usb")), 1);
+    EXPECT_FALSE(monitor.deviceID(QStringLiteral("usb")).has_value());
+
+    session.addOutput(QStringLiteral("usb"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return monitor.isOutputAvailable(QStringLiteral("usb")); }, deadline));
+    EXPECT_EQ(log.count(QStringLiteral("selected output became available uid=usb")), 1);
+    EXPECT_EQ(monitor.deviceID(QStringLiteral("usb")), outputID(QStringLiteral("usb")));
+    EXPECT_EQ(log.count(QStringLiteral("selected input became")), 0);
+}
+
+TEST_P(AudioDeviceMonitorTest, AFreshlyReturnedDeviceResolvesBeforeTheListIsRefreshed) {
+    AudioDeviceMonitor monitor(server, defaults);
+    const QString module = session.addOutput(QStringLiteral("usb"));
+    const std::uint32_t before = outputID(QStringLiteral("usb"));
+    monitor.refresh(QStringLiteral("test"));
+    session.remove(module);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !server.devices().findOutput(QStringLiteral("usb")); }, deadline));
+    session.addOutput(QStringLiteral("usb"));
+    const std::uint32_t after = outputID(QStringLiteral("usb"));
+
+    EXPECT_NE(after, before);
+    EXPECT_EQ(monitor.deviceID(QStringLiteral("usb")), after);
+}
+
+TEST_P(AudioDeviceMonitorTest, DevicesFillInWhenAServerAppears) {
+    const AudioDeviceMonitor monitor(server, defaults);
+    session.kill();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return server.state() != SoundServer::State::Ready; }, deadline));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return monitor.outputDevices().isEmpty(); }, deadline));
+
+    session.restart();
+
+    ASSERT_TRUE(QTest::qWaitFor([&] { return monitor.outputDevices().size() >= 3; }, deadline));
+    EXPECT_TRUE(monitor.isInputAvailable(QStringLiteral("mic_a")));
+}
+
+INSTANTIATE_TEST_SUITE_P(On, AudioDeviceMonitorTest, bothServers(), serverName);
+
+} // namespace
+} // namespace orlenta::audio
