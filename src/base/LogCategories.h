@@ -9,7 +9,7 @@ Q_DECLARE_LOGGING_CATEGORY(rateLimit)     // elevenlabs.rate_limit
 Q_DECLARE_LOGGING_CATEGORY(usage)         // elevenlabs.usage
 Q_DECLARE_LOGGING_CATEGORY(credentials)   // elevenlabs.credentials
 Q_DECLARE_LOGGING_CATEGORY(concatenation) // audio.concatenation
-Q_DECLARE_LOGGING_CATEGORY(audioDebug)    // audio.debug
+Q_DECLARE_LOGGING_CATEGORY(audioDebug)    // TCCTrace
 Q_DECLARE_LOGGING_CATEGORY(project)       // project: windows, store and generation, one bracketed tag per line
 
 } // namespace orlenta::base::log

@@ -88,7 +88,7 @@ bool SoundServerSession::waitFor(const std::function<bool()> &isSo) {
     QElapsedTimer waited;
     waited.start();
     while (!isSo()) {
-        if (waited.durationElapsed() > startDeadline) {
+        if (std::chrono::milliseconds(waited.elapsed()) > startDeadline) {
             m_failure = QStringLiteral("the sound server did not start; is it installed?");
             return false;
         }
@@ -101,8 +101,8 @@ void SoundServerSession::startPulseAudio() {
     // Without norewinds an idle null sink renders up to two seconds ahead, and sound starts at a random time.
     writeFile(script, QStringLiteral(R"(.fail
 load-module module-native-protocol-unix socket=%1/native auth-anonymous=1
-load-module module-null-sink sink_name=spk_a rate=48000 format=float32le channels=2 norewinds=1 sink_properties=device.description=SpeakerA
-load-module module-null-sink sink_name=spk_b rate=44100 format=float32le channels=2 norewinds=1 sink_properties=device.description=SpeakerB
+load-module module-null-sink sink_name=spk_a rate=48000 format=float32le channels=2 norewinds=1 sink_properties=device.description=Output-spk_a
+load-module module-null-sink sink_name=spk_b rate=44100 format=float32le channels=2 norewinds=1 sink_properties=device.description=Output-spk_b
 load-module module-null-sink sink_name=mic_feed rate=44100 format=s16le channels=1 norewinds=1 sink_properties=device.description=MicFeed
 load-module module-remap-source source_name=mic_a master=mic_feed.monitor source_properties=device.description=MicA
 set-default-sink spk_a
@@ -155,7 +155,7 @@ QString SoundServerSession::addOutput(const QString &name, int rate) {
     QStringList arguments{
         QStringLiteral("load-module"),       QStringLiteral("module-null-sink"),
         QStringLiteral("sink_name=") + name, QStringLiteral("rate=%1").arg(rate),
-        QStringLiteral("channels=2"),        QStringLiteral("sink_properties=device.description=") + name};
+        QStringLiteral("channels=2"),        QStringLiteral("sink_properties=device.description=Output-") + name};
     if (m_kind == Kind::PulseAudio)
         arguments << QStringLiteral("norewinds=1") << QStringLiteral("format=float32le");
     return pactl(arguments);

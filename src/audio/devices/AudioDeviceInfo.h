@@ -15,7 +15,8 @@ struct AudioDeviceInfo {
     QString name;
     /// The sink's or source's name at the sound server: what a choice is stored as. Survives unplugging.
     QString uid;
-    /// The server's index of it, good until the device goes away.
+    /// The server's index of it, good until the device goes away; inputs, which are counted apart, have the highest bit
+    /// set.
     std::uint32_t deviceID = 0;
 
     friend bool operator==(const AudioDeviceInfo &, const AudioDeviceInfo &) = default;

@@ -15,6 +15,9 @@ const SoundDevice *findByUID(const QList<SoundDevice> &devices, const QString &u
     return found == devices.cend() ? nullptr : &*found;
 }
 
+/// Servers count outputs and inputs apart; this keeps their ids from meeting.
+constexpr std::uint32_t inputBit = 0x8000'0000;
+
 /// PipeWire's stand-in while no output is left: it takes streams and plays them to nobody.
 bool isStandIn(const char *name) {
     return qstrcmp(name, "auto_null") == 0;
@@ -222,7 +225,7 @@ void SoundServer::Link::onSource(pa_context *, const pa_source_info *info, int e
     if (end == 0 && info) {
         if (info->monitor_of_sink == PA_INVALID_INDEX)
             self->m_listing.inputs.append(
-                {{QString::fromUtf8(info->description), QString::fromUtf8(info->name), info->index},
+                {{QString::fromUtf8(info->description), QString::fromUtf8(info->name), info->index | inputBit},
                  info->sample_spec.rate});
         return;
     }
