@@ -4,7 +4,7 @@
 
 namespace orlenta::controller {
 
-/// The twenty colours of cast voices, in order, as "#RRGGBB" in upper case: each sRGB channel times 255, rounded.
+/// The twenty colours of cast voices, in order, as "#RRGGBB" in upper case: the palette of the service.
 [[nodiscard]] const QStringList &castPalette();
 
 } // namespace orlenta::controller

@@ -20,15 +20,14 @@ public:
     /// What observers can be told of.
     enum class Fact : unsigned {
         Project = 1U << 0U,
-        ScriptLines = 1U << 1U,
-        Tabs = 1U << 2U,
-        ActiveTab = 1U << 3U,
-        UnsavedChanges = 1U << 4U,
-        ProjectURL = 1U << 5U,
-        SpotError = 1U << 6U,
-        TypingFlush = 1U << 7U,
-        Selection = 1U << 8U,
-        EditingLine = 1U << 9U,
+        /// Tabs, active tab or the set of lines; what differs is found out when it is announced.
+        Structure = 1U << 1U,
+        UnsavedChanges = 1U << 2U,
+        SpotError = 1U << 3U,
+        TypingFlush = 1U << 4U,
+        Selection = 1U << 5U,
+        EditingLine = 1U << 6U,
+        Runtime = 1U << 7U,
     };
 
     /// Holds back the announcements while it lives. They nest.
@@ -75,7 +74,6 @@ public:
     void commitChange(EditKey);
     void markDirty(EditKey);
     void setClean(EditKey);
-    void setProjectURL(const QUrl &url, EditKey);
     void setNextColorIndex(int index, EditKey) { m_nextColorIndex = index; }
     /// The entries have changed: what the service holds of them is out of date.
     void invalidatePronunciations(EditKey);
@@ -90,14 +88,15 @@ Q_SIGNALS:
     void tabsChanged();
     void activeTabIdChanged();
     void hasUnsavedChangesChanged();
-    void projectURLChanged();
     void spotErrorChanged();
     void typingFlushVersionChanged();
     void selectionChanged();
     void editingLineIdChanged();
+    void runtimeChanged();
 
 private:
     void flush();
+    void emitStructure();
 
     model::Project m_project;
     QUrl m_projectURL;
@@ -105,6 +104,8 @@ private:
     QString m_spotError;
     mutable std::optional<QList<model::LineId>> m_scriptLinesCache;
     QList<model::LineId> m_announcedScriptLines;
+    QList<model::ProjectTab> m_announcedTabs;
+    std::optional<model::TabId> m_announcedActiveTab;
     unsigned m_pending = 0;
     int m_changeDepth = 0;
     int m_typingFlushVersion = 0;

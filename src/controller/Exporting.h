@@ -2,8 +2,7 @@
 
 #include <variant>
 
-#include <QCoroTask>
-
+#include <qcoro/qcorotask.h>
 #include <QtCore/QList>
 #include <QtCore/QObject>
 #include <QtCore/QString>

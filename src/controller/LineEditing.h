@@ -9,6 +9,7 @@
 namespace orlenta::controller {
 
 class LineRuntime;
+class PresetEditing;
 class ScriptStructure;
 class Selection;
 class UndoHistory;
@@ -25,6 +26,7 @@ public:
         ScriptStructure &structure;
         LineRuntime &runtime;
         VoiceCasting &voices;
+        PresetEditing &presets;
     };
     using NewLineVoiceProvider = std::function<std::optional<ServiceVoice>()>;
 
@@ -56,11 +58,11 @@ private:
     enum class Direction { Up, Down };
 
     [[nodiscard]] const model::ProjectLine *referenceLine() const;
-    [[nodiscard]] std::optional<model::PresetId> newLinePreset() const;
+    [[nodiscard]] model::ProjectLine newLine() const;
     [[nodiscard]] QStringList sentencesOfSelectedLine() const;
     [[nodiscard]] qsizetype movableIndex(Direction direction) const;
     void removeFromScript(const model::LineId &id, qsizetype index);
-    void replaceOnlyLine(const model::LineId &id);
+    void replaceOnlyLine();
     void move(Direction direction);
 
     Parts m_parts;

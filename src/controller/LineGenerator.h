@@ -2,9 +2,9 @@
 
 #include <optional>
 
-#include <QCoroTask>
-
+#include <qcoro/qcorotask.h>
 #include <QtCore/QObject>
+#include <QtCore/QPointer>
 #include <QtCore/QString>
 
 #include "base/Result.h"
@@ -13,6 +13,8 @@
 #include "controller/ProjectController.h"
 #include "speech/LineGenerationQueue.h"
 #include "speech/SpeechError.h"
+#include "speech/TTSRequest.h"
+#include "speech/VoiceSettings.h"
 
 namespace orlenta::speech {
 class ElevenLabsService;
@@ -55,11 +57,37 @@ Q_SIGNALS:
     void generateErrorChanged();
 
 private:
+    /// One request, captured when it starts.
+    struct Job {
+        model::LineId lineId;
+        QString text;
+        QString elevenLabsVoiceId;
+        std::optional<GenerationRequestContext> context;
+        speech::VoiceSettings settings;
+        QString modelId;
+        /// The recording to speak from; empty for text-to-speech.
+        QString directionPath;
+    };
+    struct Dictionary {
+        std::optional<QString> id;
+        std::optional<QString> versionId;
+    };
+    /// The generated file; the empty path when the line has gone meanwhile.
+    using Outcome = base::Result<QString, speech::SpeechError>;
+
+    [[nodiscard]] std::optional<Job> begin(const model::LineId &id);
+    QCoro::Task<Outcome> speakRecording(Job job);
+    QCoro::Task<Outcome> speakText(Job job);
+    QCoro::Task<Dictionary> currentDictionary(QString modelId);
+    [[nodiscard]] speech::TTSRequest ttsRequest(const Job &job, const Dictionary &dictionary) const;
+    [[nodiscard]] std::optional<QString> previousLineText(const model::LineId &id) const;
+    void report(const Job &job, const speech::SpeechError &error);
+
     ProjectController &m_controller;
     speech::ElevenLabsService &m_service;
     base::UserDefaults &m_defaults;
     speech::LineGenerationQueue m_queue;
-    QString m_generateErrorTitle;
+    QString m_generateErrorTitle = QStringLiteral("Generation Failed");
     std::optional<QString> m_generateError;
 };
 

@@ -4,8 +4,9 @@
 
 #include <QtCore/QHash>
 #include <QtCore/QObject>
+#include <QtCore/QSet>
 
-#include "controller/EditKey.h"
+#include "controller/Document.h"
 #include "controller/LineRuntimeMap.h"
 #include "controller/LineRuntimeSignal.h"
 
@@ -15,7 +16,7 @@ namespace orlenta::controller {
 class LineRuntime final : public QObject {
     Q_OBJECT
 public:
-    using QObject::QObject;
+    explicit LineRuntime(Document &document, QObject *parent = nullptr);
 
     [[nodiscard]] LineRuntimeState state(const model::LineId &id) const { return m_states.value(id); }
     [[nodiscard]] const LineRuntimeMap &states() const { return m_states; }
@@ -26,6 +27,8 @@ public:
 
     /// Changes one line's state, creating its entry if needed, and bumps its signal.
     void update(const model::LineId &id, const std::function<void(LineRuntimeState &)> &mutation, EditKey);
+    /// Gives a copied line the state of its source, except that the copy isn't generating.
+    void copyState(const model::LineId &from, const model::LineId &to, EditKey);
     void remove(const model::LineId &id, EditKey);
     /// Puts another map in place and bumps the signals of the lines that differ.
     void replaceAll(const LineRuntimeMap &states, EditKey);
@@ -35,9 +38,12 @@ Q_SIGNALS:
     void statesChanged();
 
 private:
-    void bump(const model::LineId &id);
+    void noteChanged(const model::LineId &id);
+    void emitChanged();
 
+    Document &m_document;
     LineRuntimeMap m_states;
+    QSet<model::LineId> m_changed;
     QHash<model::LineId, LineRuntimeSignal *> m_signals;
 };
 

@@ -30,13 +30,13 @@ public:
 
 private:
     static constexpr size_t bucketCount = 256;
-    using Bucket = std::shared_ptr<const States>;
+    using Bucket = std::shared_ptr<States>;
     using Buckets = std::array<Bucket, bucketCount>;
 
     static size_t bucketOf(const model::LineId &id);
-    void put(size_t bucket, States states);
+    States &detached(size_t index);
 
-    std::shared_ptr<const Buckets> m_buckets;
+    std::shared_ptr<Buckets> m_buckets;
 };
 
 } // namespace orlenta::controller

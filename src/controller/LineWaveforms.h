@@ -2,6 +2,8 @@
 
 #include <QtCore/QObject>
 #include <QtCore/QSet>
+#include <QtCore/QString>
+#include <QtCore/QThreadPool>
 
 #include "controller/EditKey.h"
 #include "model/Ids.h"
@@ -18,10 +20,8 @@ enum class WaveformKind { Generated, SourceRecording };
 class LineWaveforms final : public QObject {
     Q_OBJECT
 public:
-    /// Bars of a waveform.
-    static constexpr int barCount = 200;
-
     LineWaveforms(Document &document, LineRuntime &runtime, MediaFiles &media, QObject *parent = nullptr);
+    ~LineWaveforms() override;
 
     /// Extracts the line's waveform unless it is there, on its way, or has failed before for the same file.
     void request(const model::LineId &id, WaveformKind kind);
@@ -38,11 +38,13 @@ private:
         friend size_t qHash(const Key &key, size_t seed = 0) { return qHashMulti(seed, key.id, key.path); }
     };
 
+    [[nodiscard]] QString currentPath(const model::LineId &id, WaveformKind kind) const;
     void store(const Key &key, const QList<float> &samples);
 
     Document &m_document;
     LineRuntime &m_runtime;
     MediaFiles &m_media;
+    QThreadPool m_workers;
     QSet<Key> m_waveformExtractionTasks;
     QSet<Key> m_failedWaveformExtractions;
 };

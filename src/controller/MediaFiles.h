@@ -25,8 +25,8 @@ public:
     [[nodiscard]] QUrl recordingURL(const model::SourceRecording &recording) const;
     /// The generated audio that a line hands on: the one in use, or else its active take's file if that exists.
     [[nodiscard]] QUrl audioURL(const model::ProjectLine &line) const;
-    /// The active recording's file, if it exists.
-    [[nodiscard]] QUrl directionURL(const model::ProjectLine &line) const;
+    /// As takeURL(), but empty when the file doesn't exist.
+    [[nodiscard]] QUrl existingTakeURL(const model::Take &take) const;
     /// The folder for writing, made when needed.
     [[nodiscard]] base::Result<QString, ProjectControllerError> audioFolder(AudioKind kind) const;
     /// Sets each line's runtime URLs from its records; a file that doesn't exist gives none.
@@ -35,8 +35,7 @@ public:
     void rebase(LineRuntimeMap &states) const;
 
 private:
-    [[nodiscard]] QUrl resolved(const QString &name, AudioKind kind) const;
-    [[nodiscard]] QUrl existing(const QUrl &url) const;
+    class Resolver;
 
     Document &m_document;
     LineRuntime &m_runtime;

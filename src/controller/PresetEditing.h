@@ -34,7 +34,11 @@ public:
     /// Removes the preset; its lines take the one called "Default", or else the first.
     void deletePreset(const model::PresetId &id);
 
+    /// The preset called "Default", or else the first.
+    [[nodiscard]] const model::ProjectPreset &defaultPreset() const;
+
 private:
+    model::VoiceId castPresetVoice(const model::ProjectPresetVoice &voice);
     [[nodiscard]] std::optional<model::ProjectPresetVoice> presetVoiceOf(const model::ProjectLine &line) const;
 
     Document &m_document;

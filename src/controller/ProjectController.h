@@ -78,15 +78,11 @@ Q_SIGNALS:
     void tabsChanged();
     void activeTabIdChanged();
     void hasUnsavedChangesChanged();
-    void projectURLChanged();
     void spotErrorChanged();
     void typingFlushVersionChanged();
 
 private:
     struct Subjects;
-
-    void repair();
-    void repairTabs();
 
     std::unique_ptr<Subjects> m_subjects;
 };

@@ -2,8 +2,7 @@
 
 #include <optional>
 
-#include <QCoroTask>
-
+#include <qcoro/qcorotask.h>
 #include <QtCore/QObject>
 #include <QtCore/QString>
 

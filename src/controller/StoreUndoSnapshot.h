@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtCore/QUrl>
+
 #include "controller/LineRuntimeMap.h"
 #include "controller/SelectionValues.h"
 #include "model/Project.h"
@@ -13,6 +15,8 @@ struct StoreUndoSnapshot {
     SelectionValues selection;
     int nextColorIndex = 1;
     LineRuntimeMap lineRuntime;
+    /// The project folder at that moment, which the runtime's URLs lie in.
+    QUrl projectURL;
 };
 
 } // namespace orlenta::controller

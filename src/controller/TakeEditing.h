@@ -50,6 +50,7 @@ public:
 
 private:
     [[nodiscard]] base::Result<QString, ProjectControllerError> storeAudio(const QString &path, const QString &name);
+    void useGeneratedFile(const model::LineId &id, const QUrl &url);
     [[nodiscard]] model::Take newTake(const QString &filename, const model::ProjectLine &line,
                                       const std::optional<GenerationRequestContext> &context) const;
 

@@ -39,7 +39,7 @@ private:
     void apply(const StoreUndoSnapshot &snapshot, const QString &actionName);
     void restore(const StoreUndoSnapshot &snapshot);
     void restoreProject(const model::Project &stored);
-    void restoreRuntime(const LineRuntimeMap &stored);
+    void restoreRuntime(const StoreUndoSnapshot &snapshot);
 
     Parts m_parts;
 };

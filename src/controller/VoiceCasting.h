@@ -20,8 +20,9 @@ public:
     /// The project's voice of that service id, unchanged, or a new one. No undo step of its own.
     model::ProjectVoice ensureProjectVoice(const QString &elevenLabsVoiceId, const QString &displayName,
                                            const QString &castName, const QString &colorHex);
-    /// The same for a voice of the service; a new one takes the next cast colour.
-    model::ProjectVoice castServiceVoice(const ServiceVoice &voice);
+    /// The same with the next cast colour for a new voice; one that is cast already uses up no colour.
+    model::ProjectVoice castInNextColor(const QString &elevenLabsVoiceId, const QString &displayName,
+                                        const QString &castName);
     /// Casts the voice on the lines that exist; one "Change Voice" step.
     void assignVoice(const QList<model::LineId> &lines, const ServiceVoice &voice);
 
