@@ -21,6 +21,8 @@ public:
             waiter.resume();
     }
 
+    [[nodiscard]] bool isSameAs(const Completion &other) const { return m_state == other.m_state; }
+
     bool await_ready() const noexcept { return m_state->value.has_value(); }
     void await_suspend(std::coroutine_handle<> waiter) const noexcept { m_state->waiter = waiter; }
     T await_resume() const { return *m_state->value; }

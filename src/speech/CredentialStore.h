@@ -22,7 +22,7 @@ namespace orlenta::speech {
 /// keyring may ask the user for a password meanwhile. Main thread; outlives the services that use it.
 ///
 /// A locked keyring answers a lookup with "not found" and a removal with success, so both answers are believed only
-/// when the keyring says that it is unlocked.
+/// when the keyring's list of items, which needs no unlocking, agrees.
 class CredentialStore final : public QObject {
     Q_OBJECT
 public:
@@ -41,16 +41,16 @@ Q_SIGNALS:
     void breadcrumb(const QString &message, const QVariantMap &data);
 
 private:
-    struct JobAnswer {
-        int error = 0;
-        QByteArray secret;
-    };
+    /// What the keyring's list says about one secret; Unknown when there is no list.
+    enum class Presence { Absent, Unlocked, Locked, Unknown };
 
     QCoro::Task<bool> takeTurn();
     void endTurn();
-    QCoro::Task<JobAnswer> readJob(QString account);
-    QCoro::Task<JobAnswer> run(QKeychain::Job *job, QString account);
-    KeychainError report(KeychainError error, const QString &account);
+    QCoro::Task<Presence> presence(QString account);
+    /// The keyring library's error number, or 0.
+    QCoro::Task<int> run(QKeychain::Job *job, QString account);
+    QCoro::Task<int> await(Completion<int> completion);
+    KeychainError report(KeychainError::Operation operation, int status, const QString &account);
 
     SpeechTiming m_timing;
     bool m_busy = false;

@@ -4,24 +4,18 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QObject>
 #include <QtCore/QString>
-#include <QtCore/QUrl>
 
 #include "base/Result.h"
 #include "base/UserDefaults.h"
 #include "speech/AudioOutputPreferences.h"
 #include "speech/Cancellation.h"
+#include "speech/GeneratedAudioFiles.h"
 #include "speech/SpeechError.h"
 #include "speech/VoiceSettings.h"
 
 namespace orlenta::speech {
 
 class ElevenLabsService;
-
-/// The audio of a voice preview and the rate it plays at, in hertz.
-struct GeneratedPreviewAudio {
-    QUrl fileURL;
-    int sampleRateHz = 0;
-};
 
 /// A dictionary as the service filed it.
 struct UploadedDictionary {
@@ -58,10 +52,10 @@ private:
     QCoro::Task<base::Result<QString, SpeechError>> requestWav(QString path, QByteArray body, QString contentType,
                                                                QString prefix, QString apiKey,
                                                                AudioOutputPreferences preferences);
-    QCoro::Task<base::Result<QByteArray, SpeechError>> post(QString path, QByteArray body, QString contentType,
-                                                            QString apiKey, CancellationPtr cancellation = nullptr);
-    QCoro::Task<base::Result<QString, SpeechError>> convert(QByteArray bytes, QString extension, QString prefix,
-                                                            int sampleRate, int bitDepth);
+    /// Posts in one of the service's formats, as "mp3_44100_128", and gives the audio as it came.
+    QCoro::Task<base::Result<QByteArray, SpeechError>> requestAudio(QString path, QString outputFormat, QByteArray body,
+                                                                    QString contentType, QString apiKey,
+                                                                    CancellationPtr cancellation = nullptr);
 
     ElevenLabsService &m_service;
     base::UserDefaults &m_defaults;

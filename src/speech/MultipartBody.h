@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+namespace orlenta::speech {
+
+/// A form as it is posted: RFC 7578, the parts in the order in which they are added, under a boundary of its own.
+class MultipartBody final {
+public:
+    MultipartBody();
+
+    void addField(const char *name, const QByteArray &value);
+    void addFile(const char *name, const char *fileName, const char *contentType, const QByteArray &bytes);
+
+    /// "multipart/form-data; boundary=" and the boundary.
+    [[nodiscard]] QString contentType() const;
+    /// All parts and the closing line.
+    [[nodiscard]] QByteArray bytes() const;
+
+private:
+    QByteArray m_boundary;
+    QByteArray m_parts;
+};
+
+} // namespace orlenta::speech
