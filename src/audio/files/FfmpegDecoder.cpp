@@ -49,48 +49,38 @@ int findAudioStream(const AVFormatContext *input) {
     return -1;
 }
 
-qint64 inFrames(qint64 duration, const AVStream *stream, int sampleRate) {
-    return av_rescale_q(duration, stream->time_base, AVRational{1, sampleRate});
+bool isUsableTime(qint64 time) {
+    constexpr qint64 limit = std::numeric_limits<qint64>::max() / 4;
+    return time > -limit && time < limit;
 }
 
-// The track's whole length less the encoder's delay, which only shows as the first packet's negative time once the edit
-// list is left aside.
-std::optional<qint64> lengthWithoutEditList(const QString &path, int sampleRate) {
-    int code = 0;
-    AVFormatContext *input = openInput(path, FfmpegDecoder::Container::Mp4, EditList::Ignored, code);
-    if (input == nullptr)
-        return std::nullopt;
-    std::optional<qint64> length;
-    const int stream = findAudioStream(input);
-    AVPacket *packet = av_packet_alloc();
-    while (stream >= 0 && packet != nullptr && av_read_frame(input, packet) == 0) {
-        const bool isAudio = packet->stream_index == stream;
-        const qint64 time = packet->pts;
-        av_packet_unref(packet);
-        if (!isAudio)
-            continue;
-        const AVStream *track = input->streams[stream];
-        const qint64 limit = std::numeric_limits<qint64>::max() / 4;
-        if (time != AV_NOPTS_VALUE && track->duration > 0 && track->duration < limit && time > -limit && time < limit)
-            length = inFrames(track->duration + time, track, sampleRate);
-        break;
-    }
-    av_packet_free(&packet);
-    avformat_close_input(&input);
-    return length;
+/// A demuxer's view of an M4A file's length, in ticks of the track's clock.
+struct TrackLength {
+    std::optional<qint64> ticks;
+    qint64 ticksPerSecond = 1;
+};
+
+TrackLength editedLength(const AVStream *stream) {
+    const bool isTold = stream->duration >= 0 && isUsableTime(stream->duration);
+    return {isTold ? std::optional(stream->duration) : std::nullopt, stream->time_base.den};
 }
 
-// The edit list's length is rounded to the movie's clock, often a thousandth of a second; the track's own length is
-// exact but knows no padding at the end. Where the two agree within that rounding, the exact one is meant.
-std::optional<qint64> mp4Frames(const QString &path, const AVStream *stream, int sampleRate) {
-    if (stream->duration <= 0)
-        return std::nullopt;
-    const qint64 edited = inFrames(stream->duration, stream, sampleRate);
-    const qint64 rounding = (sampleRate + 999) / 1000 + 1;
-    const auto exact = lengthWithoutEditList(path, sampleRate);
-    const qint64 frames = exact && *exact >= edited && *exact - edited <= rounding ? *exact : edited;
-    const bool isPlausible = frames > 0 && frames / mostFramesPerByte <= QFileInfo(path).size();
-    return isPlausible ? std::optional(frames) : std::nullopt;
+// The track's whole length less the encoder's delay, which shows as the negative time of the first packet.
+TrackLength uneditedLength(AVStream *stream) {
+    const AVIndexEntry *first = avformat_index_get_entry(stream, 0);
+    const bool isTold =
+        first != nullptr && stream->duration > 0 && isUsableTime(stream->duration) && isUsableTime(first->timestamp);
+    return {isTold ? std::optional(stream->duration + first->timestamp) : std::nullopt, stream->time_base.den};
+}
+
+// An edit list's length is rounded to the movie's clock, often a thousandth of a second, and the demuxer that follows
+// it leaves out whole packets past that. The track's own length is exact. Where the two agree to within that rounding
+// the list only says how long the encoder's delay and padding are, and the exact length is meant.
+bool isWholeTrack(const TrackLength &edited, const TrackLength &unedited) {
+    if (!edited.ticks || !unedited.ticks || *unedited.ticks <= 0)
+        return false;
+    const qint64 difference = *unedited.ticks - *edited.ticks;
+    return difference >= 0 && difference <= (edited.ticksPerSecond + 999) / 1000 + 1;
 }
 
 double scaledSample(const AVFrame *frame, int channel, int index, int channels) {
@@ -145,8 +135,11 @@ AudioFileError FfmpegDecoder::errorOf(AudioFileError::Kind kind, int code) const
 base::Result<void, AudioFileError> FfmpegDecoder::openStreams() {
     int code = 0;
     m_input = openInput(m_path, m_container, EditList::Applied, code);
-    if (m_input != nullptr)
-        code = avformat_find_stream_info(m_input, nullptr);
+    if (m_input == nullptr)
+        return base::fail(errorOf(AudioFileError::Kind::UnsupportedFormat, code));
+    if (m_container == Container::Mp4)
+        chooseMp4Input();
+    code = avformat_find_stream_info(m_input, nullptr);
     if (code < 0)
         return base::fail(errorOf(AudioFileError::Kind::UnsupportedFormat, code));
     m_stream = findAudioStream(m_input);
@@ -157,6 +150,24 @@ base::Result<void, AudioFileError> FfmpegDecoder::openStreams() {
             m_input->streams[i]->discard = AVDISCARD_ALL;
     }
     return {};
+}
+
+void FfmpegDecoder::chooseMp4Input() {
+    int code = 0;
+    AVFormatContext *whole = openInput(m_path, m_container, EditList::Ignored, code);
+    const int stream = findAudioStream(m_input);
+    if (stream < 0 || whole == nullptr || findAudioStream(whole) != stream) {
+        avformat_close_input(&whole);
+        return;
+    }
+    const TrackLength edited = editedLength(m_input->streams[stream]);
+    const TrackLength unedited = uneditedLength(whole->streams[stream]);
+    m_lengthTicks = edited.ticks;
+    if (isWholeTrack(edited, unedited)) {
+        m_lengthTicks = unedited.ticks;
+        std::swap(m_input, whole);
+    }
+    avformat_close_input(&whole);
 }
 
 base::Result<void, AudioFileError> FfmpegDecoder::openCodec() {
@@ -176,8 +187,11 @@ base::Result<void, AudioFileError> FfmpegDecoder::openCodec() {
     if (!isUsableFormat(rate, channels))
         return base::fail(AudioFileError{AudioFileError::Kind::UnsupportedFormat, m_path, {}});
     m_format = {static_cast<double>(rate), channels, AudioFileFormat::Coding::Compressed, 0};
-    if (m_container == Container::Mp4)
-        m_frames = mp4Frames(m_path, stream, rate);
+    if (m_lengthTicks && *m_lengthTicks > 0) {
+        const qint64 frames = av_rescale_q(*m_lengthTicks, stream->time_base, AVRational{1, rate});
+        if (frames > 0 && frames / mostFramesPerByte <= QFileInfo(m_path).size())
+            m_frames = frames;
+    }
     return {};
 }
 

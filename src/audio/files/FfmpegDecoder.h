@@ -34,6 +34,8 @@ private:
 
     FfmpegDecoder(QString path, Container container);
     base::Result<void, AudioFileError> openStreams();
+    /// Decides whether the edit list is followed, and sets the length.
+    void chooseMp4Input();
     base::Result<void, AudioFileError> openCodec();
     template <typename Sample>
     ReadResult readSamples(std::span<Sample> samples);
@@ -49,6 +51,7 @@ private:
     AVFrame *m_frame = nullptr;
     int m_stream = -1;
     AudioFileFormat m_format;
+    std::optional<qint64> m_lengthTicks;
     std::optional<qint64> m_frames;
     qint64 m_position = 0;
     int m_frameOffset = 0;

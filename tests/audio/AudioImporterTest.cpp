@@ -1,0 +1,111 @@
+#include "audio/files/AudioImporter.h"
+
+#include <gtest/gtest.h>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+
+#include "audio/AudioTestFiles.h"
+#include "audio/files/AudioFileReader.h"
+#include "audio/FileSizeLimit.h"
+#include "audio/ToneMeasurement.h"
+
+namespace orlenta::audio::test {
+namespace {
+
+QUrl fileURL(const QString &path) {
+    return QUrl::fromLocalFile(path);
+}
+
+const AudioFileFormat standardFormat{48000, 1, AudioFileFormat::Coding::LinearPCM, 24};
+
+TEST(AudioImporter, OnlyAFileInTheStandardFormatIsCopiedAsItIs) {
+    const AudioTestFolder folder;
+    struct CopyCase {
+        QString name;
+        StoredAs stored;
+        bool isCopied;
+    };
+    const std::vector<CopyCase> cases{{QStringLiteral("TAKE.WAV"), {48000, 1, wav24}, true},
+                                      {QStringLiteral("take.wave"), {48000, 1, wav24}, true},
+                                      {QStringLiteral("float.wav"), {48000, 1, wavFloat}, false},
+                                      {QStringLiteral("stereo.wav"), {48000, 2, wav24}, false},
+                                      {QStringLiteral("short.wav"), {48000, 1, wav16}, false},
+                                      {QStringLiteral("rate.wav"), {47999, 1, wav24}, false},
+                                      {QStringLiteral("named.aiff"), {48000, 1, wav24}, false}};
+    for (const auto &[name, stored, isCopied] : cases) {
+        const QUrl source = fileURL(folder.write(name, noise(4800, 16), stored));
+        EXPECT_EQ(AudioImporter::canCopyWithoutConversion(source), isCopied) << name.toStdString();
+        const QString target = folder.path(QStringLiteral("Audio Files/Recordings/") + name + QStringLiteral(".wav"));
+        const auto imported = AudioImporter::importDirectionAudio(source, fileURL(target));
+        ASSERT_TRUE(imported) << name.toStdString();
+        EXPECT_EQ(imported->url, fileURL(target));
+        EXPECT_NEAR(imported->durationSeconds, 4800.0 / stored.channels / stored.rate, 1e-4);
+        if (isCopied)
+            EXPECT_EQ(bytesOf(target), bytesOf(source.toLocalFile())) << name.toStdString();
+        const auto reader = AudioFileReader::open(target);
+        ASSERT_TRUE(reader);
+        EXPECT_EQ(reader->format(), standardFormat);
+    }
+}
+
+TEST(AudioImporter, CompressedFilesBecomeTheStandardFormatUnderTheDestinationsName) {
+    const AudioTestFolder folder;
+    folder.write(QStringLiteral("in.wav"), tone(997, 44100, 44100), {44100, 1, wav16});
+    folder.run(QStringLiteral("lame"), QStringLiteral("--quiet -b 320 in.wav in.MP3"));
+    folder.run(QStringLiteral("ffmpeg"), QStringLiteral("-i in.wav -c:a aac -b:a 192k -y in.m4a"));
+    for (const char *name : {"in.MP3", "in.m4a"}) {
+        const QString target = folder.path(QStringLiteral("direction.wav"));
+        const auto imported =
+            AudioImporter::importDirectionAudio(fileURL(folder.path(QString::fromLatin1(name))), fileURL(target));
+        ASSERT_TRUE(imported) << name;
+        EXPECT_DOUBLE_EQ(imported->durationSeconds, 1.0) << name;
+        const auto samples = readAll(target);
+        EXPECT_GT(measureTone(std::span(samples).subspan(4800, 38400), 997, 48000).sinad, 50.0) << name;
+    }
+    EXPECT_EQ(folder.names().filter(QStringLiteral("importing")), QStringList());
+}
+
+TEST(AudioImporter, ARefusedFileSaysWhyAndLeavesNothing) {
+    const AudioTestFolder folder;
+    const QUrl target = fileURL(folder.path(QStringLiteral("Recordings/direction.wav")));
+    const QUrl flac = fileURL(folder.writeBytes(QStringLiteral("take.flac"), "fLaC"));
+    const auto refused = AudioImporter::importDirectionAudio(flac, target);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(description(refused.error()),
+              QStringLiteral("Couldn't import this file. Only WAV, MP3, M4A, and AIFF are supported."));
+    EXPECT_FALSE(QFileInfo::exists(folder.path(QStringLiteral("Recordings"))));
+
+    const QUrl text = fileURL(folder.writeBytes(QStringLiteral("text.wav"), "no sound"));
+    const QUrl missing = fileURL(folder.path(QStringLiteral("missing.m4a")));
+    const QUrl large = fileURL(folder.write(QStringLiteral("large.wav"), noise(60000, 16), {44100, 1, wav16}));
+    const FileSizeLimit limit(96 * 1024);
+    for (const QUrl &source : {text, missing, large}) {
+        const auto failed = AudioImporter::importDirectionAudio(source, target);
+        ASSERT_FALSE(failed);
+        EXPECT_EQ(description(failed.error()), QStringLiteral("Couldn't import this file."));
+    }
+    EXPECT_TRUE(folder.names().filter(QStringLiteral("Recordings/")).isEmpty());
+}
+
+TEST(AudioImporter, AFailureKeepsTheFileThatWasThere) {
+    const AudioTestFolder folder;
+    const QUrl target = fileURL(folder.writeBytes(QStringLiteral("direction.wav"), "old"));
+    const QUrl text = fileURL(folder.writeBytes(QStringLiteral("text.wav"), "no sound"));
+    EXPECT_FALSE(AudioImporter::importDirectionAudio(text, target));
+    EXPECT_EQ(bytesOf(target.toLocalFile()), QByteArray("old"));
+}
+
+TEST(AudioImporter, ADroppedFileIsStagedUnderItsExtension) {
+    const AudioTestFolder folder;
+    const QUrl source = fileURL(folder.writeBytes(QStringLiteral("drop.aiff"), "bytes"));
+    const auto staged = AudioImporter::stageDroppedFile(source);
+    ASSERT_TRUE(staged);
+    EXPECT_TRUE(staged->fileName().startsWith(QStringLiteral("OrlentaDroppedAudio-")));
+    EXPECT_TRUE(staged->fileName().endsWith(QStringLiteral(".aiff")));
+    EXPECT_EQ(bytesOf(staged->toLocalFile()), QByteArray("bytes"));
+    QFile::remove(staged->toLocalFile());
+    EXPECT_FALSE(AudioImporter::stageDroppedFile(fileURL(folder.path(QStringLiteral("gone.wav")))));
+}
+
+} // namespace
+} // namespace orlenta::audio::test
