@@ -40,8 +40,9 @@ TEST(AudioImporter, OnlyAFileInTheStandardFormatIsCopiedAsItIs) {
         ASSERT_TRUE(imported) << name.toStdString();
         EXPECT_EQ(imported->url, fileURL(target));
         EXPECT_NEAR(imported->durationSeconds, 4800.0 / stored.channels / stored.rate, 1e-4);
-        if (isCopied)
+        if (isCopied) {
             EXPECT_EQ(bytesOf(target), bytesOf(source.toLocalFile())) << name.toStdString();
+        }
         const auto reader = AudioFileReader::open(target);
         ASSERT_TRUE(reader);
         EXPECT_EQ(reader->format(), standardFormat);

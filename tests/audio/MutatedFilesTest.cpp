@@ -13,7 +13,7 @@
 namespace orlenta::audio::test {
 namespace {
 
-constexpr int mutationsPerFile = 300;
+constexpr int mutationsPerFile = 500;
 // Far more than the originals hold; a reader that goes on past it would never end.
 constexpr qint64 mostFramesPerMutation = 50'000'000;
 
