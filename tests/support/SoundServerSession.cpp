@@ -42,8 +42,6 @@ void SoundServerSession::restart() {
 }
 
 SoundServerSession::~SoundServerSession() {
-    if (m_recorder)
-        m_recorder->kill();
     kill();
 }
 
@@ -173,21 +171,29 @@ QString SoundServerSession::pactl(const QStringList &arguments) {
     return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
 }
 
-void SoundServerSession::startRecording(const QString &output, int rate) {
-    m_recorder = std::make_unique<QProcess>();
-    m_recorder->setProcessEnvironment(environment());
-    m_recorder->start(QStringLiteral("parec"),
-                      {QStringLiteral("-d"), output + QStringLiteral(".monitor"), QStringLiteral("--rate=%1").arg(rate),
-                       QStringLiteral("--channels=2"), QStringLiteral("--format=float32le"), QStringLiteral("--raw"),
-                       QStringLiteral("--latency-msec=20")});
-    m_recorder->waitForReadyRead();
+SoundServerSession::Recording SoundServerSession::record(const QString &output, int rate) {
+    auto process = std::make_unique<QProcess>();
+    process->setProcessEnvironment(environment());
+    process->start(QStringLiteral("parec"),
+                   {QStringLiteral("-d"), output + QStringLiteral(".monitor"), QStringLiteral("--rate=%1").arg(rate),
+                    QStringLiteral("--channels=2"), QStringLiteral("--format=float32le"), QStringLiteral("--raw"),
+                    QStringLiteral("--latency-msec=20")});
+    process->waitForReadyRead();
+    return Recording(std::move(process));
 }
 
-std::vector<float> SoundServerSession::stopRecording() {
-    m_recorder->terminate();
-    m_recorder->waitForFinished();
-    const QByteArray bytes = m_recorder->readAllStandardOutput();
-    m_recorder.reset();
+SoundServerSession::Recording::Recording(std::unique_ptr<QProcess> process) : m_process(std::move(process)) {}
+
+SoundServerSession::Recording::~Recording() {
+    if (m_process)
+        m_process->kill();
+}
+
+std::vector<float> SoundServerSession::Recording::stop() {
+    m_process->terminate();
+    m_process->waitForFinished();
+    const QByteArray bytes = m_process->readAllStandardOutput();
+    m_process.reset();
     std::vector<float> samples(static_cast<std::size_t>(bytes.size()) / sizeof(float));
     std::memcpy(samples.data(), bytes.constData(), samples.size() * sizeof(float));
     return samples;

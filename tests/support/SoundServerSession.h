@@ -16,6 +16,19 @@ class SoundServerSession final {
 public:
     enum class Kind { PulseAudio, PipeWire };
 
+    /// What an output plays, from when it was made until stop().
+    class Recording final {
+    public:
+        explicit Recording(std::unique_ptr<QProcess> process);
+        Recording(Recording &&) noexcept = default;
+        ~Recording();
+        /// Interleaved samples.
+        [[nodiscard]] std::vector<float> stop();
+
+    private:
+        std::unique_ptr<QProcess> m_process;
+    };
+
     /// Starts the server and waits until its devices stand.
     explicit SoundServerSession(Kind kind);
     ~SoundServerSession();
@@ -30,9 +43,8 @@ public:
     void remove(const QString &module);
     /// Runs pactl and gives what it prints, without the last line end.
     QString pactl(const QStringList &arguments);
-    /// Records what reaches an output until `stopRecording`; raw 32-bit floats, stereo, at its rate.
-    void startRecording(const QString &output, int rate);
-    [[nodiscard]] std::vector<float> stopRecording();
+    /// Records what reaches an output, stereo, as 32-bit floats at `rate` Hz. Has begun when it returns.
+    [[nodiscard]] Recording record(const QString &output, int rate);
     /// Ends the server, as a crash of it would.
     void kill();
     /// Starts it again after a kill, at the same address.
@@ -48,7 +60,6 @@ private:
     Kind m_kind;
     QTemporaryDir m_folder;
     std::vector<std::unique_ptr<QProcess>> m_processes;
-    std::unique_ptr<QProcess> m_recorder;
     QString m_failure;
 };
 
