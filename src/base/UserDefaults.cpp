@@ -12,6 +12,13 @@ QString text(const QSettings &settings, QLatin1String key, QLatin1String fallbac
     return settings.value(key, QString(fallback)).toString();
 }
 
+void storeOrRemove(QSettings &settings, QLatin1String key, const QVariant &value, bool isToBeRemoved) {
+    if (isToBeRemoved)
+        settings.remove(key);
+    else
+        settings.setValue(key, value);
+}
+
 QString userFile() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
            QStringLiteral("/orlenta/orlenta.ini");
@@ -79,6 +86,78 @@ QString UserDefaults::inputDeviceUID() const {
 }
 void UserDefaults::setInputDeviceUID(const QString &value) {
     m_settings->setValue(QStringLiteral("inputDeviceUID"), value);
+}
+
+QString UserDefaults::pendingInputRouteRestoreDeviceUID() const {
+    return text(*m_settings, QLatin1String("pendingInputRouteRestoreDeviceUID"), QLatin1String());
+}
+void UserDefaults::setPendingInputRouteRestoreDeviceUID(const QString &value) {
+    storeOrRemove(*m_settings, QLatin1String("pendingInputRouteRestoreDeviceUID"), value, value.isEmpty());
+    m_settings->sync();
+}
+
+bool UserDefaults::hasCompletedFirstRunSetup() const {
+    return m_settings->value(QStringLiteral("hasCompletedFirstRunSetup"), false).toBool();
+}
+void UserDefaults::setHasCompletedFirstRunSetup(bool value) {
+    m_settings->setValue(QStringLiteral("hasCompletedFirstRunSetup"), value);
+}
+bool UserDefaults::showWelcomeOnEmptyState() const {
+    return m_settings->value(QStringLiteral("showWelcomeOnEmptyState"), true).toBool();
+}
+void UserDefaults::setShowWelcomeOnEmptyState(bool value) {
+    m_settings->setValue(QStringLiteral("showWelcomeOnEmptyState"), value);
+}
+std::chrono::milliseconds UserDefaults::initialToolTipDelay() const {
+    return std::chrono::milliseconds(m_settings->value(QStringLiteral("NSInitialToolTipDelay"), 300).toInt());
+}
+void UserDefaults::setInitialToolTipDelay(std::chrono::milliseconds value) {
+    m_settings->setValue(QStringLiteral("NSInitialToolTipDelay"), static_cast<qlonglong>(value.count()));
+}
+
+bool UserDefaults::useAppleIntelligenceForTags() const {
+    return m_settings->value(QStringLiteral("useAppleIntelligenceForTags"), false).toBool();
+}
+void UserDefaults::setUseAppleIntelligenceForTags(bool value) {
+    m_settings->setValue(QStringLiteral("useAppleIntelligenceForTags"), value);
+}
+QVariantMap UserDefaults::tagClassificationCache() const {
+    return m_settings->value(QStringLiteral("tagClassificationCache")).toMap();
+}
+void UserDefaults::setTagClassificationCache(const QVariantMap &value) {
+    m_settings->setValue(QStringLiteral("tagClassificationCache"), value);
+}
+
+QString UserDefaults::newProjectLocationSelection() const {
+    return text(*m_settings, QLatin1String("newProjectLocationSelection"), QLatin1String("default"));
+}
+void UserDefaults::setNewProjectLocationSelection(const QString &value) {
+    m_settings->setValue(QStringLiteral("newProjectLocationSelection"), value);
+}
+QStringList UserDefaults::newProjectRecentLocationPaths() const {
+    return m_settings->value(QStringLiteral("newProjectRecentLocationPaths")).toStringList();
+}
+void UserDefaults::setNewProjectRecentLocationPaths(const QStringList &value) {
+    m_settings->setValue(QStringLiteral("newProjectRecentLocationPaths"), value);
+}
+QByteArray UserDefaults::recentProjects() const {
+    return m_settings->value(QStringLiteral("recentProjects")).toByteArray();
+}
+void UserDefaults::setRecentProjects(const QByteArray &value) {
+    storeOrRemove(*m_settings, QLatin1String("recentProjects"), value, value.isEmpty());
+}
+
+QStringList UserDefaults::voiceFavorites() const {
+    return m_settings->value(QStringLiteral("voiceFavorites")).toStringList();
+}
+void UserDefaults::setVoiceFavorites(const QStringList &value) {
+    m_settings->setValue(QStringLiteral("voiceFavorites"), value);
+}
+QStringList UserDefaults::voiceRecents() const {
+    return m_settings->value(QStringLiteral("voiceRecents")).toStringList();
+}
+void UserDefaults::setVoiceRecents(const QStringList &value) {
+    m_settings->setValue(QStringLiteral("voiceRecents"), value);
 }
 
 bool UserDefaults::useLocalVoices() const {

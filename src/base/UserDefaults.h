@@ -1,8 +1,12 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 
+#include <QtCore/QByteArray>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <QtCore/QVariantMap>
 
 class QSettings;
 
@@ -46,6 +50,41 @@ public:
     void setOutputDeviceUID(const QString &value);
     [[nodiscard]] QString inputDeviceUID() const;
     void setInputDeviceUID(const QString &value);
+
+    /// The default input to go back to, set exactly while a recording has changed it; empty otherwise. Setting it is on
+    /// disk when the call returns, so that a crash can't leave the user on another microphone.
+    [[nodiscard]] QString pendingInputRouteRestoreDeviceUID() const;
+    void setPendingInputRouteRestoreDeviceUID(const QString &value);
+
+    [[nodiscard]] bool hasCompletedFirstRunSetup() const;
+    void setHasCompletedFirstRunSetup(bool value);
+    /// Whether the welcome window comes up when no other remains; true unless stored otherwise.
+    [[nodiscard]] bool showWelcomeOnEmptyState() const;
+    void setShowWelcomeOnEmptyState(bool value);
+    [[nodiscard]] std::chrono::milliseconds initialToolTipDelay() const;
+    void setInitialToolTipDelay(std::chrono::milliseconds value);
+
+    [[nodiscard]] bool useAppleIntelligenceForTags() const;
+    void setUseAppleIntelligenceForTags(bool value);
+    /// Tag key to category word, as stored; the reader judges the values.
+    [[nodiscard]] QVariantMap tagClassificationCache() const;
+    void setTagClassificationCache(const QVariantMap &value);
+
+    /// "default", "prompt" or "custom:" and a path.
+    [[nodiscard]] QString newProjectLocationSelection() const;
+    void setNewProjectLocationSelection(const QString &value);
+    [[nodiscard]] QStringList newProjectRecentLocationPaths() const;
+    void setNewProjectRecentLocationPaths(const QStringList &value);
+    /// The encoded list; storing an empty value removes the key.
+    [[nodiscard]] QByteArray recentProjects() const;
+    void setRecentProjects(const QByteArray &value);
+
+    /// Voice ids of the service.
+    [[nodiscard]] QStringList voiceFavorites() const;
+    void setVoiceFavorites(const QStringList &value);
+    /// Newest first.
+    [[nodiscard]] QStringList voiceRecents() const;
+    void setVoiceRecents(const QStringList &value);
 
     /// Whether speech comes from the voices of this machine instead of the account's.
     [[nodiscard]] bool useLocalVoices() const;
