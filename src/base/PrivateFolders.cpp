@@ -37,15 +37,21 @@ bool isOwnPrivateFolder(const QByteArray &path) {
            (status.st_mode & 0077) == 0;
 }
 
-// Everybody can write to /tmp, so a name found there may be a trap laid by another user.
-QString makeTemporaryFolder() {
-    const QString base = QDir::tempPath() + QStringLiteral("/orlenta-") + QString::number(::getuid());
-    const QByteArray encoded = QFile::encodeName(base);
-    if (::mkdir(encoded.constData(), 0700) == 0 || isOwnPrivateFolder(encoded))
-        return base;
-    QByteArray pattern = encoded + "-XXXXXX";
-    if (::mkdtemp(pattern.data()) != nullptr)
-        return QFile::decodeName(pattern);
+// Everybody can write to /tmp, so a name found there may be a trap laid by another user. Empty where neither the usual
+// name nor a random one can be had.
+QString folderInSharedTemporary(const QString &shared) {
+    const QByteArray usual = QFile::encodeName(shared + QStringLiteral("/orlenta-") + QString::number(::getuid()));
+    if (::mkdir(usual.constData(), 0700) == 0 || isOwnPrivateFolder(usual))
+        return QFile::decodeName(usual);
+    QByteArray pattern = usual + "-XXXXXX";
+    return ::mkdtemp(pattern.data()) != nullptr ? QFile::decodeName(pattern) : QString();
+}
+
+QString makeTemporaryFolder(const QString &shared) {
+    // Qt gives an empty path for a temporary folder that doesn't exist.
+    const QString usual = shared.isEmpty() ? QString() : folderInSharedTemporary(shared);
+    if (!usual.isEmpty())
+        return usual;
     const QString atHome = privateFolder(QStandardPaths::GenericCacheLocation) + QStringLiteral("/temporary");
     makePrivate(atHome);
     return atHome;
@@ -60,7 +66,7 @@ QString PrivateFolders::temporary() {
     const std::scoped_lock lock(mutex);
     const QString base = QDir::tempPath();
     if (known.isEmpty() || base != knownBase || !isOwnPrivateFolder(QFile::encodeName(known)))
-        known = makeTemporaryFolder();
+        known = makeTemporaryFolder(base);
     knownBase = base;
     return known;
 }

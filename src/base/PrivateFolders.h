@@ -10,7 +10,8 @@ public:
     PrivateFolders() = delete;
 
     /// The user's temporary folder for this application: mode 0700 and owned by the user, or a fresh random one when
-    /// somebody else already holds the name. Shared by all processes of the user.
+    /// somebody else already holds the name, or one below caches() where no shared temporary folder can be used. Shared
+    /// by all processes of the user.
     [[nodiscard]] static QString temporary();
     /// Generated audio on its way into a project: the XDG cache folder's part of this application.
     [[nodiscard]] static QString caches();
