@@ -15,6 +15,18 @@ pkg_check_modules(SOXR REQUIRED IMPORTED_TARGET soxr)
 pkg_check_modules(PULSE REQUIRED IMPORTED_TARGET libpulse)
 pkg_check_modules(FFMPEG REQUIRED IMPORTED_TARGET libavformat libavcodec libavutil)
 pkg_check_modules(RUBBERBAND REQUIRED IMPORTED_TARGET rubberband)
+pkg_check_modules(ESPEAK_NG REQUIRED IMPORTED_TARGET espeak-ng)
+pkg_check_modules(LAME REQUIRED IMPORTED_TARGET lame)
+
+# Flite comes without a pkg-config file. The voices first: each needs the libraries behind it.
+add_library(orlenta_flite INTERFACE)
+find_path(FLITE_INCLUDE_DIR flite/flite.h REQUIRED)
+target_include_directories(orlenta_flite SYSTEM INTERFACE ${FLITE_INCLUDE_DIR})
+foreach(flite_library flite_cmu_us_slt flite_cmu_us_rms flite_cmu_us_awb flite_cmu_us_kal16 flite_usenglish flite_cmulex
+    flite)
+  find_library(${flite_library}_LIBRARY ${flite_library} REQUIRED)
+  target_link_libraries(orlenta_flite INTERFACE ${${flite_library}_LIBRARY})
+endforeach()
 
 add_library(orlenta_rapidjson INTERFACE)
 target_include_directories(orlenta_rapidjson SYSTEM INTERFACE ${RapidJSON_INCLUDE_DIRS} ${RAPIDJSON_INCLUDE_DIRS})

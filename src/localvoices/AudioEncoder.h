@@ -1,0 +1,16 @@
+#pragma once
+
+#include <optional>
+
+#include <QtCore/QByteArray>
+
+#include "localvoices/OutputFormat.h"
+#include "localvoices/Sound.h"
+
+namespace orlenta::localvoices {
+
+/// The sound as a whole file of the format, brought to its rate. The same sound gives the same bytes. None when the
+/// encoder refuses. MP3 carries the frame that tells decoders what to trim, so its length survives. Any thread.
+[[nodiscard]] std::optional<QByteArray> encoded(const Sound &sound, const OutputFormat &format);
+
+} // namespace orlenta::localvoices

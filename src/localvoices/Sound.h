@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+namespace orlenta::localvoices {
+
+/// Mono sound: one sample a frame, -1 to 1, at a whole number of frames a second.
+struct Sound {
+    std::vector<float> frames;
+    int rate = 0;
+
+    [[nodiscard]] double seconds() const {
+        return rate > 0 ? static_cast<double>(frames.size()) / static_cast<double>(rate) : 0.0;
+    }
+};
+
+} // namespace orlenta::localvoices
