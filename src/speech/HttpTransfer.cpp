@@ -8,6 +8,9 @@ namespace orlenta::speech {
 namespace {
 
 constexpr qsizetype jsonLimit = qsizetype{8} * 1024 * 1024;
+// A server that writes faster than this thread reads keeps Qt from saying that there is something to read, while its
+// buffer grows; a bounded buffer makes the server wait instead.
+constexpr qint64 readBuffer = qint64{1024} * 1024;
 constexpr qsizetype audioLimit = qsizetype{64} * 1024 * 1024;
 
 QNetworkRequest networkRequestFor(const HttpRequest &request) {
@@ -44,6 +47,7 @@ HttpTransfer::HttpTransfer(QNetworkAccessManager &network, const HttpRequest &re
     const QNetworkRequest networkRequest = networkRequestFor(request);
     m_reply = request.method == HttpRequest::Method::Post ? network.post(networkRequest, request.body)
                                                           : network.get(networkRequest);
+    m_reply->setReadBufferSize(readBuffer);
     m_stallTimer.setSingleShot(true);
     m_stallTimer.setInterval(timing.stallTimeout);
     m_exchangeTimer.setSingleShot(true);
@@ -71,7 +75,6 @@ void HttpTransfer::cancel() {
 
 void HttpTransfer::collect() {
     m_stallTimer.start();
-    // Read as it comes: Qt would buffer an endless body without limit.
     m_body += m_reply->readAll();
     if (m_body.size() > m_limit)
         finish(base::fail(SpeechError::replyTooLarge()));

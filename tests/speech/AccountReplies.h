@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+
+#include "support/LoopbackServer.h"
+
+namespace orlenta::speech {
+
+/// An account's user record that has used `characterCount` of its 10,000 characters.
+[[nodiscard]] inline QByteArray userJson(int characterCount, const QByteArray &tier = "free") {
+    return R"({"user_id":"u1","first_name":null,"is_new_user":false,"subscription":{"tier":")" + tier +
+           R"(","character_count":)" + QByteArray::number(characterCount) +
+           R"(,"character_limit":10000,"status":"active"}})";
+}
+
+[[nodiscard]] inline QByteArray voicesJson() {
+    return R"({"voices":[{"voice_id":"v1","name":"Rachel","labels":{"gender":"female","age":null}},)"
+           R"({"voice_id":"v2","name":"Adam","category":"premade"}],"has_more":true})";
+}
+
+/// Lets `server` answer as an account in good order.
+inline void answerAccount(test::LoopbackServer &server) {
+    server.answer("/v1/user", test::LoopbackServer::json(userJson(100)));
+    server.answer("/v1/voices", test::LoopbackServer::json(voicesJson()));
+}
+
+} // namespace orlenta::speech
