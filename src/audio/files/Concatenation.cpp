@@ -25,7 +25,7 @@ namespace orlenta::audio {
 namespace {
 
 using Reason = ConcatenationError::Reason;
-using Outcome = base::Result<void, ConcatenationError>;
+using JoinOutcome = base::Result<void, ConcatenationError>;
 using Inputs = base::Result<QList<ConcatenationInputInfo>, ConcatenationError>;
 
 constexpr qsizetype joinedBlockFrames = 32768;
@@ -79,7 +79,7 @@ ConcatenationError joiningError(const AudioFileError &error) {
     return error;
 }
 
-Outcome joiningOutcome(const base::Result<void, AudioFileError> &result) {
+JoinOutcome joiningOutcome(const base::Result<void, AudioFileError> &result) {
     if (!result)
         return base::fail(joiningError(result.error()));
     return {};
@@ -139,7 +139,7 @@ std::unique_ptr<double[]> joiningBuffer(int channels) {
 }
 
 template <typename Source>
-Outcome appendAll(Source &source, WavFileWriter &output, Reason missingBuffer) {
+JoinOutcome appendAll(Source &source, WavFileWriter &output, Reason missingBuffer) {
     const int channels = output.format().channelCount;
     const auto buffer = joiningBuffer(channels);
     if (!buffer)
@@ -157,7 +157,7 @@ Outcome appendAll(Source &source, WavFileWriter &output, Reason missingBuffer) {
     }
 }
 
-Outcome appendConverted(AudioFileReader &source, WavFileWriter &output) {
+JoinOutcome appendConverted(AudioFileReader &source, WavFileWriter &output) {
     const qint64 frames = source.frames();
     // Frame counts of one conversion are 32 bits wide.
     if (frames < 1 || frames > longestConverted)
@@ -169,7 +169,7 @@ Outcome appendConverted(AudioFileReader &source, WavFileWriter &output) {
     return appendAll(converted.value(), output, Reason::NoConvertedBuffer);
 }
 
-Outcome appendFile(const QString &path, WavFileWriter &output) {
+JoinOutcome appendFile(const QString &path, WavFileWriter &output) {
     const OpenInput input(path);
     // Frames that stand as they will be written need no decoding: this is what makes joining cost what copying does.
     if (const auto layout = input.layout(); layout && layout->format == output.format())
@@ -185,7 +185,7 @@ Outcome appendFile(const QString &path, WavFileWriter &output) {
     return appendConverted(source.value(), output);
 }
 
-Outcome writeJoined(const QList<QUrl> &urls, const WavFormat &format, const QString &path) {
+JoinOutcome writeJoined(const QList<QUrl> &urls, const WavFormat &format, const QString &path) {
     auto output = WavFileWriter::create(path, format, WavFileWriter::Placement::RenamedUnflushed);
     if (!output)
         return base::fail(joiningError(output.error()));

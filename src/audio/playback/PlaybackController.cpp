@@ -14,8 +14,6 @@ namespace orlenta::audio {
 
 namespace {
 
-using Outcome = RoutedAudioPlayer::Outcome;
-
 QString sourceName(PlaybackController::AudioSource source) {
     switch (source) {
     case PlaybackController::AudioSource::Generated:
@@ -113,7 +111,7 @@ void PlaybackController::seek(const PlaybackLine &line, double fraction) {
     if (m_isPlaying)
         return;
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer.play from PlaybackController.seek"));
-    if (const Outcome played = m_player.play(); !played) {
+    if (const RoutedAudioPlayer::Outcome played = m_player.play(); !played) {
         m_diagnostics.recordRoutingFailure(played.error().description(),
                                            QStringLiteral("PlaybackController.seek play"));
         fail(played.error());
@@ -144,13 +142,13 @@ void PlaybackController::startPlayback(const PlaybackLine &line, const Start &st
     AudioDebugLogger::log(
         QStringLiteral("RoutedAudioPlayer.load from PlaybackController.startPlayback source=%1 file=%2")
             .arg(source, file));
-    if (const Outcome loaded = m_player.load(line.url); !loaded) {
+    if (const RoutedAudioPlayer::Outcome loaded = m_player.load(line.url); !loaded) {
         AudioDebugLogger::log(QStringLiteral("PlaybackController ERROR: RoutedAudioPlayer load failed %1")
                                   .arg(loaded.error().description()));
         fail(loaded.error());
         return;
     }
-    if (const Outcome routed = applyPersistedOutputDevice(); !routed) {
+    if (const RoutedAudioPlayer::Outcome routed = applyPersistedOutputDevice(); !routed) {
         AudioDebugLogger::log(QStringLiteral("PlaybackController ERROR: RoutedAudioPlayer output routing failed %1")
                                   .arg(routed.error().description()));
         m_diagnostics.recordRoutingFailure(routed.error().description(),
@@ -168,7 +166,7 @@ void PlaybackController::startPlayback(const PlaybackLine &line, const Start &st
     setLine(start.source == AudioSource::Preview ? std::nullopt : std::optional(line.id), start.source);
     AudioDebugLogger::log(
         QStringLiteral("RoutedAudioPlayer.play from PlaybackController.startPlayback source=%1").arg(source));
-    if (const Outcome played = m_player.play(); !played) {
+    if (const RoutedAudioPlayer::Outcome played = m_player.play(); !played) {
         AudioDebugLogger::log(
             QStringLiteral("PlaybackController ERROR: RoutedAudioPlayer failed %1").arg(played.error().description()));
         m_diagnostics.recordRoutingFailure(played.error().description(),
@@ -184,7 +182,7 @@ void PlaybackController::startPlayback(const PlaybackLine &line, const Start &st
     m_progressTimer.start();
 }
 
-Outcome PlaybackController::applyPersistedOutputDevice() {
+RoutedAudioPlayer::Outcome PlaybackController::applyPersistedOutputDevice() {
     const QString uid = m_defaults.outputDeviceUID();
     std::optional<std::uint32_t> deviceID;
     QString context;
@@ -201,7 +199,7 @@ Outcome PlaybackController::applyPersistedOutputDevice() {
             QStringLiteral("PlaybackController output device resolved uid=%1, deviceID=%2").arg(uid).arg(*deviceID));
         context = QStringLiteral("PlaybackController output routing");
     }
-    Outcome applied = m_player.setOutputDeviceID(deviceID);
+    RoutedAudioPlayer::Outcome applied = m_player.setOutputDeviceID(deviceID);
     if (applied)
         m_diagnostics.clearRoutingFailure(context);
     return applied;
