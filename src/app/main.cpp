@@ -1,0 +1,35 @@
+#include <QtCore/QCommandLineParser>
+#include <QtWidgets/QApplication>
+
+#include "shell/application/OrlentaApp.h"
+#include "shell/demo/DemoDriver.h"
+
+using namespace Qt::StringLiterals;
+
+int main(int argc, char **argv) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(u"orlenta"_s);
+    QApplication::setApplicationDisplayName(u"Orlenta"_s);
+    QApplication::setApplicationVersion(QStringLiteral(ORLENTA_VERSION));
+    QApplication::setDesktopFileName(u"com.orlenta.Orlenta"_s);
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(u"Casts, directs and generates speech for audio post-production."_s);
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addPositionalArgument(u"project"_s, u"Project folders or files to open."_s, u"[project...]"_s);
+    const QCommandLineOption demo(
+        u"demo"_s, u"Drives the window through the main job and leaves the results in FOLDER."_s, u"FOLDER"_s);
+    parser.addOption(demo);
+    parser.process(application);
+
+    const bool isDemo = parser.isSet(demo);
+    // The tour answers the file dialogs, which it can only do where they are the application's own.
+    if (isDemo)
+        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    orlenta::shell::OrlentaApp app;
+    app.start(parser.positionalArguments());
+    if (isDemo)
+        return orlenta::shell::DemoDriver(app, parser.value(demo)).run();
+    return QApplication::exec();
+}

@@ -1,0 +1,193 @@
+#include "shell/account/AccountDialog.h"
+
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QFrame>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QToolButton>
+#include <QtWidgets/QVBoxLayout>
+
+#include "shell/account/LocalVoices.h"
+#include "shell/controls/TextLabel.h"
+#include "shell/controls/ToggleSwitch.h"
+#include "shell/theme/Icon.h"
+#include "shell/theme/Theme.h"
+#include "speech/ElevenLabsService.h"
+
+using namespace Qt::StringLiterals;
+
+namespace orlenta::shell {
+
+using speech::ElevenLabsService;
+
+AccountDialog::AccountDialog(ElevenLabsService &service, LocalVoices &localVoices, QWidget *parent)
+    : QDialog(parent), m_service(service), m_localVoices(localVoices),
+      m_state(new TextLabel({}, TextLabel::Style::Heading)), m_detail(new TextLabel({}, TextLabel::Style::Caption)),
+      m_key(new QLineEdit), m_showKey(new QToolButton), m_error(new TextLabel({}, TextLabel::Style::Body)),
+      m_connect(new QPushButton(u"Connect"_s)), m_signOut(new QPushButton(u"Sign Out"_s)),
+      m_local(new ToggleSwitch(u"Use local voices"_s)), m_localState(new TextLabel({}, TextLabel::Style::Caption)) {
+    setWindowTitle(u"Account"_s);
+    setAccessibleName(u"Account"_s);
+    const int unit = Theme::unit(this);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(unit * 5, unit * 5, unit * 5, unit * 4);
+    layout->setSpacing(unit * 3);
+    layout->addWidget(makeAccountGroup());
+    auto *rule = new QFrame;
+    rule->setFrameShape(QFrame::HLine);
+    layout->addWidget(rule);
+    layout->addWidget(makeLocalGroup());
+    layout->addStretch();
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    buttons->button(QDialogButtonBox::Close)->setToolTip(u"Close this panel"_s);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    layout->addWidget(buttons);
+    setMinimumWidth(unit * 100);
+
+    for (const auto signal : {&ElevenLabsService::apiKeyChanged, &ElevenLabsService::isAuthenticatedChanged,
+                              &ElevenLabsService::isLoadingChanged, &ElevenLabsService::userChanged,
+                              &ElevenLabsService::errorMessageChanged})
+        connect(&service, signal, this, &AccountDialog::showState);
+    connect(&localVoices, &LocalVoices::stateChanged, this, &AccountDialog::showState);
+    showState();
+}
+
+QString AccountDialog::stateText() const {
+    return m_state->text();
+}
+
+QString AccountDialog::errorText() const {
+    return m_error->text();
+}
+
+QWidget *AccountDialog::makeAccountGroup() {
+    m_key->setEchoMode(QLineEdit::Password);
+    m_key->setPlaceholderText(u"ElevenLabs API key"_s);
+    m_key->setAccessibleName(u"API key"_s);
+    m_key->setToolTip(u"The key of your ElevenLabs account; it is kept in the keyring"_s);
+    m_key->setMinimumWidth(fontMetrics().averageCharWidth() * 36);
+    m_showKey->setText(u"Show"_s);
+    m_showKey->setCheckable(true);
+    m_showKey->setAccessibleName(u"Show the key"_s);
+    m_showKey->setToolTip(u"Show the key as plain text"_s);
+    m_connect->setToolTip(u"Connect with this key"_s);
+    m_signOut->setToolTip(u"Sign out and remove the key from the keyring"_s);
+    Theme::setRole(m_connect, ButtonRole::Primary);
+    m_connect->setDefault(true);
+    m_error->setAccessibleName(u"Failure"_s);
+    QPalette red = m_error->palette();
+    red.setColor(QPalette::WindowText, ThemeColors::of(palette()).danger);
+    m_error->setPalette(red);
+    m_error->setTextInteractionFlags(Qt::TextSelectableByMouse);
+
+    auto *group = new QWidget;
+    auto *layout = new QVBoxLayout(group);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(new TextLabel(u"ELEVENLABS ACCOUNT"_s, TextLabel::Style::Section));
+    layout->addWidget(m_state);
+    layout->addWidget(m_detail);
+    auto *row = new QHBoxLayout;
+    row->addWidget(m_key, 1);
+    row->addWidget(m_showKey);
+    layout->addLayout(row);
+    layout->addWidget(m_error);
+    auto *actions = new QHBoxLayout;
+    actions->addStretch();
+    actions->addWidget(m_signOut);
+    actions->addWidget(m_connect);
+    layout->addLayout(actions);
+
+    connect(m_showKey, &QToolButton::toggled, this, [this](bool shown) {
+        m_key->setEchoMode(shown ? QLineEdit::Normal : QLineEdit::Password);
+        m_showKey->setText(shown ? u"Hide"_s : u"Show"_s);
+    });
+    connect(m_key, &QLineEdit::textChanged, this, &AccountDialog::showState);
+    connect(m_connect, &QPushButton::clicked, this, &AccountDialog::connectAccount);
+    connect(m_signOut, &QPushButton::clicked, this, [this] { m_service.disconnectAccount(); });
+    return group;
+}
+
+QWidget *AccountDialog::makeLocalGroup() {
+    m_local->setToolTip(u"Speak with the voices of this machine; needs no account"_s);
+    m_local->setAccessibleName(u"Use local voices"_s);
+    auto *group = new QWidget;
+    auto *layout = new QVBoxLayout(group);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(new TextLabel(u"THIS MACHINE"_s, TextLabel::Style::Section));
+    layout->addWidget(m_local);
+    layout->addWidget(m_localState);
+    connect(m_local, &QCheckBox::clicked, this, [this](bool isOn) {
+        if (isOn)
+            m_localVoices.switchOn();
+        else
+            m_localVoices.switchOff();
+    });
+    return group;
+}
+
+void AccountDialog::connectAccount() {
+    const QString key = m_key->text().trimmed();
+    if (key.isEmpty())
+        return;
+    m_service.setApiKey(key);
+    m_service.connectAccount(ElevenLabsService::KeychainErrors::Show);
+}
+
+void AccountDialog::showState() {
+    const LocalVoices::State local = m_localVoices.state();
+    m_local->setChecked(local == LocalVoices::State::On || local == LocalVoices::State::Starting);
+    switch (local) {
+    case LocalVoices::State::Off:
+        m_localState->setText(u"Free voices that run on this computer, to try a script without an account."_s);
+        break;
+    case LocalVoices::State::Starting:
+        m_localState->setText(u"Starting the local voices…"_s);
+        break;
+    case LocalVoices::State::On:
+        m_localState->setText(QStringLiteral("The local voices are ready: %1 voices.").arg(m_service.voices().size()));
+        break;
+    case LocalVoices::State::Failed:
+        m_localState->setText(m_localVoices.failureReason());
+        break;
+    }
+    showAccount(local == LocalVoices::State::On);
+}
+
+void AccountDialog::showAccount(bool isLocal) {
+    const bool isConnected = m_service.isAuthenticated() && !isLocal;
+    const bool isLoading = m_service.isLoading() && !isLocal;
+    const bool hasFailed = !isConnected && !isLoading && !m_service.errorMessage().isEmpty() && !isLocal;
+    if (isLocal)
+        m_state->setText(u"Local voices are in use"_s);
+    else if (isLoading)
+        m_state->setText(u"Connecting…"_s);
+    else if (isConnected)
+        m_state->setText(u"Connected"_s);
+    else
+        m_state->setText(hasFailed ? u"Connection failed"_s : u"Not connected"_s);
+
+    if (isConnected && m_service.user()) {
+        const speech::ElevenLabsUser &user = *m_service.user();
+        const QString name = user.firstName.value_or(QString());
+        const QString plan = QStringLiteral("%1 plan · %2 · %3 voices")
+                                 .arg(user.subscription.tier, m_service.creditsText())
+                                 .arg(m_service.voices().size());
+        m_detail->setText(name.isEmpty() ? plan : QStringLiteral("%1 · %2").arg(name, plan));
+    } else {
+        m_detail->setText(isLocal ? u"Switch the local voices off to use an account."_s
+                                  : u"Generate with your own voices by your account's API key."_s);
+    }
+    m_error->setText(isLocal ? QString() : m_service.errorMessage());
+    m_error->setVisible(!m_error->text().isEmpty());
+    for (QWidget *widget : {static_cast<QWidget *>(m_key), static_cast<QWidget *>(m_showKey)}) {
+        widget->setVisible(!isConnected);
+        widget->setEnabled(!isLocal && !isLoading);
+    }
+    m_connect->setVisible(!isConnected);
+    m_connect->setEnabled(!isLocal && !isLoading && !m_key->text().trimmed().isEmpty());
+    // A key that failed is still in the keyring, so signing out stays possible.
+    m_signOut->setVisible(!isLocal && (isConnected || !m_service.apiKey().isEmpty()));
+}
+
+} // namespace orlenta::shell

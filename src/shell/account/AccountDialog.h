@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QtWidgets/QDialog>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QToolButton;
+
+namespace orlenta::speech {
+class ElevenLabsService;
+}
+
+namespace orlenta::shell {
+
+class LocalVoices;
+class ToggleSwitch;
+
+/// Where speech comes from: the account and its key, or the voices of this machine.
+class AccountDialog final : public QDialog {
+    Q_OBJECT
+public:
+    AccountDialog(speech::ElevenLabsService &service, LocalVoices &localVoices, QWidget *parent = nullptr);
+
+    [[nodiscard]] QLineEdit *keyField() const { return m_key; }
+    [[nodiscard]] QPushButton *connectButton() const { return m_connect; }
+    [[nodiscard]] QPushButton *signOutButton() const { return m_signOut; }
+    [[nodiscard]] ToggleSwitch *localVoicesSwitch() const { return m_local; }
+    /// What stands for the state of the connection, and the failure below it.
+    [[nodiscard]] QString stateText() const;
+    [[nodiscard]] QString errorText() const;
+
+private:
+    QWidget *makeAccountGroup();
+    QWidget *makeLocalGroup();
+    void showState();
+    void showAccount(bool isLocal);
+    void connectAccount();
+
+    speech::ElevenLabsService &m_service;
+    LocalVoices &m_localVoices;
+    QLabel *m_state;
+    QLabel *m_detail;
+    QLineEdit *m_key;
+    QToolButton *m_showKey;
+    QLabel *m_error;
+    QPushButton *m_connect;
+    QPushButton *m_signOut;
+    ToggleSwitch *m_local;
+    QLabel *m_localState;
+};
+
+} // namespace orlenta::shell

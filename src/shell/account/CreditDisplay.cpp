@@ -1,0 +1,45 @@
+#include "shell/account/CreditDisplay.h"
+
+#include <QtCore/QLocale>
+
+#include "shell/account/LocalVoices.h"
+#include "shell/theme/Icon.h"
+#include "shell/theme/Theme.h"
+#include "speech/ElevenLabsService.h"
+
+using namespace Qt::StringLiterals;
+
+namespace orlenta::shell {
+
+using speech::ElevenLabsService;
+
+CreditDisplay::CreditDisplay(const ElevenLabsService &service, const LocalVoices &localVoices, QWidget *parent)
+    : QPushButton(parent), m_service(service), m_localVoices(localVoices) {
+    Theme::setRole(this, ButtonRole::Quiet);
+    setAccessibleName(u"Account"_s);
+    connect(&service, &ElevenLabsService::userChanged, this, &CreditDisplay::showState);
+    connect(&service, &ElevenLabsService::isLoadingChanged, this, &CreditDisplay::showState);
+    connect(&service, &ElevenLabsService::isAuthenticatedChanged, this, &CreditDisplay::showState);
+    connect(&localVoices, &LocalVoices::stateChanged, this, &CreditDisplay::showState);
+    showState();
+}
+
+void CreditDisplay::showState() {
+    const bool isLocal = m_localVoices.state() == LocalVoices::State::On;
+    setIcon(Icon::named(isLocal ? u"speaker"_s : u"account"_s));
+    if (m_service.isAuthenticated())
+        setText(m_service.creditsText());
+    else
+        setText(m_service.isLoading() || m_localVoices.state() == LocalVoices::State::Starting ? u"Connecting…"_s
+                                                                                               : u"Not connected"_s);
+    QString tip = isLocal ? u"Local voices"_s : u"ElevenLabs account"_s;
+    if (m_service.user()) {
+        const speech::Subscription &plan = m_service.user()->subscription;
+        tip = QStringLiteral("%1: %2 of %3 credits used (%4)")
+                  .arg(tip, locale().toString(plan.characterCount), locale().toString(plan.characterLimit), plan.tier);
+    }
+    setToolTip(tip);
+    setAccessibleDescription(tip);
+}
+
+} // namespace orlenta::shell

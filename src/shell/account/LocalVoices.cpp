@@ -1,0 +1,105 @@
+#include "shell/account/LocalVoices.h"
+
+#include <utility>
+
+#include "base/UserDefaults.h"
+#include "speech/ElevenLabsService.h"
+#include "speech/LocalVoicesProcess.h"
+#include "speech/ServiceAddresses.h"
+
+namespace orlenta::shell {
+
+using speech::ElevenLabsService;
+
+LocalVoices::LocalVoices(base::UserDefaults &defaults, std::unique_ptr<speech::LocalVoicesProcess> process,
+                         QObject *parent)
+    : QObject(parent), m_defaults(defaults), m_process(std::move(process)) {
+    connect(m_process.get(), &speech::LocalVoicesProcess::ready, this, &LocalVoices::takeAddress);
+    connect(m_process.get(), &speech::LocalVoicesProcess::failed, this, &LocalVoices::takeFailure);
+}
+
+LocalVoices::~LocalVoices() = default;
+
+void LocalVoices::attach(ElevenLabsService &service) {
+    m_services.removeAll(nullptr);
+    m_services.append(&service);
+    connectService(service);
+}
+
+void LocalVoices::restoreChoice() {
+    if (m_defaults.useLocalVoices())
+        switchOn();
+}
+
+void LocalVoices::switchOn() {
+    if (m_state == State::Starting || m_state == State::On)
+        return;
+    m_defaults.setUseLocalVoices(true);
+    m_failureReason.clear();
+    setState(State::Starting);
+    m_process->start();
+}
+
+void LocalVoices::switchOff() {
+    m_defaults.setUseLocalVoices(false);
+    m_failureReason.clear();
+    if (m_state == State::Off)
+        return;
+    const State before = std::exchange(m_state, State::Off);
+    m_process->stop();
+    returnToAccount(before);
+    Q_EMIT stateChanged();
+}
+
+void LocalVoices::shutDown() {
+    m_process->stop();
+}
+
+void LocalVoices::takeAddress(const QUrl &baseUrl, const QString &key) {
+    m_baseUrl = baseUrl;
+    m_key = key;
+    setState(State::On);
+    for (const QPointer<ElevenLabsService> &service : std::as_const(m_services)) {
+        if (service)
+            connectService(*service);
+    }
+}
+
+void LocalVoices::takeFailure(const QString &reason) {
+    // A program that can't run would fail again at each start; the user switches it on again when it can.
+    m_defaults.setUseLocalVoices(false);
+    m_failureReason = reason;
+    returnToAccount(std::exchange(m_state, State::Failed));
+    Q_EMIT stateChanged();
+}
+
+void LocalVoices::returnToAccount(State before) {
+    for (const QPointer<ElevenLabsService> &service : std::as_const(m_services)) {
+        // A service that was signed in to the account all the while needs nothing.
+        if (service && (before == State::On || !service->isAuthenticated()))
+            connectService(*service);
+    }
+}
+
+void LocalVoices::connectService(ElevenLabsService &service) {
+    if (m_state == State::On) {
+        service.useEndpoint(m_baseUrl, ElevenLabsService::KeyKeeping::SessionOnly);
+        service.setApiKey(m_key);
+        service.connectAccount(ElevenLabsService::KeychainErrors::Hide);
+        return;
+    }
+    // While the program starts, a new window's service waits for it instead of going out to the network first.
+    if (m_state == State::Starting)
+        return;
+    service.useEndpoint(speech::defaultEndpoint(), ElevenLabsService::KeyKeeping::Keyring);
+    service.connectStoredAccount();
+}
+
+void LocalVoices::setState(State state) {
+    if (m_state == state)
+        return;
+    m_state = state;
+    Q_EMIT stateChanged();
+}
+
+} // namespace orlenta::shell

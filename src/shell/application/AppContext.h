@@ -1,0 +1,33 @@
+#pragma once
+
+namespace orlenta::audio {
+class AudioDeviceMonitor;
+class OutputRoutingDiagnostics;
+class SoundServer;
+} // namespace orlenta::audio
+
+namespace orlenta::base {
+class UserDefaults;
+}
+
+namespace orlenta::speech {
+class CredentialStore;
+}
+
+namespace orlenta::shell {
+
+class AppCommands;
+class LocalVoices;
+
+/// What every window of the process shares. All of it outlives the windows.
+struct AppContext {
+    base::UserDefaults &defaults;
+    speech::CredentialStore &credentials;
+    LocalVoices &localVoices;
+    audio::SoundServer &sound;
+    audio::AudioDeviceMonitor &devices;
+    audio::OutputRoutingDiagnostics &routing;
+    AppCommands &commands;
+};
+
+} // namespace orlenta::shell

@@ -1,0 +1,186 @@
+#include "shell/application/OrlentaApp.h"
+
+#include <algorithm>
+
+#include <QtCore/QFileInfo>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QMessageBox>
+
+#include "controller/TemporarySweep.h"
+#include "shell/application/SampleProject.h"
+#include "shell/settings/SettingsDialog.h"
+#include "shell/theme/Theme.h"
+#include "shell/windows/NewProjectDialog.h"
+#include "shell/windows/ProjectWindow.h"
+#include "shell/windows/WelcomeWindow.h"
+#include "speech/LocalVoicesProcess.h"
+
+using namespace Qt::StringLiterals;
+
+namespace orlenta::shell {
+namespace {
+
+constexpr double scaleStep = 0.1;
+constexpr double smallestScale = 0.8;
+constexpr double largestScale = 1.5;
+
+} // namespace
+
+OrlentaApp::OrlentaApp()
+    : m_localVoices(m_defaults, std::make_unique<speech::LocalVoicesProcess>()),
+      m_devices(m_sound, m_defaults), m_context{m_defaults, m_credentials, m_localVoices, m_sound,
+                                                m_devices,  m_routing,     m_commands},
+      m_windows(m_context) {
+    QApplication::setQuitOnLastWindowClosed(false);
+    connectCommands();
+    connect(&m_windows, &ProjectWindows::projectOpened, this, [this] {
+        if (m_welcome)
+            m_welcome->hide();
+    });
+    connect(&m_windows, &ProjectWindows::allClosed, this, [this] {
+        if (!m_isResolvingTermination)
+            showWelcome();
+    });
+}
+
+OrlentaApp::~OrlentaApp() {
+    m_localVoices.shutDown();
+}
+
+void OrlentaApp::start(const QStringList &projects) {
+    controller::sweepTemporaryFiles(std::chrono::system_clock::now());
+    Theme::apply(Theme::appearanceFromText(m_defaults.appearance()));
+    Theme::setUiScale(m_defaults.uiScale());
+    m_localVoices.restoreChoice();
+    for (const QString &project : projects)
+        m_windows.openProject(project);
+    if (m_windows.isEmpty())
+        showWelcome();
+}
+
+void OrlentaApp::connectCommands() {
+    connect(&m_commands, &AppCommands::newProject, this, &OrlentaApp::openNewProjectDialog);
+    connect(&m_commands, &AppCommands::openProject, this, &OrlentaApp::openProjectPanel);
+    connect(&m_commands, &AppCommands::openSampleProject, this, &OrlentaApp::openSampleProject);
+    connect(&m_commands, &AppCommands::openSettings, this, &OrlentaApp::openSettings);
+    connect(&m_commands, &AppCommands::openAbout, this, &OrlentaApp::openAbout);
+    connect(&m_commands, &AppCommands::quit, this, &OrlentaApp::requestQuit);
+    connect(&m_commands, &AppCommands::zoomIn, this, [this] { setUiScale(m_defaults.uiScale() + scaleStep); });
+    connect(&m_commands, &AppCommands::zoomOut, this, [this] { setUiScale(m_defaults.uiScale() - scaleStep); });
+    connect(&m_commands, &AppCommands::actualSize, this, [this] { setUiScale(1.0); });
+}
+
+void OrlentaApp::setUiScale(double scale) {
+    m_defaults.setUiScale(std::clamp(scale, smallestScale, largestScale));
+    Theme::setUiScale(m_defaults.uiScale());
+}
+
+QWidget *OrlentaApp::dialogParent() const {
+    QWidget *active = QApplication::activeWindow();
+    return active != nullptr ? active : m_welcome.get();
+}
+
+void OrlentaApp::showWelcome() {
+    if (!m_welcome) {
+        m_welcome = std::make_unique<WelcomeWindow>(m_commands);
+        connect(m_welcome.get(), &WelcomeWindow::dismissed, this, [this] {
+            if (m_windows.isEmpty())
+                requestQuit();
+        });
+    }
+    m_welcome->show();
+    m_welcome->raise();
+    m_welcome->activateWindow();
+}
+
+void OrlentaApp::openNewProjectDialog() {
+    if (m_newProject) {
+        m_newProject->raise();
+        m_newProject->activateWindow();
+        return;
+    }
+    const bool welcomeIsUp = m_welcome && m_welcome->isVisible();
+    m_newProject = new NewProjectDialog(
+        [this](const QString &folder, const QString &name) { return m_windows.createAndOpenProject(folder, name); },
+        welcomeIsUp ? m_welcome.get() : nullptr);
+    m_newProject->setAttribute(Qt::WA_DeleteOnClose);
+    if (welcomeIsUp)
+        m_newProject->open();
+    else
+        m_newProject->show();
+}
+
+void OrlentaApp::openProjectPanel() {
+    auto *panel = new QFileDialog(dialogParent(), u"Open Orlenta Project"_s);
+    panel->setAttribute(Qt::WA_DeleteOnClose);
+    panel->setFileMode(QFileDialog::ExistingFile);
+    panel->setNameFilters({u"Orlenta projects (*.orl *.orl.json project.json)"_s, u"All files (*)"_s});
+    panel->setLabelText(QFileDialog::Accept, u"Open"_s);
+    panel->setLabelText(QFileDialog::FileName, u"Select a project folder or .orl file"_s);
+    // Opening waits for the panel to be gone, so that its alerts don't stand behind it.
+    connect(panel, &QFileDialog::fileSelected, this, [this](const QString &path) {
+        QMetaObject::invokeMethod(
+            this, [this, path] { m_windows.openProject(path); }, Qt::QueuedConnection);
+    });
+    panel->open();
+}
+
+void OrlentaApp::openSampleProject() {
+    const QString destination = SampleProject::defaultDestination();
+    if (!QFileInfo::exists(destination)) {
+        const auto shipped = SampleProject::shippedFolder();
+        if (!shipped) {
+            showFailure(u"The sample project is not installed."_s, {});
+            return;
+        }
+        if (const auto copied = SampleProject::copy(*shipped, destination); !copied) {
+            showFailure(u"The sample project could not be copied."_s, copied.error().description());
+            return;
+        }
+    }
+    m_windows.openProject(destination);
+}
+
+void OrlentaApp::openSettings() {
+    if (!m_settings) {
+        m_settings = new SettingsDialog(m_defaults, m_devices, m_routing);
+        m_settings->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_settings->show();
+    m_settings->raise();
+    m_settings->activateWindow();
+}
+
+void OrlentaApp::openAbout() {
+    auto *box = new QMessageBox(QMessageBox::NoIcon, u"About Orlenta"_s,
+                                QStringLiteral("Orlenta %1").arg(QApplication::applicationVersion()), QMessageBox::Ok,
+                                dialogParent());
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setInformativeText(
+        u"Cast, direct and generate speech for audio post-production.\n\nFree software under the GNU "
+        "General Public License, version 3 or later."_s);
+    box->open();
+}
+
+void OrlentaApp::requestQuit() {
+    if (m_isResolvingTermination)
+        return;
+    m_isResolvingTermination = true;
+    m_windows.resolveUnsavedProjects([this](ProjectWindowController::CloseOutcome outcome) {
+        m_isResolvingTermination = false;
+        if (outcome == ProjectWindowController::CloseOutcome::Cancelled)
+            return;
+        m_localVoices.shutDown();
+        QApplication::quit();
+    });
+}
+
+void OrlentaApp::showFailure(const QString &title, const QString &detail) {
+    auto *box = new QMessageBox(QMessageBox::Warning, u"Orlenta"_s, title, QMessageBox::Ok, dialogParent());
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setInformativeText(detail);
+    box->open();
+}
+
+} // namespace orlenta::shell

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <memory>
+
+#include <QtCore/QObject>
+#include <QtCore/QPointer>
+#include <QtCore/QStringList>
+
+#include "audio/devices/AudioDeviceMonitor.h"
+#include "audio/devices/OutputRoutingDiagnostics.h"
+#include "audio/devices/SoundServer.h"
+#include "base/UserDefaults.h"
+#include "shell/account/LocalVoices.h"
+#include "shell/application/AppCommands.h"
+#include "shell/application/AppContext.h"
+#include "shell/windows/ProjectWindows.h"
+#include "speech/CredentialStore.h"
+
+namespace orlenta::shell {
+
+class NewProjectDialog;
+class SettingsDialog;
+class WelcomeWindow;
+
+/// The whole application: it owns what the windows share and the windows themselves, and carries out the commands that
+/// belong to no project. Main thread; made after the QApplication and gone before it.
+class OrlentaApp final : public QObject {
+    Q_OBJECT
+public:
+    OrlentaApp();
+    ~OrlentaApp() override;
+
+    /// Applies the preferences, and opens the named projects or else the welcome window.
+    void start(const QStringList &projects);
+
+    [[nodiscard]] base::UserDefaults &defaults() { return m_defaults; }
+    [[nodiscard]] LocalVoices &localVoices() { return m_localVoices; }
+    [[nodiscard]] ProjectWindows &windows() { return m_windows; }
+
+    void openNewProjectDialog();
+    void openProjectPanel();
+    /// Opens the user's copy of the sample project, making it first where there is none.
+    void openSampleProject();
+    void openSettings();
+    void openAbout();
+    /// Asks about unsaved projects, then ends the event loop.
+    void requestQuit();
+
+private:
+    void connectCommands();
+    void showWelcome();
+    void setUiScale(double scale);
+    void showFailure(const QString &title, const QString &detail);
+    [[nodiscard]] QWidget *dialogParent() const;
+
+    base::UserDefaults m_defaults;
+    speech::CredentialStore m_credentials;
+    LocalVoices m_localVoices;
+    audio::SoundServer m_sound;
+    audio::AudioDeviceMonitor m_devices;
+    audio::OutputRoutingDiagnostics m_routing;
+    AppCommands m_commands;
+    AppContext m_context;
+    ProjectWindows m_windows;
+    std::unique_ptr<WelcomeWindow> m_welcome;
+    QPointer<SettingsDialog> m_settings;
+    QPointer<NewProjectDialog> m_newProject;
+    bool m_isResolvingTermination = false;
+};
+
+} // namespace orlenta::shell

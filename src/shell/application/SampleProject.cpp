@@ -1,0 +1,57 @@
+#include "shell/application/SampleProject.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QDirIterator>
+#include <QtCore/QFileInfo>
+#include <QtCore/QStandardPaths>
+
+#include "base/AtomicFile.h"
+
+using namespace Qt::StringLiterals;
+
+namespace orlenta::shell {
+namespace {
+
+base::Result<void, base::FileError> copyFolderContents(const QString &source, const QString &destination) {
+    QDirIterator files(source, QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString from = files.next();
+        const QString to = destination + u'/' + QDir(source).relativeFilePath(from);
+        if (!QDir().mkpath(QFileInfo(to).path()))
+            return base::fail(base::FileError::withReason(QFileInfo(to).path(), u"The folder could not be made."_s));
+        // Copies the bytes, not the mode: what ships may be read-only.
+        auto bytes = base::readWholeFile(from);
+        if (!bytes)
+            return base::fail(bytes.error());
+        if (auto written = base::writeAtomically(to, bytes.value()); !written)
+            return base::fail(written.error());
+    }
+    return {};
+}
+
+} // namespace
+
+std::optional<QString> SampleProject::shippedFolder() {
+    const QString beside = QCoreApplication::applicationDirPath() + u"/../share/orlenta/sample-project"_s;
+    const QString folder = QDir::cleanPath(beside);
+    return QDir(folder).exists() ? std::optional(folder) : std::nullopt;
+}
+
+QString SampleProject::defaultDestination() {
+    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + u"/Orlenta Sample"_s;
+}
+
+base::Result<void, base::FileError> SampleProject::copy(const QString &source, const QString &destination) {
+    if (QFileInfo::exists(destination))
+        return base::fail(
+            base::FileError::withReason(destination, u"There is a file or folder of this name already."_s));
+    if (!QDir().mkpath(destination))
+        return base::fail(base::FileError::withReason(destination, u"The folder could not be made."_s));
+    auto copied = copyFolderContents(source, destination);
+    if (!copied)
+        QDir(destination).removeRecursively();
+    return copied;
+}
+
+} // namespace orlenta::shell

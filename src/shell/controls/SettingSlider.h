@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QtCore/QStringList>
+#include <QtWidgets/QWidget>
+
+class QLabel;
+class QSlider;
+
+namespace orlenta::shell {
+
+/// A titled slider over a real range with its value and an explanation. The value is reported once per gesture: at the
+/// end of a drag, or at each step by key or click, so that one gesture is one step of undo.
+class SettingSlider final : public QWidget {
+    Q_OBJECT
+public:
+    struct Range {
+        double minimum = 0.0;
+        double maximum = 1.0;
+        double standard = 0.5;
+    };
+
+    SettingSlider(const QString &title, Range range, const QStringList &help, QWidget *parent = nullptr);
+
+    [[nodiscard]] double value() const;
+    /// Shows a value without reporting it. `isShared` tells whether all edited lines have it.
+    void showValue(double value, bool isShared);
+    [[nodiscard]] QSlider *slider() const { return m_slider; }
+
+Q_SIGNALS:
+    void valueCommitted(double value);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void showReading();
+    void commit();
+
+    Range m_range;
+    QSlider *m_slider;
+    QLabel *m_reading;
+    bool m_isShared = true;
+    int m_committed = 0;
+};
+
+} // namespace orlenta::shell

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QtWidgets/QCheckBox>
+
+namespace orlenta::shell {
+
+/// An on-off switch with its label; to the keyboard and to assistive technology a check box.
+class ToggleSwitch final : public QCheckBox {
+    Q_OBJECT
+public:
+    explicit ToggleSwitch(const QString &text, QWidget *parent = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    [[nodiscard]] bool hitButton(const QPoint &position) const override;
+
+private:
+    [[nodiscard]] QSize trackSize() const;
+};
+
+} // namespace orlenta::shell

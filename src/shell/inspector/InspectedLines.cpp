@@ -1,0 +1,90 @@
+#include "shell/inspector/InspectedLines.h"
+
+#include <algorithm>
+
+#include "controller/LineEditing.h"
+#include "controller/PresetEditing.h"
+#include "controller/ProjectController.h"
+#include "controller/Selection.h"
+#include "controller/UndoManager.h"
+
+namespace orlenta::shell {
+namespace {
+
+template <typename T>
+std::optional<T> agreed(const QList<std::optional<T>> &values) {
+    if (values.isEmpty() ||
+        std::any_of(values.begin(), values.end(), [&](const auto &v) { return v != values.first(); }))
+        return std::nullopt;
+    return values.first();
+}
+
+} // namespace
+
+InspectedLines::InspectedLines(controller::ProjectController &controller, QObject *parent)
+    : QObject(parent), m_controller(controller) {
+    connect(&controller.selection(), &controller::Selection::selectionChanged, this, &InspectedLines::refresh);
+    connect(&controller, &controller::ProjectController::projectChanged, this, &InspectedLines::refresh);
+    connect(&controller, &controller::ProjectController::activeTabIdChanged, this, &InspectedLines::refresh);
+    refresh();
+}
+
+std::optional<model::LineId> InspectedLines::single() const {
+    return m_ids.size() == 1 ? std::optional(m_ids.first()) : std::nullopt;
+}
+
+std::optional<model::VoiceId> InspectedLines::sharedVoice() const {
+    return agreed(m_voices);
+}
+
+bool InspectedLines::hasDifferentVoices() const {
+    return std::any_of(m_voices.begin(), m_voices.end(),
+                       [this](const auto &voice) { return voice != m_voices.first(); });
+}
+
+std::optional<model::PresetId> InspectedLines::sharedPreset() const {
+    return agreed(m_presets);
+}
+
+void InspectedLines::change(const Mutation &mutation) {
+    const QList<model::LineId> ids = m_ids;
+    QList<model::ProjectLineSettings> wanted = m_settings;
+    for (model::ProjectLineSettings &settings : wanted)
+        mutation(settings);
+    if (ids.isEmpty() || wanted == m_settings)
+        return;
+    if (std::all_of(wanted.begin(), wanted.end(), [&](const auto &settings) { return settings == wanted.first(); })) {
+        m_controller.presets().updateSettings(ids, wanted.first());
+        return;
+    }
+    // Lines that differ in another setting keep it, so each is written by itself, inside one step.
+    m_controller.undoManager().beginUndoGrouping();
+    for (qsizetype i = 0; i < ids.size(); ++i)
+        m_controller.presets().updateSettings(ids.at(i), wanted.at(i));
+    m_controller.undoManager().endUndoGrouping();
+}
+
+void InspectedLines::refresh() {
+    const QList<model::LineId> ids = m_controller.selection().selectedLinesInScript();
+    QList<model::ProjectLineSettings> settings;
+    QList<std::optional<model::VoiceId>> voices;
+    QList<std::optional<model::PresetId>> presets;
+    const model::Project &project = m_controller.project();
+    for (const model::LineId &id : ids) {
+        const model::ProjectLine *line = project.lines.find(id);
+        if (line == nullptr)
+            continue;
+        settings.append(project.effectiveSettings(*line));
+        voices.append(line->voiceId);
+        presets.append(line->presetId);
+    }
+    if (ids == m_ids && settings == m_settings && voices == m_voices && presets == m_presets)
+        return;
+    m_ids = ids;
+    m_settings = settings;
+    m_voices = voices;
+    m_presets = presets;
+    Q_EMIT changed();
+}
+
+} // namespace orlenta::shell

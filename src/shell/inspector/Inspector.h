@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QtWidgets/QWidget>
+
+namespace orlenta::base {
+class UserDefaults;
+}
+
+namespace orlenta::controller {
+class ProjectController;
+}
+
+namespace orlenta::speech {
+class ElevenLabsService;
+}
+
+namespace orlenta::shell {
+
+class InspectedLines;
+class ModelSection;
+class PresetSection;
+class SettingsSection;
+class VoiceSection;
+
+/// The right side of a project window: who speaks the selected lines, and how.
+class Inspector final : public QWidget {
+    Q_OBJECT
+public:
+    Inspector(controller::ProjectController &controller, speech::ElevenLabsService &service, QWidget *parent = nullptr);
+
+    [[nodiscard]] VoiceSection &voices() const { return *m_voices; }
+    [[nodiscard]] PresetSection &presets() const { return *m_presets; }
+    [[nodiscard]] ModelSection &models() const { return *m_models; }
+    [[nodiscard]] SettingsSection &settings() const { return *m_settings; }
+    [[nodiscard]] InspectedLines &lines() const { return *m_lines; }
+
+public Q_SLOTS:
+    void showDeliveryTips();
+    /// Puts the caret into the search for a voice.
+    void focusVoiceSearch();
+
+Q_SIGNALS:
+    void accountRequested();
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    void showSubject();
+    void fitWidth();
+
+    InspectedLines *m_lines;
+    VoiceSection *m_voices;
+    PresetSection *m_presets;
+    ModelSection *m_models;
+    SettingsSection *m_settings;
+    QWidget *m_content;
+    class TextLabel *m_subject;
+};
+
+} // namespace orlenta::shell

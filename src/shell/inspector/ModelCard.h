@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QtWidgets/QRadioButton>
+
+#include "controller/ModelCatalogue.h"
+
+namespace orlenta::shell {
+
+/// One speech model to choose: its title and subtitle, what it is good for, and a button that tells more. To the
+/// keyboard and to assistive technology a radio button.
+class ModelCard final : public QRadioButton {
+    Q_OBJECT
+public:
+    explicit ModelCard(const controller::ModelDescription &model, QWidget *parent = nullptr);
+
+    [[nodiscard]] const QString &modelKey() const { return m_model.key; }
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int width) const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    [[nodiscard]] bool hitButton(const QPoint &position) const override;
+
+private:
+    [[nodiscard]] QFont titleFont() const;
+    [[nodiscard]] QFont smallFont() const;
+    [[nodiscard]] int padding() const;
+
+    controller::ModelDescription m_model;
+};
+
+} // namespace orlenta::shell

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QtCore/QTimer>
+#include <QtWidgets/QWidget>
+
+class QComboBox;
+class QLabel;
+class QPushButton;
+
+namespace orlenta::controller {
+class ProjectController;
+}
+
+namespace orlenta::speech {
+class ElevenLabsService;
+}
+
+namespace orlenta::shell {
+
+class InspectedLines;
+
+/// Chooses, keeps and removes the project's presets for the inspected lines.
+class PresetSection final : public QWidget {
+    Q_OBJECT
+public:
+    PresetSection(controller::ProjectController &controller, const speech::ElevenLabsService &service,
+                  InspectedLines &lines, QWidget *parent = nullptr);
+
+    [[nodiscard]] QComboBox *picker() const { return m_picker; }
+
+private:
+    void reload();
+    void showState();
+    void apply(int row);
+    void save();
+    void saveAs();
+    void remove();
+    void showSaved();
+
+    controller::ProjectController &m_controller;
+    const speech::ElevenLabsService &m_service;
+    InspectedLines &m_lines;
+    QComboBox *m_picker;
+    QPushButton *m_save;
+    QPushButton *m_saveAs;
+    QPushButton *m_delete;
+    QLabel *m_notice;
+    QTimer m_savedFeedback;
+};
+
+} // namespace orlenta::shell

@@ -1,0 +1,109 @@
+#include "shell/inspector/VoiceListModel.h"
+
+#include <algorithm>
+
+#include <QtGui/QColor>
+
+#include "controller/ProjectController.h"
+#include "speech/ElevenLabsService.h"
+
+namespace orlenta::shell {
+namespace {
+
+bool matchesVoiceSearch(const speech::Voice &voice, const QString &search) {
+    return search.isEmpty() || voice.name.contains(search, Qt::CaseInsensitive) ||
+           voice.description.value_or(QString()).contains(search, Qt::CaseInsensitive) ||
+           voiceTraits(voice).contains(search, Qt::CaseInsensitive);
+}
+
+QHash<QString, QString> castColors(const model::Project &project) {
+    QHash<QString, QString> colors;
+    for (const model::ProjectVoice &voice : project.voices)
+        colors.insert(voice.elevenLabsVoiceId, voice.colorStripeHex);
+    return colors;
+}
+
+} // namespace
+
+QString voiceTraits(const speech::Voice &voice) {
+    QStringList traits;
+    if (voice.labels) {
+        for (const QLatin1String key : {QLatin1String("language"), QLatin1String("accent"), QLatin1String("gender"),
+                                        QLatin1String("age"), QLatin1String("use_case")}) {
+            QString trait = voice.labels->value(key).trimmed();
+            if (trait.isEmpty())
+                continue;
+            trait.replace(QLatin1Char('_'), QLatin1Char(' '));
+            trait[0] = trait.at(0).toUpper();
+            traits.append(trait);
+        }
+    }
+    if (traits.isEmpty())
+        return voice.description.value_or(QString());
+    return traits.join(QStringLiteral(" · "));
+}
+
+VoiceListModel::VoiceListModel(controller::ProjectController &controller, speech::ElevenLabsService &service,
+                               QObject *parent)
+    : QAbstractListModel(parent), m_controller(controller), m_service(service) {
+    connect(&service, &speech::ElevenLabsService::voicesChanged, this, &VoiceListModel::reload);
+    connect(&controller, &controller::ProjectController::projectChanged, this, [this] {
+        QHash<QString, QString> colors = castColors(m_controller.project());
+        if (colors == m_castColors)
+            return;
+        m_castColors = std::move(colors);
+        if (!m_voices.isEmpty())
+            Q_EMIT dataChanged(index(0), index(rowCount() - 1), {CastColorRole});
+    });
+    reload();
+}
+
+int VoiceListModel::rowCount(const QModelIndex &parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_voices.size());
+}
+
+QVariant VoiceListModel::data(const QModelIndex &index, int role) const {
+    if (!index.isValid() || index.row() >= rowCount())
+        return {};
+    const speech::Voice &voice = m_voices.at(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+        return voice.name;
+    case Qt::ToolTipRole:
+        return voice.description.value_or(QString()).isEmpty() ? voice.name : *voice.description;
+    case Qt::AccessibleDescriptionRole:
+    case TraitsRole:
+        return voiceTraits(voice);
+    case VoiceIdRole:
+        return voice.voiceId;
+    case CastColorRole:
+        return QColor(m_castColors.value(voice.voiceId));
+    default:
+        return {};
+    }
+}
+
+int VoiceListModel::rowOf(const QString &voiceId) const {
+    const auto found =
+        std::find_if(m_voices.begin(), m_voices.end(), [&](const auto &voice) { return voice.voiceId == voiceId; });
+    return found == m_voices.end() ? -1 : static_cast<int>(found - m_voices.begin());
+}
+
+void VoiceListModel::setSearch(const QString &search) {
+    const QString trimmed = search.trimmed();
+    if (trimmed == m_search)
+        return;
+    m_search = trimmed;
+    reload();
+}
+
+void VoiceListModel::reload() {
+    beginResetModel();
+    m_voices.clear();
+    std::copy_if(m_service.voices().begin(), m_service.voices().end(), std::back_inserter(m_voices),
+                 [this](const speech::Voice &voice) { return matchesVoiceSearch(voice, m_search); });
+    m_castColors = castColors(m_controller.project());
+    endResetModel();
+}
+
+} // namespace orlenta::shell

@@ -1,0 +1,172 @@
+#include "shell/inspector/VoiceSection.h"
+
+#include <algorithm>
+
+#include <QtCore/QEvent>
+#include <QtGui/QPainter>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListView>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QVBoxLayout>
+
+#include "controller/ProjectController.h"
+#include "controller/VoiceCasting.h"
+#include "shell/controls/TextLabel.h"
+#include "shell/inspector/InspectedLines.h"
+#include "shell/inspector/VoiceDelegate.h"
+#include "shell/inspector/VoiceListModel.h"
+#include "shell/theme/Icon.h"
+#include "shell/theme/Theme.h"
+#include "speech/ElevenLabsService.h"
+
+using namespace Qt::StringLiterals;
+
+namespace orlenta::shell {
+namespace {
+
+constexpr int shownVoices = 5;
+
+QPixmap voiceSwatch(const QColor &color, int side, qreal ratio) {
+    QPixmap pixmap(QSize(side, side) * ratio);
+    pixmap.setDevicePixelRatio(ratio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawEllipse(QRectF(1, 1, side - 2, side - 2));
+    return pixmap;
+}
+
+speech::ServiceColor serviceColor(const QColor &color) {
+    return {color.redF(), color.greenF(), color.blueF()};
+}
+
+} // namespace
+
+VoiceSection::VoiceSection(controller::ProjectController &controller, speech::ElevenLabsService &service,
+                           InspectedLines &lines, QWidget *parent)
+    : QWidget(parent), m_controller(controller), m_service(service), m_lines(lines),
+      m_model(new VoiceListModel(controller, service, this)), m_swatch(new QLabel),
+      m_castName(new TextLabel({}, TextLabel::Style::Heading)), m_search(new QLineEdit), m_list(new QListView),
+      m_message(new TextLabel({}, TextLabel::Style::Caption)), m_connect(new QPushButton(u"Connect an account…"_s)) {
+    m_search->setPlaceholderText(u"Search voices, descriptions, languages…"_s);
+    m_search->setClearButtonEnabled(true);
+    m_search->addAction(Icon::named(QStringLiteral("search"), Icon::Tint::Muted), QLineEdit::LeadingPosition);
+    m_search->setAccessibleName(u"Search voices"_s);
+    m_search->setToolTip(u"Search voices by name, description or language"_s);
+    m_list->setModel(m_model);
+    m_list->setItemDelegate(new VoiceDelegate(m_list));
+    m_list->setMouseTracking(true);
+    m_list->setUniformItemSizes(true);
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_list->setAccessibleName(u"Voices"_s);
+    m_list->setToolTip(u"Click a voice, or press Return on it, to cast the selected lines"_s);
+    m_castName->setWordWrap(true);
+    m_connect->setToolTip(u"Connect an account or use the voices of this machine"_s);
+    m_connect->setAccessibleName(u"Connect an account"_s);
+
+    auto *cast = new QHBoxLayout;
+    cast->addWidget(m_swatch);
+    cast->addWidget(m_castName, 1);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(new TextLabel(u"VOICE"_s, TextLabel::Style::Section));
+    layout->addLayout(cast);
+    layout->addWidget(m_search);
+    layout->addWidget(m_list);
+    layout->addWidget(m_message);
+    layout->addWidget(m_connect);
+
+    connect(m_search, &QLineEdit::textChanged, m_model, &VoiceListModel::setSearch);
+    connect(m_list, &QListView::clicked, this, &VoiceSection::castVoice);
+    connect(m_list, &QListView::activated, this, [this](const QModelIndex &index) {
+        // A double click has cast with its first click; Return comes without one.
+        if (m_list->hasFocus())
+            castVoice(index);
+    });
+    connect(m_connect, &QPushButton::clicked, this, &VoiceSection::accountRequested);
+    connect(m_model, &QAbstractItemModel::modelReset, this, [this] {
+        showCast();
+        showAvailability();
+    });
+    connect(&lines, &InspectedLines::changed, this, &VoiceSection::showCast);
+    connect(&service, &speech::ElevenLabsService::isAuthenticatedChanged, this, &VoiceSection::showAvailability);
+    connect(&service, &speech::ElevenLabsService::isLoadingChanged, this, &VoiceSection::showAvailability);
+    showCast();
+    showAvailability();
+    fitList();
+}
+
+void VoiceSection::changeEvent(QEvent *event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange) {
+        fitList();
+        showCast();
+    }
+}
+
+void VoiceSection::fitList() {
+    QStyleOptionViewItem option;
+    option.font = m_list->font();
+    option.fontMetrics = m_list->fontMetrics();
+    const int row = m_list->itemDelegate()->sizeHint(option, {}).height();
+    m_list->setFixedHeight(row * shownVoices + 2 * m_list->frameWidth() + row / 2);
+}
+
+void VoiceSection::castVoice(const QModelIndex &index) {
+    const QString voiceId = index.data(VoiceListModel::VoiceIdRole).toString();
+    if (voiceId.isEmpty() || m_lines.isEmpty())
+        return;
+    const controller::ServiceVoice voice{voiceId, index.data(Qt::DisplayRole).toString()};
+    // Casting a voice that all lines have would leave an undo step that does nothing.
+    const auto shared = m_lines.sharedVoice();
+    const model::ProjectVoice *present = shared ? m_controller.project().findVoice(*shared) : nullptr;
+    if (present == nullptr || present->elevenLabsVoiceId != voiceId)
+        m_controller.voices().assignVoice(m_lines.ids(), voice);
+    const auto color = index.data(VoiceListModel::CastColorRole).value<QColor>();
+    m_service.selectVoice(voiceId, voice.name, color.isValid() ? serviceColor(color) : m_service.selectedVoiceColor());
+}
+
+void VoiceSection::showCast() {
+    const auto shared = m_lines.sharedVoice();
+    const model::ProjectVoice *voice = shared ? m_controller.project().findVoice(*shared) : nullptr;
+    const int side = fontMetrics().height();
+    m_swatch->setVisible(voice != nullptr);
+    if (voice != nullptr) {
+        m_swatch->setPixmap(voiceSwatch(QColor(voice->colorStripeHex), side, devicePixelRatioF()));
+        m_castName->setText(voice->castName);
+    } else if (m_lines.isEmpty()) {
+        m_castName->setText(u"No line selected"_s);
+    } else {
+        m_castName->setText(m_lines.hasDifferentVoices() ? u"Several voices"_s : u"No voice yet"_s);
+    }
+    const int row = voice != nullptr ? m_model->rowOf(voice->elevenLabsVoiceId) : -1;
+    QItemSelectionModel *selection = m_list->selectionModel();
+    if (row < 0) {
+        selection->clearSelection();
+    } else if (!selection->isRowSelected(row)) {
+        selection->setCurrentIndex(m_model->index(row), QItemSelectionModel::ClearAndSelect);
+    }
+    m_list->setEnabled(!m_lines.isEmpty());
+}
+
+void VoiceSection::showAvailability() {
+    const bool hasVoices = !m_service.voices().isEmpty();
+    const bool isEmptySearch = hasVoices && m_model->rowCount() == 0;
+    m_search->setVisible(hasVoices);
+    m_list->setVisible(hasVoices && !isEmptySearch);
+    m_connect->setVisible(!hasVoices && !m_service.isLoading() && !m_service.isAuthenticated());
+    m_message->setVisible(!m_list->isVisibleTo(this));
+    if (isEmptySearch)
+        m_message->setText(u"No voice matches the search."_s);
+    else if (m_service.isLoading())
+        m_message->setText(u"Connecting…"_s);
+    else if (m_service.isAuthenticated())
+        m_message->setText(u"This account has no voices."_s);
+    else
+        m_message->setText(u"Voices appear here once an account or the local voices are connected."_s);
+}
+
+} // namespace orlenta::shell

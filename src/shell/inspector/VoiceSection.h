@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QtWidgets/QWidget>
+
+class QLabel;
+class QLineEdit;
+class QListView;
+class QModelIndex;
+class QPushButton;
+
+namespace orlenta::controller {
+class ProjectController;
+}
+
+namespace orlenta::speech {
+class ElevenLabsService;
+}
+
+namespace orlenta::shell {
+
+class InspectedLines;
+class VoiceListModel;
+
+/// Casts the inspected lines: the voice they have, a search, and the voices to choose from.
+class VoiceSection final : public QWidget {
+    Q_OBJECT
+public:
+    VoiceSection(controller::ProjectController &controller, speech::ElevenLabsService &service, InspectedLines &lines,
+                 QWidget *parent = nullptr);
+
+    [[nodiscard]] QLineEdit *searchField() const { return m_search; }
+    [[nodiscard]] QListView *voiceList() const { return m_list; }
+
+Q_SIGNALS:
+    /// The user has no voices and wants to connect.
+    void accountRequested();
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    void castVoice(const QModelIndex &index);
+    void showCast();
+    void showAvailability();
+    void fitList();
+
+    controller::ProjectController &m_controller;
+    speech::ElevenLabsService &m_service;
+    InspectedLines &m_lines;
+    VoiceListModel *m_model;
+    QLabel *m_swatch;
+    QLabel *m_castName;
+    QLineEdit *m_search;
+    QListView *m_list;
+    QLabel *m_message;
+    QPushButton *m_connect;
+};
+
+} // namespace orlenta::shell

@@ -1,0 +1,14 @@
+#pragma once
+
+class QMenuBar;
+
+namespace orlenta::shell {
+
+class AppActions;
+class ProjectActions;
+
+/// Puts the menus of a project window, or those of a window without a project, into its menu bar.
+void fillMenuBar(QMenuBar &bar, const AppActions &app, const ProjectActions &project);
+void fillMenuBar(QMenuBar &bar, const AppActions &app);
+
+} // namespace orlenta::shell

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QtCore/QObject>
+
+class QAction;
+
+namespace orlenta::audio {
+class PlaybackController;
+}
+
+namespace orlenta::controller {
+class LineGenerator;
+class ProjectController;
+} // namespace orlenta::controller
+
+namespace orlenta::shell {
+
+/// The commands of one project window, for its menus and its toolbar alike, with their titles, keys and whether they
+/// can be used at the moment. Main thread; what it acts on outlives it.
+class ProjectActions final : public QObject {
+    Q_OBJECT
+public:
+    ProjectActions(controller::ProjectController &controller, audio::PlaybackController &playback,
+                   controller::LineGenerator &generator, QObject *parent = nullptr);
+
+    QAction *closeWindow;
+    QAction *save;
+    QAction *exportAudio;
+    QAction *account;
+    QAction *undo;
+    QAction *redo;
+    QAction *cut;
+    QAction *copy;
+    QAction *paste;
+    QAction *selectAll;
+    QAction *chooseVoice;
+    QAction *generate;
+    QAction *addLine;
+    QAction *duplicateLine;
+    QAction *splitLine;
+    QAction *deleteLine;
+    QAction *moveLineUp;
+    QAction *moveLineDown;
+    QAction *newTab;
+    QAction *closeTab;
+    QAction *nextTab;
+    QAction *previousTab;
+    QAction *play;
+    QAction *playAll;
+    QAction *toggleInspector;
+
+private:
+    void connectEditing();
+    void connectLines();
+    void connectTabs();
+    void connectPlayback();
+    void deleteSelectedLines();
+    void togglePlayback();
+    void playWholeTab();
+    void selectEverything();
+    void refresh();
+    void refreshUndo();
+
+    controller::ProjectController &m_controller;
+    audio::PlaybackController &m_playback;
+    controller::LineGenerator &m_generator;
+};
+
+} // namespace orlenta::shell

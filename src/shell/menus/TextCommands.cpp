@@ -1,0 +1,84 @@
+#include "shell/menus/TextCommands.h"
+
+#include <QtGui/QTextDocument>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QTextEdit>
+
+namespace orlenta::shell {
+namespace {
+
+template <typename Text>
+void sendToText(Text &text, TextCommands::Command command) {
+    switch (command) {
+    case TextCommands::Command::Cut:
+        text.cut();
+        return;
+    case TextCommands::Command::Copy:
+        text.copy();
+        return;
+    case TextCommands::Command::Paste:
+        text.paste();
+        return;
+    case TextCommands::Command::SelectAll:
+        text.selectAll();
+        return;
+    }
+    Q_UNREACHABLE();
+}
+
+QLineEdit *focusedLineEdit() {
+    return qobject_cast<QLineEdit *>(QApplication::focusWidget());
+}
+
+QTextEdit *focusedTextEdit() {
+    return qobject_cast<QTextEdit *>(QApplication::focusWidget());
+}
+
+} // namespace
+
+bool TextCommands::send(Command command) {
+    if (QLineEdit *line = focusedLineEdit(); line != nullptr)
+        sendToText(*line, command);
+    else if (QTextEdit *text = focusedTextEdit(); text != nullptr)
+        sendToText(*text, command);
+    else
+        return false;
+    return true;
+}
+
+bool TextCommands::canUndo() {
+    if (const QLineEdit *line = focusedLineEdit(); line != nullptr)
+        return line->isUndoAvailable();
+    const QTextEdit *text = focusedTextEdit();
+    return text != nullptr && text->document()->isUndoAvailable();
+}
+
+bool TextCommands::canRedo() {
+    if (const QLineEdit *line = focusedLineEdit(); line != nullptr)
+        return line->isRedoAvailable();
+    const QTextEdit *text = focusedTextEdit();
+    return text != nullptr && text->document()->isRedoAvailable();
+}
+
+bool TextCommands::undo() {
+    if (!canUndo())
+        return false;
+    if (QLineEdit *line = focusedLineEdit(); line != nullptr)
+        line->undo();
+    else
+        focusedTextEdit()->undo();
+    return true;
+}
+
+bool TextCommands::redo() {
+    if (!canRedo())
+        return false;
+    if (QLineEdit *line = focusedLineEdit(); line != nullptr)
+        line->redo();
+    else
+        focusedTextEdit()->redo();
+    return true;
+}
+
+} // namespace orlenta::shell

@@ -1,0 +1,54 @@
+#include "shell/settings/SettingsDialog.h"
+
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollArea>
+#include <QtWidgets/QVBoxLayout>
+
+#include "shell/controls/TextLabel.h"
+#include "shell/settings/AppearanceSettings.h"
+#include "shell/settings/AudioDeviceSettings.h"
+#include "shell/settings/OutputFormatSettings.h"
+#include "shell/theme/Theme.h"
+
+using namespace Qt::StringLiterals;
+
+namespace orlenta::shell {
+
+SettingsDialog::SettingsDialog(base::UserDefaults &defaults, const audio::AudioDeviceMonitor &devices,
+                               const audio::OutputRoutingDiagnostics &routing, QWidget *parent)
+    : QDialog(parent) {
+    setWindowTitle(u"Settings"_s);
+    setAccessibleName(u"Settings"_s);
+    const int unit = Theme::unit(this);
+    auto *content = new QWidget;
+    auto *sections = new QVBoxLayout(content);
+    sections->setContentsMargins(unit * 4, unit * 4, unit * 4, unit * 4);
+    sections->setSpacing(unit * 2);
+    const auto addSection = [sections, unit](const QString &title, QWidget *section) {
+        sections->addWidget(new TextLabel(title, TextLabel::Style::Heading));
+        sections->addWidget(section);
+        sections->addSpacing(unit * 3);
+    };
+    addSection(u"Appearance"_s, new AppearanceSettings(defaults));
+    addSection(u"Audio Devices"_s, new AudioDeviceSettings(defaults, devices, routing));
+    addSection(u"Output Format"_s, new OutputFormatSettings(defaults));
+    sections->addStretch();
+
+    auto *scroll = new QScrollArea;
+    scroll->setWidget(content);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setAccessibleName(u"Settings"_s);
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    buttons->button(QDialogButtonBox::Close)->setToolTip(u"Close the settings"_s);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(scroll, 1);
+    layout->addWidget(buttons);
+    setMinimumWidth(content->minimumSizeHint().width() + unit * 10);
+    resize(std::max(unit * 115, minimumWidth()), unit * 130);
+}
+
+} // namespace orlenta::shell

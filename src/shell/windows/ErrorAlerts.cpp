@@ -1,0 +1,67 @@
+#include "shell/windows/ErrorAlerts.h"
+
+#include <algorithm>
+
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+
+using namespace Qt::StringLiterals;
+
+namespace orlenta::shell {
+
+ErrorAlerts::ErrorAlerts(QWidget &window) : QObject(&window), m_window(window) {}
+
+QMessageBox *ErrorAlerts::box() const {
+    return m_box;
+}
+
+void ErrorAlerts::show(const Alert &alert) {
+    const auto same = std::find_if(m_alerts.begin(), m_alerts.end(),
+                                   [&](const Alert &other) { return other.source == alert.source; });
+    if (same != m_alerts.end())
+        *same = alert;
+    else
+        m_alerts.append(alert);
+    if (m_box == nullptr)
+        showNext();
+    else
+        fill(m_alerts.first());
+}
+
+void ErrorAlerts::withdraw(AlertSource source) {
+    const bool isShown = m_box != nullptr && !m_alerts.isEmpty() && m_alerts.first().source == source;
+    if (isShown)
+        m_alerts.first().dismissed = {};
+    else
+        m_alerts.removeIf([source](const Alert &alert) { return alert.source == source; });
+    if (isShown)
+        m_box->accept();
+}
+
+void ErrorAlerts::showNext() {
+    if (m_alerts.isEmpty())
+        return;
+    auto *box = new QMessageBox(QMessageBox::Warning, u"Orlenta"_s, {}, QMessageBox::Ok, &m_window);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setTextFormat(Qt::PlainText);
+    box->button(QMessageBox::Ok)->setToolTip(u"Dismiss this message"_s);
+    m_box = box;
+    fill(m_alerts.first());
+    connect(box, &QMessageBox::finished, this, [this] {
+        m_box = nullptr;
+        const Alert done = m_alerts.takeFirst();
+        if (done.dismissed)
+            done.dismissed();
+        if (m_box == nullptr)
+            showNext();
+    });
+    box->open();
+}
+
+void ErrorAlerts::fill(const Alert &alert) {
+    m_box->setText(alert.title);
+    m_box->setInformativeText(alert.detail);
+    m_box->setAccessibleName(alert.title);
+}
+
+} // namespace orlenta::shell

@@ -1,0 +1,68 @@
+#include "shell/windows/ExportFlow.h"
+
+#include <QtCore/QPointer>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QLabel>
+
+#include "controller/ProjectController.h"
+
+using namespace Qt::StringLiterals;
+
+namespace orlenta::shell {
+
+using controller::Exporting;
+
+ExportFlow::ExportFlow(controller::ProjectController &controller, QWidget &window)
+    : QObject(&window), m_controller(controller), m_window(window) {}
+
+QCoro::Task<void> ExportFlow::exportSelectedAudio(controller::MultiLineOutput output) {
+    if (m_isBusy)
+        co_return;
+    m_isBusy = true;
+    const QPointer<ExportFlow> self(this);
+    const Exporting::Plan plan = co_await m_controller.exporting().plan(output);
+    if (!self)
+        co_return;
+    if (const auto *file = std::get_if<Exporting::SingleFile>(&plan); file != nullptr)
+        askForFile(*file);
+    else if (const auto *folder = std::get_if<Exporting::Folder>(&plan); folder != nullptr)
+        askForFolder(*folder);
+    else
+        m_isBusy = false;
+}
+
+void ExportFlow::askForFile(const Exporting::SingleFile &file) {
+    auto *dialog = new QFileDialog(&m_window, Exporting::dialogTitle());
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setFileMode(QFileDialog::AnyFile);
+    dialog->setNameFilter(u"WAV audio (*.wav)"_s);
+    dialog->setDefaultSuffix(u"wav"_s);
+    dialog->selectFile(file.suggestedName);
+    connect(dialog, &QFileDialog::fileSelected, this, [this, file](const QString &destination) {
+        m_controller.exporting().exportTo(file, destination);
+        Q_EMIT finished();
+    });
+    openDialog(dialog);
+}
+
+void ExportFlow::askForFolder(const Exporting::Folder &folder) {
+    auto *dialog = new QFileDialog(&m_window, Exporting::dialogTitle());
+    dialog->setFileMode(QFileDialog::Directory);
+    dialog->setOption(QFileDialog::ShowDirsOnly);
+    dialog->setLabelText(QFileDialog::Accept, u"Export"_s);
+    // The file dialog has no line for a message, so it stands with the field that the folder goes into.
+    dialog->setLabelText(QFileDialog::FileName, Exporting::folderMessage(folder));
+    connect(dialog, &QFileDialog::fileSelected, this, [this, folder](const QString &destination) {
+        m_controller.exporting().exportToFolder(folder, destination);
+        Q_EMIT finished();
+    });
+    openDialog(dialog);
+}
+
+void ExportFlow::openDialog(QFileDialog *dialog) {
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QFileDialog::finished, this, [this] { m_isBusy = false; });
+    dialog->open();
+}
+
+} // namespace orlenta::shell

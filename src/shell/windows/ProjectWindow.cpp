@@ -1,0 +1,159 @@
+#include "shell/windows/ProjectWindow.h"
+
+#include <QtGui/QAction>
+#include <QtGui/QCloseEvent>
+#include <QtWidgets/QFrame>
+#include <QtWidgets/QMenuBar>
+#include <QtWidgets/QSplitter>
+#include <QtWidgets/QVBoxLayout>
+
+#include "audio/playback/PlaybackController.h"
+#include "controller/LineGenerator.h"
+#include "controller/ProjectController.h"
+#include "shell/account/AccountDialog.h"
+#include "shell/account/LocalVoices.h"
+#include "shell/editor/ScriptEditor.h"
+#include "shell/inspector/Inspector.h"
+#include "shell/menus/AppActions.h"
+#include "shell/menus/MenuBar.h"
+#include "shell/menus/ProjectActions.h"
+#include "shell/windows/ErrorAlerts.h"
+#include "shell/windows/ExportFlow.h"
+#include "shell/windows/ProjectToolbar.h"
+#include "shell/windows/StatusLine.h"
+
+using namespace Qt::StringLiterals;
+
+namespace orlenta::shell {
+namespace {
+
+constexpr QSize contentSize(1000, 700);
+constexpr QSize smallestSize(600, 400);
+
+QFrame *windowRule() {
+    auto *rule = new QFrame;
+    rule->setFrameShape(QFrame::HLine);
+    rule->setForegroundRole(QPalette::Mid);
+    return rule;
+}
+
+} // namespace
+
+ProjectWindow::ProjectWindow(const Parts &parts)
+    : m_parts(parts), m_actions(new ProjectActions(parts.controller, parts.playback, parts.generator, this)),
+      m_alerts(new ErrorAlerts(*this)), m_export(new ExportFlow(parts.controller, *this)),
+      m_toolbar(new ProjectToolbar({parts.service, parts.context.localVoices, parts.context.defaults, *m_actions})),
+      m_editor(new ScriptEditor(parts.controller, parts.playback, parts.generator, this)),
+      m_inspector(new Inspector(parts.controller, parts.service)), m_splitter(new QSplitter(Qt::Horizontal)) {
+    fillMenuBar(*menuBar(), *new AppActions(parts.context.commands, this), *m_actions);
+    layOut();
+    connectCommands();
+    connectAlerts();
+    syncTitle();
+    resize(contentSize);
+    fitMinimumSize();
+}
+
+void ProjectWindow::layOut() {
+    m_splitter->addWidget(m_editor);
+    m_splitter->addWidget(m_inspector);
+    m_splitter->setStretchFactor(0, 1);
+    m_splitter->setStretchFactor(1, 0);
+    m_splitter->setChildrenCollapsible(false);
+    m_splitter->setHandleWidth(1);
+    const int inspectorWidth = m_inspector->minimumSizeHint().width();
+    m_splitter->setSizes({contentSize.width() - inspectorWidth, inspectorWidth});
+
+    auto *content = new QWidget;
+    auto *column = new QVBoxLayout(content);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_toolbar);
+    column->addWidget(windowRule());
+    column->addWidget(m_splitter, 1);
+    column->addWidget(windowRule());
+    column->addWidget(new StatusLine(m_parts.controller, m_parts.generator));
+    setCentralWidget(content);
+}
+
+void ProjectWindow::connectCommands() {
+    connect(m_actions->closeWindow, &QAction::triggered, this, &QWidget::close);
+    connect(m_actions->save, &QAction::triggered, this, &ProjectWindow::saveRequested);
+    connect(m_actions->exportAudio, &QAction::triggered, this,
+            [this] { m_export->exportSelectedAudio(m_toolbar->outputMode()); });
+    connect(m_actions->account, &QAction::triggered, this, &ProjectWindow::showAccount);
+    connect(m_actions->chooseVoice, &QAction::triggered, this, [this] {
+        if (!m_inspector->isVisible())
+            toggleInspector();
+        m_inspector->focusVoiceSearch();
+    });
+    connect(m_actions->toggleInspector, &QAction::triggered, this, &ProjectWindow::toggleInspector);
+    connect(m_inspector, &Inspector::accountRequested, this, &ProjectWindow::showAccount);
+    connect(&m_parts.controller, &controller::ProjectController::hasUnsavedChangesChanged, this,
+            &ProjectWindow::syncTitle);
+    connect(&m_parts.controller, &controller::ProjectController::projectChanged, this, &ProjectWindow::syncTitle);
+    connect(&m_parts.controller, &controller::ProjectController::projectURLChanged, this, &ProjectWindow::syncTitle);
+}
+
+void ProjectWindow::connectAlerts() {
+    // Generation, playback and hand-over are the editor's to tell; here stands what is the window's.
+    const LocalVoices &localVoices = m_parts.context.localVoices;
+    connect(&localVoices, &LocalVoices::stateChanged, this, [this, &localVoices] {
+        if (localVoices.state() == LocalVoices::State::Failed)
+            m_alerts->show(
+                {AlertSource::LocalVoices, u"Local voices are not available"_s, localVoices.failureReason(), {}});
+        else
+            m_alerts->withdraw(AlertSource::LocalVoices);
+    });
+}
+
+void ProjectWindow::syncTitle() {
+    // "[*]" is where Qt puts the edited mark; doubled, it stands for itself.
+    QString name = m_parts.controller.project().projectName;
+    const QString title = name.replace(u"[*]"_s, u"[*][*]"_s) + u"[*]"_s;
+    if (windowTitle() != title)
+        setWindowTitle(title);
+    const QString path = m_parts.controller.projectURL().toLocalFile();
+    if (windowFilePath() != path)
+        setWindowFilePath(path);
+    setWindowModified(m_parts.controller.hasUnsavedChanges());
+}
+
+AccountDialog *ProjectWindow::showAccount() {
+    if (auto *open = findChild<AccountDialog *>(); open != nullptr) {
+        open->raise();
+        open->activateWindow();
+        return open;
+    }
+    auto *dialog = new AccountDialog(m_parts.service, m_parts.context.localVoices, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+    return dialog;
+}
+
+void ProjectWindow::closeEvent(QCloseEvent *event) {
+    if (m_closeGuard && !m_closeGuard()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    Q_EMIT closed();
+}
+
+void ProjectWindow::changeEvent(QEvent *event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        QMetaObject::invokeMethod(this, &ProjectWindow::fitMinimumSize, Qt::QueuedConnection);
+}
+
+void ProjectWindow::toggleInspector() {
+    m_inspector->setVisible(!m_inspector->isVisible());
+    m_actions->toggleInspector->setText(m_inspector->isVisible() ? u"Hide Inspector"_s : u"Show Inspector"_s);
+}
+
+void ProjectWindow::fitMinimumSize() {
+    // An explicit minimum would win over the layout's own and let a large interface be cut off.
+    setMinimumSize(smallestSize.expandedTo(centralWidget()->minimumSizeHint()));
+}
+
+} // namespace orlenta::shell

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <functional>
+
+#include <QtWidgets/QMainWindow>
+
+#include "shell/application/AppContext.h"
+
+class QSplitter;
+
+namespace orlenta::audio {
+class PlaybackController;
+}
+
+namespace orlenta::controller {
+class LineGenerator;
+class ProjectController;
+} // namespace orlenta::controller
+
+namespace orlenta::speech {
+class ElevenLabsService;
+}
+
+namespace orlenta::shell {
+
+class AccountDialog;
+class ErrorAlerts;
+class ExportFlow;
+class Inspector;
+class ProjectActions;
+class ProjectToolbar;
+class ScriptEditor;
+
+/// The window of one open project: toolbar, script and inspector, and the alerts about what failed. Main thread; what
+/// it shows outlives it.
+class ProjectWindow final : public QMainWindow {
+    Q_OBJECT
+public:
+    struct Parts {
+        AppContext &context;
+        controller::ProjectController &controller;
+        speech::ElevenLabsService &service;
+        audio::PlaybackController &playback;
+        controller::LineGenerator &generator;
+    };
+    /// Asked before the window closes; it stays open on false.
+    using CloseGuard = std::function<bool()>;
+
+    explicit ProjectWindow(const Parts &parts);
+
+    void setCloseGuard(const CloseGuard &guard) { m_closeGuard = guard; }
+    [[nodiscard]] ProjectToolbar &toolbar() const { return *m_toolbar; }
+    [[nodiscard]] Inspector &inspector() const { return *m_inspector; }
+    [[nodiscard]] ScriptEditor &editor() const { return *m_editor; }
+    [[nodiscard]] ErrorAlerts &alerts() const { return *m_alerts; }
+    [[nodiscard]] ProjectActions &actions() const { return *m_actions; }
+    [[nodiscard]] ExportFlow &exportFlow() const { return *m_export; }
+    /// Title and edited mark as the project has them.
+    void syncTitle();
+    /// The account panel of this window's service, on screen.
+    AccountDialog *showAccount();
+
+Q_SIGNALS:
+    void saveRequested();
+    void closed();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    void layOut();
+    void connectCommands();
+    void connectAlerts();
+    void toggleInspector();
+    void fitMinimumSize();
+
+    Parts m_parts;
+    CloseGuard m_closeGuard;
+    ProjectActions *m_actions;
+    ErrorAlerts *m_alerts;
+    ExportFlow *m_export;
+    ProjectToolbar *m_toolbar;
+    ScriptEditor *m_editor;
+    Inspector *m_inspector;
+    QSplitter *m_splitter;
+};
+
+} // namespace orlenta::shell

@@ -1,0 +1,118 @@
+#include "shell/windows/ProjectWindowController.h"
+
+#include <QtCore/QPointer>
+#include <QtCore/QUrl>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+
+#include "base/LogCategories.h"
+#include "controller/LineEditing.h"
+#include "shell/account/LocalVoices.h"
+#include "shell/windows/ErrorAlerts.h"
+#include "shell/windows/ProjectWindow.h"
+
+using namespace Qt::StringLiterals;
+
+namespace orlenta::shell {
+
+ProjectWindowController::ProjectWindowController(AppContext &context, const model::StoredProject &stored,
+                                                 QObject *parent)
+    : QObject(parent), m_context(context), m_folder(stored.folder),
+      m_elevenLabsService(context.defaults, context.credentials),
+      m_controller(stored.project, QUrl::fromLocalFile(stored.folder)),
+      m_playbackController(context.sound, context.defaults, context.devices, context.routing),
+      m_generator(m_controller, m_elevenLabsService, context.defaults),
+      m_window(std::make_unique<ProjectWindow>(
+          ProjectWindow::Parts{context, m_controller, m_elevenLabsService, m_playbackController, m_generator})) {
+    m_controller.lines().setNewLineVoiceProvider([this]() -> std::optional<controller::ServiceVoice> {
+        if (m_elevenLabsService.selectedVoiceId().isEmpty())
+            return std::nullopt;
+        return controller::ServiceVoice{m_elevenLabsService.selectedVoiceId(), m_elevenLabsService.selectedVoiceName()};
+    });
+    m_window->setCloseGuard([this] { return windowShouldClose(); });
+    connect(m_window.get(), &ProjectWindow::saveRequested, this, [this] { saveCurrentAndSyncTitle(); });
+    connect(m_window.get(), &ProjectWindow::closed, this, &ProjectWindowController::windowWillClose);
+    context.localVoices.attach(m_elevenLabsService);
+}
+
+ProjectWindowController::~ProjectWindowController() = default;
+
+void ProjectWindowController::showProjectWindow() {
+    if (m_window->isMinimized())
+        m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
+    m_window->show();
+    m_window->raise();
+    m_window->activateWindow();
+    qCInfo(base::log::project).noquote() << "[ProjectWindowController] Project window shown for:" << m_folder
+                                         << "visible=" << m_window->isVisible();
+}
+
+bool ProjectWindowController::saveCurrentAndSyncTitle() {
+    const auto saved = m_controller.save();
+    m_window->syncTitle();
+    if (saved)
+        return true;
+    m_window->alerts().show(
+        {AlertSource::Save, saved.error().description(), saved.error().failureReason().value_or(QString()), {}});
+    return false;
+}
+
+bool ProjectWindowController::windowShouldClose() {
+    if (m_closingAfterConfirmation || !m_controller.hasUnsavedChanges())
+        return true;
+    if (!closeConfirmationPresented())
+        presentCloseConfirmation([this](CloseOutcome outcome) {
+            if (outcome == CloseOutcome::Proceed)
+                closeAfterConfirmation();
+        });
+    return false;
+}
+
+void ProjectWindowController::presentCloseConfirmation(const CloseCompletion &completion) {
+    Q_ASSERT(m_confirmation == nullptr);
+    const QString title =
+        QStringLiteral("Save changes to \"%1\" before closing?").arg(m_controller.project().projectName);
+    auto *box = new QMessageBox(QMessageBox::Warning, u"Orlenta"_s, title, QMessageBox::NoButton, m_window.get());
+    box->setTextFormat(Qt::PlainText);
+    box->setInformativeText(u"Your changes will be lost if you don't save them."_s);
+    box->setAccessibleName(title);
+    box->addButton(u"Save"_s, QMessageBox::AcceptRole)->setToolTip(u"Save the project, then close it"_s);
+    box->addButton(u"Don't Save"_s, QMessageBox::DestructiveRole)->setToolTip(u"Close and lose the changes"_s);
+    QPushButton *cancel = box->addButton(u"Cancel"_s, QMessageBox::RejectRole);
+    cancel->setToolTip(u"Keep the project open"_s);
+    box->setDefaultButton(qobject_cast<QPushButton *>(box->buttons().constFirst()));
+    box->setEscapeButton(cancel);
+    m_confirmation = box;
+    connect(box, &QMessageBox::finished, this, [this, box, completion] {
+        m_confirmation = nullptr;
+        box->deleteLater();
+        completion(resolveConfirmation(*box));
+    });
+    box->open();
+}
+
+ProjectWindowController::CloseOutcome ProjectWindowController::resolveConfirmation(const QMessageBox &box) {
+    switch (box.clickedButton() == nullptr ? QMessageBox::RejectRole : box.buttonRole(box.clickedButton())) {
+    case QMessageBox::AcceptRole:
+        return saveCurrentAndSyncTitle() ? CloseOutcome::Proceed : CloseOutcome::Cancelled;
+    case QMessageBox::DestructiveRole:
+        m_controller.discardChanges();
+        return CloseOutcome::Proceed;
+    default:
+        m_window->syncTitle();
+        return CloseOutcome::Cancelled;
+    }
+}
+
+void ProjectWindowController::closeAfterConfirmation() {
+    m_closingAfterConfirmation = true;
+    m_window->close();
+    m_closingAfterConfirmation = false;
+}
+
+void ProjectWindowController::windowWillClose() {
+    m_playbackController.stop(audio::PlayheadReset::Reset);
+    Q_EMIT closed();
+}
+
+} // namespace orlenta::shell

@@ -1,0 +1,71 @@
+#include "shell/windows/StatusLine.h"
+
+#include <algorithm>
+
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QProgressBar>
+
+#include "controller/LineGenerator.h"
+#include "controller/LineRuntime.h"
+#include "controller/ProjectController.h"
+#include "shell/controls/TextLabel.h"
+#include "shell/theme/Theme.h"
+
+using namespace Qt::StringLiterals;
+
+namespace orlenta::shell {
+
+using speech::LineGenerationQueue;
+
+StatusLine::StatusLine(const controller::ProjectController &controller, controller::LineGenerator &generator,
+                       QWidget *parent)
+    : QWidget(parent), m_controller(controller), m_generator(generator),
+      m_audio(new TextLabel({}, TextLabel::Style::Caption)), m_generation(new TextLabel({}, TextLabel::Style::Caption)),
+      m_progress(new QProgressBar) {
+    m_audio->setWordWrap(false);
+    m_generation->setWordWrap(false);
+    m_progress->setTextVisible(false);
+    m_progress->setAccessibleName(u"Generation progress"_s);
+    m_progress->setToolTip(u"Lines generated of those asked for"_s);
+    const int unit = Theme::unit(this);
+    m_progress->setFixedSize(unit * 28, std::max(6, unit * 3 / 2));
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(unit * 3, unit, unit * 3, unit);
+    layout->addWidget(m_audio);
+    layout->addStretch();
+    layout->addWidget(m_generation);
+    layout->addWidget(m_progress);
+
+    connect(&controller, &controller::ProjectController::scriptLinesChanged, this, &StatusLine::showAudio);
+    connect(&controller.runtime(), &controller::LineRuntime::statesChanged, this, &StatusLine::showAudio);
+    connect(&generator.queue(), &LineGenerationQueue::isActiveChanged, this, &StatusLine::showGeneration);
+    connect(&generator.queue(), &LineGenerationQueue::activeLineIdChanged, this, [this] {
+        if (m_generator.queue().activeLineId())
+            ++m_begun;
+        showGeneration();
+    });
+    showAudio();
+    showGeneration();
+}
+
+void StatusLine::showAudio() {
+    const QList<model::LineId> &script = m_controller.scriptLineIds();
+    const auto generated = std::count_if(script.begin(), script.end(), [this](const model::LineId &id) {
+        return m_controller.runtime().hasGeneratedAudio(id);
+    });
+    m_audio->setText(QStringLiteral("%1 of %2 lines have audio").arg(generated).arg(script.size()));
+}
+
+void StatusLine::showGeneration() {
+    const LineGenerationQueue &queue = m_generator.queue();
+    if (!queue.isActive())
+        m_begun = 0;
+    m_generation->setVisible(queue.isActive());
+    m_progress->setVisible(queue.isActive());
+    const int total = std::max(1, m_begun + static_cast<int>(queue.pending().size()));
+    m_generation->setText(QStringLiteral("Generating %1 of %2").arg(std::max(1, m_begun)).arg(total));
+    m_progress->setRange(0, total);
+    m_progress->setValue(std::max(0, m_begun - 1));
+}
+
+} // namespace orlenta::shell

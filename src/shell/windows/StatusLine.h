@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QtWidgets/QWidget>
+
+class QLabel;
+class QProgressBar;
+
+namespace orlenta::controller {
+class LineGenerator;
+class ProjectController;
+} // namespace orlenta::controller
+
+namespace orlenta::shell {
+
+/// The strip below the script: how many lines have audio, and how far a batch of generations is.
+class StatusLine final : public QWidget {
+    Q_OBJECT
+public:
+    StatusLine(const controller::ProjectController &controller, controller::LineGenerator &generator,
+               QWidget *parent = nullptr);
+
+private:
+    void showAudio();
+    void showGeneration();
+
+    const controller::ProjectController &m_controller;
+    controller::LineGenerator &m_generator;
+    QLabel *m_audio;
+    QLabel *m_generation;
+    QProgressBar *m_progress;
+    /// Lines begun since the queue was last empty.
+    int m_begun = 0;
+};
+
+} // namespace orlenta::shell
