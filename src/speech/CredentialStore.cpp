@@ -27,17 +27,14 @@ QString keychainService() {
     return QStringLiteral("com.orlenta.elevenlabs");
 }
 
-struct LaterDeleter {
-    void operator()(QObject *object) const { object->deleteLater(); }
-};
-
 } // namespace
 
 CredentialStore::CredentialStore(QObject *parent, SpeechTiming timing) : QObject(parent), m_timing(std::move(timing)) {}
 
 CredentialStore::~CredentialStore() {
-    for (const Completion<int> &running : QList(m_running))
-        running.resolve(QKeychain::OtherError);
+    const Answer lost{QKeychain::OtherError, {}};
+    for (const Completion<Answer> &running : QList(m_running))
+        running.resolve(lost);
     while (!m_waiting.empty())
         endTurn();
 }
@@ -46,16 +43,15 @@ QCoro::Task<std::optional<QByteArray>> CredentialStore::read(QString account) {
     const QPointer<CredentialStore> self(this);
     if (!co_await takeTurn())
         co_return std::nullopt;
-    const std::unique_ptr<QKeychain::ReadPasswordJob, LaterDeleter> job(
-        new QKeychain::ReadPasswordJob(keychainService()));
-    const int error = co_await run(job.get(), account);
+    auto *job = new QKeychain::ReadPasswordJob(keychainService());
+    const Answer answer = co_await run(job, account);
     if (!self)
         co_return std::nullopt;
     std::optional<QByteArray> secret;
-    if (error == QKeychain::NoError)
-        secret = job->binaryData();
-    else if (error != QKeychain::EntryNotFound)
-        report(KeychainError::Operation::Read, error, account);
+    if (answer.error == QKeychain::NoError)
+        secret = answer.secret;
+    else if (answer.error != QKeychain::EntryNotFound)
+        report(KeychainError::Operation::Read, answer.error, account);
     else if (co_await presence(account) == Presence::Locked && self)
         report(KeychainError::Operation::Read, QKeychain::AccessDenied, account);
     if (self)
@@ -71,31 +67,28 @@ QCoro::Task<base::Result<void, KeychainError>> CredentialStore::save(QString acc
     const Presence before = co_await presence(account);
     if (!self)
         co_return base::fail(lost);
-    const std::unique_ptr<QKeychain::WritePasswordJob, LaterDeleter> job(
-        new QKeychain::WritePasswordJob(keychainService()));
+    auto *job = new QKeychain::WritePasswordJob(keychainService());
     job->setBinaryData(secret);
-    const int error = co_await run(job.get(), account);
+    const Answer answer = co_await run(job, account);
     if (!self)
         co_return base::fail(lost);
     endTurn();
-    if (error == QKeychain::NoError)
+    if (answer.error == QKeychain::NoError)
         co_return base::Result<void, KeychainError>();
     const bool existed = before == Presence::Unlocked || before == Presence::Locked;
-    co_return base::fail(
-        report(existed ? KeychainError::Operation::SaveUpdate : KeychainError::Operation::SaveAdd, error, account));
+    co_return base::fail(report(existed ? KeychainError::Operation::SaveUpdate : KeychainError::Operation::SaveAdd,
+                                answer.error, account));
 }
 
 QCoro::Task<bool> CredentialStore::remove(QString account) {
     const QPointer<CredentialStore> self(this);
     if (!co_await takeTurn())
         co_return false;
-    const std::unique_ptr<QKeychain::DeletePasswordJob, LaterDeleter> job(
-        new QKeychain::DeletePasswordJob(keychainService()));
-    int error = co_await run(job.get(), account);
+    auto *job = new QKeychain::DeletePasswordJob(keychainService());
+    const Answer answer = co_await run(job, account);
     if (!self)
         co_return false;
-    if (error == QKeychain::EntryNotFound)
-        error = QKeychain::NoError;
+    int error = answer.error == QKeychain::EntryNotFound ? QKeychain::NoError : answer.error;
     const Presence after = co_await presence(account);
     if (!self)
         co_return false;
@@ -140,9 +133,9 @@ QCoro::Task<CredentialStore::Presence> CredentialStore::presence(QString account
     search << QVariant::fromValue(attributes);
     QDBusPendingReply<ItemPaths, ItemPaths> reply = QDBusConnection::sessionBus().asyncCall(search, keyringCallTimeout);
     if (!reply.isFinished()) {
-        const Completion<int> answered;
+        const Completion<Answer> answered;
         const auto watcher = std::make_unique<QDBusPendingCallWatcher>(reply);
-        connect(watcher.get(), &QDBusPendingCallWatcher::finished, watcher.get(), [answered] { answered.resolve(0); });
+        connect(watcher.get(), &QDBusPendingCallWatcher::finished, watcher.get(), [answered] { answered.resolve({}); });
         co_await await(answered);
     }
     if (!reply.isFinished() || reply.isError())
@@ -152,26 +145,30 @@ QCoro::Task<CredentialStore::Presence> CredentialStore::presence(QString account
     co_return reply.argumentAt<0>().isEmpty() ? Presence::Absent : Presence::Unlocked;
 }
 
-QCoro::Task<int> CredentialStore::run(QKeychain::Job *job, QString account) {
-    const Completion<int> finished;
-    job->setAutoDelete(false);
+QCoro::Task<CredentialStore::Answer> CredentialStore::run(QKeychain::Job *job, QString account) {
+    const Completion<Answer> finished;
     job->setKey(account);
-    connect(job, &QKeychain::Job::finished, job, [finished](QKeychain::Job *done) { finished.resolve(done->error()); });
+    connect(job, &QKeychain::Job::finished, job, [finished](QKeychain::Job *done) {
+        const auto *lookup = qobject_cast<QKeychain::ReadPasswordJob *>(done);
+        finished.resolve({done->error(), lookup ? lookup->binaryData() : QByteArray()});
+    });
+    // The job deletes itself when it ends, and not before: the library may still answer one that was given up.
     QTimer guard;
     guard.setSingleShot(true);
-    connect(&guard, &QTimer::timeout, &guard, [finished] { finished.resolve(QKeychain::OtherError); });
+    connect(&guard, &QTimer::timeout, &guard, [finished] { finished.resolve({QKeychain::OtherError, {}}); });
     guard.start(m_timing.keyringTimeout);
     job->start();
-    co_return co_await await(finished);
+    const Answer answer = co_await await(finished);
+    co_return answer;
 }
 
-QCoro::Task<int> CredentialStore::await(Completion<int> completion) {
+QCoro::Task<CredentialStore::Answer> CredentialStore::await(Completion<Answer> completion) {
     const QPointer<CredentialStore> self(this);
     m_running.append(completion);
-    const int value = co_await completion;
+    const Answer answer = co_await completion;
     if (self)
-        m_running.removeIf([&completion](const Completion<int> &running) { return running.isSameAs(completion); });
-    co_return value;
+        m_running.removeIf([&completion](const Completion<Answer> &running) { return running.isSameAs(completion); });
+    co_return answer;
 }
 
 KeychainError CredentialStore::report(KeychainError::Operation operation, int status, const QString &account) {

@@ -41,21 +41,25 @@ Q_SIGNALS:
     void breadcrumb(const QString &message, const QVariantMap &data);
 
 private:
+    /// How an operation of the keyring library ended: its error number, or 0, and what was read.
+    struct Answer {
+        int error = 0;
+        QByteArray secret;
+    };
     /// What the keyring's list says about one secret; Unknown when there is no list.
     enum class Presence { Absent, Unlocked, Locked, Unknown };
 
     QCoro::Task<bool> takeTurn();
     void endTurn();
     QCoro::Task<Presence> presence(QString account);
-    /// The keyring library's error number, or 0.
-    QCoro::Task<int> run(QKeychain::Job *job, QString account);
-    QCoro::Task<int> await(Completion<int> completion);
+    QCoro::Task<Answer> run(QKeychain::Job *job, QString account);
+    QCoro::Task<Answer> await(Completion<Answer> completion);
     KeychainError report(KeychainError::Operation operation, int status, const QString &account);
 
     SpeechTiming m_timing;
     bool m_busy = false;
     std::deque<Completion<bool>> m_waiting;
-    QList<Completion<int>> m_running;
+    QList<Completion<Answer>> m_running;
 };
 
 } // namespace orlenta::speech

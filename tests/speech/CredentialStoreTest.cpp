@@ -20,7 +20,8 @@ using test::LoopbackServer;
 constexpr auto probeLimit = std::chrono::seconds(60);
 
 /// What the user sees after each of the actions, each set done in a process of its own.
-QList<QJsonObject> seenAfter(const QProcessEnvironment &environment, const QStringList &actions) {
+QList<QJsonObject> seenAfter(const QProcessEnvironment &environment, const QStringList &actions,
+                             std::chrono::milliseconds patience = std::chrono::seconds(50)) {
     LoopbackServer server;
     answerAccount(server);
     QProcess probe;
@@ -29,7 +30,8 @@ QList<QJsonObject> seenAfter(const QProcessEnvironment &environment, const QStri
     QEventLoop loop;
     QObject::connect(&probe, &QProcess::finished, &loop, &QEventLoop::quit);
     QTimer::singleShot(probeLimit, &loop, &QEventLoop::quit);
-    probe.start(QStringLiteral(ORLENTA_KEYRING_PROBE), QStringList{server.url().toString()} + actions);
+    probe.start(QStringLiteral(ORLENTA_KEYRING_PROBE),
+                QStringList{server.url().toString(), QString::number(patience.count())} + actions);
     loop.exec();
     EXPECT_EQ(probe.state(), QProcess::NotRunning) << "the keyring left the client hanging";
     QList<QJsonObject> seen;
@@ -101,12 +103,23 @@ TEST(CredentialStore, ADismissedPromptLeavesTheKeyForTheSessionOnly) {
     KeyringSession session(KeyringSession::Daemon::Unlocked);
     seenAfter(session.environment(), {QStringLiteral("connect")});
     session.lock();
-    const test::DismissingPrompter &prompter = session.dismissPrompts();
+    const test::KeyringPrompter &prompter = session.showPrompts(test::KeyringPrompter::User::Dismisses);
     const auto seen = seenAfter(session.environment(), {QStringLiteral("start"), QStringLiteral("connect")});
     EXPECT_EQ(seenText(seen.at(0)), signedOut);
     EXPECT_EQ(seenText(seen.at(1)), connected + notSaved.toStdString());
     EXPECT_EQ(breadcrumbsText(seen.at(1)), "Keychain save.update failed");
-    EXPECT_GT(prompter.dismissals(), 0);
+    EXPECT_GT(prompter.prompts(), 0);
+}
+
+TEST(CredentialStore, APromptThatNobodyAnswersHoldsTheClientNoLongerThanItsPatience) {
+    KeyringSession session(KeyringSession::Daemon::Unlocked);
+    session.lock();
+    const test::KeyringPrompter &prompter = session.showPrompts(test::KeyringPrompter::User::Ignores);
+    const auto seen = seenAfter(session.environment(), {QStringLiteral("connect"), QStringLiteral("sign-out")},
+                                std::chrono::milliseconds(800));
+    EXPECT_EQ(seenText(seen.at(0)), connected + notSaved.toStdString());
+    EXPECT_EQ(seenText(seen.at(1)), signedOut + notRemoved.toStdString());
+    EXPECT_GT(prompter.prompts(), 0);
 }
 
 TEST(CredentialStore, WithoutAKeyringOrABusTheKeyLivesForTheSessionAndTheUserIsTold) {

@@ -11,7 +11,7 @@
 #include "speech/ElevenLabsService.h"
 
 // A process sees one session bus in its life, so every state of the keyring gets a process: this one. Usage: the
-// service's address, then what a user does, one line of JSON after each.
+// service's address, the patience with the keyring in milliseconds, then what a user does, one line of JSON after each.
 namespace {
 
 using orlenta::speech::ElevenLabsService;
@@ -35,13 +35,15 @@ int main(int argc, char **argv) {
     const QStringList arguments = QCoreApplication::arguments();
     const QTemporaryDir folder;
     orlenta::base::UserDefaults defaults(folder.filePath(QStringLiteral("defaults.ini")));
-    orlenta::speech::CredentialStore credentials;
+    orlenta::speech::SpeechTiming timing;
+    timing.keyringTimeout = std::chrono::milliseconds(arguments.at(2).toInt());
+    orlenta::speech::CredentialStore credentials(nullptr, timing);
     QStringList breadcrumbs;
     QObject::connect(&credentials, &orlenta::speech::CredentialStore::breadcrumb, &credentials,
                      [&breadcrumbs](const QString &message) { breadcrumbs.append(message); });
     ElevenLabsService service(defaults, credentials);
     service.useEndpoint(QUrl(arguments.at(1)), ElevenLabsService::KeyKeeping::Keyring);
-    for (const QString &action : arguments.mid(2)) {
+    for (const QString &action : arguments.mid(3)) {
         QCoro::waitFor(act(&service, action));
         const QJsonObject seen{{QStringLiteral("key"), service.apiKey()},
                                {QStringLiteral("connected"), service.isAuthenticated()},

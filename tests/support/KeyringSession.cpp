@@ -29,26 +29,29 @@ constexpr const char *busConfiguration = R"(<busconfig>
 
 } // namespace
 
-void DismissingPrompter::BeginPrompting(const QDBusObjectPath &callback) {
+void KeyringPrompter::BeginPrompting(const QDBusObjectPath &callback) {
     m_caller = message().service();
     answer(callback, QStringLiteral("PromptReady"), {QString(), QVariantMap(), QString()});
 }
 
-void DismissingPrompter::PerformPrompt(const QDBusObjectPath &callback, const QString &, const QVariantMap &,
-                                       const QString &) {
-    ++m_dismissals;
-    answer(callback, QStringLiteral("PromptReady"), {QStringLiteral("no"), QVariantMap(), QString()});
+void KeyringPrompter::PerformPrompt(const QDBusObjectPath &callback, const QString &, const QVariantMap &,
+                                    const QString &) {
+    ++m_prompts;
+    if (m_user == User::Dismisses)
+        answer(callback, QStringLiteral("PromptReady"), {QStringLiteral("no"), QVariantMap(), QString()});
 }
 
-void DismissingPrompter::StopPrompting(const QDBusObjectPath &callback) {
+void KeyringPrompter::StopPrompting(const QDBusObjectPath &callback) {
     answer(callback, QStringLiteral("PromptDone"), {});
 }
 
-void DismissingPrompter::answer(const QDBusObjectPath &callback, const QString &method, const QVariantList &arguments) {
+void KeyringPrompter::answer(const QDBusObjectPath &callback, const QString &method, const QVariantList &arguments) {
     QDBusMessage call = QDBusMessage::createMethodCall(
         m_caller, callback.path(), QStringLiteral("org.gnome.keyring.internal.Prompter.Callback"), method);
     call.setArguments(arguments);
-    m_bus.asyncCall(call);
+    // After the return of the call that is being served: the daemon doesn't listen before it.
+    QMetaObject::invokeMethod(
+        this, [this, call] { m_bus.asyncCall(call); }, Qt::QueuedConnection);
 }
 
 KeyringSession::KeyringSession(Daemon daemon)
@@ -122,9 +125,9 @@ void KeyringSession::lock() {
         qFatal("the keyring can't be locked: %s", qPrintable(reply.errorMessage()));
 }
 
-DismissingPrompter &KeyringSession::dismissPrompts() {
+KeyringPrompter &KeyringSession::showPrompts(KeyringPrompter::User user) {
     QDBusConnection bus(m_connectionName);
-    m_prompter = std::make_unique<DismissingPrompter>(bus);
+    m_prompter = std::make_unique<KeyringPrompter>(bus, user);
     bus.registerObject(QStringLiteral("/org/gnome/keyring/Prompter"), m_prompter.get(),
                        QDBusConnection::ExportAllSlots);
     bus.registerService(QStringLiteral("org.gnome.keyring.SystemPrompter"));

@@ -12,14 +12,17 @@
 
 namespace orlenta::test {
 
-/// Stands where a desktop asks for the keyring's password, and always presses Cancel. A real keyring daemon calls it.
-class DismissingPrompter final : public QObject, protected QDBusContext {
+/// Stands where a desktop asks for the keyring's password. A real keyring daemon calls it.
+class KeyringPrompter final : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.gnome.keyring.internal.Prompter")
 public:
-    explicit DismissingPrompter(const QDBusConnection &bus) : m_bus(bus) {}
-    /// How many prompts were shown and dismissed.
-    [[nodiscard]] int dismissals() const { return m_dismissals; }
+    /// What the user does in front of a prompt: press Cancel, or nothing.
+    enum class User { Dismisses, Ignores };
+
+    KeyringPrompter(const QDBusConnection &bus, User user) : m_bus(bus), m_user(user) {}
+    /// How many prompts were shown.
+    [[nodiscard]] int prompts() const { return m_prompts; }
 
 public Q_SLOTS:
     void BeginPrompting(const QDBusObjectPath &callback);
@@ -32,7 +35,8 @@ private:
 
     QDBusConnection m_bus;
     QString m_caller;
-    int m_dismissals = 0;
+    User m_user;
+    int m_prompts = 0;
 };
 
 /// A session bus of its own with, where asked for, a real keyring daemon on it: HOME and all XDG folders are its own
@@ -47,8 +51,8 @@ public:
     [[nodiscard]] QProcessEnvironment environment() const;
     /// Locks the keyring; reading and writing then need a prompt, which nobody answers.
     void lock();
-    /// From now on somebody answers prompts, and dismisses them.
-    [[nodiscard]] DismissingPrompter &dismissPrompts();
+    /// From now on prompts are shown, to such a user.
+    [[nodiscard]] KeyringPrompter &showPrompts(KeyringPrompter::User user);
 
 private:
     void startBus();
@@ -59,7 +63,7 @@ private:
     QProcess m_daemon;
     QString m_address;
     QString m_connectionName;
-    std::unique_ptr<DismissingPrompter> m_prompter;
+    std::unique_ptr<KeyringPrompter> m_prompter;
 };
 
 } // namespace orlenta::test
