@@ -91,9 +91,10 @@ void UserDefaults::setInputDeviceUID(const QString &value) {
 QString UserDefaults::pendingInputRouteRestoreDeviceUID() const {
     return text(*m_settings, QLatin1String("pendingInputRouteRestoreDeviceUID"), QLatin1String());
 }
-void UserDefaults::setPendingInputRouteRestoreDeviceUID(const QString &value) {
+bool UserDefaults::setPendingInputRouteRestoreDeviceUID(const QString &value) {
     storeOrRemove(*m_settings, QLatin1String("pendingInputRouteRestoreDeviceUID"), value, value.isEmpty());
     m_settings->sync();
+    return m_settings->status() == QSettings::NoError;
 }
 
 bool UserDefaults::hasCompletedFirstRunSetup() const {

@@ -51,10 +51,11 @@ public:
     [[nodiscard]] QString inputDeviceUID() const;
     void setInputDeviceUID(const QString &value);
 
-    /// The default input to go back to, set exactly while a recording has changed it; empty otherwise. Setting it is on
-    /// disk when the call returns, so that a crash can't leave the user on another microphone.
+    /// The default input to go back to, set exactly while a recording has changed it; empty otherwise. Setting it is in
+    /// the file when the call returns, so that a crash can't leave the user on another microphone; false when it
+    /// couldn't be written.
     [[nodiscard]] QString pendingInputRouteRestoreDeviceUID() const;
-    void setPendingInputRouteRestoreDeviceUID(const QString &value);
+    bool setPendingInputRouteRestoreDeviceUID(const QString &value);
 
     [[nodiscard]] bool hasCompletedFirstRunSetup() const;
     void setHasCompletedFirstRunSetup(bool value);

@@ -2,7 +2,6 @@
 
 #include <QtCore/QDateTime>
 
-#include "audio/devices/SoundServer.h"
 #include "base/LogCategories.h"
 
 namespace orlenta::audio {
@@ -18,12 +17,22 @@ void AudioDebugLogger::log(const QString &message, const std::source_location &w
         << ":" << where.line() << " | " << where.function_name();
 }
 
-QString AudioDebugLogger::microphoneAuthorizationDescription(const SoundServer &server) {
+QString AudioDebugLogger::microphoneAuthorizationDescription(MicrophoneAuthorization authorization) {
     log(QStringLiteral("AVCaptureDevice.authorizationStatus(for: .audio) from "
                        "AudioDebugLogger.microphoneAuthorizationDescription"));
-    return server.state() == SoundServer::State::Ready && !server.devices().inputs.isEmpty()
-               ? QStringLiteral("authorized")
-               : QStringLiteral("notDetermined");
+    switch (authorization) {
+    case MicrophoneAuthorization::NotDetermined:
+        return QStringLiteral("notDetermined");
+    case MicrophoneAuthorization::Restricted:
+        return QStringLiteral("restricted");
+    case MicrophoneAuthorization::Denied:
+        return QStringLiteral("denied");
+    case MicrophoneAuthorization::Authorized:
+        return QStringLiteral("authorized");
+    case MicrophoneAuthorization::Unknown:
+        return QStringLiteral("unknown");
+    }
+    return {};
 }
 
 } // namespace orlenta::audio

@@ -4,9 +4,9 @@
 
 #include <QtCore/QString>
 
-namespace orlenta::audio {
+#include "audio/devices/MicrophoneAuthorization.h"
 
-class SoundServer;
+namespace orlenta::audio {
 
 /// The one diagnostic log of what audio code does to devices and streams. Any thread.
 class AudioDebugLogger final {
@@ -15,9 +15,8 @@ public:
 
     static void log(const QString &message, const std::source_location &where = std::source_location::current());
 
-    /// Whether this process may listen: "authorized" once the server shows an input, "notDetermined" without a server
-    /// or without an input to ask for.
-    [[nodiscard]] static QString microphoneAuthorizationDescription(const SoundServer &server);
+    /// The state in the log's words, "authorized" say. Notes that it was asked for.
+    [[nodiscard]] static QString microphoneAuthorizationDescription(MicrophoneAuthorization authorization);
 };
 
 } // namespace orlenta::audio

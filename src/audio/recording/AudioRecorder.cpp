@@ -1,0 +1,341 @@
+#include "audio/recording/AudioRecorder.h"
+
+#include <utility>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QFileInfo>
+#include <QtCore/QUuid>
+
+#include "audio/devices/AudioDebugLogger.h"
+#include "audio/devices/SoundServer.h"
+#include "audio/playback/RoutedAudioPlayer.h"
+#include "audio/recording/MicrophonePermission.h"
+#include "audio/recording/RecordingWriter.h"
+#include "base/PrivateFolders.h"
+#include "base/UserDefaults.h"
+
+namespace orlenta::audio {
+
+namespace {
+
+constexpr int statePollCount = 8;
+constexpr auto statePollStep = std::chrono::milliseconds(250);
+
+QString inWords(bool value) {
+    return value ? QStringLiteral("true") : QStringLiteral("false");
+}
+
+QString newRecordingPath() {
+    return QStringLiteral("%1/direction_%2.wav")
+        .arg(base::PrivateFolders::caches(), QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper());
+}
+
+} // namespace
+
+void AudioRecorder::RecorderDeleter::operator()(FileRecorder *recorder) const {
+    // It may be its own signal that ends it.
+    recorder->disconnect();
+    recorder->deleteLater();
+}
+
+AudioRecorder::AudioRecorder(const Parts &parts, QObject *parent) : QObject(parent), m_parts(parts) {
+    m_recordingTimer.setInterval(durationInterval);
+    connect(&m_recordingTimer, &QTimer::timeout, this, [this] {
+        if (m_audioRecorder)
+            setRecordingDuration(m_audioRecorder->currentTime());
+    });
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
+            [this] { restoreRoute(QStringLiteral("NSApplication.willTerminateNotification")); });
+}
+
+AudioRecorder::~AudioRecorder() {
+    AudioDebugLogger::log(QStringLiteral("AudioRecorder.deinit"));
+    if (m_audioRecorder) {
+        AudioDebugLogger::log(QStringLiteral("AVAudioRecorder.stop from AudioRecorder.deinit"));
+        delete m_audioRecorder.release();
+    }
+    restoreRoute(QStringLiteral("AudioRecorder.deinit"));
+}
+
+void AudioRecorder::startRecording() {
+    const MicrophoneAuthorization status = m_parts.permission.authorizationStatus();
+    AudioDebugLogger::log(QStringLiteral("AudioRecorder microphone authorization before recording: %1")
+                              .arg(AudioDebugLogger::microphoneAuthorizationDescription(status)));
+    switch (status) {
+    case MicrophoneAuthorization::Restricted:
+    case MicrophoneAuthorization::Denied:
+        deny(QStringLiteral("Microphone blocked. Enable it in System Settings > Privacy > Microphone"));
+        Q_EMIT microphoneSettingsWanted();
+        break;
+    case MicrophoneAuthorization::NotDetermined:
+        m_parts.permission.requestAccess(this, [this](bool isGranted) {
+            if (isGranted)
+                beginRecording();
+            else
+                deny(QStringLiteral("Microphone permission denied. Check System Settings > Privacy > Microphone"));
+        });
+        break;
+    case MicrophoneAuthorization::Authorized:
+        beginRecording();
+        break;
+    case MicrophoneAuthorization::Unknown:
+        deny(QStringLiteral("Microphone status unavailable. Check System Settings > Privacy > Microphone"));
+        break;
+    }
+}
+
+void AudioRecorder::deny(const QString &message) {
+    setPermissionDenied(true);
+    setErrorMessage(message);
+}
+
+void AudioRecorder::beginRecording() {
+    if (m_isRecording || m_audioRecorder || m_appliedInputRoute) {
+        setErrorMessage(QStringLiteral("Recording is already in progress."));
+        AudioDebugLogger::log(
+            QStringLiteral(
+                "AudioRecorder beginRecording refused re-entry: isRecording=%1, hasRecorder=%2, hasAppliedRoute=%3")
+                .arg(inWords(m_isRecording), inWords(m_audioRecorder != nullptr),
+                     inWords(m_appliedInputRoute.has_value())));
+        return;
+    }
+    setErrorMessage({});
+    setPermissionDenied(false);
+    m_parts.routes.logSelectedInputDevice(QStringLiteral("AudioRecorder.beginRecording"));
+    if (m_isPlaying)
+        stopPlayback();
+    m_isUserInitiatedStop = false;
+    m_isThroughDefault = false;
+    setRecordingDuration(0.0);
+    record(chosenSource());
+}
+
+InputStream::Source AudioRecorder::chosenSource() const {
+    const QString uid = m_parts.defaults.inputDeviceUID();
+    if (uid.isEmpty()) {
+        AudioDebugLogger::log(QStringLiteral("AudioRecorder using system default input - no UID persisted"));
+        return defaultSource();
+    }
+    const SoundDeviceTable table = m_parts.server.devices();
+    if (const SoundDevice *device = table.findInput(uid))
+        return {uid.toUtf8(), device->sampleRate};
+    AudioDebugLogger::log(QStringLiteral("AudioRecorder chosen input device not found in current device list, falling "
+                                         "back to system default: uid=%1")
+                              .arg(uid));
+    return defaultSource();
+}
+
+InputStream::Source AudioRecorder::defaultSource() const {
+    const SoundDeviceTable table = m_parts.server.devices();
+    // The default's own name: a stream on "the default" would be moved along when that changes in mid-take.
+    const SoundDevice *device = table.findInput(table.defaultInputUID);
+    return {table.defaultInputUID.toUtf8(), device ? device->sampleRate : RecordingWriter::format.sampleRate};
+}
+
+void AudioRecorder::record(const InputStream::Source &source) {
+    auto made = FileRecorder::create(m_parts.server, source, newRecordingPath());
+    if (!made) {
+        const QString why = made.error().description();
+        failToStart(QStringLiteral("Recording error: %1").arg(why),
+                    QStringLiteral("AudioRecorder ERROR: AVAudioRecorder init threw error=%1").arg(why),
+                    QStringLiteral("AVAudioRecorder init threw"));
+        return;
+    }
+    m_audioRecorder.reset(std::move(made).value().release());
+    FileRecorder *recorder = m_audioRecorder.get();
+    connect(recorder, &FileRecorder::started, this, &AudioRecorder::handleStarted);
+    connect(recorder, &FileRecorder::refused, this, &AudioRecorder::handleRefused);
+    connect(recorder, &FileRecorder::finished, this, [this, recorder](bool isSuccessful) {
+        setRecordingDuration(recorder->currentTime());
+        handleRecordingFinished(
+            recorder->url(), isSuccessful,
+            QStringLiteral("audioRecorderDidFinishRecording successfully=%1").arg(inWords(isSuccessful)));
+    });
+    connect(recorder, &FileRecorder::encodeErrorOccurred, this, &AudioRecorder::handleEncodeError);
+    if (const auto recording = recorder->record(); !recording)
+        handleRefused(FileRecorder::Refusal::Unavailable, recording.error());
+}
+
+void AudioRecorder::handleStarted() {
+    if (m_isUserInitiatedStop)
+        return;
+    setRecording(true);
+    m_recordingTimer.start();
+    for (int poll = 1; poll <= statePollCount; ++poll)
+        QTimer::singleShot(poll * statePollStep, this, &AudioRecorder::pollState);
+}
+
+void AudioRecorder::pollState() const {
+    AudioDebugLogger::log(m_audioRecorder ? QStringLiteral("AudioRecorder state poll: isRecording=%1, currentTime=%2")
+                                                .arg(inWords(m_audioRecorder->isRecording()))
+                                                .arg(m_audioRecorder->currentTime())
+                                          : QStringLiteral("AudioRecorder state poll: no active recorder"));
+}
+
+void AudioRecorder::handleRefused(FileRecorder::Refusal why, const QString &reason) {
+    clearRecorder();
+    switch (why) {
+    case FileRecorder::Refusal::Forbidden:
+        m_parts.permission.noteRefusal();
+        setPermissionDenied(true);
+        failToStart(QStringLiteral("Microphone blocked. Check Privacy & Security in System Settings."),
+                    QStringLiteral("AudioRecorder ERROR: record returned false, error=%1").arg(reason),
+                    QStringLiteral("record returned false"));
+        return;
+    case FileRecorder::Refusal::Unavailable:
+        break;
+    }
+    // What the server won't open by its name it may still give as its default input.
+    if (!std::exchange(m_isThroughDefault, true)) {
+        m_appliedInputRoute = m_parts.routes.applySelectedInputDeviceForRecording();
+        if (m_appliedInputRoute) {
+            const SoundDeviceTable table = m_parts.server.devices();
+            const SoundDevice *target = table.findInput(m_appliedInputRoute->targetDeviceUID);
+            record({"@DEFAULT_SOURCE@", target ? target->sampleRate : RecordingWriter::format.sampleRate});
+            return;
+        }
+    }
+    failToStart(QStringLiteral("Couldn't start recording. Check your microphone and try again."),
+                QStringLiteral("AudioRecorder ERROR: prepare returned false, error=%1").arg(reason),
+                QStringLiteral("prepareToRecord failed"));
+}
+
+void AudioRecorder::failToStart(const QString &message, const QString &logLine, const QString &context) {
+    setErrorMessage(message);
+    AudioDebugLogger::log(logLine);
+    restoreRoute(context);
+}
+
+void AudioRecorder::stopRecording() {
+    m_recordingTimer.stop();
+    if (!m_audioRecorder) {
+        AudioDebugLogger::log(QStringLiteral("AudioRecorder: stopRecording called but no audioRecorder exists"));
+        restoreRoute(QStringLiteral("stopRecording without recorder"));
+        return;
+    }
+    setRecordingDuration(m_audioRecorder->currentTime());
+    m_isUserInitiatedStop = true;
+    m_audioRecorder->stop();
+    setRecording(false);
+    restoreRoute(QStringLiteral("AudioRecorder.stopRecording"));
+}
+
+void AudioRecorder::handleRecordingFinished(const QUrl &url, bool isSuccessful, const QString &context) {
+    clearRecorder();
+    const bool isUserInitiatedStop = std::exchange(m_isUserInitiatedStop, false);
+    if (!isSuccessful) {
+        setRecordedURL({});
+        setErrorMessage(QStringLiteral("Recording failed before the audio file could be saved."));
+        AudioDebugLogger::log(
+            QStringLiteral("AudioRecorder ERROR: AVAudioRecorder finished unsuccessfully; not publishing URL=%1")
+                .arg(url.fileName()));
+    } else {
+        setRecordedURL(url);
+    }
+    restoreRoute(context);
+    if (isUserInitiatedStop)
+        logSavedFile();
+    if (!isSuccessful)
+        return;
+    if (isUserInitiatedStop) {
+        Q_EMIT recordingFinished(m_recordingDuration, url);
+        return;
+    }
+    AudioDebugLogger::log(
+        QStringLiteral("AudioRecorder recording ended spontaneously; delivering partial take via onSpontaneousFinish"));
+    if (m_onSpontaneousFinish)
+        m_onSpontaneousFinish(m_recordingDuration, url);
+}
+
+void AudioRecorder::logSavedFile() const {
+    const QFileInfo file(m_recordedURL.toLocalFile());
+    AudioDebugLogger::log(file.exists()
+                              ? QStringLiteral("AudioRecorder: Saved recording to %1, size: %2 bytes, "
+                                               "duration: %3")
+                                    .arg(file.filePath())
+                                    .arg(file.size())
+                                    .arg(m_recordingDuration)
+                              : QStringLiteral("AudioRecorder: File does not exist at %1").arg(file.filePath()));
+}
+
+void AudioRecorder::handleEncodeError(const QString &description) {
+    const QString why = description.isEmpty() ? QStringLiteral("unknown") : description;
+    setErrorMessage(QStringLiteral("Recording error: %1").arg(why));
+    AudioDebugLogger::log(QStringLiteral("AudioRecorder ERROR: encode error occurred=%1").arg(why));
+    clearRecorder();
+    m_isUserInitiatedStop = false;
+    restoreRoute(QStringLiteral("audioRecorderEncodeErrorDidOccur"));
+}
+
+void AudioRecorder::startPlayback() {
+    if (m_isRecording || m_audioRecorder || m_recordedURL.isEmpty())
+        return;
+    if (!m_previewPlayer) {
+        m_previewPlayer = std::make_unique<RoutedAudioPlayer>(m_parts.server);
+        m_previewPlayer->setCompletionHandler([this] { setPlaying(false); });
+        m_previewPlayer->setFailureHandler([this](const RoutedAudioPlayerError &error) {
+            setPlaying(false);
+            setErrorMessage(error.description());
+        });
+    }
+    const SoundDeviceTable table = m_parts.server.devices();
+    const SoundDevice *output = table.findOutput(m_parts.defaults.outputDeviceUID());
+    auto played = m_previewPlayer->load(m_recordedURL);
+    if (played)
+        played = m_previewPlayer->setOutputDeviceID(output ? std::optional(output->info.deviceID) : std::nullopt);
+    if (played)
+        played = m_previewPlayer->play();
+    if (!played)
+        setErrorMessage(played.error().description());
+    setPlaying(played.hasValue());
+}
+
+void AudioRecorder::stopPlayback() {
+    AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer.stop from AudioRecorder.stopPlayback"));
+    if (m_previewPlayer)
+        m_previewPlayer->stop();
+    setPlaying(false);
+}
+
+void AudioRecorder::clearRecorder() {
+    m_recordingTimer.stop();
+    setRecording(false);
+    m_audioRecorder.reset();
+}
+
+void AudioRecorder::restoreRoute(const QString &context) {
+    if (const auto route = std::exchange(m_appliedInputRoute, std::nullopt))
+        m_parts.routes.restoreAppliedInputRoute(*route, context);
+}
+
+void AudioRecorder::setRecording(bool isRecording) {
+    if (std::exchange(m_isRecording, isRecording) != isRecording)
+        Q_EMIT isRecordingChanged();
+}
+
+void AudioRecorder::setPlaying(bool isPlaying) {
+    if (std::exchange(m_isPlaying, isPlaying) != isPlaying)
+        Q_EMIT isPlayingChanged();
+}
+
+void AudioRecorder::setRecordedURL(const QUrl &url) {
+    if (std::exchange(m_recordedURL, url) != url)
+        Q_EMIT recordedURLChanged();
+}
+
+void AudioRecorder::setRecordingDuration(double seconds) {
+    if (std::exchange(m_recordingDuration, seconds) != seconds)
+        Q_EMIT recordingDurationChanged();
+}
+
+void AudioRecorder::setPermissionDenied(bool isDenied) {
+    if (std::exchange(m_permissionDenied, isDenied) != isDenied)
+        Q_EMIT permissionDeniedChanged();
+}
+
+void AudioRecorder::setErrorMessage(const std::optional<QString> &message) {
+    if (std::exchange(m_errorMessage, message) != message)
+        Q_EMIT errorMessageChanged();
+}
+
+} // namespace orlenta::audio

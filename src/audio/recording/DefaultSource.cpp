@@ -1,0 +1,134 @@
+#include "audio/recording/DefaultSource.h"
+
+#include <pulse/pulseaudio.h>
+
+#include "audio/devices/SoundServer.h"
+
+namespace orlenta::audio {
+
+namespace {
+
+constexpr auto askAgainAfter = std::chrono::milliseconds(10);
+
+pa_usec_t laterBy(std::chrono::microseconds duration) {
+    return pa_rtclock_now() + static_cast<pa_usec_t>(duration.count());
+}
+
+/// One change, with the loop locked but for the waits.
+class DefaultSourceChange final {
+public:
+    explicit DefaultSourceChange(SoundServer &server) : m_mainloop(server.mainloop()), m_context(server.context()) {}
+    ~DefaultSourceChange();
+    DefaultSourceChange(const DefaultSourceChange &) = delete;
+    DefaultSourceChange &operator=(const DefaultSourceChange &) = delete;
+
+    [[nodiscard]] base::Result<void, int> run(const QByteArray &name);
+
+private:
+    [[nodiscard]] bool isAnswered(pa_operation *asked);
+    void pause();
+    void wait();
+    void wake();
+
+    static void onSet(pa_context *context, int success, void *change);
+    static void onInfo(pa_context *context, const pa_server_info *info, void *change);
+    static void onDeadline(pa_mainloop_api *api, pa_time_event *event, const timeval *time, void *change);
+    static void onPauseOver(pa_mainloop_api *api, pa_time_event *event, const timeval *time, void *change);
+
+    pa_threaded_mainloop *m_mainloop;
+    pa_context *m_context;
+    pa_time_event *m_deadline = nullptr;
+    pa_time_event *m_pause = nullptr;
+    QByteArray m_current;
+    bool m_isAnswered = false;
+    bool m_isSet = false;
+    bool m_isTooLate = false;
+};
+
+DefaultSourceChange::~DefaultSourceChange() {
+    for (pa_time_event *event : {m_deadline, m_pause})
+        if (event)
+            pa_threaded_mainloop_get_api(m_mainloop)->time_free(event);
+}
+
+base::Result<void, int> DefaultSourceChange::run(const QByteArray &name) {
+    m_deadline = pa_context_rttime_new(m_context, laterBy(defaultSourceDeadline), &onDeadline, this);
+    if (!m_deadline)
+        return base::fail(pa_context_errno(m_context));
+    if (!isAnswered(pa_context_set_default_source(m_context, name.constData(), &onSet, this)))
+        return base::fail(static_cast<int>(PA_ERR_TIMEOUT));
+    if (!m_isSet)
+        return base::fail(pa_context_errno(m_context));
+    while (isAnswered(pa_context_get_server_info(m_context, &onInfo, this))) {
+        if (m_current == name)
+            return {};
+        pause();
+    }
+    return base::fail(static_cast<int>(PA_ERR_TIMEOUT));
+}
+
+bool DefaultSourceChange::isAnswered(pa_operation *asked) {
+    if (!asked)
+        return false;
+    m_isAnswered = false;
+    wait();
+    if (!m_isAnswered)
+        pa_operation_cancel(asked);
+    pa_operation_unref(asked);
+    return m_isAnswered;
+}
+
+void DefaultSourceChange::pause() {
+    m_isAnswered = false;
+    if (m_pause)
+        pa_context_rttime_restart(m_context, m_pause, laterBy(askAgainAfter));
+    else
+        m_pause = pa_context_rttime_new(m_context, laterBy(askAgainAfter), &onPauseOver, this);
+    wait();
+}
+
+void DefaultSourceChange::wait() {
+    while (!m_isAnswered && !m_isTooLate)
+        pa_threaded_mainloop_wait(m_mainloop);
+}
+
+void DefaultSourceChange::wake() {
+    pa_threaded_mainloop_signal(m_mainloop, 0);
+}
+
+void DefaultSourceChange::onSet(pa_context *, int success, void *change) {
+    auto *self = static_cast<DefaultSourceChange *>(change);
+    self->m_isSet = success != 0;
+    self->m_isAnswered = true;
+    self->wake();
+}
+
+void DefaultSourceChange::onInfo(pa_context *, const pa_server_info *info, void *change) {
+    auto *self = static_cast<DefaultSourceChange *>(change);
+    self->m_current = info ? QByteArray(info->default_source_name) : QByteArray();
+    self->m_isAnswered = true;
+    self->wake();
+}
+
+void DefaultSourceChange::onDeadline(pa_mainloop_api *, pa_time_event *, const timeval *, void *change) {
+    auto *self = static_cast<DefaultSourceChange *>(change);
+    self->m_isTooLate = true;
+    self->wake();
+}
+
+void DefaultSourceChange::onPauseOver(pa_mainloop_api *, pa_time_event *, const timeval *, void *change) {
+    auto *self = static_cast<DefaultSourceChange *>(change);
+    self->m_isAnswered = true;
+    self->wake();
+}
+
+} // namespace
+
+base::Result<void, int> setDefaultSource(SoundServer &server, const QByteArray &name) {
+    if (!server.context())
+        return base::fail(static_cast<int>(PA_ERR_CONNECTIONREFUSED));
+    const SoundServerLock lock(server.mainloop());
+    return DefaultSourceChange(server).run(name);
+}
+
+} // namespace orlenta::audio
