@@ -11,9 +11,7 @@
 namespace orlenta::audio {
 namespace {
 
-using Reader = ScriptLineAudioDurationReader;
-
-Reader::FileSignature signatureOf(const QString &path) {
+ScriptLineAudioDurationReader::FileSignature signatureOf(const QString &path) {
     struct stat status {};
     if (::stat(QFile::encodeName(path).constData(), &status) != 0)
         return {};
@@ -22,8 +20,8 @@ Reader::FileSignature signatureOf(const QString &path) {
     return {std::chrono::sys_time<std::chrono::nanoseconds>(sinceEpoch), static_cast<qint64>(status.st_size)};
 }
 
-QHash<QString, Reader::CachedDuration> &durationCache() {
-    static QHash<QString, Reader::CachedDuration> cache;
+QHash<QString, ScriptLineAudioDurationReader::CachedDuration> &durationCache() {
+    static QHash<QString, ScriptLineAudioDurationReader::CachedDuration> cache;
     return cache;
 }
 

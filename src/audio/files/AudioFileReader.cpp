@@ -15,7 +15,7 @@
 namespace orlenta::audio {
 namespace {
 
-using Decoder = base::Result<std::unique_ptr<AudioDecoder>, AudioFileError>;
+using DecoderResult = base::Result<std::unique_ptr<AudioDecoder>, AudioFileError>;
 
 constexpr qsizetype skippedBlockFrames = 4096;
 
@@ -35,13 +35,13 @@ bool isMp4(const QString &path) {
 }
 
 // libsndfile stops an MP3 at a length that it guesses when no tag tells it, and the guess may be too short.
-Decoder openMp3(const QString &path, std::unique_ptr<SndfileDecoder> opened) {
+DecoderResult openMp3(const QString &path, std::unique_ptr<SndfileDecoder> opened) {
     if (Mp3Tag::tellsLength(path))
         return std::unique_ptr<AudioDecoder>(std::move(opened));
     return FfmpegDecoder::open(path, FfmpegDecoder::Container::Mp3);
 }
 
-Decoder openDecoder(const QString &path) {
+DecoderResult openDecoder(const QString &path) {
     if (const auto regular = checkRegularFile(path); !regular)
         return base::fail(regular.error());
     if (isMp4(path))

@@ -20,7 +20,7 @@
 namespace orlenta::audio {
 namespace {
 
-using Outcome = base::Result<void, AudioFileError>;
+using ImportOutcome = base::Result<void, AudioFileError>;
 
 constexpr WavFormat standardDirectionFormat{48000, 1, 24};
 constexpr double standardRateTolerance = 0.5;
@@ -49,7 +49,7 @@ AudioFileError copyingError(const QString &path, const QString &reason) {
     return {AudioFileError::Kind::CannotWrite, path, reason};
 }
 
-Outcome copyOntoDisk(const QString &source, const QString &destination) {
+ImportOutcome copyOntoDisk(const QString &source, const QString &destination) {
     QFile file(source);
     if (!file.copy(destination))
         return base::fail(copyingError(destination, file.errorString()));
@@ -58,7 +58,7 @@ Outcome copyOntoDisk(const QString &source, const QString &destination) {
     return {};
 }
 
-Outcome replaceByRename(const QString &from, const QString &to) {
+ImportOutcome replaceByRename(const QString &from, const QString &to) {
     if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
         return base::fail(AudioFileError::fromErrno(AudioFileError::Kind::CannotWrite, to, errno));
     if (const auto synced = base::syncToDisk(to); !synced)
@@ -72,9 +72,9 @@ base::Result<double, AudioFileError> importThrough(const QString &temporary, con
         return base::fail(AudioFileError::fromErrno(AudioFileError::Kind::CannotWrite, destination, errno));
     QFile::remove(temporary);
     const QUrl temporaryURL = QUrl::fromLocalFile(temporary);
-    const Outcome stored = AudioImporter::canCopyWithoutConversion(source)
-                               ? copyOntoDisk(source.toLocalFile(), temporary)
-                               : AudioImporter::convertToStandardDirectionWAV(source, temporaryURL);
+    const ImportOutcome stored = AudioImporter::canCopyWithoutConversion(source)
+                                     ? copyOntoDisk(source.toLocalFile(), temporary)
+                                     : AudioImporter::convertToStandardDirectionWAV(source, temporaryURL);
     if (!stored)
         return base::fail(stored.error());
     auto duration = AudioImporter::durationSeconds(temporaryURL);

@@ -24,9 +24,9 @@
 namespace orlenta::audio {
 namespace {
 
-using Reason = ConcatenationError::Reason;
+using JoinReason = ConcatenationError::Reason;
 using JoinOutcome = base::Result<void, ConcatenationError>;
-using Inputs = base::Result<QList<ConcatenationInputInfo>, ConcatenationError>;
+using JoinInputs = base::Result<QList<ConcatenationInputInfo>, ConcatenationError>;
 
 constexpr qsizetype joinedBlockFrames = 32768;
 constexpr double joinedRateTolerance = 0.5;
@@ -36,36 +36,36 @@ constexpr int assumedBitDepth = 24;
 constexpr int deepestWavBitDepth = 32;
 constexpr qint64 longestConverted = std::numeric_limits<quint32>::max();
 
-QString textOf(Reason reason) {
+QString textOf(JoinReason reason) {
     switch (reason) {
-    case Reason::NoFiles:
+    case JoinReason::NoFiles:
         return QStringLiteral("No audio files to concatenate");
-    case Reason::NoBuffer:
+    case JoinReason::NoBuffer:
         return QStringLiteral("Could not allocate audio buffer");
-    case Reason::NoConvertedBuffer:
+    case JoinReason::NoConvertedBuffer:
         return QStringLiteral("Could not allocate converted audio buffer");
-    case Reason::NoConverter:
+    case JoinReason::NoConverter:
         return QStringLiteral("Could not create sample-rate converter");
-    case Reason::TooLarge:
+    case JoinReason::TooLarge:
         return QStringLiteral("Audio file is too large to concatenate");
-    case Reason::ConversionFailed:
+    case JoinReason::ConversionFailed:
         return QStringLiteral("Audio conversion failed");
     }
     return {};
 }
 
-int codeOf(Reason reason) {
+int codeOf(JoinReason reason) {
     switch (reason) {
-    case Reason::NoFiles:
+    case JoinReason::NoFiles:
         return 1;
-    case Reason::NoBuffer:
-    case Reason::NoConvertedBuffer:
+    case JoinReason::NoBuffer:
+    case JoinReason::NoConvertedBuffer:
         return 2;
-    case Reason::NoConverter:
+    case JoinReason::NoConverter:
         return 3;
-    case Reason::TooLarge:
+    case JoinReason::TooLarge:
         return 4;
-    case Reason::ConversionFailed:
+    case JoinReason::ConversionFailed:
         return 5;
     }
     return 0;
@@ -73,9 +73,9 @@ int codeOf(Reason reason) {
 
 ConcatenationError joiningError(const AudioFileError &error) {
     if (error.kind == AudioFileError::Kind::TooLarge)
-        return Reason::TooLarge;
+        return JoinReason::TooLarge;
     if (error.kind == AudioFileError::Kind::ConversionFailed)
-        return Reason::ConversionFailed;
+        return JoinReason::ConversionFailed;
     return error;
 }
 
@@ -83,33 +83,6 @@ JoinOutcome joiningOutcome(const base::Result<void, AudioFileError> &result) {
     if (!result)
         return base::fail(joiningError(result.error()));
     return {};
-}
-
-ConcatenationInputInfo inputInfo(const AudioFileReader &reader) {
-    const AudioFileFormat &format = reader.format();
-    const bool isLinear = format.coding == AudioFileFormat::Coding::LinearPCM && format.bitDepth > 0;
-    return {format.sampleRate, static_cast<quint32>(format.channelCount), isLinear ? format.bitDepth : assumedBitDepth};
-}
-
-Inputs scanInputs(const QList<QUrl> &urls) {
-    if (urls.isEmpty())
-        return base::fail(ConcatenationError(Reason::NoFiles));
-    QList<ConcatenationInputInfo> inputs;
-    inputs.reserve(urls.size());
-    for (const QUrl &url : urls) {
-        const auto reader = AudioFileReader::open(url.toLocalFile());
-        if (!reader)
-            return base::fail(ConcatenationError(reader.error()));
-        inputs.append(inputInfo(*reader));
-    }
-    return inputs;
-}
-
-WavFormat outputFormat(const QList<ConcatenationInputInfo> &inputs) {
-    const ConcatenationInputInfo chosen = concatenationFormat(inputs);
-    // A file of 64-bit samples is joined at the depth that an integer WAV can have.
-    return {static_cast<quint32>(std::lround(chosen.sampleRate)), static_cast<quint16>(chosen.channelCount),
-            static_cast<quint16>(std::min(chosen.bitDepth, deepestWavBitDepth))};
 }
 
 /// An open descriptor of an input.
@@ -134,12 +107,49 @@ private:
     int m_descriptor;
 };
 
+base::Result<ConcatenationInputInfo, ConcatenationError> inputInfo(const QString &path) {
+    // A plain WAV file has told all there is to know with its header.
+    if (const auto layout = OpenInput(path).layout()) {
+        const WavFormat &plain = layout->format;
+        if (isUsableFormat(plain.sampleRate, plain.channelCount))
+            return ConcatenationInputInfo{static_cast<double>(plain.sampleRate), plain.channelCount, plain.bitDepth};
+    }
+    const auto reader = AudioFileReader::open(path);
+    if (!reader)
+        return base::fail(ConcatenationError(reader.error()));
+    const AudioFileFormat &format = reader->format();
+    const bool isLinear = format.coding == AudioFileFormat::Coding::LinearPCM && format.bitDepth > 0;
+    return ConcatenationInputInfo{format.sampleRate, static_cast<quint32>(format.channelCount),
+                                  isLinear ? format.bitDepth : assumedBitDepth};
+}
+
+JoinInputs scanInputs(const QList<QUrl> &urls) {
+    if (urls.isEmpty())
+        return base::fail(ConcatenationError(JoinReason::NoFiles));
+    QList<ConcatenationInputInfo> inputs;
+    inputs.reserve(urls.size());
+    for (const QUrl &url : urls) {
+        const auto info = inputInfo(url.toLocalFile());
+        if (!info)
+            return base::fail(info.error());
+        inputs.append(*info);
+    }
+    return inputs;
+}
+
+WavFormat outputFormat(const QList<ConcatenationInputInfo> &inputs) {
+    const ConcatenationInputInfo chosen = concatenationFormat(inputs);
+    // A file of 64-bit samples is joined at the depth that an integer WAV can have.
+    return {static_cast<quint32>(std::lround(chosen.sampleRate)), static_cast<quint16>(chosen.channelCount),
+            static_cast<quint16>(std::min(chosen.bitDepth, deepestWavBitDepth))};
+}
+
 std::unique_ptr<double[]> joiningBuffer(int channels) {
     return std::unique_ptr<double[]>(new (std::nothrow) double[static_cast<size_t>(joinedBlockFrames * channels)]);
 }
 
 template <typename Source>
-JoinOutcome appendAll(Source &source, WavFileWriter &output, Reason missingBuffer) {
+JoinOutcome appendAll(Source &source, WavFileWriter &output, JoinReason missingBuffer) {
     const int channels = output.format().channelCount;
     const auto buffer = joiningBuffer(channels);
     if (!buffer)
@@ -161,12 +171,12 @@ JoinOutcome appendConverted(AudioFileReader &source, WavFileWriter &output) {
     const qint64 frames = source.frames();
     // Frame counts of one conversion are 32 bits wide.
     if (frames < 1 || frames > longestConverted)
-        return base::fail(ConcatenationError(Reason::TooLarge));
+        return base::fail(ConcatenationError(JoinReason::TooLarge));
     const WavFormat &format = output.format();
     auto converted = ConvertingReader::create(source, format.sampleRate, format.channelCount);
     if (!converted)
-        return base::fail(ConcatenationError(Reason::NoConverter));
-    return appendAll(converted.value(), output, Reason::NoConvertedBuffer);
+        return base::fail(ConcatenationError(JoinReason::NoConverter));
+    return appendAll(converted.value(), output, JoinReason::NoConvertedBuffer);
 }
 
 JoinOutcome appendFile(const QString &path, WavFileWriter &output) {
@@ -181,7 +191,7 @@ JoinOutcome appendFile(const QString &path, WavFileWriter &output) {
         return {};
     const WavFormat &format = output.format();
     if (source->sampleRate() == format.sampleRate && source->channelCount() == format.channelCount)
-        return appendAll(source.value(), output, Reason::NoBuffer);
+        return appendAll(source.value(), output, JoinReason::NoBuffer);
     return appendConverted(source.value(), output);
 }
 
@@ -228,12 +238,12 @@ QString ConcatenationError::domain() {
 }
 
 int ConcatenationError::code() const {
-    const Reason *reason = std::get_if<Reason>(&m_cause);
+    const JoinReason *reason = std::get_if<JoinReason>(&m_cause);
     return reason != nullptr ? codeOf(*reason) : 0;
 }
 
 QString ConcatenationError::description() const {
-    const Reason *reason = std::get_if<Reason>(&m_cause);
+    const JoinReason *reason = std::get_if<JoinReason>(&m_cause);
     return reason != nullptr ? textOf(*reason) : std::get<AudioFileError>(m_cause).description();
 }
 

@@ -13,7 +13,7 @@
 namespace orlenta::audio {
 namespace {
 
-using Outcome = base::Result<void, AudioFileError>;
+using ConversionOutcome = base::Result<void, AudioFileError>;
 
 constexpr double sameRateTolerance = 0.5;
 
@@ -26,7 +26,7 @@ public:
     SourceFile &operator=(const SourceFile &) = delete;
 
     [[nodiscard]] const QString &path() const { return m_path; }
-    [[nodiscard]] Outcome write(const QByteArray &bytes) const {
+    [[nodiscard]] ConversionOutcome write(const QByteArray &bytes) const {
         QFile file(m_path);
         const bool isWritten = file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered) &&
                                file.write(bytes) == bytes.size();
@@ -45,7 +45,7 @@ std::unique_ptr<double[]> allocateSamples(qsizetype frames, int channels) {
 
 // Gives its frames block by block; what reads them is a plain reader or a converting one.
 template <typename Source>
-Outcome copyAll(Source &source, qsizetype frames, int channels, WavFileWriter &output) {
+ConversionOutcome copyAll(Source &source, qsizetype frames, int channels, WavFileWriter &output) {
     const auto buffer = allocateSamples(frames, channels);
     if (!buffer)
         return base::fail(AudioFileError{AudioFileError::Kind::OutOfMemory, {}, {}});
@@ -62,11 +62,11 @@ Outcome copyAll(Source &source, qsizetype frames, int channels, WavFileWriter &o
     }
 }
 
-Outcome copyFrames(AudioFileReader &source, WavFileWriter &output) {
+ConversionOutcome copyFrames(AudioFileReader &source, WavFileWriter &output) {
     return copyAll(source, ConvertingReader::blockFrames, source.channelCount(), output);
 }
 
-Outcome resampleFrames(AudioFileReader &source, double sampleRate, WavFileWriter &output) {
+ConversionOutcome resampleFrames(AudioFileReader &source, double sampleRate, WavFileWriter &output) {
     auto converted = ConvertingReader::create(source, sampleRate, source.channelCount());
     if (!converted)
         return base::fail(converted.error());
@@ -74,7 +74,7 @@ Outcome resampleFrames(AudioFileReader &source, double sampleRate, WavFileWriter
     return copyAll(converted.value(), capacity, source.channelCount(), output);
 }
 
-Outcome appendSilence(double sampleRate, WavFileWriter &output) {
+ConversionOutcome appendSilence(double sampleRate, WavFileWriter &output) {
     const auto frames = static_cast<qsizetype>(sampleRate * silentTailSeconds);
     const int channels = output.format().channelCount;
     const auto zeros = allocateSamples(frames, channels);
