@@ -36,3 +36,7 @@ if(ORLENTA_SANITIZE)
   add_compile_options(-fsanitize=${ORLENTA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${ORLENTA_SANITIZE})
 endif()
+if(ORLENTA_FUZZERS)
+  # Coverage in the project's own code, which guides the fuzzers; they link the engine themselves.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
