@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <functional>
 #include <limits>
+#include <malloc.h>
 #include <unistd.h>
 #include <vector>
 
@@ -68,6 +69,7 @@ long kilobytesTakenBy(const std::function<void()> &work) {
         const QByteArray status = test::bytesOf(QStringLiteral("/proc/self/status"));
         return status.mid(status.indexOf(key) + key.size()).trimmed().split(' ').first().toLong();
     };
+    ::malloc_trim(0);
     QFile reset(QStringLiteral("/proc/self/clear_refs"));
     require(reset.open(QIODevice::WriteOnly) && reset.write("5") == 1, "resetting the high-water mark");
     reset.close();
