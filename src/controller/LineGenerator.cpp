@@ -65,7 +65,7 @@ QCoro::Task<void> LineGenerator::generate(model::LineId id) {
     if (!job)
         co_return;
     const QPointer<LineGenerator> self(this);
-    const Outcome outcome = job->directionPath.isEmpty() ? co_await speakText(*job) : co_await speakRecording(*job);
+    const Outcome outcome = co_await speak(*job);
     if (!self)
         co_return;
     if (!outcome)
@@ -93,6 +93,11 @@ std::optional<LineGenerator::Job> LineGenerator::begin(const model::LineId &id) 
         job.directionPath = recording;
     m_controller.takes().setGenerating(GenerationState::Generating, id);
     return job;
+}
+
+// No coroutine itself: g++ 12 destroys the result twice when both arms of a conditional expression await.
+QCoro::Task<LineGenerator::Outcome> LineGenerator::speak(const Job &job) {
+    return job.directionPath.isEmpty() ? speakText(job) : speakRecording(job);
 }
 
 QCoro::Task<LineGenerator::Outcome> LineGenerator::speakRecording(Job job) {

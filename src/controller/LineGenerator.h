@@ -76,6 +76,7 @@ private:
     using Outcome = base::Result<QString, speech::SpeechError>;
 
     [[nodiscard]] std::optional<Job> begin(const model::LineId &id);
+    QCoro::Task<Outcome> speak(const Job &job);
     QCoro::Task<Outcome> speakRecording(Job job);
     QCoro::Task<Outcome> speakText(Job job);
     QCoro::Task<Dictionary> currentDictionary(QString modelId);

@@ -1,0 +1,115 @@
+#include "controller/Exporting.h"
+
+#include <gtest/gtest.h>
+#include <qcoro/qcorotask.h>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+
+#include "base/AtomicFile.h"
+#include "controller/MediaFiles.h"
+#include "controller/ScriptProject.h"
+#include "controller/Selection.h"
+
+namespace orlenta::controller {
+namespace {
+
+using test::ScriptProject;
+
+QByteArray bytesOf(const QString &path) {
+    const auto bytes = base::readWholeFile(path);
+    return bytes ? bytes.value() : QByteArray();
+}
+
+class ExportingTest : public ::testing::Test {
+protected:
+    ScriptProject project{{{QStringLiteral("One"), QStringLiteral("Two"), QStringLiteral("Three")}},
+                          ScriptProject::Folder::OnDisk};
+    Exporting &exporting = project->exporting();
+    QTemporaryDir target;
+
+    [[nodiscard]] QString audio(qsizetype index) const {
+        return project->media().audioURL(project.line(index)).toLocalFile();
+    }
+    Exporting::Plan plan(MultiLineOutput output) { return QCoro::waitFor(exporting.plan(output)); }
+};
+
+} // namespace
+
+TEST_F(ExportingTest, OneLineIsOneFileUnderItsClipName) {
+    project.addTake(1);
+    project->selection().selectAlone(project.id(1));
+    const Exporting::Plan planned = plan(MultiLineOutput::Continuous);
+    const auto *single = std::get_if<Exporting::SingleFile>(&planned);
+    ASSERT_NE(single, nullptr);
+    EXPECT_EQ(single->suggestedName, QStringLiteral("Voice - Two.02.wav"));
+    const QString destination = target.filePath(QStringLiteral("out.wav"));
+    QFile old(destination);
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+    old.write("what was there");
+    old.close();
+    exporting.exportTo(*single, destination);
+    EXPECT_EQ(bytesOf(destination), bytesOf(audio(1)));
+    EXPECT_EQ(project->spotError(), QString());
+}
+
+TEST_F(ExportingTest, ATakeExportedOntoItselfSurvives) {
+    project.addTake(0);
+    project->selection().selectAlone(project.id(0));
+    const QByteArray before = bytesOf(audio(0));
+    exporting.exportTo({audio(0), QStringLiteral("x.wav")}, audio(0));
+    EXPECT_EQ(bytesOf(audio(0)), before);
+}
+
+TEST_F(ExportingTest, ALineWithoutAudioMeansNothingToExport) {
+    project.addTake(0);
+    project->selection().selectAll();
+    EXPECT_TRUE(std::holds_alternative<Exporting::NothingToExport>(plan(MultiLineOutput::Individual)));
+    project->selection().setSelectedLineIds({});
+    EXPECT_TRUE(std::holds_alternative<Exporting::NothingToExport>(plan(MultiLineOutput::Continuous)));
+}
+
+TEST_F(ExportingTest, SeveralLinesAreJoinedInScriptOrder) {
+    for (const qsizetype index : {2, 0, 1})
+        project.addTake(index);
+    project->selection().selectAlone(project.id(2));
+    project->selection().toggle(project.id(0));
+    const Exporting::Plan planned = plan(MultiLineOutput::Continuous);
+    const auto *single = std::get_if<Exporting::SingleFile>(&planned);
+    ASSERT_NE(single, nullptr);
+    EXPECT_EQ(single->suggestedName, QStringLiteral("Script 1 - Lines 1-3.wav"));
+    const qint64 header = 44;
+    EXPECT_EQ(bytesOf(single->path).size() - header,
+              bytesOf(audio(0)).size() - header + bytesOf(audio(2)).size() - header);
+}
+
+TEST_F(ExportingTest, AFileThatCannotBeJoinedIsTold) {
+    project.addTake(0);
+    project.addTake(1);
+    QFile broken(audio(1));
+    ASSERT_TRUE(broken.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    broken.write("no audio");
+    broken.close();
+    project->selection().selectAlone(project.id(0));
+    project->selection().extendDown();
+    EXPECT_TRUE(std::holds_alternative<Exporting::NothingToExport>(plan(MultiLineOutput::Continuous)));
+    EXPECT_TRUE(project->spotError().startsWith(QStringLiteral("Could not prepare export audio: ")));
+}
+
+TEST_F(ExportingTest, ClipsOfOneNameAreNumberedWhateverTheirCase) {
+    for (const qsizetype index : {0, 1, 2})
+        project.addTake(index);
+    Exporting::Folder folder;
+    for (const char *name : {"A.01", "a.01", "B.01"})
+        folder.clips.append({project.id(0), audio(0), QString::fromLatin1(name)});
+    folder.clips.append({project.id(0), QStringLiteral("/nowhere/take.aif"), QStringLiteral("C.01")});
+    QFile taken(target.filePath(QStringLiteral("B.01.wav")));
+    ASSERT_TRUE(taken.open(QIODevice::WriteOnly));
+    taken.close();
+    exporting.exportToFolder(folder, target.path());
+    EXPECT_EQ(QDir(target.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name),
+              (QStringList{QStringLiteral("A.01.wav"), QStringLiteral("B.01 2.wav"), QStringLiteral("B.01.wav"),
+                           QStringLiteral("a.01 2.wav")}));
+    EXPECT_EQ(project->spotError(), QStringLiteral("Export failed for: C.01.aif"));
+}
+
+} // namespace orlenta::controller
