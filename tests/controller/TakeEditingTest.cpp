@@ -31,7 +31,10 @@ protected:
         return runtime.state(project.id(index)).generatedAudioURL.toLocalFile();
     }
     [[nodiscard]] QStringList generatedFiles() const {
-        return QDir(project.folder() + QStringLiteral("/Audio Files/Generated")).entryList(QDir::Files | QDir::Hidden);
+        const QDir folder(project.folder() + QStringLiteral("/Audio Files/Generated"));
+        QStringList files = folder.entryList(QDir::Files | QDir::Hidden);
+        files.removeAll(QStringLiteral(".gitkeep"));
+        return files;
     }
 };
 
