@@ -116,7 +116,7 @@ TEST(CredentialStore, APromptThatNobodyAnswersHoldsTheClientNoLongerThanItsPatie
     session.lock();
     const test::KeyringPrompter &prompter = session.showPrompts(test::KeyringPrompter::User::Ignores);
     const auto seen = seenAfter(session.environment(), {QStringLiteral("connect"), QStringLiteral("sign-out")},
-                                std::chrono::milliseconds(800));
+                                std::chrono::milliseconds(1500));
     EXPECT_EQ(seenText(seen.at(0)), connected + notSaved.toStdString());
     EXPECT_EQ(seenText(seen.at(1)), signedOut + notRemoved.toStdString());
     EXPECT_GT(prompter.prompts(), 0);

@@ -162,8 +162,8 @@ TEST(NetworkFaults, EachEndsInItsOwnWordsAndLeavesTheKeyInPlace) {
     for (const Fault &fault : faults()) {
         SCOPED_TRACE(fault.name);
         ServiceUnderTest under;
-        under.timing.stallTimeout = 400ms;
-        under.timing.exchangeTimeout = std::string(fault.name) == "slow drip" ? 600ms : 20'000ms;
+        under.timing.stallTimeout = std::string(fault.name) == "stall" ? 300ms : 30'000ms;
+        under.timing.exchangeTimeout = std::string(fault.name) == "slow drip" ? 500ms : 60'000ms;
         fault.arrange(under.server);
         EXPECT_EQ(messageAfterConnecting(under), fault.words);
     }
