@@ -1,0 +1,137 @@
+#include "ShellSession.h"
+
+#include <chrono>
+
+#include <QtTest/QTest>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QAbstractSlider>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QToolButton>
+
+#include "speech/LocalVoicesProcess.h"
+
+namespace orlenta::testing {
+namespace {
+
+constexpr std::chrono::milliseconds startLimit{30'000};
+constexpr int waitLimitMilliseconds = 60'000;
+
+/// Whether a widget is a part of another control, which speaks for it.
+bool isPartOfControl(const QWidget &widget) {
+    const QWidget *parent = widget.parentWidget();
+    return qobject_cast<const QComboBox *>(parent) != nullptr || qobject_cast<const QLineEdit *>(parent) != nullptr ||
+           qobject_cast<const QScrollBar *>(&widget) != nullptr ||
+           (parent != nullptr && qobject_cast<const QComboBox *>(parent->parentWidget()) != nullptr) ||
+           widget.objectName().startsWith(QStringLiteral("qt_"));
+}
+
+bool isControl(const QWidget &widget) {
+    return widget.inherits("QAbstractButton") || widget.inherits("QLineEdit") || widget.inherits("QComboBox") ||
+           widget.inherits("QAbstractSlider") || widget.inherits("QAbstractItemView");
+}
+
+bool labelFits(const QLabel &label) {
+    if (label.text().isEmpty() || !label.pixmap(Qt::ReturnByValue).isNull())
+        return true;
+    if (label.wordWrap())
+        return label.heightForWidth(label.width()) <= label.height();
+    return label.sizeHint().width() <= label.width() && label.sizeHint().height() <= label.height();
+}
+
+} // namespace
+
+ShellSession::ShellSession() : ShellSession(QStringLiteral(ORLENTA_LOCAL_VOICES)) {}
+
+ShellSession::ShellSession(const QString &localVoicesProgram)
+    : defaults(m_folder.filePath(QStringLiteral("defaults.ini"))),
+      localVoices(defaults, std::make_unique<speech::LocalVoicesProcess>(localVoicesProgram, startLimit)),
+      sound(QStringLiteral("unix:%1").arg(m_folder.filePath(QStringLiteral("no-sound")))),
+      devices(sound, defaults), context{defaults, credentials, localVoices, sound, devices, routing, commands} {}
+
+bool ShellSession::startLocalVoices() {
+    localVoices.switchOn();
+    return waitUntil([this] { return localVoices.state() == shell::LocalVoices::State::On; });
+}
+
+model::StoredProject ShellSession::makeProject(const QString &name, const QStringList &lines) {
+    const base::Timestamp now = base::wholeSeconds(base::systemClock());
+    model::Project project = model::Project::makeNew(name, now);
+    model::LineList list;
+    project.tabs.first().lineIds.clear();
+    for (const QString &text : lines) {
+        model::ProjectLine line = model::ProjectLine::makeNew(list.size());
+        const qsizetype colon = text.indexOf(QLatin1Char(':'));
+        line.text = text.mid(colon + 1).trimmed();
+        if (colon > 0) {
+            const QString voiceName = text.left(colon);
+            const QString serviceId = QStringLiteral("local-%1").arg(voiceName.toLower());
+            project.voices.append(
+                {model::VoiceId::create(), serviceId, voiceName, voiceName, QStringLiteral("#3A59D1")});
+            line.voiceId = project.voices.last().id;
+        }
+        project.tabs.first().lineIds.append(line.lineId);
+        list.append(line);
+    }
+    project.lines = list;
+    auto stored = model::ProjectStore::create(path(name), name, project, now);
+    return stored ? stored.value() : model::StoredProject{};
+}
+
+bool waitUntil(const std::function<bool()> &condition) {
+    return QTest::qWaitFor(condition, waitLimitMilliseconds);
+}
+
+QAbstractButton *buttonNamed(const QWidget &parent, const QString &text) {
+    for (QAbstractButton *button : parent.findChildren<QAbstractButton *>()) {
+        if (button->isVisible() && button->text().remove(QLatin1Char('&')) == text)
+            return button;
+    }
+    return nullptr;
+}
+
+QStringList unnamedControls(const QWidget &window) {
+    QStringList unnamed;
+    for (const QWidget *widget : window.findChildren<QWidget *>()) {
+        if (!isControl(*widget) || isPartOfControl(*widget))
+            continue;
+        const auto *button = qobject_cast<const QAbstractButton *>(widget);
+        const QString text = button == nullptr ? QString() : button->text();
+        if (widget->accessibleName().isEmpty() && text.isEmpty())
+            unnamed.append(
+                QStringLiteral("%1 \"%2\" has no name").arg(QLatin1String(widget->metaObject()->className()), text));
+        if (widget->toolTip().isEmpty())
+            unnamed.append(QStringLiteral("%1 \"%2\" has no tooltip")
+                               .arg(QLatin1String(widget->metaObject()->className()),
+                                    text.isEmpty() ? widget->accessibleName() : text));
+    }
+    return unnamed;
+}
+
+QStringList clippedTexts(const QWidget &window) {
+    QStringList clipped;
+    for (const QLabel *label : window.findChildren<QLabel *>()) {
+        if (label->isVisible() && !labelFits(*label))
+            clipped.append(label->text());
+    }
+    for (const QAbstractButton *button : window.findChildren<QAbstractButton *>()) {
+        const bool showsText = !button->text().isEmpty() &&
+                               (qobject_cast<const QToolButton *>(button) == nullptr ||
+                                qobject_cast<const QToolButton *>(button)->toolButtonStyle() != Qt::ToolButtonIconOnly);
+        const QSize needed =
+            button->hasHeightForWidth() ? QSize(0, button->heightForWidth(button->width())) : button->minimumSizeHint();
+        if (button->isVisible() && showsText &&
+            (needed.width() > button->width() || needed.height() > button->height()))
+            clipped.append(button->text());
+    }
+    for (const QComboBox *combo : window.findChildren<QComboBox *>()) {
+        if (combo->isVisible() && combo->minimumSizeHint().width() > combo->width())
+            clipped.append(combo->currentText());
+    }
+    return clipped;
+}
+
+} // namespace orlenta::testing

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <QtCore/QTemporaryDir>
+
+#include "audio/devices/AudioDeviceMonitor.h"
+#include "audio/devices/OutputRoutingDiagnostics.h"
+#include "audio/devices/SoundServer.h"
+#include "base/UserDefaults.h"
+#include "model/ProjectStore.h"
+#include "shell/account/LocalVoices.h"
+#include "shell/application/AppCommands.h"
+#include "shell/application/AppContext.h"
+#include "speech/CredentialStore.h"
+
+class QAbstractButton;
+class QWidget;
+
+namespace orlenta::testing {
+
+/// What the windows of one process share, with a folder, preferences and a local voices program of its own, and with
+/// neither a sound server nor a keyring.
+class ShellSession final {
+public:
+    ShellSession();
+    explicit ShellSession(const QString &localVoicesProgram);
+
+    /// Starts the program and waits until it answers.
+    [[nodiscard]] bool startLocalVoices();
+    /// A project on disk with the lines given, all in one tab. A line "Voice: text" is cast to that local voice.
+    [[nodiscard]] model::StoredProject makeProject(const QString &name, const QStringList &lines);
+    [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
+
+private:
+    QTemporaryDir m_folder;
+
+public:
+    base::UserDefaults defaults;
+    speech::CredentialStore credentials;
+    shell::LocalVoices localVoices;
+    audio::SoundServer sound;
+    audio::AudioDeviceMonitor devices;
+    audio::OutputRoutingDiagnostics routing;
+    shell::AppCommands commands;
+    shell::AppContext context;
+};
+
+/// Runs the event loop until the condition holds; false when it doesn't within a minute.
+[[nodiscard]] bool waitUntil(const std::function<bool()> &condition);
+/// The visible button of that text, or null.
+[[nodiscard]] QAbstractButton *buttonNamed(const QWidget &parent, const QString &text);
+/// The controls of a window that have no accessible name or no tooltip, as "class text".
+[[nodiscard]] QStringList unnamedControls(const QWidget &window);
+/// The texts of a window that don't fit where they stand.
+[[nodiscard]] QStringList clippedTexts(const QWidget &window);
+
+} // namespace orlenta::testing

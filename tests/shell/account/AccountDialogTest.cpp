@@ -1,0 +1,108 @@
+#include "shell/account/AccountDialog.h"
+
+#include <gtest/gtest.h>
+#include <QtTest/QTest>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPushButton>
+
+#include "shell/controls/ToggleSwitch.h"
+#include "shell/ShellSession.h"
+#include "speech/ElevenLabsService.h"
+
+namespace orlenta {
+namespace {
+
+using shell::AccountDialog;
+using shell::LocalVoices;
+using testing::ShellSession;
+using testing::waitUntil;
+
+/// A service and its panel; the panel of `account` believes the account is meant, whatever address the service has.
+struct AccountPanel {
+    explicit AccountPanel(ShellSession &session)
+        : service(session.defaults, session.credentials), dialog(service, session.localVoices) {
+        dialog.show();
+    }
+
+    speech::ElevenLabsService service;
+    AccountDialog dialog;
+};
+
+void typeKey(AccountDialog &dialog, const QString &key) {
+    dialog.keyField()->clear();
+    QTest::keyClicks(dialog.keyField(), key);
+}
+
+TEST(AccountDialog, TheSwitchStartsTheLocalVoicesAndConnectsToThem) {
+    ShellSession session;
+    AccountPanel panel(session);
+    session.localVoices.attach(panel.service);
+    EXPECT_EQ(panel.dialog.stateText(), QStringLiteral("Not connected"));
+    panel.dialog.localVoicesSwitch()->click();
+    EXPECT_TRUE(session.defaults.useLocalVoices());
+    ASSERT_TRUE(waitUntil([&] { return !panel.service.voices().isEmpty(); }));
+    EXPECT_EQ(session.localVoices.state(), LocalVoices::State::On);
+    EXPECT_EQ(panel.dialog.stateText(), QStringLiteral("Local voices are in use"));
+    EXPECT_FALSE(panel.dialog.keyField()->isEnabled());
+    EXPECT_FALSE(panel.dialog.connectButton()->isEnabled());
+
+    panel.dialog.localVoicesSwitch()->click();
+    EXPECT_EQ(session.localVoices.state(), LocalVoices::State::Off);
+    EXPECT_FALSE(session.defaults.useLocalVoices());
+    EXPECT_TRUE(waitUntil([&] { return !panel.service.isAuthenticated() && !panel.service.isLoading(); }));
+    EXPECT_TRUE(panel.service.voices().isEmpty());
+}
+
+TEST(AccountDialog, AProgramThatCannotStartIsToldAndTheSwitchGoesBack) {
+    ShellSession session(QStringLiteral("/nowhere/missing-program"));
+    AccountPanel panel(session);
+    panel.dialog.localVoicesSwitch()->click();
+    ASSERT_TRUE(waitUntil([&] { return session.localVoices.state() == LocalVoices::State::Failed; }));
+    EXPECT_FALSE(session.localVoices.failureReason().isEmpty());
+    EXPECT_FALSE(panel.dialog.localVoicesSwitch()->isChecked());
+    EXPECT_FALSE(session.defaults.useLocalVoices());
+}
+
+TEST(AccountDialog, AKeyConnectsAWrongOneIsToldAndSignOutForgetsIt) {
+    ShellSession host;
+    ASSERT_TRUE(host.startLocalVoices());
+    speech::ElevenLabsService known(host.defaults, host.credentials);
+    host.localVoices.attach(known);
+    ASSERT_TRUE(waitUntil([&] { return known.isAuthenticated(); }));
+
+    ShellSession session;
+    AccountPanel panel(session);
+    panel.service.useEndpoint(known.endpoint());
+    EXPECT_EQ(panel.dialog.keyField()->echoMode(), QLineEdit::Password);
+    EXPECT_FALSE(panel.dialog.connectButton()->isEnabled());
+    typeKey(panel.dialog, QStringLiteral("wrong"));
+    panel.dialog.connectButton()->click();
+    EXPECT_EQ(panel.dialog.stateText(), QStringLiteral("Connecting…"));
+    ASSERT_TRUE(waitUntil([&] { return !panel.service.isLoading(); }));
+    EXPECT_EQ(panel.dialog.stateText(), QStringLiteral("Connection failed"));
+    EXPECT_EQ(panel.dialog.errorText(), panel.service.errorMessage());
+    EXPECT_FALSE(panel.dialog.errorText().isEmpty());
+
+    typeKey(panel.dialog, known.apiKey());
+    panel.dialog.connectButton()->click();
+    ASSERT_TRUE(waitUntil([&] { return panel.service.isAuthenticated(); }));
+    EXPECT_EQ(panel.dialog.stateText(), QStringLiteral("Connected"));
+    EXPECT_FALSE(panel.dialog.keyField()->isVisible());
+
+    panel.dialog.signOutButton()->click();
+    ASSERT_TRUE(waitUntil([&] { return panel.service.apiKey().isEmpty(); }));
+    EXPECT_EQ(panel.dialog.stateText(), QStringLiteral("Not connected"));
+    EXPECT_TRUE(panel.dialog.keyField()->isVisible());
+}
+
+TEST(AccountDialog, ShowLaysTheKeyOpen) {
+    ShellSession session;
+    AccountPanel panel(session);
+    testing::buttonNamed(panel.dialog, QStringLiteral("Show"))->click();
+    EXPECT_EQ(panel.dialog.keyField()->echoMode(), QLineEdit::Normal);
+    testing::buttonNamed(panel.dialog, QStringLiteral("Hide"))->click();
+    EXPECT_EQ(panel.dialog.keyField()->echoMode(), QLineEdit::Password);
+}
+
+} // namespace
+} // namespace orlenta

@@ -1,0 +1,211 @@
+#include "shell/inspector/Inspector.h"
+
+#include <gtest/gtest.h>
+#include <QtCore/QUrl>
+#include <QtTest/QTest>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListView>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QSlider>
+
+#include "controller/LineEditing.h"
+#include "controller/PresetEditing.h"
+#include "controller/ProjectController.h"
+#include "controller/Selection.h"
+#include "controller/UndoManager.h"
+#include "shell/controls/SettingSlider.h"
+#include "shell/inspector/InspectedLines.h"
+#include "shell/inspector/ModelCard.h"
+#include "shell/inspector/ModelSection.h"
+#include "shell/inspector/PresetSection.h"
+#include "shell/inspector/SettingsSection.h"
+#include "shell/inspector/VoiceListModel.h"
+#include "shell/inspector/VoiceSection.h"
+#include "shell/ShellSession.h"
+#include "speech/ElevenLabsService.h"
+
+namespace orlenta {
+namespace {
+
+using controller::SettingsControlKind;
+using model::ProjectLineSettings;
+using testing::ShellSession;
+using testing::waitUntil;
+
+/// An inspector over a project of three lines without a voice.
+struct Inspected {
+    Inspected()
+        : stored(session.makeProject(QStringLiteral("Scene"),
+                                     {QStringLiteral("One."), QStringLiteral("Two."), QStringLiteral("Three.")})),
+          service(session.defaults, session.credentials),
+          controller(stored.project, QUrl::fromLocalFile(stored.folder)), inspector(controller, service) {
+        inspector.resize(340, 900);
+        inspector.show();
+    }
+
+    [[nodiscard]] bool connect() {
+        session.localVoices.attach(service);
+        return session.startLocalVoices() && waitUntil([this] { return !service.voices().isEmpty(); });
+    }
+    [[nodiscard]] const model::ProjectLine &line(int index) const {
+        return *controller.project().lines.find(controller.scriptLineIds().at(index));
+    }
+    [[nodiscard]] ProjectLineSettings settings(int index) const {
+        return controller.project().effectiveSettings(line(index));
+    }
+    void change(int index, double ProjectLineSettings::*member, double value) {
+        ProjectLineSettings wanted = settings(index);
+        wanted.*member = value;
+        controller.presets().updateSettings(line(index).lineId, wanted);
+    }
+
+    ShellSession session;
+    model::StoredProject stored;
+    speech::ElevenLabsService service;
+    controller::ProjectController controller;
+    shell::Inspector inspector;
+};
+
+void clickRow(QListView &list, int row) {
+    const QModelIndex index = list.model()->index(row, 0);
+    list.scrollTo(index);
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(index).center());
+}
+
+TEST(Inspector, AClickOnAVoiceCastsAllSelectedLinesInOneStep) {
+    Inspected it;
+    ASSERT_TRUE(it.connect());
+    it.controller.selection().selectAll();
+    QListView &list = *it.inspector.voices().voiceList();
+    clickRow(list, 1);
+    const QString chosen = list.model()->index(1, 0).data(shell::VoiceListModel::VoiceIdRole).toString();
+    for (int i = 0; i < 3; ++i) {
+        const model::ProjectVoice *voice = it.controller.project().voiceOf(it.line(i));
+        ASSERT_NE(voice, nullptr);
+        EXPECT_EQ(voice->elevenLabsVoiceId, chosen);
+    }
+    EXPECT_EQ(it.controller.undoManager().undoActionName(), QStringLiteral("Change Voice"));
+    it.controller.undoManager().undo();
+    EXPECT_FALSE(it.line(0).voiceId.has_value());
+    EXPECT_FALSE(it.line(2).voiceId.has_value());
+}
+
+TEST(Inspector, ReturnCastsTheVoiceUnderTheKeyboardAndCastingItAgainIsNoStep) {
+    Inspected it;
+    ASSERT_TRUE(it.connect());
+    QListView &list = *it.inspector.voices().voiceList();
+    it.inspector.activateWindow();
+    list.setFocus();
+    list.setCurrentIndex(list.model()->index(2, 0));
+    QTest::keyClick(&list, Qt::Key_Return);
+    ASSERT_NE(it.controller.project().voiceOf(it.line(0)), nullptr);
+    it.controller.undoManager().undo();
+    QTest::keyClick(&list, Qt::Key_Return);
+    QTest::keyClick(&list, Qt::Key_Return);
+    it.controller.undoManager().undo();
+    EXPECT_FALSE(it.controller.undoManager().canUndo());
+}
+
+TEST(Inspector, TheSearchKeepsTheVoicesThatMatch) {
+    Inspected it;
+    ASSERT_TRUE(it.connect());
+    const speech::Voice &wanted = it.service.voices().at(3);
+    QListView &list = *it.inspector.voices().voiceList();
+    QTest::keyClicks(it.inspector.voices().searchField(), wanted.name.toUpper());
+    ASSERT_GE(list.model()->rowCount(), 1);
+    EXPECT_LT(list.model()->rowCount(), it.service.voices().size());
+    EXPECT_EQ(list.model()->index(0, 0).data().toString(), wanted.name);
+    it.inspector.voices().searchField()->setText(QStringLiteral("no such voice at all"));
+    EXPECT_FALSE(list.isVisible());
+    it.inspector.voices().searchField()->clear();
+    EXPECT_EQ(list.model()->rowCount(), it.service.voices().size());
+}
+
+TEST(Inspector, ASliderOverDifferentLinesChangesOnlyItsOwnSetting) {
+    Inspected it;
+    it.change(0, &ProjectLineSettings::style, 0.1);
+    it.change(1, &ProjectLineSettings::style, 0.2);
+    it.controller.selection().selectAll();
+    QSlider &similarity = *it.inspector.settings().slider(SettingsControlKind::Similarity)->slider();
+    similarity.setValue(30);
+    EXPECT_DOUBLE_EQ(it.settings(0).similarityBoost, 0.3);
+    EXPECT_DOUBLE_EQ(it.settings(2).similarityBoost, 0.3);
+    EXPECT_DOUBLE_EQ(it.settings(0).style, 0.1);
+    EXPECT_DOUBLE_EQ(it.settings(1).style, 0.2);
+    EXPECT_EQ(it.controller.undoManager().undoActionName(), QStringLiteral("Change Settings"));
+    it.controller.undoManager().undo();
+    EXPECT_DOUBLE_EQ(it.settings(0).similarityBoost, 0.75);
+    EXPECT_DOUBLE_EQ(it.settings(2).similarityBoost, 0.75);
+    EXPECT_DOUBLE_EQ(it.settings(1).style, 0.2);
+}
+
+TEST(Inspector, ADragOfASliderIsOneStep) {
+    Inspected it;
+    QSlider &style = *it.inspector.settings().slider(SettingsControlKind::Style)->slider();
+    style.setSliderDown(true);
+    for (int value = 1; value <= 40; ++value)
+        style.setValue(value);
+    EXPECT_DOUBLE_EQ(it.settings(0).style, 0.0);
+    style.setSliderDown(false);
+    EXPECT_DOUBLE_EQ(it.settings(0).style, 0.4);
+    it.controller.undoManager().undo();
+    EXPECT_DOUBLE_EQ(it.settings(0).style, 0.0);
+    EXPECT_FALSE(it.controller.undoManager().canUndo());
+}
+
+TEST(Inspector, EachModelShowsItsOwnControls) {
+    Inspected it;
+    const shell::SettingsSection &section = it.inspector.settings();
+    for (shell::ModelCard *card : it.inspector.models().cards()) {
+        card->click();
+        EXPECT_EQ(it.settings(0).model, card->modelKey());
+        const bool isExpressive = card->modelKey() == QStringLiteral("v3");
+        EXPECT_EQ(section.modeButtons().first()->isVisible(), isExpressive);
+        EXPECT_EQ(section.slider(SettingsControlKind::Stability)->isVisible(), !isExpressive);
+        EXPECT_EQ(section.slider(SettingsControlKind::Speed)->isVisible(), !isExpressive);
+        EXPECT_TRUE(section.slider(SettingsControlKind::Style)->isVisible());
+    }
+}
+
+TEST(Inspector, APresetWhoseVoiceIsGoneAppliesItsSettingsAndSaysSo) {
+    Inspected it;
+    ASSERT_TRUE(it.connect());
+    it.controller.selection().selectAlone(it.line(0).lineId);
+    clickRow(*it.inspector.voices().voiceList(), 0);
+    const auto before = it.line(0).voiceId;
+
+    model::Project project = it.controller.project();
+    project.presets.first().settings.style = 0.9;
+    project.presets.first().voice =
+        model::ProjectPresetVoice{QStringLiteral("gone"), QStringLiteral("Ana - warm narrator"), QStringLiteral("Ana"),
+                                  QStringLiteral("#112233")};
+    controller::ProjectController controller(project, QUrl::fromLocalFile(it.stored.folder));
+    shell::Inspector inspector(controller, it.service);
+    inspector.show();
+    QComboBox &picker = *inspector.presets().picker();
+    picker.setCurrentIndex(0);
+    Q_EMIT picker.activated(0);
+    const model::ProjectLine &line = *controller.project().lines.find(controller.scriptLineIds().first());
+    EXPECT_DOUBLE_EQ(controller.project().effectiveSettings(line).style, 0.9);
+    EXPECT_EQ(line.voiceId, before);
+    QStringList notices;
+    for (const QLabel *label : inspector.presets().findChildren<QLabel *>()) {
+        if (label->isVisible())
+            notices.append(label->text());
+    }
+    EXPECT_TRUE(notices.contains(QStringLiteral("Settings applied. This preset's voice, Ana, is no longer in your "
+                                                "ElevenLabs voice library, so the line kept its current voice.")));
+}
+
+TEST(Inspector, WithNoLineSelectedNothingCanBeChanged) {
+    Inspected it;
+    it.controller.selection().setSelectedLineIds({});
+    EXPECT_FALSE(it.inspector.presets().picker()->isEnabled());
+    EXPECT_FALSE(it.inspector.models().cards().first()->isEnabled());
+    EXPECT_FALSE(it.inspector.settings().slider(SettingsControlKind::Style)->isEnabled());
+}
+
+} // namespace
+} // namespace orlenta

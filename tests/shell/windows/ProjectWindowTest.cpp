@@ -1,0 +1,234 @@
+#include "shell/windows/ProjectWindow.h"
+
+#include <gtest/gtest.h>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtGui/QAction>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
+#include <QtWidgets/QMessageBox>
+
+#include "controller/LineEditing.h"
+#include "controller/LineRuntime.h"
+#include "controller/Selection.h"
+#include "shell/editor/ScriptEditor.h"
+#include "shell/menus/ProjectActions.h"
+#include "shell/ShellSession.h"
+#include "shell/windows/ErrorAlerts.h"
+#include "shell/windows/ProjectWindows.h"
+
+namespace orlenta {
+namespace {
+
+using shell::ProjectWindow;
+using shell::ProjectWindowController;
+using shell::ProjectWindows;
+using testing::buttonNamed;
+using testing::ShellSession;
+using testing::waitUntil;
+
+/// One session with open projects.
+struct OpenProjects {
+    OpenProjects() : windows(session.context) {}
+
+    ProjectWindowController &open(const QString &name, const QStringList &lines) {
+        const model::StoredProject stored = session.makeProject(name, lines);
+        EXPECT_TRUE(windows.openProject(stored.folder));
+        return *windows.open().back();
+    }
+    static void edit(ProjectWindowController &project) { project.controller().lines().addLine(); }
+    [[nodiscard]] static qsizetype linesOnDisk(const QString &folder) {
+        const auto loaded = model::ProjectStore::load(folder, {});
+        return loaded ? loaded->project.lines.size() : -1;
+    }
+
+    ShellSession session;
+    ProjectWindows windows;
+};
+
+QMessageBox *sheetOf(const ProjectWindowController &project) {
+    const auto boxes = project.window().findChildren<QMessageBox *>();
+    for (QMessageBox *box : boxes) {
+        if (box->isVisible())
+            return box;
+    }
+    return nullptr;
+}
+
+void answer(const ProjectWindowController &project, const QString &button) {
+    QMessageBox *box = sheetOf(project);
+    ASSERT_NE(box, nullptr);
+    QAbstractButton *choice = buttonNamed(*box, button);
+    ASSERT_NE(choice, nullptr);
+    choice->click();
+}
+
+TEST(ProjectWindow, ClosesACleanProjectWithoutAWord) {
+    OpenProjects it;
+    ProjectWindowController &project = it.open(QStringLiteral("Clean"), {QStringLiteral("Hello.")});
+    EXPECT_EQ(project.window().size(), QSize(1000, 700));
+    QSignalSpy allClosed(&it.windows, &ProjectWindows::allClosed);
+    EXPECT_TRUE(project.window().close());
+    EXPECT_TRUE(it.windows.isEmpty());
+    EXPECT_TRUE(waitUntil([&] { return allClosed.count() == 1; }));
+}
+
+TEST(ProjectWindow, AsksOnceBeforeItClosesAnEditedProject) {
+    OpenProjects it;
+    ProjectWindowController &project = it.open(QStringLiteral("Edited"), {QStringLiteral("Hello.")});
+    OpenProjects::edit(project);
+    EXPECT_TRUE(project.window().isWindowModified());
+    EXPECT_FALSE(project.window().close());
+    EXPECT_FALSE(project.window().close());
+    QMessageBox *box = sheetOf(project);
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->text(), QStringLiteral("Save changes to \"Edited\" before closing?"));
+    EXPECT_EQ(box->informativeText(), QStringLiteral("Your changes will be lost if you don't save them."));
+    EXPECT_EQ(project.window().findChildren<QMessageBox *>().size(), 1);
+    answer(project, QStringLiteral("Cancel"));
+    EXPECT_FALSE(it.windows.isEmpty());
+    EXPECT_FALSE(project.closeConfirmationPresented());
+    EXPECT_TRUE(project.controller().hasUnsavedChanges());
+}
+
+TEST(ProjectWindow, SavesOrDropsTheChangesAsToldAndCloses) {
+    OpenProjects it;
+    ProjectWindowController &saved = it.open(QStringLiteral("Saved"), {QStringLiteral("Hello.")});
+    ProjectWindowController &dropped = it.open(QStringLiteral("Dropped"), {QStringLiteral("Hello.")});
+    OpenProjects::edit(saved);
+    OpenProjects::edit(dropped);
+    EXPECT_FALSE(saved.window().close());
+    answer(saved, QStringLiteral("Save"));
+    EXPECT_FALSE(dropped.window().close());
+    answer(dropped, QStringLiteral("Don't Save"));
+    EXPECT_TRUE(it.windows.isEmpty());
+    EXPECT_EQ(OpenProjects::linesOnDisk(it.session.path(QStringLiteral("Saved"))), 2);
+    EXPECT_EQ(OpenProjects::linesOnDisk(it.session.path(QStringLiteral("Dropped"))), 1);
+}
+
+TEST(ProjectWindow, SavingClearsTheEditedMark) {
+    OpenProjects it;
+    ProjectWindowController &project = it.open(QStringLiteral("Marked"), {QStringLiteral("Hello.")});
+    OpenProjects::edit(project);
+    EXPECT_TRUE(project.window().isWindowModified());
+    project.window().actions().save->trigger();
+    EXPECT_FALSE(project.window().isWindowModified());
+    EXPECT_EQ(OpenProjects::linesOnDisk(project.folder()), 2);
+}
+
+TEST(ProjectWindow, AFailedSaveIsToldAndTheWindowStays) {
+    OpenProjects it;
+    ProjectWindowController &project = it.open(QStringLiteral("Lost"), {QStringLiteral("Hello.")});
+    OpenProjects::edit(project);
+    ASSERT_TRUE(QDir(project.folder()).removeRecursively());
+    EXPECT_FALSE(project.window().close());
+    answer(project, QStringLiteral("Save"));
+    EXPECT_FALSE(it.windows.isEmpty());
+    EXPECT_TRUE(project.controller().hasUnsavedChanges());
+    ASSERT_NE(project.window().alerts().box(), nullptr);
+    EXPECT_FALSE(project.window().alerts().box()->text().isEmpty());
+    // Failing again changes the words of the one alert.
+    project.window().actions().save->trigger();
+    project.window().actions().save->trigger();
+    project.window().alerts().box()->accept();
+    EXPECT_EQ(project.window().alerts().box(), nullptr);
+    project.controller().discardChanges();
+}
+
+TEST(ProjectWindow, AProjectOpenedTwiceHasOneWindow) {
+    OpenProjects it;
+    ProjectWindowController &project = it.open(QStringLiteral("Once"), {QStringLiteral("Hello.")});
+    const QString file = model::ProjectStore::projectFileForWriting(project.folder(), QStringLiteral("Once"));
+    EXPECT_TRUE(it.windows.openProject(file));
+    EXPECT_TRUE(it.windows.openProject(project.folder() + QStringLiteral("/../Once")));
+    EXPECT_EQ(it.windows.open().size(), 1U);
+}
+
+TEST(ProjectWindow, AFileThatIsNoProjectOpensNoWindowAndSaysWhy) {
+    OpenProjects it;
+    const auto write = [&it](const QString &name, const QByteArray &bytes) {
+        QFile file(it.session.path(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        return file.fileName();
+    };
+    struct Case {
+        QString path;
+        QString text;
+        QString reason;
+    };
+    const QList<Case> cases{{write(QStringLiteral("note.txt"), "hello"),
+                             QStringLiteral("This doesn't appear to be a Orlenta project."),
+                             {}},
+                            {write(QStringLiteral("new.orl"), R"({"schema_version": 2})"),
+                             QStringLiteral("This project was created with a newer version of Orlenta."),
+                             QStringLiteral("Project schema version 2 is newer than this app supports.")}};
+    for (const Case &refused : cases) {
+        QSignalSpy failed(&it.windows, &ProjectWindows::openFailed);
+        EXPECT_FALSE(it.windows.openProject(refused.path));
+        EXPECT_EQ(failed.count(), 1);
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->text(), refused.text);
+        EXPECT_EQ(box->informativeText(), refused.reason);
+        box->accept();
+    }
+    EXPECT_TRUE(it.windows.isEmpty());
+}
+
+TEST(ProjectWindow, QuittingAsksAboutEachProjectAndACancelKeepsAll) {
+    OpenProjects it;
+    ProjectWindowController &first = it.open(QStringLiteral("First"), {QStringLiteral("Hello.")});
+    ProjectWindowController &second = it.open(QStringLiteral("Second"), {QStringLiteral("Hello.")});
+    OpenProjects::edit(first);
+    OpenProjects::edit(second);
+    QList<ProjectWindowController::CloseOutcome> outcomes;
+    const auto note = [&outcomes](ProjectWindowController::CloseOutcome outcome) { outcomes.append(outcome); };
+    it.windows.resolveUnsavedProjects(note);
+    EXPECT_EQ(sheetOf(second), nullptr);
+    answer(first, QStringLiteral("Save"));
+    answer(second, QStringLiteral("Cancel"));
+    ASSERT_EQ(outcomes.size(), 1);
+    EXPECT_EQ(outcomes.takeFirst(), ProjectWindowController::CloseOutcome::Cancelled);
+    EXPECT_EQ(it.windows.open().size(), 2U);
+    EXPECT_FALSE(first.controller().hasUnsavedChanges());
+
+    EXPECT_FALSE(second.window().close());
+    it.windows.resolveUnsavedProjects(note);
+    ASSERT_EQ(outcomes.size(), 1);
+    EXPECT_EQ(outcomes.takeFirst(), ProjectWindowController::CloseOutcome::Cancelled);
+    answer(second, QStringLiteral("Cancel"));
+    it.windows.resolveUnsavedProjects(note);
+    answer(second, QStringLiteral("Don't Save"));
+    ASSERT_EQ(outcomes.size(), 1);
+    EXPECT_EQ(outcomes.first(), ProjectWindowController::CloseOutcome::Proceed);
+}
+
+TEST(ProjectWindow, GeneratingALineEndsInATakeThatRedoesAsATake) {
+    OpenProjects it;
+    ASSERT_TRUE(it.session.startLocalVoices());
+    ProjectWindowController &project = it.open(QStringLiteral("Spoken"), {QStringLiteral("Clara: Good morning.")});
+    ASSERT_TRUE(waitUntil([&] { return project.elevenLabsService().isAuthenticated(); }));
+    QAbstractButton *generate = buttonNamed(project.window().editor(), QStringLiteral("Generate"));
+    ASSERT_NE(generate, nullptr);
+    generate->click();
+    const auto &lines = project.controller().project().lines;
+    ASSERT_TRUE(waitUntil([&] { return lines.at(0).takes.size() == 1 || project.generator().generateError(); }));
+    EXPECT_FALSE(project.generator().generateError().has_value());
+    EXPECT_TRUE(project.controller().runtime().hasGeneratedAudio(lines.at(0).lineId));
+    ASSERT_TRUE(waitUntil([&] { return !project.generator().queue().isActive(); }));
+    EXPECT_EQ(generate->text(), QStringLiteral("Regenerate"));
+    const shell::ProjectActions &actions = project.window().actions();
+    EXPECT_EQ(actions.undo->text(), QStringLiteral("Undo Generate"));
+    EXPECT_TRUE(actions.exportAudio->isEnabled());
+    actions.undo->trigger();
+    EXPECT_TRUE(lines.at(0).takes.isEmpty());
+    EXPECT_FALSE(actions.exportAudio->isEnabled());
+    EXPECT_EQ(actions.redo->text(), QStringLiteral("Redo Generate"));
+    actions.redo->trigger();
+    EXPECT_EQ(lines.at(0).takes.size(), 1);
+    project.controller().discardChanges();
+}
+
+} // namespace
+} // namespace orlenta

@@ -1,0 +1,86 @@
+#include <gtest/gtest.h>
+#include <QtTest/QTest>
+
+#include "shell/account/AccountDialog.h"
+#include "shell/inspector/DeliveryTipsDialog.h"
+#include "shell/settings/SettingsDialog.h"
+#include "shell/ShellSession.h"
+#include "shell/theme/Theme.h"
+#include "shell/windows/NewProjectDialog.h"
+#include "shell/windows/ProjectWindow.h"
+#include "shell/windows/ProjectWindows.h"
+#include "shell/windows/WelcomeWindow.h"
+
+namespace orlenta {
+namespace {
+
+using shell::Theme;
+using testing::ShellSession;
+
+/// Every window there is, on screen, with what they need.
+struct AllWindows {
+    AllWindows()
+        : projects(session.context), service(session.defaults, session.credentials),
+          account(service, session.localVoices), settings(session.defaults, session.devices, session.routing),
+          newProject({}), welcome(session.commands) {
+        const auto stored = session.makeProject(
+            QStringLiteral("Layout"), {QStringLiteral("Clara: Good morning."), QStringLiteral("Nobody says this.")});
+        EXPECT_TRUE(projects.openProject(stored.folder));
+        all = {&projects.open().front()->window(), &account, &settings, &newProject, &welcome, &tips};
+        for (QWidget *window : all)
+            window->show();
+    }
+
+    ShellSession session;
+    shell::ProjectWindows projects;
+    speech::ElevenLabsService service;
+    shell::AccountDialog account;
+    shell::SettingsDialog settings;
+    shell::NewProjectDialog newProject;
+    shell::WelcomeWindow welcome;
+    shell::DeliveryTipsDialog tips;
+    QList<QWidget *> all;
+};
+
+TEST(WindowLayout, EveryControlHasAnAccessibleNameAndATooltip) {
+    AllWindows windows;
+    for (const QWidget *window : windows.all) {
+        const QStringList unnamed = testing::unnamedControls(*window);
+        EXPECT_TRUE(unnamed.isEmpty()) << window->windowTitle().toStdString() << ": "
+                                       << unnamed.join(QStringLiteral("; ")).toStdString();
+    }
+}
+
+TEST(WindowLayout, NoTextIsCutOffAtAnyScale) {
+    for (const double scale : {1.0, 1.5, 2.0}) {
+        Theme::setUiScale(scale);
+        AllWindows windows;
+        for (QWidget *window : windows.all) {
+            QTest::qWaitForWindowExposed(window);
+            // The smallest size that the window allows is the hardest.
+            window->resize(window->minimumSize());
+            QCoreApplication::processEvents();
+            const QStringList clipped = testing::clippedTexts(*window);
+            EXPECT_TRUE(clipped.isEmpty()) << "scale " << scale << ", " << window->windowTitle().toStdString() << ": "
+                                           << clipped.join(QStringLiteral("; ")).toStdString();
+        }
+    }
+    Theme::setUiScale(1.0);
+}
+
+TEST(WindowLayout, AChangeOfScaleReachesOpenWindows) {
+    AllWindows windows;
+    Theme::setUiScale(1.5);
+    QCoreApplication::processEvents();
+    for (QWidget *window : windows.all) {
+        window->resize(window->minimumSize().expandedTo(window->size()));
+        QCoreApplication::processEvents();
+        const QStringList clipped = testing::clippedTexts(*window);
+        EXPECT_TRUE(clipped.isEmpty()) << window->windowTitle().toStdString() << ": "
+                                       << clipped.join(QStringLiteral("; ")).toStdString();
+    }
+    Theme::setUiScale(1.0);
+}
+
+} // namespace
+} // namespace orlenta
