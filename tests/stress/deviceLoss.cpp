@@ -7,7 +7,6 @@
 // leaves a hole longer than the limit.
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
@@ -19,56 +18,20 @@
 #include <QtTest/QTest>
 
 #include "audio/devices/SoundServer.h"
-#include "audio/files/WavFileWriter.h"
 #include "audio/playback/RoutedAudioPlayer.h"
+#include "support/Ramp.h"
 #include "support/SoundServerSession.h"
 
 namespace {
 
 using orlenta::audio::RoutedAudioPlayer;
 using orlenta::audio::SoundServer;
+using orlenta::testing::Ramp;
 using orlenta::testing::SoundServerSession;
 
-constexpr int rate = 48000;
-constexpr double step = 32.0 / 8388608.0;
 constexpr int patience = 10000;
 /// The farthest that playback may go on from the place where it was lost.
 constexpr double limitMs = 50.0;
-
-QUrl writeRamp(const QString &path, int frames) {
-    std::vector<double> samples(static_cast<std::size_t>(frames));
-    for (std::size_t i = 0; i < samples.size(); ++i)
-        samples[i] = static_cast<double>(i + 1) * step;
-    auto writer = orlenta::audio::WavFileWriter::create(path, {rate, 1, 24});
-    return writer && writer.value().writeFrames(std::span<const double>(samples)) && writer.value().finish()
-               ? QUrl::fromLocalFile(path)
-               : QUrl();
-}
-
-/// The frame that a recorded sample stands for, or nothing for silence.
-std::optional<int> frameOf(float sample) {
-    return sample == 0.0F ? std::nullopt : std::optional(static_cast<int>(std::lround(sample / step)) - 1);
-}
-
-/// The first and last frame of the first unbroken stretch in a stereo recording.
-struct Stretch {
-    std::optional<int> first;
-    std::optional<int> last;
-};
-
-Stretch firstStretch(const std::vector<float> &recording) {
-    Stretch found;
-    for (std::size_t i = 0; i < recording.size(); i += 2) {
-        const std::optional<int> frame = frameOf(recording[i]);
-        if (!found.first)
-            found = {frame, frame};
-        else if (frame == *found.last + 1)
-            found.last = frame;
-        else
-            break;
-    }
-    return found;
-}
 
 struct Loss {
     double placeErrorMs = 0.0;
@@ -80,7 +43,7 @@ public:
     explicit Rig(SoundServerSession::Kind kind) : m_session(kind), m_server(m_session.address()) {
         m_player.setCompletionHandler([this] { ++m_completions; });
         m_player.setFailureHandler([this](const auto &) { ++m_failures; });
-        m_ramp = writeRamp(m_folder.filePath(QStringLiteral("ramp.wav")), 5 * rate);
+        m_ramp = Ramp::write(m_folder.filePath(QStringLiteral("ramp.wav")), 5 * Ramp::rate);
     }
 
     [[nodiscard]] std::optional<Loss> loseOnce() {
@@ -91,8 +54,8 @@ public:
         const auto table = m_server.devices();
         if (!m_player.load(m_ramp) || !m_player.setOutputDeviceID(table.findOutput(name)->info.deviceID))
             return {};
-        SoundServerSession::Recording lost = m_session.record(name, rate);
-        SoundServerSession::Recording kept = m_session.record(QStringLiteral("spk_a"), rate);
+        SoundServerSession::Recording lost = m_session.record(name, Ramp::rate);
+        SoundServerSession::Recording kept = m_session.record(QStringLiteral("spk_a"), Ramp::rate);
         if (!m_player.play() || !wait([&] { return m_player.currentTime() > 0.25; }))
             return {};
         QElapsedTimer recovery;
@@ -107,11 +70,11 @@ public:
         if (!wait([&] { return m_player.currentTime() > resumedAt + 0.2; }))
             return {};
         m_player.stop();
-        const Stretch before = firstStretch(lost.stop());
-        const Stretch after = firstStretch(kept.stop());
+        const Ramp::Stretch before = Ramp::firstStretch(lost.stop());
+        const Ramp::Stretch after = Ramp::firstStretch(kept.stop());
         if (!before.last || !after.first || m_completions != 0 || m_failures != 0)
             return {};
-        return Loss{(*after.first - *before.last - 1) * 1000.0 / rate, recoveryMs};
+        return Loss{(*after.first - *before.last - 1) * 1000.0 / Ramp::rate, recoveryMs};
     }
 
     [[nodiscard]] bool isReady() {

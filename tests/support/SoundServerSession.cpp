@@ -164,9 +164,13 @@ void SoundServerSession::remove(const QString &module) {
 }
 
 QString SoundServerSession::pactl(const QStringList &arguments) {
+    return run(QStringLiteral("pactl"), arguments);
+}
+
+QString SoundServerSession::run(const QString &program, const QStringList &arguments) {
     QProcess process;
     process.setProcessEnvironment(environment());
-    process.start(QStringLiteral("pactl"), arguments);
+    process.start(program, arguments);
     process.waitForFinished();
     return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
 }

@@ -41,7 +41,8 @@ public:
     /// Adds an output of that name and rate; gives what removes it.
     QString addOutput(const QString &name, int rate = 48000);
     void remove(const QString &module);
-    /// Runs pactl and gives what it prints, without the last line end.
+    /// Runs a program as the server's client to its end, and gives what it prints, without the last line end.
+    QString run(const QString &program, const QStringList &arguments);
     QString pactl(const QStringList &arguments);
     /// Records what reaches an output, stereo, as 32-bit floats at `rate` Hz. Has begun when it returns.
     [[nodiscard]] Recording record(const QString &output, int rate);
