@@ -10,6 +10,8 @@ LineList::LineList(std::vector<ProjectLine> lines) : m_lines(std::make_shared<Po
         m_lines->push_back(std::make_shared<const ProjectLine>(std::move(line)));
 }
 
+LineList::LineList(Pointers lines) : m_lines(std::make_shared<Pointers>(std::move(lines))) {}
+
 qsizetype LineList::size() const {
     return m_lines ? static_cast<qsizetype>(m_lines->size()) : 0;
 }

@@ -15,8 +15,12 @@ namespace orlenta::model {
 /// removed or moved. Not thread-safe, not even for reading one and the same value; copies may go to different threads.
 class LineList final {
 public:
+    using Pointers = std::vector<std::shared_ptr<const ProjectLine>>;
+
     LineList() = default;
     explicit LineList(std::vector<ProjectLine> lines);
+    /// None of the pointers is null, and nobody changes a line from here on.
+    explicit LineList(Pointers lines);
 
     [[nodiscard]] qsizetype size() const;
     [[nodiscard]] bool isEmpty() const { return size() == 0; }
@@ -39,7 +43,6 @@ public:
     friend bool operator==(const LineList &a, const LineList &b);
 
 private:
-    using Pointers = std::vector<std::shared_ptr<const ProjectLine>>;
     using Index = QHash<LineId, qsizetype>;
 
     Pointers &detached();

@@ -1,7 +1,7 @@
 #include "model/ProjectJson.h"
 
 #include <algorithm>
-#include <numeric>
+#include <memory>
 
 #include <QtCore/QSet>
 
@@ -13,38 +13,46 @@ namespace orlenta::model {
 namespace {
 
 // A repeated id makes it impossible to tell two records apart; the first keeps it.
-template <typename Records, typename Id>
-void renewRepeatedIds(Records &records, Id id) {
-    QSet<std::decay_t<decltype(records.front().*id)>> seen;
-    seen.reserve(static_cast<qsizetype>(records.size()));
-    for (auto &record : records) {
-        if (seen.contains(record.*id))
-            record.*id = std::decay_t<decltype(record.*id)>::create();
-        seen.insert(record.*id);
+template <typename Id>
+class IdRenewal final {
+public:
+    explicit IdRenewal(qsizetype records) { m_seen.reserve(records); }
+    void renewIfRepeated(Id &id) {
+        while (m_seen.contains(id))
+            id = Id::create();
+        m_seen.insert(id);
     }
-}
 
-ProjectTab tabOfAllLines(const std::vector<ProjectLine> &lines) {
-    std::vector<size_t> sequence(lines.size());
-    std::iota(sequence.begin(), sequence.end(), size_t{0});
+private:
+    QSet<Id> m_seen;
+};
+
+using SharedLines = std::vector<std::shared_ptr<ProjectLine>>;
+
+ProjectTab tabOfAllLines(const SharedLines &lines) {
+    SharedLines sequence = lines;
     std::stable_sort(sequence.begin(), sequence.end(),
-                     [&](size_t a, size_t b) { return lines[a].order < lines[b].order; });
+                     [](const auto &a, const auto &b) { return a->order < b->order; });
     ProjectTab tab{TabId::create(), QStringLiteral("Script 1"), {}};
-    tab.lineIds.reserve(static_cast<qsizetype>(lines.size()));
-    for (const size_t index : sequence)
-        tab.lineIds.append(lines[index].lineId);
+    tab.lineIds.reserve(static_cast<qsizetype>(sequence.size()));
+    for (const auto &line : sequence)
+        tab.lineIds.append(line->lineId);
     return tab;
 }
 
 Project repaired(json::ProjectDraft draft) {
     Project &project = draft.project;
-    renewRepeatedIds(draft.lines, &ProjectLine::lineId);
-    renewRepeatedIds(project.tabs, &ProjectTab::id);
+    IdRenewal<LineId> lineIds(static_cast<qsizetype>(draft.lines.size()));
+    for (const auto &line : draft.lines)
+        lineIds.renewIfRepeated(line->lineId);
+    IdRenewal<TabId> tabIds(project.tabs.size());
+    for (ProjectTab &tab : project.tabs)
+        tabIds.renewIfRepeated(tab.id);
     if (project.tabs.isEmpty())
         project.tabs.append(tabOfAllLines(draft.lines));
     if (!project.activeTabId)
         project.activeTabId = project.tabs.first().id;
-    project.lines = LineList(std::move(draft.lines));
+    project.lines = LineList(LineList::Pointers(draft.lines.begin(), draft.lines.end()));
     return std::move(project);
 }
 

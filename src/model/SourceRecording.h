@@ -19,3 +19,5 @@ struct SourceRecording {
 };
 
 } // namespace orlenta::model
+
+Q_DECLARE_TYPEINFO(orlenta::model::SourceRecording, Q_RELOCATABLE_TYPE);

@@ -28,3 +28,5 @@ struct Take {
 };
 
 } // namespace orlenta::model
+
+Q_DECLARE_TYPEINFO(orlenta::model::Take, Q_RELOCATABLE_TYPE);

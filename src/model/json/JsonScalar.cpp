@@ -19,18 +19,24 @@ constexpr std::array<std::int8_t, 256> makeHexValues() {
 }
 constexpr std::array<std::int8_t, 256> hexValues = makeHexValues();
 
-size_t leadingAscii(std::string_view text) {
-    constexpr std::uint64_t highBits = 0x8080808080808080;
-    size_t i = 0;
-    for (; i + sizeof(std::uint64_t) <= text.size(); i += sizeof(std::uint64_t)) {
-        std::uint64_t block = 0;
-        std::memcpy(&block, text.data() + i, sizeof block);
-        if ((block & highBits) != 0)
-            break;
+// The last block overlaps the one before it, since going byte by byte through the rest would take longer than all else.
+bool isAscii(std::string_view text) {
+    using Block = std::uint64_t;
+    const auto blockAt = [&](size_t position) {
+        Block block = 0;
+        std::memcpy(&block, text.data() + position, sizeof block);
+        return block;
+    };
+    Block seen = 0;
+    if (text.size() < sizeof(Block)) {
+        for (const char character : text)
+            seen |= static_cast<unsigned char>(character);
+        return (seen & 0x80) == 0;
     }
-    while (i < text.size() && static_cast<unsigned char>(text[i]) < 0x80)
-        ++i;
-    return i;
+    for (size_t i = 0; i + sizeof(Block) <= text.size(); i += sizeof(Block))
+        seen |= blockAt(i);
+    seen |= blockAt(text.size() - sizeof(Block));
+    return (seen & 0x8080808080808080) == 0;
 }
 
 // The length of the well-formed sequence at the start of `text`, or 0. The second byte's narrower limits keep out
@@ -68,7 +74,7 @@ std::optional<int> decimal(std::string_view text, size_t position, size_t digits
 QString WordCache::word(std::string_view text) {
     const QLatin1String latin(text.data(), static_cast<qsizetype>(text.size()));
     // Beyond ASCII a byte is no character, and the comparison below would be wrong.
-    if (leadingAscii(text) != text.size())
+    if (!isAscii(text))
         return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     const auto known = std::find(m_words.begin(), m_words.end(), latin);
     if (known != m_words.end())
@@ -80,7 +86,8 @@ QString WordCache::word(std::string_view text) {
 }
 
 bool isValidUtf8(std::string_view text) {
-    text.remove_prefix(leadingAscii(text));
+    if (isAscii(text))
+        return true;
     while (!text.empty()) {
         const size_t length = sequenceLength(text);
         if (length == 0)

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cmath>
 #include <cstring>
+#include <utility>
 
 namespace orlenta::model::json {
 namespace {
@@ -42,15 +43,23 @@ char *putDecimal(char *out, unsigned value, int digits) {
     return out + digits;
 }
 
-char *putAscii(char *out, unsigned character) {
+char *putEscaped(char *out, unsigned character) {
     const char escape = escapes[character];
-    if (escape == 0) {
-        *out++ = static_cast<char>(character);
-        return out;
-    }
     *out++ = '\\';
     *out++ = escape;
     return escape == 'u' ? putHex(out, character, 4) : out;
+}
+
+char *putHundredths(char *out, unsigned hundredths) {
+    out = std::to_chars(out, out + 8, hundredths / 100).ptr;
+    const unsigned fraction = hundredths % 100;
+    if (fraction == 0)
+        return out;
+    *out++ = '.';
+    *out++ = static_cast<char>('0' + fraction / 10);
+    if (fraction % 10 != 0)
+        *out++ = static_cast<char>('0' + fraction % 10);
+    return out;
 }
 
 char *putCodePoint(char *out, char32_t point) {
@@ -73,13 +82,11 @@ char *putCodePoint(char *out, char32_t point) {
 
 JsonWriter::JsonWriter(qsizetype expectedSize) : m_bytes(std::max<qsizetype>(expectedSize, 256), Qt::Uninitialized) {
     m_end = m_bytes.data();
+    m_limit = m_end + m_bytes.size();
 }
 
 void JsonWriter::beginObject() {
-    reserve(1);
-    put('{');
-    ++m_depth;
-    m_isFirst = true;
+    open('{');
 }
 
 void JsonWriter::endObject() {
@@ -87,10 +94,7 @@ void JsonWriter::endObject() {
 }
 
 void JsonWriter::beginArray() {
-    reserve(1);
-    put('[');
-    ++m_depth;
-    m_isFirst = true;
+    open('[');
 }
 
 void JsonWriter::endArray() {
@@ -98,8 +102,11 @@ void JsonWriter::endArray() {
 }
 
 void JsonWriter::key(std::string_view name) {
-    element();
-    reserve(static_cast<qsizetype>(name.size()) + 4);
+    reserve(static_cast<qsizetype>(name.size()) + 6 + m_depth * indentWidth);
+    if (!m_isFirst)
+        put(',');
+    m_isFirst = false;
+    nextLine();
     put('"');
     append(name);
     append("\": ");
@@ -120,9 +127,19 @@ void JsonWriter::text(const QString &value) {
     const char16_t *in = QStringView(value).utf16();
     const char16_t *const end = in + value.size();
     while (in != end) {
-        const char16_t unit = *in++;
+        char16_t unit = *in++;
+        // Nearly all text is of this kind, so it gets a loop of its own.
+        while (unit < 0x80 && escapes[unit] == 0) {
+            *out++ = static_cast<char>(unit);
+            if (in == end) {
+                *out++ = '"';
+                m_end = out;
+                return;
+            }
+            unit = *in++;
+        }
         if (unit < 0x80)
-            out = putAscii(out, unit);
+            out = putEscaped(out, unit);
         else if (QChar::isHighSurrogate(unit) && in != end && QChar::isLowSurrogate(*in))
             out = putCodePoint(out, QChar::surrogateToUcs4(unit, *in++));
         else
@@ -148,6 +165,15 @@ void JsonWriter::integer(std::int64_t value) {
 void JsonWriter::number(double value) {
     constexpr qsizetype longest = 32;
     reserve(longest);
+    // Settings come in hundredths. Where the division gives the very same number, its two digits are the shortest text,
+    // and found in a fraction of the time.
+    if (const double hundredths = value * 100; hundredths >= 0 && hundredths < 100'000) {
+        const auto rounded = static_cast<unsigned>(std::lround(hundredths));
+        if (rounded / 100.0 == value && !std::signbit(value)) {
+            m_end = putHundredths(m_end, rounded);
+            return;
+        }
+    }
     m_end = std::to_chars(m_end, m_end + longest, std::isfinite(value) ? value : 0.0).ptr;
 }
 
@@ -200,18 +226,16 @@ void JsonWriter::date(base::Timestamp value) {
 
 QByteArray JsonWriter::take() {
     m_bytes.truncate(m_end - m_bytes.constData());
-    QByteArray result = std::move(m_bytes);
-    m_bytes = QByteArray(256, Qt::Uninitialized);
-    m_end = m_bytes.data();
-    return result;
+    m_end = nullptr;
+    m_limit = nullptr;
+    return std::exchange(m_bytes, {});
 }
 
-void JsonWriter::reserve(qsizetype count) {
+void JsonWriter::grow(qsizetype count) {
     const qsizetype used = m_end - m_bytes.constData();
-    if (m_bytes.size() - used >= count)
-        return;
     m_bytes.resize(std::max(used + count, used * 2));
     m_end = m_bytes.data() + used;
+    m_limit = m_bytes.data() + m_bytes.size();
 }
 
 void JsonWriter::append(std::string_view characters) {
@@ -223,6 +247,13 @@ void JsonWriter::nextLine() {
     put('\n');
     std::memset(m_end, ' ', static_cast<size_t>(m_depth * indentWidth));
     m_end += m_depth * indentWidth;
+}
+
+void JsonWriter::open(char bracket) {
+    reserve(1);
+    put(bracket);
+    ++m_depth;
+    m_isFirst = true;
 }
 
 void JsonWriter::close(char bracket) {

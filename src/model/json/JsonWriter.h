@@ -39,17 +39,24 @@ public:
     /// ISO 8601 with whole seconds, in UTC; years outside 0 to 9999 are taken to the nearest end.
     void date(base::Timestamp value);
 
+    /// The document; the writer is spent.
     [[nodiscard]] QByteArray take();
 
 private:
-    void reserve(qsizetype count);
+    void reserve(qsizetype count) {
+        if (m_limit - m_end < count)
+            grow(count);
+    }
+    void grow(qsizetype count);
     void put(char character) { *m_end++ = character; }
     void append(std::string_view characters);
     void nextLine();
+    void open(char bracket);
     void close(char bracket);
 
     QByteArray m_bytes;
     char *m_end = nullptr;
+    char *m_limit = nullptr;
     qsizetype m_depth = 0;
     bool m_isFirst = true;
 };

@@ -1,7 +1,16 @@
 #include "model/json/RecordReader.h"
 
+#include <algorithm>
 #include <limits>
 
+// The parser's vector code, in a namespace of its own, since what other sources take from the same headers is compiled
+// without it.
+#ifdef __SSE2__
+#define RAPIDJSON_SSE2
+#endif
+#define RAPIDJSON_NAMESPACE orlenta::model::json::vectorised
+#define RAPIDJSON_NAMESPACE_BEGIN namespace orlenta::model::json::vectorised {
+#define RAPIDJSON_NAMESPACE_END }
 #include <rapidjson/error/en.h>
 #include <rapidjson/reader.h>
 
@@ -11,15 +20,33 @@ namespace {
 // Iterative, so that a file of nothing but brackets can't exhaust the stack. In place, since the bytes are copied once
 // anyway to be sure of the NUL at their end. Full precision, or a number would drift from one save to the next.
 constexpr unsigned parseFlags =
-    rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag | rapidjson::kParseFullPrecisionFlag;
+    vectorised::kParseIterativeFlag | vectorised::kParseInsituFlag | vectorised::kParseFullPrecisionFlag;
 
 QString keyText(std::string_view key) {
     return QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()));
 }
 
-QByteArray copyWithoutMark(const QByteArray &bytes) {
+// The vector code reads whole aligned blocks, the last of them past the end of the text.
+constexpr qsizetype padding = 32;
+
+QByteArray paddedCopyWithoutMark(const QByteArray &bytes) {
     const qsizetype markSize = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
-    return {bytes.constData() + markSize, bytes.size() - markSize};
+    QByteArray copy(bytes.size() - markSize + padding, Qt::Uninitialized);
+    char *const end = std::copy(bytes.cbegin() + markSize, bytes.cend(), copy.data());
+    std::fill_n(end, padding, '\0');
+    return copy;
+}
+
+// These may stand nowhere in a document, but the vector code lets them pass inside strings.
+bool hasMissedControls(const QByteArray &text) {
+    unsigned found = 0;
+    for (const char character : text)
+        found |= static_cast<unsigned>(static_cast<unsigned char>(character - 0x1A) < 6);
+    return found != 0;
+}
+
+QString noJson(size_t position, const QString &reason) {
+    return QStringLiteral("The text is not JSON at byte %1: %2").arg(position).arg(reason);
 }
 
 } // namespace
@@ -41,20 +68,20 @@ RecordReader::RecordReader(const Field &root, void *target, base::Timestamp now)
 
 RecordReader::Outcome RecordReader::read(const QByteArray &bytes, const Field &root, void *target,
                                          base::Timestamp now) {
-    QByteArray buffer = copyWithoutMark(bytes);
+    QByteArray buffer = paddedCopyWithoutMark(bytes);
+    if (hasMissedControls(buffer))
+        return {std::nullopt, QStringLiteral("The text is not JSON: it holds control characters.")};
     RecordReader handler(root, target, now);
-    rapidjson::InsituStringStream stream(buffer.data());
-    rapidjson::Reader parser;
-    const rapidjson::ParseResult result = parser.Parse<parseFlags>(stream, handler);
+    vectorised::InsituStringStream stream(buffer.data());
+    vectorised::Reader parser;
+    const vectorised::ParseResult result = parser.Parse<parseFlags>(stream, handler);
     if (handler.m_hasInvalidText)
         return {std::nullopt, QStringLiteral("The text is not valid UTF-8 near byte %1.").arg(result.Offset())};
     if (result.IsError())
-        return {std::nullopt, QStringLiteral("The text is not JSON at byte %1: %2")
-                                  .arg(result.Offset())
-                                  .arg(QLatin1String(rapidjson::GetParseError_En(result.Code())))};
+        return {std::nullopt, noJson(result.Offset(), QLatin1String(vectorised::GetParseError_En(result.Code())))};
     // The parser takes a NUL for the end.
-    if (stream.Tell() != static_cast<size_t>(buffer.size()))
-        return {std::nullopt, QStringLiteral("The text is not JSON at byte %1.").arg(stream.Tell())};
+    if (stream.Tell() != static_cast<size_t>(buffer.size() - padding))
+        return {std::nullopt, noJson(stream.Tell(), QStringLiteral("it goes on after its end."))};
     return {handler.m_version, handler.m_problem};
 }
 
@@ -110,10 +137,10 @@ bool RecordReader::String(const char *characters, unsigned length, bool) {
 
 bool RecordReader::Key(const char *characters, unsigned length, bool) {
     const std::string_view key(characters, length);
-    m_hasInvalidText = !isValidUtf8(key);
     m_isVersionNext = m_depth == 1 && key == "schema_version";
-    if (isLive())
-        selectField(key);
+    if (isLive() && selectField(key))
+        return true;
+    m_hasInvalidText = !isValidUtf8(key);
     return !m_hasInvalidText;
 }
 
@@ -159,7 +186,7 @@ bool RecordReader::EndArray(unsigned) {
 }
 
 // A file of our own brings its keys in the order of the table, so the search begins behind the last one found.
-void RecordReader::selectField(std::string_view key) {
+bool RecordReader::selectField(std::string_view key) {
     Frame &frame = m_frames.back();
     const std::span<const Field> fields = frame.schema->fields;
     frame.field = nullptr;
@@ -170,8 +197,9 @@ void RecordReader::selectField(std::string_view key) {
             continue;
         if ((frame.seen >> index & 1) == 0)
             frame.field = &fields[index];
-        return;
+        return true;
     }
+    return false;
 }
 
 const Field *RecordReader::fieldFor(Structure structure) {

@@ -61,7 +61,8 @@ private:
     [[nodiscard]] bool isLive() const { return !m_problem && m_depth == m_frames.back().depth; }
     /// The field that the beginning structure belongs to, or null for one to skip.
     [[nodiscard]] const Field *fieldFor(Structure structure);
-    void selectField(std::string_view key);
+    /// Whether the record knows the key.
+    bool selectField(std::string_view key);
     void takeScalar(const Scalar &value);
     void markSeen();
     void closeRecord();

@@ -62,6 +62,10 @@ void *openElement(void *record) {
     return &std::invoke(Access, *static_cast<Record *>(record)).emplace_back();
 }
 
+void *openLine(void *draft) {
+    return static_cast<ProjectDraft *>(draft)->lines.emplace_back(std::make_shared<ProjectLine>()).get();
+}
+
 template <typename Record, auto Access>
 void dropOptional(void *record) {
     std::invoke(Access, *static_cast<Record *>(record)).reset();
@@ -314,7 +318,7 @@ constexpr Field projectFields[] = {
     value<Draft, projectPart<&Project::activeTabId>>("active_tab_id", optional),
     nested<Draft, projectPart<&Project::audioSettings>>("audio_settings", required, audioSettingsSchema),
     value<Draft, projectPart<&Project::createdAt>>("created_at"),
-    records<Draft, &Draft::lines>("lines", optional, lineSchema),
+    {"lines", optional, Field::Shape::ObjectArray, nullptr, &openLine, nullptr, &lineSchema},
     value<Draft, projectPart<&Project::modifiedAt>>("modified_at"),
     records<Draft, projectPart<&Project::presets>>("presets", optional, presetSchema),
     value<Draft, projectPart<&Project::projectId>>("project_id"),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "model/CustomTag.h"
@@ -11,7 +12,7 @@ namespace orlenta::model::json {
 /// A project on its way in; its lines become a LineList only when they have been repaired.
 struct ProjectDraft {
     Project project;
-    std::vector<ProjectLine> lines;
+    std::vector<std::shared_ptr<ProjectLine>> lines;
 };
 
 /// Lines on their way through the clipboard.
