@@ -29,14 +29,11 @@ public:
                                                          const QString &context);
     /// What to show after `fetched` came in: it, or it with the count of `current` while the estimate still stands.
     [[nodiscard]] ElevenLabsUser reconcile(const std::optional<ElevenLabsUser> &current, ElevenLabsUser fetched);
-    /// Until when the estimate stands; none when there is none.
-    [[nodiscard]] std::optional<std::chrono::system_clock::time_point> deadline() const { return m_deadline; }
 
     /// Starts the series anew, ending the one that runs.
     void startSeries(const QString &context);
     /// Ends the series and forgets the estimate.
     void reset();
-    [[nodiscard]] bool isSeriesRunning() const { return m_series != nullptr; }
 
 private:
     void endSeries();
@@ -44,6 +41,7 @@ private:
 
     SpeechTiming m_timing;
     Refresh m_refresh;
+    /// Until when the estimate stands.
     std::optional<std::chrono::system_clock::time_point> m_deadline;
     CancellationPtr m_series;
 };

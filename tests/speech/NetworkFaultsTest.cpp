@@ -12,6 +12,7 @@
 #include <sys/resource.h>
 #include <sys/socket.h>
 
+#include "speech/ServiceExchange.h"
 #include "speech/ServiceUnderTest.h"
 
 namespace orlenta::speech {
@@ -204,6 +205,30 @@ TEST(NetworkFaults, ARedirectKeepsTheKeyAtHome) {
 
     under.server.answer("/v1/user", LoopbackServer::reply(301, "", "text/html", {"Location: /v1/user"}));
     EXPECT_EQ(messageAfterConnecting(under), "HTTP error 301");
+}
+
+TEST(NetworkFaults, ManyMegabytesOfAudioArriveWholeAndMoreThanAcceptedDoNot) {
+    ServiceUnderTest under;
+    QByteArray audio(qsizetype{24} * 1024 * 1024, '\0');
+    for (qsizetype i = 0; i < audio.size(); i += 997)
+        audio[i] = static_cast<char>(i);
+    const auto outcome = [&under](const QByteArray &reply) {
+        under.server.answer("/audio", reply);
+        HttpRequest request(under.service().exchange().address(QStringLiteral("/audio")), QStringLiteral("key"));
+        request.replyKind = HttpRequest::ReplyKind::Audio;
+        return resultOf(under.service().exchange().send(request));
+    };
+    const auto whole = outcome(LoopbackServer::reply(200, audio, "audio/mpeg"));
+    ASSERT_TRUE(whole) << whole.error().description().toStdString();
+    EXPECT_EQ(whole->body, audio);
+    const QByteArray half = audio.left(audio.size() / 2);
+    const auto chunked = outcome("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n" +
+                                 QByteArray::number(half.size(), 16) + "\r\n" + half + "\r\n0\r\n\r\n");
+    ASSERT_TRUE(chunked) << chunked.error().description().toStdString();
+    EXPECT_EQ(chunked->body, half);
+    const auto tooMuch =
+        outcome(LoopbackServer::reply(200, QByteArray(qsizetype{65} * 1024 * 1024, 'x'), "audio/mpeg"));
+    EXPECT_EQ(tooMuch.error().kind(), SpeechError::Kind::ReplyTooLarge);
 }
 
 TEST(NetworkFaults, AKeyThatWouldWriteHeadersIsNeverSent) {
