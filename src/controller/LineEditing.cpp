@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "controller/FreshLineCopy.h"
 #include "controller/LineRuntime.h"
 #include "controller/PresetEditing.h"
 #include "controller/ScriptStructure.h"
@@ -107,6 +108,32 @@ void LineEditing::replaceOnlyLine() {
     m_parts.selection.place(line.lineId, Selection::Editing::No, EditKey());
 }
 
+void LineEditing::deleteLines(const QList<model::LineId> &ids, Removal removal) {
+    const QSet<model::LineId> removed(ids.begin(), ids.end());
+    const QList<model::LineId> before = m_parts.document.scriptLineIds();
+    QList<model::LineId> kept;
+    qsizetype firstRemoved = -1;
+    for (const model::LineId &id : before) {
+        if (!removed.contains(id))
+            kept.append(id);
+        else if (firstRemoved < 0)
+            firstRemoved = kept.size();
+    }
+    if (firstRemoved < 0)
+        return;
+    const Document::Change change(m_parts.document);
+    const StoreUndoSnapshot snapshot = m_parts.history.takeSnapshot();
+    std::vector<model::ProjectLine> replacement;
+    if (kept.isEmpty()) {
+        replacement.push_back(newLine());
+        kept.append(replacement.front().lineId);
+    }
+    m_parts.structure.replaceActiveTabLines(kept, replacement, EditKey());
+    m_parts.selection.place(kept.at(std::min(firstRemoved, kept.size() - 1)), Selection::Editing::No, EditKey());
+    m_parts.history.registerUndo(snapshot, removal == Removal::Cut ? QStringLiteral("Cut Lines")
+                                                                   : QStringLiteral("Delete Lines"));
+}
+
 void LineEditing::splitLine() {
     const QStringList sentences = sentencesOfSelectedLine();
     if (sentences.size() < 2)
@@ -142,6 +169,41 @@ void LineEditing::moveLineUp() {
 
 void LineEditing::moveLineDown() {
     move(Direction::Down);
+}
+
+void LineEditing::moveLine(const model::LineId &id, qsizetype insertionIndex) {
+    const model::ProjectTab *tab = tabOf(id);
+    if (tab == nullptr)
+        return;
+    QList<model::LineId> ids = tab->lineIds;
+    const model::TabId tabId = tab->id;
+    const qsizetype index = ids.indexOf(id);
+    const qsizetype before = std::clamp<qsizetype>(insertionIndex, 0, ids.size());
+    if (before == index || before == index + 1)
+        return;
+    const Document::Change change(m_parts.document);
+    const StoreUndoSnapshot snapshot = m_parts.history.takeSnapshot();
+    ids.move(index, before > index ? before - 1 : before);
+    m_parts.structure.setLineIds(tabId, ids, EditKey());
+    m_parts.structure.renumberFromTabs(EditKey());
+    m_parts.history.registerUndo(snapshot, QStringLiteral("Move Line"));
+}
+
+void LineEditing::copyLineToTab(const model::LineId &id, const model::TabId &target,
+                                std::optional<qsizetype> insertionIndex) {
+    const qsizetype tabIndex = m_parts.document.tabIndex(target);
+    if (find(id) == nullptr || tabIndex < 0)
+        return;
+    const Document::Change change(m_parts.document);
+    const StoreUndoSnapshot snapshot = m_parts.history.takeSnapshot();
+    const model::ProjectLine copy = freshLineCopy(*find(id));
+    QList<model::LineId> ids = m_parts.document.project().tabs.at(tabIndex).lineIds;
+    ids.insert(std::clamp<qsizetype>(insertionIndex.value_or(ids.size()), 0, ids.size()), copy.lineId);
+    m_parts.structure.addLines({copy}, EditKey());
+    m_parts.structure.setLineIds(target, ids, EditKey());
+    m_parts.structure.renumberFromTabs(EditKey());
+    m_parts.runtime.copyState(id, copy.lineId, EditKey());
+    m_parts.history.registerUndo(snapshot, QStringLiteral("Copy Line"));
 }
 
 void LineEditing::setNotes(const model::LineId &id, const QString &notes) {
@@ -182,6 +244,13 @@ qsizetype LineEditing::movableIndex(Direction direction) const {
     const qsizetype index = indexInScript(direction == Direction::Up ? selected.first() : selected.last());
     const bool movable = direction == Direction::Up ? index >= 1 : index < last;
     return movable ? index : -1;
+}
+
+const model::ProjectTab *LineEditing::tabOf(const model::LineId &id) const {
+    const QList<model::ProjectTab> &tabs = m_parts.document.project().tabs;
+    const auto found =
+        std::find_if(tabs.begin(), tabs.end(), [&](const model::ProjectTab &tab) { return tab.lineIds.contains(id); });
+    return found == tabs.end() ? nullptr : &*found;
 }
 
 void LineEditing::move(Direction direction) {

@@ -47,10 +47,19 @@ public:
     void duplicateLine(const model::LineId &id);
     /// Removes the line. The only line of a tab gives way to a new, empty one.
     void deleteLine(const model::LineId &id);
+    /// Why several lines go at once.
+    enum class Removal { Delete, Cut };
+    /// Removes those of the lines that are in the active tab in one step, "Delete Lines" or "Cut Lines".
+    void deleteLines(const QList<model::LineId> &ids, Removal removal);
     /// Puts one line per sentence in place of the selected one. The new lines have no takes.
     void splitLine();
     void moveLineUp();
     void moveLineDown();
+    /// Moves the line within its tab so that it stands before the line that is at `insertionIndex` now.
+    void moveLine(const model::LineId &id, qsizetype insertionIndex);
+    /// Puts a copy of the line at the end of a tab, or before the line at `insertionIndex` there.
+    void copyLineToTab(const model::LineId &id, const model::TabId &target,
+                       std::optional<qsizetype> insertionIndex = std::nullopt);
     /// Writes the notes; no undo step.
     void setNotes(const model::LineId &id, const QString &notes);
 
@@ -64,6 +73,7 @@ private:
     void removeFromScript(const model::LineId &id, qsizetype index);
     void replaceOnlyLine();
     void move(Direction direction);
+    [[nodiscard]] const model::ProjectTab *tabOf(const model::LineId &id) const;
 
     Parts m_parts;
     NewLineVoiceProvider m_newLineVoice;

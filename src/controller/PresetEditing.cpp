@@ -28,17 +28,26 @@ void PresetEditing::updateSettings(const model::LineId &id, const model::Project
 }
 
 void PresetEditing::updateSettings(const QList<model::LineId> &lines, const model::ProjectLineSettings &settings) {
-    QList<model::LineId> changing;
+    QHash<model::LineId, model::ProjectLineSettings> each;
     for (const model::LineId &id : lines)
-        if (const model::ProjectLine *line = m_document.findLine(id); line != nullptr && line->settings != settings)
-            changing.append(id);
+        each.insert(id, settings);
+    updateSettings(each);
+}
+
+void PresetEditing::updateSettings(const QHash<model::LineId, model::ProjectLineSettings> &settings) {
+    QList<model::LineId> changing;
+    for (auto wanted = settings.cbegin(); wanted != settings.cend(); ++wanted) {
+        const model::ProjectLine *line = m_document.findLine(wanted.key());
+        if (line != nullptr && line->settings != wanted.value())
+            changing.append(wanted.key());
+    }
     if (changing.isEmpty())
         return;
     const Document::Change change(m_document);
     const StoreUndoSnapshot before = m_history.takeSnapshot();
     for (const model::LineId &id : changing)
         m_document.updateLine(
-            id, [&](model::ProjectLine &line) { line.settings = settings; }, EditKey());
+            id, [&](model::ProjectLine &line) { line.settings = settings.value(id); }, EditKey());
     m_history.registerUndo(before, QStringLiteral("Change Settings"));
 }
 

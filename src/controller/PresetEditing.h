@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include <QtCore/QHash>
 #include <QtCore/QSet>
 
 #include "controller/Document.h"
@@ -23,6 +24,8 @@ public:
 
     void updateSettings(const model::LineId &id, const model::ProjectLineSettings &settings);
     void updateSettings(const QList<model::LineId> &lines, const model::ProjectLineSettings &settings);
+    /// Each line its own settings, all in one step.
+    void updateSettings(const QHash<model::LineId, model::ProjectLineSettings> &settings);
     /// Gives the lines the preset's settings and voice. `availableVoiceIds` are the account's voices, none while the
     /// service isn't connected. Gives the display name of a preset voice that the account no longer has.
     std::optional<QString> applyPreset(const model::PresetId &id, const QList<model::LineId> &lines,

@@ -5,6 +5,7 @@
 #include "controller/CastPalette.h"
 #include "controller/Document.h"
 #include "controller/Exporting.h"
+#include "controller/LineClipboard.h"
 #include "controller/LineEditing.h"
 #include "controller/LineRuntime.h"
 #include "controller/LineWaveforms.h"
@@ -41,6 +42,7 @@ struct ProjectController::Subjects {
     VoiceCasting voices{document, history};
     PresetEditing presets{document, history, voices};
     LineEditing lines{{document, history, selection, structure, runtime, voices, presets}};
+    LineClipboard clipboard{{document, history, selection, structure, runtime, lines}};
     TabEditing tabs{{document, history, selection, structure, runtime}};
     TakeEditing takes{{document, history, runtime, media, waveforms}};
     Pronunciations pronunciations{document, history};
@@ -129,6 +131,10 @@ TypingSession &ProjectController::typing() const {
 
 LineEditing &ProjectController::lines() const {
     return m_subjects->lines;
+}
+
+LineClipboard &ProjectController::clipboard() const {
+    return m_subjects->clipboard;
 }
 
 TabEditing &ProjectController::tabs() const {

@@ -14,6 +14,7 @@
 namespace orlenta::controller {
 
 class Exporting;
+class LineClipboard;
 class LineEditing;
 class LineRuntime;
 class LineWaveforms;
@@ -60,6 +61,7 @@ public:
     [[nodiscard]] Selection &selection() const;
     [[nodiscard]] TypingSession &typing() const;
     [[nodiscard]] LineEditing &lines() const;
+    [[nodiscard]] LineClipboard &clipboard() const;
     [[nodiscard]] TabEditing &tabs() const;
     [[nodiscard]] TakeEditing &takes() const;
     [[nodiscard]] MediaFiles &media() const;

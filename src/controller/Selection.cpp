@@ -178,6 +178,15 @@ void Selection::place(const model::LineId &id, Editing editing, EditKey) {
     set(values);
 }
 
+void Selection::placeRange(const QList<model::LineId> &ids, EditKey) {
+    SelectionValues values = m_values;
+    values.selectedLineIds = QSet<model::LineId>(ids.begin(), ids.end());
+    values.anchorId = ids.first();
+    values.focusId = ids.last();
+    values.editingLineId.reset();
+    set(values);
+}
+
 void Selection::restore(const SelectionValues &values, EditKey) {
     set(values);
 }

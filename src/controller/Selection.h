@@ -48,6 +48,8 @@ public:
     /// Sets the selected set to this line, with anchor and focus on it; `editing` puts the caret into it, too.
     enum class Editing { No, Yes };
     void place(const model::LineId &id, Editing editing, EditKey);
+    /// Selects these lines, with the anchor on the first and the focus on the last, and ends editing. Not empty.
+    void placeRange(const QList<model::LineId> &ids, EditKey);
     /// Takes over a stored selection as it stands.
     void restore(const SelectionValues &values, EditKey);
     /// Drops what isn't visible from the selected set, anchor and focus.

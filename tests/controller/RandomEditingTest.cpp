@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <QtTest/QSignalSpy>
 
+#include "controller/LineClipboard.h"
 #include "controller/LineEditing.h"
 #include "controller/LineRuntime.h"
 #include "controller/PresetEditing.h"
@@ -175,7 +176,17 @@ private:
         LineEditing &lines = m_project->lines();
         moveSelection();
         const bool isCrowded = m_project->project().lines.size() > 60;
-        switch (isCrowded ? 3 : pick(8)) {
+        switch (isCrowded ? 3 : pick(12)) {
+        case 8:
+            return lines.deleteLines(m_project->selection().selectedLinesInScript(), LineEditing::Removal::Delete);
+        case 9:
+            return lines.moveLine(someLine(), pick(10));
+        case 10:
+            return lines.copyLineToTab(someLine(), someTab());
+        case 11:
+            if (const auto copied = m_project->clipboard().copiedLines())
+                m_project->clipboard().pasteLines(*copied);
+            return;
         case 0:
             return lines.addLine();
         case 1:
