@@ -33,7 +33,8 @@ std::vector<float> stretched(const Sound &sound, double timeRatio, VoiceShift sh
     const auto retrieve = [&] {
         while (stretcher.available() > 0) {
             float *out = block.data();
-            const std::size_t made = stretcher.retrieve(&out, stretcherBlock);
+            const std::size_t wanted = std::min(stretcherBlock, static_cast<std::size_t>(stretcher.available()));
+            const std::size_t made = stretcher.retrieve(&out, wanted);
             result.insert(result.end(), block.begin(), block.begin() + static_cast<std::ptrdiff_t>(made));
         }
     };

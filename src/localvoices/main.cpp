@@ -13,7 +13,12 @@
 #include "localvoices/SpeechWorker.h"
 
 using namespace Qt::StringLiterals;
-using namespace orlenta::localvoices;
+using orlenta::localvoices::FaultOrders;
+using orlenta::localvoices::FaultScript;
+using orlenta::localvoices::LocalVoicesServer;
+using orlenta::localvoices::runSpeechWorker;
+using orlenta::localvoices::ServerSettings;
+using orlenta::localvoices::WorkerExit;
 
 namespace {
 
