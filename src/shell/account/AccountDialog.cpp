@@ -1,7 +1,6 @@
 #include "shell/account/AccountDialog.h"
 
 #include <QtWidgets/QDialogButtonBox>
-#include <QtWidgets/QFrame>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
@@ -9,6 +8,7 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include "shell/account/LocalVoices.h"
+#include "shell/controls/Separator.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/controls/ToggleSwitch.h"
 #include "shell/theme/Icon.h"
@@ -34,9 +34,7 @@ AccountDialog::AccountDialog(ElevenLabsService &service, LocalVoices &localVoice
     layout->setContentsMargins(unit * 5, unit * 5, unit * 5, unit * 4);
     layout->setSpacing(unit * 3);
     layout->addWidget(makeAccountGroup());
-    auto *rule = new QFrame;
-    rule->setFrameShape(QFrame::HLine);
-    layout->addWidget(rule);
+    layout->addWidget(new Separator(Qt::Horizontal));
     layout->addWidget(makeLocalGroup());
     layout->addStretch();
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close);

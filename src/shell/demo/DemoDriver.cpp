@@ -23,6 +23,7 @@
 #include "shell/application/SampleProject.h"
 #include "shell/controls/ToggleSwitch.h"
 #include "shell/editor/ScriptEditor.h"
+#include "shell/editor/ScriptToolbar.h"
 #include "shell/menus/ProjectActions.h"
 #include "shell/theme/Theme.h"
 #include "shell/windows/ProjectToolbar.h"
@@ -289,7 +290,9 @@ bool DemoDriver::waitFor(const Condition &condition, std::chrono::milliseconds l
 }
 
 QAbstractButton *DemoDriver::editorButton(const QStringList &texts) const {
-    const auto buttons = m_project->window().editor().findChildren<QPushButton *>();
+    // The lines have buttons of the same texts.
+    const auto *toolbar = m_project->window().editor().findChild<ScriptToolbar *>();
+    const auto buttons = toolbar == nullptr ? QList<QPushButton *>() : toolbar->findChildren<QPushButton *>();
     const auto found = std::find_if(buttons.begin(), buttons.end(), [&texts](const QPushButton *button) {
         return button->isVisible() && texts.contains(button->text());
     });

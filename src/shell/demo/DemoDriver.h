@@ -44,7 +44,7 @@ private:
     bool selectWholeTab();
     /// Runs the event loop until the condition holds; false, with the reason noted, when it doesn't in time.
     bool waitFor(const Condition &condition, std::chrono::milliseconds limit, const QString &what);
-    /// The visible button of the script editor that has one of these texts, or null.
+    /// The visible button of the script's toolbar that has one of these texts, or null.
     [[nodiscard]] QAbstractButton *editorButton(const QStringList &texts) const;
     bool press(QAbstractButton *button, const QString &name);
     /// Presses the dialog's own button of that text and waits until the dialog has gone.

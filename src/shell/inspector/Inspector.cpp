@@ -1,7 +1,6 @@
 #include "shell/inspector/Inspector.h"
 
 #include <QtCore/QEvent>
-#include <QtWidgets/QFrame>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QScrollArea>
@@ -10,6 +9,7 @@
 
 #include "controller/LineEditing.h"
 #include "controller/ProjectController.h"
+#include "shell/controls/Separator.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/inspector/DeliveryTipsDialog.h"
 #include "shell/inspector/InspectedLines.h"
@@ -23,17 +23,6 @@
 using namespace Qt::StringLiterals;
 
 namespace orlenta::shell {
-namespace {
-
-QFrame *sectionRule() {
-    auto *rule = new QFrame;
-    rule->setFrameShape(QFrame::HLine);
-    rule->setForegroundRole(QPalette::Mid);
-    return rule;
-}
-
-} // namespace
-
 Inspector::Inspector(controller::ProjectController &controller, speech::ElevenLabsService &service, QWidget *parent)
     : QWidget(parent), m_lines(new InspectedLines(controller, this)),
       m_voices(new VoiceSection(controller, service, *m_lines)),
@@ -52,11 +41,11 @@ Inspector::Inspector(controller::ProjectController &controller, speech::ElevenLa
     column->setSpacing(unit * 3);
     column->addWidget(m_subject);
     column->addWidget(m_voices);
-    column->addWidget(sectionRule());
+    column->addWidget(new Separator(Qt::Horizontal));
     column->addWidget(m_presets);
-    column->addWidget(sectionRule());
+    column->addWidget(new Separator(Qt::Horizontal));
     column->addWidget(m_models);
-    column->addWidget(sectionRule());
+    column->addWidget(new Separator(Qt::Horizontal));
     column->addWidget(m_settings);
     column->addWidget(tips);
     column->addStretch();
@@ -105,7 +94,7 @@ void Inspector::showSubject() {
 void Inspector::fitWidth() {
     const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     const int unit = Theme::unit(this);
-    setMinimumWidth(std::max(unit * 60, m_content->minimumSizeHint().width() + bar));
+    setMinimumWidth(std::max(unit * 68, m_content->minimumSizeHint().width() + bar));
 }
 
 } // namespace orlenta::shell

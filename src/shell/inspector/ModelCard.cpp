@@ -2,7 +2,6 @@
 
 #include <QtCore/QEvent>
 #include <QtGui/QPainter>
-#include <QtWidgets/QHBoxLayout>
 
 #include "shell/controls/InfoButton.h"
 #include "shell/theme/Theme.h"
@@ -10,7 +9,7 @@
 namespace orlenta::shell {
 
 ModelCard::ModelCard(const controller::ModelDescription &model, QWidget *parent)
-    : QRadioButton(parent), m_model(model) {
+    : QRadioButton(parent), m_model(model), m_info(new InfoButton(model.title, model.information, this)) {
     setAccessibleName(QStringLiteral("%1, %2").arg(model.title, model.subtitle));
     setAccessibleDescription(model.description);
     setToolTip(model.description);
@@ -19,10 +18,6 @@ ModelCard::ModelCard(const controller::ModelDescription &model, QWidget *parent)
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
-    auto *layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 2, 2, 0);
-    layout->addStretch();
-    layout->addWidget(new InfoButton(model.title, model.information), 0, Qt::AlignTop);
 }
 
 QFont ModelCard::titleFont() const {
@@ -65,6 +60,13 @@ void ModelCard::changeEvent(QEvent *event) {
     QRadioButton::changeEvent(event);
     if (event->type() == QEvent::FontChange)
         updateGeometry();
+}
+
+void ModelCard::resizeEvent(QResizeEvent *event) {
+    QRadioButton::resizeEvent(event);
+    // A layout would take the card's own height from it, so the button is placed by hand.
+    const QSize size = m_info->sizeHint();
+    m_info->setGeometry(width() - size.width() - Theme::unit(this), Theme::unit(this), size.width(), size.height());
 }
 
 bool ModelCard::hitButton(const QPoint &position) const {

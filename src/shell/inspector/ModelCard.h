@@ -6,6 +6,8 @@
 
 namespace orlenta::shell {
 
+class InfoButton;
+
 /// One speech model to choose: its title and subtitle, what it is good for, and a button that tells more. To the
 /// keyboard and to assistive technology a radio button.
 class ModelCard final : public QRadioButton {
@@ -22,6 +24,7 @@ public:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     [[nodiscard]] bool hitButton(const QPoint &position) const override;
 
 private:
@@ -30,6 +33,7 @@ private:
     [[nodiscard]] int padding() const;
 
     controller::ModelDescription m_model;
+    InfoButton *m_info;
 };
 
 } // namespace orlenta::shell

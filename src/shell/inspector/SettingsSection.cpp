@@ -62,14 +62,15 @@ SettingSlider *SettingsSection::slider(SettingsControlKind kind) const {
 }
 
 QWidget *SettingsSection::makeModePicker(const SettingsControl &control) {
+    const QString title = control.title.isEmpty() ? u"Mode"_s : control.title;
     auto *picker = new QWidget;
     auto *column = new QVBoxLayout(picker);
     column->setContentsMargins(0, 0, 0, 0);
     auto *header = new QHBoxLayout;
-    auto *name = new TextLabel(control.title, TextLabel::Style::Body);
+    auto *name = new TextLabel(title, TextLabel::Style::Body);
     name->setWordWrap(false);
     header->addWidget(name);
-    header->addWidget(new InfoButton(control.title, control.help));
+    header->addWidget(new InfoButton(title, control.help));
     header->addStretch();
     column->addLayout(header);
     auto *row = new QHBoxLayout;
@@ -78,7 +79,7 @@ QWidget *SettingsSection::makeModePicker(const SettingsControl &control) {
     for (const QString &mode : ModelCatalogue::modes()) {
         auto *button = new QPushButton(mode);
         button->setCheckable(true);
-        button->setAccessibleName(QStringLiteral("%1: %2").arg(control.title, mode));
+        button->setAccessibleName(QStringLiteral("%1: %2").arg(title, mode));
         const auto help = std::find_if(control.help.begin(), control.help.end(),
                                        [&mode](const QString &text) { return text.startsWith(mode); });
         button->setToolTip(help == control.help.end() ? mode : *help);

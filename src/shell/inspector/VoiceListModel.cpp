@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include <QtCore/QLocale>
 #include <QtGui/QColor>
 
 #include "controller/ProjectController.h"
@@ -27,20 +28,21 @@ QHash<QString, QString> castColors(const model::Project &project) {
 
 QString voiceTraits(const speech::Voice &voice) {
     QStringList traits;
-    if (voice.labels) {
-        for (const QLatin1String key : {QLatin1String("language"), QLatin1String("accent"), QLatin1String("gender"),
-                                        QLatin1String("age"), QLatin1String("use_case")}) {
-            QString trait = voice.labels->value(key).trimmed();
-            if (trait.isEmpty())
-                continue;
-            trait.replace(QLatin1Char('_'), QLatin1Char(' '));
-            trait[0] = trait.at(0).toUpper();
-            traits.append(trait);
-        }
+    const QHash<QString, QString> labels = voice.labels.value_or(QHash<QString, QString>());
+    for (const QLatin1String key :
+         {QLatin1String("accent"), QLatin1String("gender"), QLatin1String("age"), QLatin1String("use_case")}) {
+        QString trait = labels.value(key).trimmed();
+        if (trait.isEmpty())
+            continue;
+        trait.replace(u'_', u' ');
+        trait[0] = trait.at(0).toUpper();
+        traits.append(trait);
     }
-    if (traits.isEmpty())
-        return voice.description.value_or(QString());
-    return traits.join(QStringLiteral(" · "));
+    if (const QString code = labels.value(u"language"_s); !code.isEmpty()) {
+        const QLocale::Language language = QLocale(code).language();
+        traits.append(language == QLocale::C ? code : QLocale::languageToString(language));
+    }
+    return traits.isEmpty() ? voice.description.value_or(QString()) : traits.join(u" · "_s);
 }
 
 VoiceListModel::VoiceListModel(controller::ProjectController &controller, speech::ElevenLabsService &service,

@@ -46,7 +46,7 @@ private:
     QHash<QString, QString> m_castColors;
 };
 
-/// "American · Female · Young · Narration", as far as the service tells.
+/// "American · Female · Young · Narration · English", as far as the service tells.
 [[nodiscard]] QString voiceTraits(const speech::Voice &voice);
 
 } // namespace orlenta::shell

@@ -59,6 +59,8 @@ VoiceSection::VoiceSection(controller::ProjectController &controller, speech::El
     m_list->setModel(m_model);
     m_list->setItemDelegate(new VoiceDelegate(m_list));
     m_list->setMouseTracking(true);
+    m_list->setFrameShape(QFrame::NoFrame);
+    m_list->viewport()->setAutoFillBackground(false);
     m_list->setUniformItemSizes(true);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_list->setAccessibleName(u"Voices"_s);

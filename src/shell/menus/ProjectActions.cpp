@@ -16,6 +16,7 @@
 #include "controller/TabEditing.h"
 #include "controller/TypingSession.h"
 #include "controller/UndoManager.h"
+#include "shell/menus/LineClipboardCommands.h"
 #include "shell/menus/TextCommands.h"
 #include "shell/theme/Icon.h"
 
@@ -59,9 +60,9 @@ ProjectActions::ProjectActions(controller::ProjectController &controller, audio:
       account(projectAction(this, u"Account…"_s, {}, u"Connect an account or use local voices"_s, u"account"_s)),
       undo(projectAction(this, u"Undo"_s, u"Ctrl+Z"_s, u"Undo"_s, u"undo"_s)),
       redo(projectAction(this, u"Redo"_s, u"Ctrl+Shift+Z"_s, u"Redo"_s, u"redo"_s)),
-      cut(projectAction(this, u"Cut"_s, u"Ctrl+X"_s, u"Cut the selected text"_s)),
-      copy(projectAction(this, u"Copy"_s, u"Ctrl+C"_s, u"Copy the selected text"_s)),
-      paste(projectAction(this, u"Paste"_s, u"Ctrl+V"_s, u"Paste text"_s)),
+      cut(projectAction(this, u"Cut"_s, u"Ctrl+X"_s, u"Cut the selected text or lines"_s)),
+      copy(projectAction(this, u"Copy"_s, u"Ctrl+C"_s, u"Copy the selected text or lines"_s)),
+      paste(projectAction(this, u"Paste"_s, u"Ctrl+V"_s, u"Paste text or lines"_s)),
       selectAll(projectAction(this, u"Select All"_s, u"Ctrl+A"_s, u"Select all text, or all lines of the tab"_s)),
       chooseVoice(projectAction(this, u"Choose Voice..."_s, u"Ctrl+Shift+B"_s, u"Search for a voice"_s, u"voice"_s)),
       generate(
@@ -116,9 +117,18 @@ void ProjectActions::connectEditing() {
         if (!TextCommands::redo())
             m_controller.undoManager().redo();
     });
-    connect(cut, &QAction::triggered, this, [] { TextCommands::send(TextCommands::Command::Cut); });
-    connect(copy, &QAction::triggered, this, [] { TextCommands::send(TextCommands::Command::Copy); });
-    connect(paste, &QAction::triggered, this, [] { TextCommands::send(TextCommands::Command::Paste); });
+    connect(cut, &QAction::triggered, this, [this] {
+        if (!TextCommands::send(TextCommands::Command::Cut) && !LineClipboardCommands::cut(m_controller))
+            QApplication::beep();
+    });
+    connect(copy, &QAction::triggered, this, [this] {
+        if (!TextCommands::send(TextCommands::Command::Copy) && !LineClipboardCommands::copy(m_controller))
+            QApplication::beep();
+    });
+    connect(paste, &QAction::triggered, this, [this] {
+        if (!TextCommands::send(TextCommands::Command::Paste) && !LineClipboardCommands::paste(m_controller))
+            QApplication::beep();
+    });
     connect(selectAll, &QAction::triggered, this, &ProjectActions::selectEverything);
 }
 
@@ -152,15 +162,8 @@ void ProjectActions::connectPlayback() {
 }
 
 void ProjectActions::deleteSelectedLines() {
-    const QList<model::LineId> ids = m_controller.selection().selectedLinesInScript();
-    if (ids.isEmpty())
-        return;
-    controller::UndoManager &undoManager = m_controller.undoManager();
-    undoManager.beginUndoGrouping();
-    for (const model::LineId &id : ids)
-        m_controller.lines().deleteLine(id);
-    undoManager.setActionName(u"Delete Lines"_s);
-    undoManager.endUndoGrouping();
+    m_controller.lines().deleteLines(m_controller.selection().selectedLinesInScript(),
+                                     controller::LineEditing::Removal::Delete);
 }
 
 void ProjectActions::togglePlayback() {

@@ -1,6 +1,8 @@
 #include "shell/settings/SettingsDialog.h"
 
+#include <QtCore/QEvent>
 #include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QFormLayout>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QVBoxLayout>
@@ -48,7 +50,29 @@ SettingsDialog::SettingsDialog(base::UserDefaults &defaults, const audio::AudioD
     layout->addWidget(scroll, 1);
     layout->addWidget(buttons);
     setMinimumWidth(content->minimumSizeHint().width() + unit * 10);
-    resize(std::max(unit * 115, minimumWidth()), unit * 130);
+    resize(std::max(unit * 115, minimumWidth()), unit * 165);
+    alignLabels();
+}
+
+void SettingsDialog::changeEvent(QEvent *event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        alignLabels();
+}
+
+void SettingsDialog::alignLabels() {
+    QList<QWidget *> labels;
+    for (const QFormLayout *form : findChildren<QFormLayout *>()) {
+        for (int row = 0; row < form->rowCount(); ++row) {
+            if (QLayoutItem *label = form->itemAt(row, QFormLayout::LabelRole); label != nullptr)
+                labels.append(label->widget());
+        }
+    }
+    int width = 0;
+    for (const QWidget *label : std::as_const(labels))
+        width = std::max(width, label->sizeHint().width());
+    for (QWidget *label : std::as_const(labels))
+        label->setMinimumWidth(width);
 }
 
 } // namespace orlenta::shell

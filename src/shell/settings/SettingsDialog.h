@@ -2,8 +2,6 @@
 
 #include <QtWidgets/QDialog>
 
-class QVBoxLayout;
-
 namespace orlenta::audio {
 class AudioDeviceMonitor;
 class OutputRoutingDiagnostics;
@@ -21,6 +19,13 @@ class SettingsDialog final : public QDialog {
 public:
     SettingsDialog(base::UserDefaults &defaults, const audio::AudioDeviceMonitor &devices,
                    const audio::OutputRoutingDiagnostics &routing, QWidget *parent = nullptr);
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    /// One column of labels across all sections.
+    void alignLabels();
 };
 
 } // namespace orlenta::shell

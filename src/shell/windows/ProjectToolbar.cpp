@@ -5,7 +5,6 @@
 #include <QtCore/QEvent>
 #include <QtGui/QAction>
 #include <QtWidgets/QComboBox>
-#include <QtWidgets/QFrame>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QToolButton>
@@ -13,6 +12,7 @@
 #include "base/UserDefaults.h"
 #include "controller/Exporting.h"
 #include "shell/account/CreditDisplay.h"
+#include "shell/controls/Separator.h"
 #include "shell/menus/ProjectActions.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
@@ -20,17 +20,6 @@
 using namespace Qt::StringLiterals;
 
 namespace orlenta::shell {
-namespace {
-
-QFrame *toolbarRule() {
-    auto *rule = new QFrame;
-    rule->setFrameShape(QFrame::VLine);
-    rule->setForegroundRole(QPalette::Mid);
-    return rule;
-}
-
-} // namespace
-
 ProjectToolbar::ProjectToolbar(const Parts &parts, QWidget *parent)
     : QWidget(parent), m_parts(parts), m_undo(actionButton(parts.actions.undo)),
       m_redo(actionButton(parts.actions.redo)), m_export(actionButton(parts.actions.exportAudio)),
@@ -51,10 +40,10 @@ ProjectToolbar::ProjectToolbar(const Parts &parts, QWidget *parent)
     layout->addWidget(m_redo);
     layout->addStretch();
     layout->addWidget(m_account);
-    layout->addWidget(toolbarRule());
+    layout->addWidget(new Separator(Qt::Vertical));
     layout->addWidget(m_outputMode);
     layout->addWidget(m_export);
-    layout->addWidget(toolbarRule());
+    layout->addWidget(new Separator(Qt::Vertical));
     layout->addWidget(m_inspector);
 
     connect(m_outputMode, &QComboBox::activated, this,

@@ -2,7 +2,6 @@
 
 #include <QtGui/QAction>
 #include <QtGui/QCloseEvent>
-#include <QtWidgets/QFrame>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QSplitter>
 #include <QtWidgets/QVBoxLayout>
@@ -12,6 +11,7 @@
 #include "controller/ProjectController.h"
 #include "shell/account/AccountDialog.h"
 #include "shell/account/LocalVoices.h"
+#include "shell/controls/Separator.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/inspector/Inspector.h"
 #include "shell/menus/AppActions.h"
@@ -29,13 +29,6 @@ namespace {
 
 constexpr QSize contentSize(1000, 700);
 constexpr QSize smallestSize(600, 400);
-
-QFrame *windowRule() {
-    auto *rule = new QFrame;
-    rule->setFrameShape(QFrame::HLine);
-    rule->setForegroundRole(QPalette::Mid);
-    return rule;
-}
 
 } // namespace
 
@@ -69,9 +62,9 @@ void ProjectWindow::layOut() {
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(m_toolbar);
-    column->addWidget(windowRule());
+    column->addWidget(new Separator(Qt::Horizontal));
     column->addWidget(m_splitter, 1);
-    column->addWidget(windowRule());
+    column->addWidget(new Separator(Qt::Horizontal));
     column->addWidget(new StatusLine(m_parts.controller, m_parts.generator));
     setCentralWidget(content);
 }

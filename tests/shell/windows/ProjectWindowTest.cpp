@@ -12,6 +12,7 @@
 #include "controller/LineRuntime.h"
 #include "controller/Selection.h"
 #include "shell/editor/ScriptEditor.h"
+#include "shell/editor/ScriptToolbar.h"
 #include "shell/menus/ProjectActions.h"
 #include "shell/ShellSession.h"
 #include "shell/windows/ErrorAlerts.h"
@@ -209,7 +210,8 @@ TEST(ProjectWindow, GeneratingALineEndsInATakeThatRedoesAsATake) {
     ASSERT_TRUE(it.session.startLocalVoices());
     ProjectWindowController &project = it.open(QStringLiteral("Spoken"), {QStringLiteral("Clara: Good morning.")});
     ASSERT_TRUE(waitUntil([&] { return project.elevenLabsService().isAuthenticated(); }));
-    QAbstractButton *generate = buttonNamed(project.window().editor(), QStringLiteral("Generate"));
+    QAbstractButton *generate =
+        buttonNamed(*project.window().editor().findChild<shell::ScriptToolbar *>(), QStringLiteral("Generate"));
     ASSERT_NE(generate, nullptr);
     generate->click();
     const auto &lines = project.controller().project().lines;

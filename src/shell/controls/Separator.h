@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QtWidgets/QFrame>
+
+namespace orlenta::shell {
+
+/// A hairline between groups, in the colour of borders.
+class Separator final : public QFrame {
+    Q_OBJECT
+public:
+    explicit Separator(Qt::Orientation orientation, QWidget *parent = nullptr);
+};
+
+} // namespace orlenta::shell
