@@ -6,7 +6,6 @@
 #include "controller/PresetEditing.h"
 #include "controller/ProjectController.h"
 #include "controller/Selection.h"
-#include "controller/UndoManager.h"
 
 namespace orlenta::shell {
 namespace {
@@ -53,15 +52,11 @@ void InspectedLines::change(const Mutation &mutation) {
         mutation(settings);
     if (ids.isEmpty() || wanted == m_settings)
         return;
-    if (std::all_of(wanted.begin(), wanted.end(), [&](const auto &settings) { return settings == wanted.first(); })) {
-        m_controller.presets().updateSettings(ids, wanted.first());
-        return;
-    }
-    // Lines that differ in another setting keep it, so each is written by itself, inside one step.
-    m_controller.undoManager().beginUndoGrouping();
+    // Lines that differ in another setting keep it, so each has settings of its own.
+    QHash<model::LineId, model::ProjectLineSettings> each;
     for (qsizetype i = 0; i < ids.size(); ++i)
-        m_controller.presets().updateSettings(ids.at(i), wanted.at(i));
-    m_controller.undoManager().endUndoGrouping();
+        each.insert(ids.at(i), wanted.at(i));
+    m_controller.presets().updateSettings(each);
 }
 
 void InspectedLines::refresh() {
