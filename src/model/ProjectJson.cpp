@@ -73,11 +73,11 @@ QByteArray encodeProject(const Project &project) {
     return writer.take();
 }
 
-base::Result<Project, std::variant<NewerSchema, DecodingError>> decodeProject(const QByteArray &bytes,
-                                                                              base::Timestamp now) {
+base::Result<Project, std::variant<NewerSchema, DecodingError>> decodeProject(QByteArray bytes, base::Timestamp now) {
     using Error = std::variant<NewerSchema, DecodingError>;
     json::ProjectDraft draft;
-    const json::RecordReader::Outcome outcome = json::RecordReader::read(bytes, json::projectDocument(), &draft, now);
+    const json::RecordReader::Outcome outcome =
+        json::RecordReader::read(std::move(bytes), json::projectDocument(), &draft, now);
     if (outcome.version && *outcome.version > Project::currentSchemaVersion)
         return base::fail(Error(NewerSchema{*outcome.version}));
     if (outcome.problem)

@@ -25,9 +25,10 @@ struct DecodingError {
 [[nodiscard]] QByteArray encodeProject(const Project &project);
 
 /// Reads and repairs a document in one pass over the bytes. `now` dates pronunciation entries that carry no date.
+/// The bytes are parsed in place: handed over with std::move they aren't copied.
 /// A schema version of 2 or more wins over any decoding error, so that a newer file is told apart from a broken one.
 /// Any thread.
-[[nodiscard]] base::Result<Project, std::variant<NewerSchema, DecodingError>> decodeProject(const QByteArray &bytes,
+[[nodiscard]] base::Result<Project, std::variant<NewerSchema, DecodingError>> decodeProject(QByteArray bytes,
                                                                                             base::Timestamp now);
 
 } // namespace orlenta::model

@@ -111,10 +111,10 @@ base::Result<Project, ProjectStoreError> readProjectFile(const QString &path, ba
     if (size > ProjectStore::largestProjectFile)
         return base::fail(ProjectStoreError(ProjectStoreError::CorruptedFile{
             QStringLiteral("project file is unreasonably large (%1 bytes)").arg(size)}));
-    const auto bytes = base::readWholeFile(path);
+    auto bytes = base::readWholeFile(path);
     if (!bytes)
         return base::fail(ProjectStoreError(bytes.error()));
-    auto project = decodeProject(*bytes, now);
+    auto project = decodeProject(std::move(bytes).value(), now);
     if (!project)
         return base::fail(storeError(project.error()));
     return std::move(project).value();

@@ -270,16 +270,18 @@ TEST(ProjectDecoding, ANewerVersionWinsOverAllThatIsWrongWithItsRecords) {
             version.toInt());
 }
 
-TEST(ProjectDecoding, UnknownKeysAreSkippedHoweverDeep) {
-    constexpr int levels = 1'000'000;
-    const QByteArray deep = QByteArray(levels, '[') + QByteArray(levels, ']');
-    EXPECT_EQ(decoded(documentWith(",\"future\":" + deep)).projectName, u"P"_s);
-    EXPECT_TRUE(
-        problemOf(documentWith(",\"future\":" + QByteArray(levels, '['))).startsWith(u"The text is not JSON"_s));
+TEST(ProjectDecoding, UnknownKeysAreSkippedButBoundlessNestingIsRefused) {
+    const auto nested = [](int levels) {
+        return documentWith(",\"future\":" + QByteArray(levels, '[') + QByteArray(levels, ']'));
+    };
+    EXPECT_EQ(decoded(nested(511)).projectName, u"P"_s);
+    EXPECT_TRUE(problemOf(nested(512)).endsWith(u"it is nested too deeply."_s));
+    EXPECT_TRUE(problemOf(nested(1'000'000)).endsWith(u"it is nested too deeply."_s));
     QByteArray objects;
-    for (int i = 0; i < 10'000; ++i)
+    for (int i = 0; i < 100'000; ++i)
         objects += R"({"schema_version":)";
-    EXPECT_TRUE(problemOf(objects).startsWith(u"The text is not JSON"_s));
+    EXPECT_TRUE(problemOf(objects).endsWith(u"it is nested too deeply."_s));
+    EXPECT_TRUE(problemOf(QByteArray(1'000'000, '[')).endsWith(u"it is nested too deeply."_s));
 }
 
 TEST(ProjectDecoding, TextThatIsNoUtf8OrNoJsonFails) {

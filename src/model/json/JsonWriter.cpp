@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::string_view upperHex = "0123456789ABCDEF";
 constexpr qsizetype indentWidth = 2;
+constexpr qsizetype usualIndent = 16;
 
 // For each ASCII character the letter that follows the backslash, 'u' for the long form, or 0 for none.
 constexpr std::array<char, 128> makeEscapes() {
@@ -102,7 +103,7 @@ void JsonWriter::endArray() {
 }
 
 void JsonWriter::key(std::string_view name) {
-    reserve(static_cast<qsizetype>(name.size()) + 6 + m_depth * indentWidth);
+    reserve(static_cast<qsizetype>(name.size()) + 6 + usualIndent + m_depth * indentWidth);
     if (!m_isFirst)
         put(',');
     m_isFirst = false;
@@ -113,7 +114,7 @@ void JsonWriter::key(std::string_view name) {
 }
 
 void JsonWriter::element() {
-    reserve(2 + m_depth * indentWidth);
+    reserve(2 + usualIndent + m_depth * indentWidth);
     if (!m_isFirst)
         put(',');
     m_isFirst = false;
@@ -245,8 +246,13 @@ void JsonWriter::append(std::string_view characters) {
 
 void JsonWriter::nextLine() {
     put('\n');
-    std::memset(m_end, ' ', static_cast<size_t>(m_depth * indentWidth));
-    m_end += m_depth * indentWidth;
+    const qsizetype indent = m_depth * indentWidth;
+    // A copy of constant size is a few instructions; what it writes too much is written over next.
+    if (indent <= usualIndent)
+        std::memset(m_end, ' ', usualIndent);
+    else
+        std::memset(m_end, ' ', static_cast<size_t>(indent));
+    m_end += indent;
 }
 
 void JsonWriter::open(char bracket) {
@@ -258,7 +264,7 @@ void JsonWriter::open(char bracket) {
 
 void JsonWriter::close(char bracket) {
     --m_depth;
-    reserve(2 + m_depth * indentWidth);
+    reserve(2 + usualIndent + m_depth * indentWidth);
     if (!m_isFirst)
         nextLine();
     put(bracket);

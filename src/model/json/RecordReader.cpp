@@ -1,6 +1,6 @@
 #include "model/json/RecordReader.h"
 
-#include <algorithm>
+#include <cstring>
 #include <limits>
 
 // The parser's vector code, in a namespace of its own, since what other sources take from the same headers is compiled
@@ -17,10 +17,10 @@
 namespace orlenta::model::json {
 namespace {
 
-// Iterative, so that a file of nothing but brackets can't exhaust the stack. In place, since the bytes are copied once
-// anyway to be sure of the NUL at their end. Full precision, or a number would drift from one save to the next.
-constexpr unsigned parseFlags =
-    vectorised::kParseIterativeFlag | vectorised::kParseInsituFlag | vectorised::kParseFullPrecisionFlag;
+// In place, so that no string is copied before its record takes it. Full precision, or a number would drift from one
+// save to the next. Recursive, since the iterative parser takes a quarter longer; the limit keeps the stack safe.
+constexpr unsigned parseFlags = vectorised::kParseInsituFlag | vectorised::kParseFullPrecisionFlag;
+constexpr qsizetype deepestNesting = 512;
 
 QString keyText(std::string_view key) {
     return QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()));
@@ -29,19 +29,33 @@ QString keyText(std::string_view key) {
 // The vector code reads whole aligned blocks, the last of them past the end of the text.
 constexpr qsizetype padding = 32;
 
-QByteArray paddedCopyWithoutMark(const QByteArray &bytes) {
-    const qsizetype markSize = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
-    QByteArray copy(bytes.size() - markSize + padding, Qt::Uninitialized);
-    char *const end = std::copy(bytes.cbegin() + markSize, bytes.cend(), copy.data());
-    std::fill_n(end, padding, '\0');
-    return copy;
+qsizetype byteOrderMarkSize(const QByteArray &bytes) {
+    return bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
+}
+
+// Comparing a dozen bytes takes less time than calling the library for it.
+inline bool isSameKey(std::string_view a, std::string_view b) {
+    if (a.size() != b.size())
+        return false;
+    size_t i = 0;
+    for (; i + sizeof(std::uint64_t) <= a.size(); i += sizeof(std::uint64_t)) {
+        std::uint64_t left = 0;
+        std::uint64_t right = 0;
+        std::memcpy(&left, a.data() + i, sizeof left);
+        std::memcpy(&right, b.data() + i, sizeof right);
+        if (left != right)
+            return false;
+    }
+    while (i < a.size() && a[i] == b[i])
+        ++i;
+    return i == a.size();
 }
 
 // These may stand nowhere in a document, but the vector code lets them pass inside strings.
 bool hasMissedControls(const QByteArray &text) {
-    unsigned found = 0;
+    std::uint8_t found = 0;
     for (const char character : text)
-        found |= static_cast<unsigned>(static_cast<unsigned char>(character - 0x1A) < 6);
+        found = static_cast<std::uint8_t>(found | (static_cast<std::uint8_t>(character - 0x1A) < 6 ? 1 : 0));
     return found != 0;
 }
 
@@ -66,21 +80,23 @@ RecordReader::RecordReader(const Field &root, void *target, base::Timestamp now)
     m_frames.push_back(outermost);
 }
 
-RecordReader::Outcome RecordReader::read(const QByteArray &bytes, const Field &root, void *target,
-                                         base::Timestamp now) {
-    QByteArray buffer = paddedCopyWithoutMark(bytes);
-    if (hasMissedControls(buffer))
+RecordReader::Outcome RecordReader::read(QByteArray bytes, const Field &root, void *target, base::Timestamp now) {
+    if (hasMissedControls(bytes))
         return {std::nullopt, QStringLiteral("The text is not JSON: it holds control characters.")};
+    const auto size = static_cast<size_t>(bytes.size() - byteOrderMarkSize(bytes));
+    bytes.append(padding, '\0');
     RecordReader handler(root, target, now);
-    vectorised::InsituStringStream stream(buffer.data());
+    vectorised::InsituStringStream stream(bytes.data() + byteOrderMarkSize(bytes));
     vectorised::Reader parser;
     const vectorised::ParseResult result = parser.Parse<parseFlags>(stream, handler);
     if (handler.m_hasInvalidText)
         return {std::nullopt, QStringLiteral("The text is not valid UTF-8 near byte %1.").arg(result.Offset())};
+    if (handler.m_isTooDeep)
+        return {std::nullopt, noJson(result.Offset(), QStringLiteral("it is nested too deeply."))};
     if (result.IsError())
         return {std::nullopt, noJson(result.Offset(), QLatin1String(vectorised::GetParseError_En(result.Code())))};
     // The parser takes a NUL for the end.
-    if (stream.Tell() != static_cast<size_t>(buffer.size() - padding))
+    if (stream.Tell() != size)
         return {std::nullopt, noJson(stream.Tell(), QStringLiteral("it goes on after its end."))};
     return {handler.m_version, handler.m_problem};
 }
@@ -147,8 +163,9 @@ bool RecordReader::Key(const char *characters, unsigned length, bool) {
 bool RecordReader::StartObject() {
     const Field *field = fieldFor(Structure::Object);
     ++m_depth;
+    m_isTooDeep = m_depth > deepestNesting;
     if (field == nullptr)
-        return true;
+        return !m_isTooDeep;
     Frame record;
     record.schema = field->schema;
     record.record = field->open(m_frames.back().record);
@@ -167,8 +184,9 @@ bool RecordReader::EndObject(unsigned) {
 bool RecordReader::StartArray() {
     const Field *field = fieldFor(Structure::Array);
     ++m_depth;
+    m_isTooDeep = m_depth > deepestNesting;
     if (field == nullptr)
-        return true;
+        return !m_isTooDeep;
     Frame array;
     array.record = m_frames.back().record;
     array.field = field;
@@ -193,7 +211,7 @@ bool RecordReader::selectField(std::string_view key) {
     for (size_t tried = 0; tried < fields.size(); ++tried) {
         const size_t index = frame.nextField;
         frame.nextField = index + 1 < fields.size() ? index + 1 : 0;
-        if (fields[index].key != key)
+        if (!isSameKey(fields[index].key, key))
             continue;
         if ((frame.seen >> index & 1) == 0)
             frame.field = &fields[index];

@@ -22,8 +22,9 @@ public:
         std::optional<QString> problem;
     };
 
-    /// Reads a whole document as the value of `root` into `target`. Nesting is bounded by memory, not by the stack.
-    [[nodiscard]] static Outcome read(const QByteArray &bytes, const Field &root, void *target, base::Timestamp now);
+    /// Reads a whole document as the value of `root` into `target`; the bytes serve as the parser's buffer. Nesting is
+    /// bounded by memory, not by the stack.
+    [[nodiscard]] static Outcome read(QByteArray bytes, const Field &root, void *target, base::Timestamp now);
 
     /// The parser's events. False stops it.
     bool Null();
@@ -75,6 +76,7 @@ private:
     std::optional<std::int64_t> m_version;
     bool m_isVersionNext = false;
     bool m_hasInvalidText = false;
+    bool m_isTooDeep = false;
     std::optional<QString> m_problem;
 };
 
