@@ -8,6 +8,8 @@
 #include "controller/ProjectController.h"
 #include "speech/ElevenLabsService.h"
 
+using namespace Qt::StringLiterals;
+
 namespace orlenta::shell {
 namespace {
 
