@@ -7,7 +7,15 @@ namespace orlenta::benchmarks {
 namespace {
 
 using namespace Qt::StringLiterals;
-using namespace orlenta::model;
+using model::LineList;
+using model::Project;
+using model::ProjectLine;
+using model::ProjectPreset;
+using model::RecordingId;
+using model::TabId;
+using model::Take;
+using model::TakeId;
+using model::VoiceId;
 
 constexpr int voiceCount = 12;
 constexpr int linesPerTab = 500;
@@ -65,7 +73,7 @@ Project generateProject(int lines, int takesPerLine) {
     for (int i = 0; i < voiceCount; ++i) {
         const QString name = u"Voice %1"_s.arg(i + 1);
         project.voices.append(
-            {VoiceId::create(), u"service-voice-%1"_s.arg(i), name, name.toUpper(), defaultStripeColor()});
+            {VoiceId::create(), u"service-voice-%1"_s.arg(i), name, name.toUpper(), model::defaultStripeColor()});
     }
     std::vector<ProjectLine> generated;
     project.tabs.clear();
