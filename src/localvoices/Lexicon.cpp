@@ -1,6 +1,8 @@
 #include "localvoices/Lexicon.h"
 
-#include <QtCore/QRegularExpression>
+#include <QtCore/QHash>
+#include <QtCore/QList>
+#include <QtCore/QStringList>
 #include <QtCore/QXmlStreamReader>
 
 namespace orlenta::localvoices {
@@ -33,23 +35,42 @@ Lexeme readLexeme(QXmlStreamReader &reader, const QString &documentAlphabet) {
     return lexeme;
 }
 
-const PronunciationRule *ruleFor(const QString &word, const std::vector<PronunciationRule> &rules,
-                                 PhonemeRules phonemeRules) {
-    for (const PronunciationRule &rule : rules)
-        if (rule.word == word && (phonemeRules == PhonemeRules::Followed || rule.phones.empty()))
-            return &rule;
-    return nullptr;
+bool isWordCharacter(char32_t character) {
+    return character == U'_' || QChar::isLetterOrNumber(character);
 }
 
-QRegularExpression patternOf(const std::vector<PronunciationRule> &rules, PhonemeRules phonemeRules) {
-    QStringList words;
+bool startsInsideWord(QStringView rest) {
+    if (rest.size() > 1 && rest.at(0).isHighSurrogate())
+        return isWordCharacter(QChar::surrogateToUcs4(rest.at(0), rest.at(1)));
+    return !rest.isEmpty() && isWordCharacter(rest.front().unicode());
+}
+
+bool endsInsideWord(QStringView before) {
+    if (before.size() > 1 && before.back().isLowSurrogate())
+        return isWordCharacter(QChar::surrogateToUcs4(before.at(before.size() - 2), before.back()));
+    return !before.isEmpty() && isWordCharacter(before.back().unicode());
+}
+
+/// Rules by the first character of their words, each list in the rules' order: a lexicon may hold tens of thousands.
+using RuleIndex = QHash<QChar, QList<const PronunciationRule *>>;
+
+RuleIndex indexOf(const std::vector<PronunciationRule> &rules, PhonemeRules phonemeRules) {
+    RuleIndex index;
     for (const PronunciationRule &rule : rules)
-        if (phonemeRules == PhonemeRules::Followed || rule.phones.empty())
-            words << QRegularExpression::escape(rule.word);
-    if (words.isEmpty())
-        return {};
-    return QRegularExpression(u"(?<![\\p{L}\\p{N}_])(?:"_s + words.join(u'|') + u")(?![\\p{L}\\p{N}_])"_s,
-                              QRegularExpression::UseUnicodePropertiesOption);
+        if (!rule.word.isEmpty() && (phonemeRules == PhonemeRules::Followed || rule.phones.empty()))
+            index[rule.word.front()].append(&rule);
+    return index;
+}
+
+const PronunciationRule *ruleAt(QStringView text, qsizetype at, const RuleIndex &index) {
+    const auto candidates = index.constFind(text.at(at));
+    if (candidates == index.constEnd() || endsInsideWord(text.first(at)))
+        return nullptr;
+    const QStringView rest = text.sliced(at);
+    for (const PronunciationRule *rule : *candidates)
+        if (rest.startsWith(rule->word) && !startsInsideWord(rest.sliced(rule->word.size())))
+            return rule;
+    return nullptr;
 }
 
 void appendText(std::vector<SpokenRun> &runs, const QString &text) {
@@ -95,22 +116,21 @@ base::Result<std::vector<PronunciationRule>, QString> readLexicon(const QByteArr
 std::vector<SpokenRun> applyRules(const QString &text, const std::vector<PronunciationRule> &rules,
                                   PhonemeRules phonemeRules) {
     std::vector<SpokenRun> runs;
-    const QRegularExpression pattern = patternOf(rules, phonemeRules);
+    const RuleIndex index = indexOf(rules, phonemeRules);
     qsizetype from = 0;
-    if (!pattern.pattern().isEmpty() && pattern.isValid()) {
-        QRegularExpressionMatchIterator matches = pattern.globalMatch(text);
-        while (matches.hasNext()) {
-            const QRegularExpressionMatch match = matches.next();
-            const PronunciationRule *rule = ruleFor(match.captured(), rules, phonemeRules);
-            if (rule == nullptr)
-                continue;
-            appendText(runs, text.sliced(from, match.capturedStart() - from));
-            from = match.capturedEnd();
-            if (rule->phones.empty())
-                appendText(runs, rule->alias);
-            else
-                runs.push_back({rule->word, rule->phones});
+    for (qsizetype at = 0; !index.isEmpty() && at < text.size();) {
+        const PronunciationRule *rule = ruleAt(text, at, index);
+        if (rule == nullptr) {
+            ++at;
+            continue;
         }
+        appendText(runs, text.sliced(from, at - from));
+        if (rule->phones.empty())
+            appendText(runs, rule->alias);
+        else
+            runs.push_back({rule->word, rule->phones});
+        at += rule->word.size();
+        from = at;
     }
     appendText(runs, text.sliced(from));
     return runs;

@@ -26,9 +26,9 @@ struct SpokenRun {
     std::vector<Phone> phones;
 };
 
-/// Reads a document of the W3C Pronunciation Lexicon Specification 1.0: each grapheme of a lexeme with the lexeme's
-/// first alias or phoneme element is a rule, in the document's order. The alphabets are "ipa" and the ARPABET names
-/// ("x-arpabet", "cmu-arpabet"). The error says what is wrong with the document.
+/// Reads a W3C pronunciation lexicon (PLS 1.0): each grapheme of a lexeme with the lexeme's first alias or phoneme
+/// element is a rule, in the document's order. The alphabets are "ipa" and the ARPABET names ("x-arpabet",
+/// "cmu-arpabet"). The error says what is wrong with the document.
 [[nodiscard]] base::Result<std::vector<PronunciationRule>, QString> readLexicon(const QByteArray &document);
 
 /// Reads sounds in an alphabet as a lexicon names it; none for an alphabet that isn't known.
