@@ -5,6 +5,7 @@ namespace orlenta::controller {
 /// The right to change a project's records. Only the controller and its subjects can make one, so whoever holds a
 /// reference to the document can read it, and nobody else can write it.
 class EditKey final {
+    friend class DirectionAudio;
     friend class LineClipboard;
     friend class LineEditing;
     friend class LineRuntime;

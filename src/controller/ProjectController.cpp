@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "controller/CastPalette.h"
+#include "controller/DirectionAudio.h"
 #include "controller/Document.h"
 #include "controller/Exporting.h"
 #include "controller/LineClipboard.h"
@@ -45,6 +46,7 @@ struct ProjectController::Subjects {
     LineClipboard clipboard{{document, history, selection, structure, runtime, lines}};
     TabEditing tabs{{document, history, selection, structure, runtime}};
     TakeEditing takes{{document, history, runtime, media, waveforms}};
+    DirectionAudio directionAudio{{document, history, runtime, media, waveforms}};
     Pronunciations pronunciations{document, history};
     Exporting exporting{{document, selection, media, takes}};
 };
@@ -143,6 +145,10 @@ TabEditing &ProjectController::tabs() const {
 
 TakeEditing &ProjectController::takes() const {
     return m_subjects->takes;
+}
+
+DirectionAudio &ProjectController::directionAudio() const {
+    return m_subjects->directionAudio;
 }
 
 MediaFiles &ProjectController::media() const {

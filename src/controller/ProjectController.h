@@ -13,6 +13,7 @@
 
 namespace orlenta::controller {
 
+class DirectionAudio;
 class Exporting;
 class LineClipboard;
 class LineEditing;
@@ -64,6 +65,7 @@ public:
     [[nodiscard]] LineClipboard &clipboard() const;
     [[nodiscard]] TabEditing &tabs() const;
     [[nodiscard]] TakeEditing &takes() const;
+    [[nodiscard]] DirectionAudio &directionAudio() const;
     [[nodiscard]] MediaFiles &media() const;
     [[nodiscard]] LineRuntime &runtime() const;
     [[nodiscard]] LineWaveforms &waveforms() const;

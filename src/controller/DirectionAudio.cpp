@@ -1,0 +1,161 @@
+#include "controller/DirectionAudio.h"
+
+#include <qcoro/qcorofuture.h>
+#include <QtConcurrent/QtConcurrentRun>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QPointer>
+#include <QtCore/QUuid>
+
+#include "audio/files/AudioImporter.h"
+#include "base/PrivateFolders.h"
+#include "controller/FileCopy.h"
+#include "controller/LineRuntime.h"
+#include "controller/LineWaveforms.h"
+#include "controller/MediaFiles.h"
+#include "controller/UndoHistory.h"
+#include "tags/ClipNames.h"
+
+namespace orlenta::controller {
+namespace {
+
+bool isOwnTemporaryRecording(const QString &path) {
+    return QFileInfo(path).absolutePath() == QDir::cleanPath(base::PrivateFolders::caches());
+}
+
+base::Result<void, ProjectControllerError> copyRecording(const QString &from, const QString &to) {
+    if (!QFileInfo::exists(from))
+        return base::fail(
+            ProjectControllerError(ProjectControllerError::AudioSourceMissing{QUrl::fromLocalFile(from)}));
+    if (const auto copied = copyFile(from, to); !copied)
+        return base::fail(ProjectControllerError(copied.error()));
+    return {};
+}
+
+} // namespace
+
+DirectionAudio::DirectionAudio(const Parts &parts, QObject *parent) : QObject(parent), m_parts(parts) {}
+
+QCoro::Task<void> DirectionAudio::installRecording(QUrl file, double durationSeconds, model::LineId id) {
+    const model::ProjectLine *line = m_parts.document.findLine(id);
+    if (line == nullptr)
+        co_return;
+    const QString from = file.toLocalFile();
+    const QString folder = m_parts.document.folder();
+    if (folder.isEmpty()) {
+        adopt(from, durationSeconds, id);
+        co_return;
+    }
+    const auto to = newPath(QStringLiteral("%1 - direction %2")
+                                .arg(tags::clipName(m_parts.document.project(), *line))
+                                .arg(line->sourceRecordings.size() + 1));
+    if (!to) {
+        fail(to.error().description());
+        co_return;
+    }
+    const QPointer<DirectionAudio> self(this);
+    auto copying = QtConcurrent::run(&copyRecording, from, to.value());
+    const auto copied = co_await copying;
+    if (!self)
+        co_return;
+    if (!copied) {
+        fail(copied.error().description());
+        co_return;
+    }
+    if (isOwnTemporaryRecording(from))
+        QFile::remove(from);
+    // The project may have got another folder in the meantime.
+    if (m_parts.document.folder() != folder)
+        co_await installRecording(QUrl::fromLocalFile(to.value()), durationSeconds, id);
+    else
+        adopt(to.value(), durationSeconds, id);
+}
+
+QCoro::Task<void> DirectionAudio::importDirectionAudio(QUrl source, model::LineId id) {
+    const QString stem = QFileInfo(source.toLocalFile()).completeBaseName();
+    co_await import(source, stem, id);
+}
+
+QCoro::Task<void> DirectionAudio::importDroppedFile(QUrl source, model::LineId id) {
+    const QString stem = QFileInfo(source.toLocalFile()).completeBaseName();
+    const auto staged = audio::AudioImporter::stageDroppedFile(source);
+    if (!staged) {
+        fail(audio::description(staged.error()));
+        co_return;
+    }
+    const QUrl copy = staged.value();
+    co_await import(copy, stem, id);
+    QFile::remove(copy.toLocalFile());
+}
+
+QCoro::Task<void> DirectionAudio::import(QUrl source, QString stem, model::LineId id) {
+    if (m_parts.document.findLine(id) == nullptr)
+        co_return;
+    const QString folder = m_parts.document.folder();
+    const auto to = newPath(tags::cleanedClipName(stem));
+    if (!to) {
+        fail(to.error().description());
+        co_return;
+    }
+    const QPointer<DirectionAudio> self(this);
+    auto importing =
+        QtConcurrent::run(&audio::AudioImporter::importDirectionAudio, source, QUrl::fromLocalFile(to.value()));
+    const auto imported = co_await importing;
+    if (!self)
+        co_return;
+    if (!imported) {
+        fail(audio::description(imported.error()));
+        co_return;
+    }
+    if (m_parts.document.folder() != folder)
+        co_await installRecording(imported->url, imported->durationSeconds, id);
+    else
+        adopt(imported->url.toLocalFile(), imported->durationSeconds, id);
+}
+
+base::Result<QString, ProjectControllerError> DirectionAudio::newPath(const QString &stem) const {
+    QString folder = base::PrivateFolders::caches();
+    if (!m_parts.document.folder().isEmpty()) {
+        const auto recordings = m_parts.media.audioFolder(AudioKind::SourceRecording);
+        if (!recordings)
+            return recordings;
+        folder = recordings.value();
+    }
+    // Two files of one name may be on their way at once, so looking for a free name would not do.
+    const QString suffix = QUuid::createUuid().toString(QUuid::WithoutBraces).left(8).toLower();
+    return QStringLiteral("%1/%2 - %3.wav").arg(folder, stem.isEmpty() ? QStringLiteral("direction") : stem, suffix);
+}
+
+void DirectionAudio::adopt(const QString &path, double durationSeconds, const model::LineId &id) {
+    Document &document = m_parts.document;
+    if (document.findLine(id) == nullptr)
+        return;
+    const Document::Change change(document);
+    const StoreUndoSnapshot before = m_parts.history.takeSnapshot();
+    model::SourceRecording recording;
+    recording.id = model::RecordingId::create();
+    recording.filename = QFileInfo(path).fileName();
+    recording.recordedAt = document.now();
+    recording.durationSeconds = durationSeconds;
+    model::ProjectLineSettings settings = document.project().effectiveSettings(*document.findLine(id));
+    settings.directionMode = model::DirectionMode::Voice;
+    document.updateLine(
+        id,
+        [&](model::ProjectLine &line) {
+            line.sourceRecordings.append(recording);
+            line.activeSourceId = recording.id;
+            line.settings = settings;
+        },
+        EditKey());
+    m_parts.runtime.update(
+        id, [&](LineRuntimeState &state) { state.directionAudioURL = QUrl::fromLocalFile(path); }, EditKey());
+    m_parts.waveforms.invalidate(id, WaveformKind::SourceRecording, EditKey());
+    m_parts.history.registerUndo(before, QStringLiteral("Import Direction Audio"));
+}
+
+void DirectionAudio::fail(const QString &description) {
+    m_parts.document.setSpotError(QStringLiteral("Audio import failed: %1").arg(description));
+}
+
+} // namespace orlenta::controller

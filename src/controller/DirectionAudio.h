@@ -1,0 +1,53 @@
+#pragma once
+
+#include <qcoro/qcorotask.h>
+#include <QtCore/QObject>
+#include <QtCore/QUrl>
+
+#include "base/Result.h"
+#include "controller/Document.h"
+#include "controller/ProjectControllerError.h"
+
+namespace orlenta::controller {
+
+class LineRuntime;
+class LineWaveforms;
+class MediaFiles;
+class UndoHistory;
+
+/// Puts recorded and imported direction takes on lines. Copying and converting run off the main thread; a line or
+/// project that has gone by then ends the operation without a word, and a failure goes to the controller's spotError.
+/// In a project without a folder the file stays in the caches folder. Main thread.
+class DirectionAudio final : public QObject {
+    Q_OBJECT
+public:
+    struct Parts {
+        Document &document;
+        UndoHistory &history;
+        LineRuntime &runtime;
+        MediaFiles &media;
+        LineWaveforms &waveforms;
+    };
+
+    explicit DirectionAudio(const Parts &parts, QObject *parent = nullptr);
+
+    /// Copies a finished recording of that length into the project, as it is, and makes it the line's recording in use.
+    /// Afterwards the recorder's own file is gone; after a failure it is still there.
+    QCoro::Task<void> installRecording(QUrl file, double durationSeconds, model::LineId id);
+    /// Takes a file of the user's into the project in the standard format and makes it the line's recording in use.
+    QCoro::Task<void> importDirectionAudio(QUrl source, model::LineId id);
+    /// The same for a file that a drop lends: it is copied aside before this first gives way.
+    QCoro::Task<void> importDroppedFile(QUrl source, model::LineId id);
+
+private:
+    QCoro::Task<void> import(QUrl source, QString stem, model::LineId id);
+    /// A path for a new recording of that name, in a folder that exists.
+    [[nodiscard]] base::Result<QString, ProjectControllerError> newPath(const QString &stem) const;
+    /// The undo step is "Import Direction Audio".
+    void adopt(const QString &path, double durationSeconds, const model::LineId &id);
+    void fail(const QString &description);
+
+    Parts m_parts;
+};
+
+} // namespace orlenta::controller
