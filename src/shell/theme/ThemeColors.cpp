@@ -17,7 +17,7 @@ ThemeColors makeLight() {
         .borderStrong = QColor(0xC3C8D3),
         .text = QColor(0x1B1E27),
         .textMuted = QColor(0x596071),
-        .placeholder = QColor(0x6B7283),
+        .placeholder = QColor(0x646B7B),
         .textDisabled = QColor(0x9AA0AE),
         .accent = QColor(0x584FD0),
         .accentHover = QColor(0x4A41BE),

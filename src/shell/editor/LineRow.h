@@ -1,0 +1,130 @@
+#pragma once
+
+#include <QtCore/QMetaObject>
+#include <QtWidgets/QWidget>
+
+#include "shell/editor/LineRowContent.h"
+#include "shell/editor/ScriptTextField.h"
+
+class QLabel;
+class QPushButton;
+class QToolButton;
+
+namespace orlenta::shell {
+
+class BusyIndicator;
+class WaveformBarsView;
+
+/// Where everything stands in a row of a given width.
+struct LineRowPlaces {
+    QRect card;
+    QRect stripe;
+    QRect number;
+    QRect name;
+    QRect generate;
+    QRect busy;
+    QRect voiceHint;
+    QRect text;
+    QRect play;
+    QRect waveform;
+    QRect duration;
+    QRect takes;
+    int height = 0;
+};
+
+/// One line of the script as a card: the cast voice's stripe and name, the text, the generate button and the line's
+/// audio. It holds nothing of its own: it shows the content it is given, is handed from line to line by the list's
+/// pool, and only tells what the user wants.
+class LineRow final : public QWidget {
+    Q_OBJECT
+public:
+    explicit LineRow(const ScriptTextField::Factory &makeTextField, QWidget *parent = nullptr);
+    ~LineRow() override;
+
+    [[nodiscard]] const model::LineId &lineId() const { return m_content.id; }
+    [[nodiscard]] const LineRowContent &content() const { return m_content; }
+    /// Shows this content. Another line's content replaces all; the same line's keeps the caret.
+    void setContent(const LineRowContent &content);
+    /// What ties the row to its line's changes; the one before is undone.
+    void setWatch(const QMetaObject::Connection &watch);
+
+    [[nodiscard]] ScriptTextField &textField() const { return *m_text; }
+    /// Whether the list has the keyboard, which the current row shows.
+    void setListHasFocus(bool listHasFocus);
+    /// The row must stay with its line: it holds the focus, or its menu is open.
+    [[nodiscard]] bool isPinned() const;
+    /// Gives the keyboard to the row's first control.
+    void focusControls();
+    void openTakeMenu();
+
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int width) const override;
+
+    /// Heights of rows of a width, told from the length of their text without laying it out.
+    class Estimator final {
+    public:
+        Estimator(const QWidget *list, int width);
+        [[nodiscard]] int height(qsizetype textLength, bool hasAudio) const;
+
+    private:
+        double m_charactersPerLine = 1.0;
+        double m_lineHeight = 0.0;
+        int m_bare = 0;
+        int m_audio = 0;
+    };
+
+Q_SIGNALS:
+    void clicked(Qt::KeyboardModifiers modifiers, bool inTextField);
+    void editRequested(const QPoint &textPoint);
+    void textEdited();
+    void generateRequested();
+    void playRequested();
+    void stopRequested();
+    void seekRequested(double fraction);
+    void takeChosen(const model::TakeId &id);
+    void menuRequested(const QPoint &globalPosition);
+    /// Escape in one of the row's controls.
+    void controlsLeft();
+    void heightChanged();
+    /// What the row shows of its line is out of date.
+    void lineChanged();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void makeControls(const ScriptTextField::Factory &makeTextField);
+    void showText(const LineRowContent &before);
+    void showGeneration();
+    void showAudio();
+    void showNames();
+    void applyColors();
+    [[nodiscard]] QFont nameFont() const;
+    [[nodiscard]] LineRowPlaces placesFor(int width) const;
+    void placeAudio(LineRowPlaces &places, const QRect &inner) const;
+    void layOut();
+    [[nodiscard]] QList<QWidget *> focusableControls() const;
+    void moveFocus(QWidget *from, int step);
+
+    LineRowContent m_content;
+    QMetaObject::Connection m_watch;
+    ScriptTextField *m_text = nullptr;
+    QPushButton *m_generate = nullptr;
+    QLabel *m_voiceHint = nullptr;
+    BusyIndicator *m_busy = nullptr;
+    QToolButton *m_play = nullptr;
+    WaveformBarsView *m_waveform = nullptr;
+    QLabel *m_duration = nullptr;
+    QToolButton *m_takes = nullptr;
+    LineRowPlaces m_places;
+    bool m_isMenuOpen = false;
+    bool m_listHasFocus = false;
+};
+
+} // namespace orlenta::shell

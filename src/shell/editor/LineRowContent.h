@@ -1,0 +1,61 @@
+#pragma once
+
+#include <optional>
+
+#include <QtCore/QList>
+#include <QtCore/QString>
+#include <QtGui/QColor>
+
+#include "controller/TextRange.h"
+#include "model/Ids.h"
+
+namespace orlenta::shell {
+
+/// One entry of a line's take picker.
+struct TakeChoice {
+    model::TakeId id;
+    /// "Take 2".
+    QString title;
+    /// When and by whom it was spoken.
+    QString detail;
+
+    friend bool operator==(const TakeChoice &, const TakeChoice &) = default;
+};
+
+enum class RowGeneration { NoVoice, Ready, Generating };
+
+enum class RowPlayback {
+    Idle,
+    /// The playhead stands on this line, but nothing plays.
+    Current,
+    Playing
+};
+
+/// All that a row shows of its line.
+struct LineRowContent {
+    model::LineId id;
+    /// Place in the tab, counted from 1.
+    qsizetype number = 0;
+    QString text;
+    QString castName;
+    QColor stripe;
+    RowGeneration generation = RowGeneration::NoVoice;
+    bool hasAudio = false;
+    QList<TakeChoice> takes;
+    /// Index into `takes`, or -1.
+    qsizetype activeTake = -1;
+    /// "0:04", or "--:--".
+    QString duration;
+    QList<float> waveform;
+    RowPlayback playback = RowPlayback::Idle;
+    /// 0 to 1.
+    double progress = 0.0;
+    bool isSelected = false;
+    /// The line on which the keyboard acts.
+    bool isCurrent = false;
+    bool isEditing = false;
+    int typingFlushVersion = 0;
+    std::optional<controller::TextRange> textSelection;
+};
+
+} // namespace orlenta::shell

@@ -1,0 +1,117 @@
+#include <algorithm>
+#include <cmath>
+
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QToolButton>
+
+#include "shell/editor/BusyIndicator.h"
+#include "shell/editor/LineRow.h"
+#include "shell/editor/WaveformBarsView.h"
+#include "shell/theme/Theme.h"
+
+namespace orlenta::shell {
+
+QFont LineRow::nameFont() const {
+    QFont name = font();
+    name.setWeight(QFont::DemiBold);
+    return name;
+}
+
+LineRowPlaces LineRow::placesFor(int width) const {
+    const int unit = Theme::unit(this);
+    const QFontMetrics names(nameFont());
+    LineRowPlaces places;
+    places.card = QRect(unit * 3, unit, std::max(width - unit * 6, unit * 20), 0);
+    const int stripe = std::max(4, unit);
+    const QRect inner = places.card.adjusted(stripe + unit * 3, unit * 2, -unit * 3, 0);
+    const QSize action = m_generate->sizeHint();
+    const int headerHeight = std::max(action.height(), names.height());
+    int y = inner.top();
+    const int numberWidth = std::max(names.horizontalAdvance(QString::number(m_content.number)) + unit * 2, unit * 6);
+    places.number = QRect(inner.left(), y, numberWidth, headerHeight);
+    int right = inner.right() + 1;
+    bool hintBelow = false;
+    if (m_content.generation == RowGeneration::NoVoice) {
+        const int wanted = m_voiceHint->fontMetrics().horizontalAdvance(m_voiceHint->text()) + unit;
+        hintBelow = wanted > inner.width() - numberWidth - unit * 20;
+        if (!hintBelow) {
+            places.voiceHint = QRect(right - wanted, y, wanted, headerHeight);
+            right -= wanted + unit * 2;
+        }
+    } else {
+        places.generate =
+            QRect(right - action.width(), y + (headerHeight - action.height()) / 2, action.width(), action.height());
+        right -= action.width() + unit * 2;
+        if (m_content.generation == RowGeneration::Generating) {
+            const QSize busy = m_busy->sizeHint();
+            right -= busy.width();
+            places.busy = QRect(QPoint(right, y + (headerHeight - busy.height()) / 2), busy);
+            right -= unit * 2;
+        }
+    }
+    const int nameLeft = places.number.right() + 1;
+    places.name = QRect(nameLeft, y, std::max(0, right - nameLeft), headerHeight);
+    y += headerHeight + unit;
+    if (hintBelow) {
+        const int tall = m_voiceHint->heightForWidth(inner.width());
+        places.voiceHint = QRect(inner.left(), y, inner.width(), tall);
+        y += tall + unit;
+    }
+    // The field has a margin of its own; its text lines up with the header.
+    const int outset = static_cast<int>(m_text->document()->documentMargin());
+    const int textWidth = inner.width() + outset * 2;
+    places.text = QRect(inner.left() - outset, y, textWidth, m_text->heightForTextWidth(textWidth));
+    y = places.text.bottom() + 1;
+    if (m_content.hasAudio) {
+        placeAudio(places, QRect(inner.left(), y + unit, inner.width(), 0));
+        y = std::max({places.play.bottom(), places.waveform.bottom(), places.takes.bottom()}) + 1;
+    }
+    places.card.setHeight(y + unit * 2 - places.card.top());
+    places.stripe = QRect(places.card.left(), places.card.top(), stripe, places.card.height());
+    places.height = places.card.bottom() + 1 + unit;
+    return places;
+}
+
+void LineRow::placeAudio(LineRowPlaces &places, const QRect &inner) const {
+    const int unit = Theme::unit(this);
+    const QSize play = m_play->sizeHint();
+    const QSize takes = m_takes->isHidden() ? QSize() : m_takes->sizeHint();
+    const int waveformHeight = m_waveform->sizeHint().height();
+    const int tall = std::max({play.height(), takes.height(), waveformHeight});
+    const auto centred = [&](int left, const QSize &size) {
+        return QRect(QPoint(left, inner.top() + (tall - size.height()) / 2), size);
+    };
+    const int outset = unit;
+    places.play = centred(inner.left() - outset, play);
+    int right = inner.right() + 1;
+    if (!takes.isEmpty()) {
+        places.takes = centred(right - takes.width(), takes);
+        right -= takes.width() + unit;
+    }
+    const QSize duration(m_duration->fontMetrics().horizontalAdvance(QStringLiteral("00:00")) + unit,
+                         m_duration->fontMetrics().height());
+    const QSize durationShown(std::max(duration.width(), m_duration->sizeHint().width()), duration.height());
+    places.duration = centred(right - durationShown.width(), durationShown);
+    right -= durationShown.width() + unit * 2;
+    const int left = places.play.right() + 1 + unit * 2;
+    places.waveform = centred(left, QSize(std::max(unit * 8, right - left), waveformHeight));
+}
+
+LineRow::Estimator::Estimator(const QWidget *list, int width) {
+    const int unit = Theme::unit(list);
+    const QFontMetrics text(Theme::scriptFont());
+    const int textWidth = std::max(unit * 20, width - unit * 13 - std::max(4, unit));
+    const QString sample = QStringLiteral("the quick brown fox jumps over the lazy dog, or so they say");
+    m_charactersPerLine = textWidth / (text.horizontalAdvance(sample) / static_cast<double>(sample.size()));
+    m_lineHeight = text.lineSpacing() * 1.2;
+    m_bare = unit * 6 + list->fontMetrics().height() + unit * 4 + 8;
+    m_audio = list->fontMetrics().height() * 5 / 4 + unit * 3;
+}
+
+int LineRow::Estimator::height(qsizetype textLength, bool hasAudio) const {
+    const double lines = std::max(1.0, std::ceil(static_cast<double>(textLength) / m_charactersPerLine));
+    return m_bare + static_cast<int>(lines * m_lineHeight) + (hasAudio ? m_audio : 0);
+}
+
+} // namespace orlenta::shell

@@ -1,0 +1,218 @@
+#include "shell/editor/ScriptCommands.h"
+
+#include <chrono>
+
+#include <QtWidgets/QMenu>
+
+#include "audio/playback/PlaybackController.h"
+#include "controller/LineEditing.h"
+#include "controller/LineGenerator.h"
+#include "controller/LineRuntime.h"
+#include "controller/MediaFiles.h"
+#include "controller/ProjectController.h"
+#include "controller/Selection.h"
+#include "controller/TakeEditing.h"
+#include "controller/TypingSession.h"
+#include "controller/UndoManager.h"
+#include "shell/editor/LineRow.h"
+#include "shell/theme/Icon.h"
+
+namespace orlenta::shell {
+namespace {
+
+// A click that ends here so soon after one in a text field is the same click.
+constexpr std::chrono::milliseconds sameClick{200};
+
+} // namespace
+
+ScriptCommands::ScriptCommands(const Parts &parts, QObject *parent) : QObject(parent), m_parts(parts) {}
+
+void ScriptCommands::connectRow(LineRow *row) {
+    connect(row, &LineRow::clicked, this, [this, row](Qt::KeyboardModifiers modifiers, bool inTextField) {
+        click(row->lineId(), modifiers, inTextField ? ClickPlace::TextField : ClickPlace::Row);
+    });
+    connect(row, &LineRow::editRequested, this, [this, row](const QPoint &point) { editAt(row->lineId(), point); });
+    connect(row, &LineRow::generateRequested, this, [this, row] { generate(row->lineId()); });
+    connect(row, &LineRow::playRequested, this, [this, row] { play(row->lineId()); });
+    connect(row, &LineRow::stopRequested, this, &ScriptCommands::stop);
+    connect(row, &LineRow::seekRequested, this, [this, row](double fraction) { seek(row->lineId(), fraction); });
+    connect(row, &LineRow::takeChosen, this,
+            [this, row](const model::TakeId &take) { m_parts.controller.takes().switchTake(row->lineId(), take); });
+    connect(row, &LineRow::menuRequested, this,
+            [this, row](const QPoint &position) { openLineMenu(row->lineId(), position, row); });
+    connectText(row);
+}
+
+void ScriptCommands::connectText(LineRow *row) {
+    ScriptTextField &text = row->textField();
+    const auto isEdited = [this, row] { return m_parts.controller.selection().editingLineId() == row->lineId(); };
+    connect(row, &LineRow::textEdited, this,
+            [this, row] { m_parts.controller.typing().type(row->lineId(), row->textField().sourceText()); });
+    connect(&text, &ScriptTextField::sourceSelectionChanged, this, [this, row, isEdited] {
+        if (isEdited())
+            m_parts.controller.selection().setTextSelectionRange(row->textField().sourceSelection());
+    });
+    connect(&text, &ScriptTextField::editingEnded, this, [this, isEdited] {
+        if (!isEdited())
+            return;
+        m_parts.controller.typing().commit();
+        m_parts.controller.selection().setEditingLineId(std::nullopt);
+    });
+    connect(&text, &ScriptTextField::escapePressed, this, &ScriptCommands::endEditing);
+    connect(&text, &ScriptTextField::tabPressed, this, [this] { editNeighbour(1); });
+    connect(&text, &ScriptTextField::shiftTabPressed, this, [this] { editNeighbour(-1); });
+    connect(&text, &ScriptTextField::undoRequested, this, [this] {
+        if (m_parts.controller.undoManager().canUndo())
+            m_parts.controller.undoManager().undo();
+    });
+    connect(&text, &ScriptTextField::redoRequested, this, [this] {
+        if (m_parts.controller.undoManager().canRedo())
+            m_parts.controller.undoManager().redo();
+    });
+}
+
+void ScriptCommands::click(const model::LineId &id, Qt::KeyboardModifiers modifiers, ClickPlace place) {
+    controller::Selection &selection = m_parts.controller.selection();
+    const bool isEdited = selection.editingLineId() == id;
+    if (place == ClickPlace::TextField) {
+        m_sinceTextFieldClick.start();
+        // The caret, and a selection extended with shift, are the field's own business.
+        if (isEdited)
+            return;
+    }
+    m_parts.controller.typing().commit();
+    if (modifiers.testFlag(Qt::ShiftModifier))
+        selection.toggle(id);
+    else
+        selection.selectAlone(id);
+    const bool isTextFieldsClick =
+        isEdited && m_sinceTextFieldClick.isValid() && !m_sinceTextFieldClick.hasExpired(sameClick.count());
+    if (!isTextFieldsClick)
+        endEditing();
+}
+
+void ScriptCommands::edit(const model::LineId &id) {
+    controller::Selection &selection = m_parts.controller.selection();
+    if (selection.editingLineId() == id)
+        return;
+    m_parts.controller.typing().commit();
+    if (selection.singleSelectedLineId() != id)
+        selection.selectAlone(id);
+    selection.setTextSelectionRange(std::nullopt);
+    selection.setEditingLineId(id);
+}
+
+void ScriptCommands::editAt(const model::LineId &id, const QPoint &point) {
+    m_caretPoint = point;
+    edit(id);
+}
+
+void ScriptCommands::editSelected() {
+    if (const auto id = m_parts.controller.selection().singleSelectedLineId())
+        edit(*id);
+}
+
+void ScriptCommands::endEditing() {
+    controller::Selection &selection = m_parts.controller.selection();
+    m_parts.controller.typing().commit();
+    selection.setEditingLineId(std::nullopt);
+    selection.normalise(std::nullopt, controller::Selection::AutoSelect::Off);
+    Q_EMIT listFocusRequested();
+}
+
+void ScriptCommands::editNeighbour(int step) {
+    const auto id = m_parts.controller.selection().editingLineId();
+    if (!id)
+        return;
+    const QList<model::LineId> &lines = m_parts.controller.scriptLineIds();
+    const qsizetype next = m_parts.controller.lines().indexInScript(*id) + step;
+    if (next >= 0 && next < lines.size())
+        edit(lines.at(next));
+    else
+        endEditing();
+}
+
+void ScriptCommands::play(const model::LineId &id) {
+    const model::ProjectLine *line = m_parts.controller.lines().find(id);
+    if (line == nullptr)
+        return;
+    const QUrl url = m_parts.controller.media().audioURL(*line);
+    if (!url.isEmpty())
+        m_parts.playback.playLine({id, url});
+}
+
+void ScriptCommands::seek(const model::LineId &id, double fraction) {
+    const model::ProjectLine *line = m_parts.controller.lines().find(id);
+    if (line == nullptr)
+        return;
+    const QUrl url = m_parts.controller.media().audioURL(*line);
+    if (!url.isEmpty())
+        m_parts.playback.seek({id, url}, fraction);
+}
+
+void ScriptCommands::stop() {
+    m_parts.playback.stop(audio::PlayheadReset::Reset);
+}
+
+bool ScriptCommands::canPlaySelection() const {
+    for (const model::LineId &id : m_parts.controller.selection().selectedLineIds())
+        if (m_parts.controller.runtime().hasGeneratedAudio(id))
+            return true;
+    return false;
+}
+
+void ScriptCommands::togglePlayback() {
+    if (m_parts.playback.isPlaying())
+        return stop();
+    const QList<model::LineId> selected = m_parts.controller.selection().selectedLinesInScript();
+    if (selected.size() == 1)
+        return play(selected.first());
+    QList<audio::PlaybackLine> lines;
+    for (const model::LineId &id : selected) {
+        const model::ProjectLine *line = m_parts.controller.lines().find(id);
+        const QUrl url = line == nullptr ? QUrl() : m_parts.controller.media().audioURL(*line);
+        if (!url.isEmpty())
+            lines.append({id, url});
+    }
+    if (!lines.isEmpty())
+        m_parts.playback.playAll(lines);
+}
+
+void ScriptCommands::generate(const model::LineId &id) {
+    m_parts.generator.enqueue({id}, speech::LineGenerationQueue::Priority::Prioritized);
+}
+
+void ScriptCommands::openLineMenu(const model::LineId &id, const QPoint &globalPosition, QWidget *parent) {
+    controller::ProjectController &project = m_parts.controller;
+    if (!project.selection().selectedLineIds().contains(id))
+        project.selection().selectAlone(id);
+    const bool hasAudio = project.runtime().hasGeneratedAudio(id);
+    auto *menu = new QMenu(parent);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const auto add = [menu](const char *icon, const QString &title, bool isEnabled, auto action) {
+        menu->addAction(Icon::named(QString::fromLatin1(icon)), title, menu, action)->setEnabled(isEnabled);
+    };
+    add("pencil", QStringLiteral("Edit Text"), true, [this, id] { edit(id); });
+    add("waveform", hasAudio ? QStringLiteral("Regenerate") : QStringLiteral("Generate"),
+        m_parts.generator.canGenerate(id), [this, id] { generate(id); });
+    add("play", QStringLiteral("Play"), hasAudio, [this, id] { play(id); });
+    menu->addSeparator();
+    add("duplicate", QStringLiteral("Duplicate Line"), true, [&project, id] { project.lines().duplicateLine(id); });
+    add("split", QStringLiteral("Split into Sentences"), project.lines().canSplitLine(),
+        [&project] { project.lines().splitLine(); });
+    add("chevron-up", QStringLiteral("Move Line Up"), project.lines().canMoveUp(),
+        [&project] { project.lines().moveLineUp(); });
+    add("chevron-down", QStringLiteral("Move Line Down"), project.lines().canMoveDown(),
+        [&project] { project.lines().moveLineDown(); });
+    menu->addSeparator();
+    add("close", QStringLiteral("Delete Generated Audio"), hasAudio,
+        [&project, id] { project.takes().deleteGeneratedAudio(id); });
+    add("trash", QStringLiteral("Delete Line"), true, [&project, id] { project.lines().deleteLine(id); });
+    menu->popup(globalPosition);
+}
+
+std::optional<QPoint> ScriptCommands::takeCaretPoint() {
+    return std::exchange(m_caretPoint, std::nullopt);
+}
+
+} // namespace orlenta::shell

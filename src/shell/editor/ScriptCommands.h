@@ -1,0 +1,78 @@
+#pragma once
+
+#include <optional>
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QObject>
+#include <QtCore/QPoint>
+
+#include "model/Ids.h"
+
+class QWidget;
+
+namespace orlenta::audio {
+class PlaybackController;
+}
+namespace orlenta::controller {
+class LineGenerator;
+class ProjectController;
+} // namespace orlenta::controller
+
+namespace orlenta::shell {
+
+class LineRow;
+
+/// What the user can do in the script list, in terms of the project: the one place that rows, keys, toolbar and menus
+/// call. Main thread.
+class ScriptCommands final : public QObject {
+    Q_OBJECT
+public:
+    struct Parts {
+        controller::ProjectController &controller;
+        audio::PlaybackController &playback;
+        controller::LineGenerator &generator;
+    };
+    enum class ClickPlace { Row, TextField };
+
+    explicit ScriptCommands(const Parts &parts, QObject *parent = nullptr);
+
+    /// Ties a row's wishes to the project, for whichever line the row shows.
+    void connectRow(LineRow *row);
+
+    void click(const model::LineId &id, Qt::KeyboardModifiers modifiers, ClickPlace place);
+    /// Selects the line alone and puts the caret into it.
+    void edit(const model::LineId &id);
+    /// With one selected line, edits that one.
+    void editSelected();
+    /// Makes a step of what was typed and leaves the text.
+    void endEditing();
+    /// Goes on editing in the next or the previous line, if there is one.
+    void editNeighbour(int step);
+
+    void play(const model::LineId &id);
+    void seek(const model::LineId &id, double fraction);
+    void stop();
+    /// Stops what plays; otherwise plays the selection: one line, or those of several that have audio.
+    void togglePlayback();
+    [[nodiscard]] bool canPlaySelection() const;
+
+    void generate(const model::LineId &id);
+    void openLineMenu(const model::LineId &id, const QPoint &globalPosition, QWidget *parent);
+
+    /// The point of a text field at which the next editing begins, for a caret set by the mouse.
+    [[nodiscard]] std::optional<QPoint> takeCaretPoint();
+
+Q_SIGNALS:
+    /// The keyboard belongs to the list again.
+    void listFocusRequested();
+
+private:
+    void connectText(LineRow *row);
+    void editAt(const model::LineId &id, const QPoint &point);
+
+    Parts m_parts;
+    QElapsedTimer m_sinceTextFieldClick;
+    std::optional<QPoint> m_caretPoint;
+};
+
+} // namespace orlenta::shell

@@ -1,0 +1,222 @@
+#include "shell/editor/ScriptEditor.h"
+
+#include <memory>
+
+#include <QtGui/QContextMenuEvent>
+#include <QtGui/QKeyEvent>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QVBoxLayout>
+
+#include "audio/playback/PlaybackController.h"
+#include "controller/LineGenerator.h"
+#include "controller/ProjectController.h"
+#include "controller/Selection.h"
+#include "controller/TypingSession.h"
+#include "shell/editor/LineRow.h"
+#include "shell/editor/NoticeBar.h"
+#include "shell/editor/ScriptLines.h"
+#include "shell/editor/ScriptListView.h"
+#include "shell/editor/ScriptTabBar.h"
+#include "shell/editor/ScriptToolbar.h"
+#include "shell/theme/Theme.h"
+
+namespace orlenta::shell {
+
+ScriptEditor::ScriptEditor(controller::ProjectController &controller, audio::PlaybackController &playback,
+                           controller::LineGenerator &generator, QWidget *parent)
+    : ScriptEditor(
+          {controller, playback, generator}, [](QWidget *row) { return new ScriptTextField(row); }, parent) {}
+
+ScriptEditor::ScriptEditor(const ScriptCommands::Parts &parts, const ScriptTextField::Factory &makeTextField,
+                           QWidget *parent)
+    : QWidget(parent), m_parts(parts), m_commands(parts),
+      m_lines(std::make_unique<ScriptLines>(parts.controller, parts.playback)),
+      m_tabs(new ScriptTabBar(parts.controller, this)), m_toolbar(new ScriptToolbar(parts, m_commands, this)),
+      m_list(new ScriptListView(*m_lines, makeTextField, this)), m_notice(new NoticeBar(this)) {
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_tabs);
+    layout->addWidget(m_toolbar);
+    layout->addWidget(m_list, 1);
+    layout->addWidget(m_notice);
+    setMinimumWidth(Theme::unit(this) * 90);
+
+    connect(m_list, &ScriptListView::rowCreated, &m_commands, &ScriptCommands::connectRow);
+    connect(m_list, &ScriptListView::stepRequested, this, &ScriptEditor::step);
+    connect(m_list, &ScriptListView::backgroundClicked, &m_commands, &ScriptCommands::endEditing);
+    connect(&m_commands, &ScriptCommands::listFocusRequested, m_list,
+            [this] { m_list->setFocus(Qt::OtherFocusReason); });
+    connectProject();
+    connectFailures();
+    m_seenTabId = parts.controller.project().activeTabId;
+    m_list->reload();
+    followSelection();
+    followEditing();
+}
+
+// The list's rows read through m_lines until they are gone.
+ScriptEditor::~ScriptEditor() {
+    delete m_list;
+}
+
+void ScriptEditor::connectProject() {
+    controller::ProjectController &project = m_parts.controller;
+    connect(&project, &controller::ProjectController::scriptLinesChanged, this, [this, &project] {
+        const bool isOtherTab =
+            std::exchange(m_seenTabId, project.project().activeTabId) != project.project().activeTabId;
+        m_list->reload();
+        if (isOtherTab)
+            m_list->scrollToTop();
+        followSelection();
+    });
+    connect(&project, &controller::ProjectController::projectChanged, m_list, &ScriptListView::refreshRows);
+    connect(&project, &controller::ProjectController::typingFlushVersionChanged, m_list, &ScriptListView::refreshRows);
+    connect(&project.selection(), &controller::Selection::selectionChanged, this, &ScriptEditor::followSelection);
+    connect(&project.selection(), &controller::Selection::editingLineIdChanged, this, &ScriptEditor::followEditing);
+    audio::PlaybackController &playback = m_parts.playback;
+    connect(&playback, &audio::PlaybackController::currentlyPlayingLineIDChanged, this, &ScriptEditor::followPlayback);
+    connect(&playback, &audio::PlaybackController::currentAudioSourceChanged, this, &ScriptEditor::followPlayback);
+    connect(&playback, &audio::PlaybackController::isPlayingChanged, this, &ScriptEditor::followPlayback);
+    connect(&playback, &audio::PlaybackController::playbackProgressChanged, this, &ScriptEditor::followPlayback);
+}
+
+void ScriptEditor::connectFailures() {
+    controller::LineGenerator &generator = m_parts.generator;
+    connect(&generator, &controller::LineGenerator::generateErrorChanged, this, [this, &generator] {
+        if (const auto message = generator.generateError())
+            showAlert(generator.generateErrorTitle(), *message, [&generator] { generator.dismissError(); });
+    });
+    connect(&m_parts.playback, &audio::PlaybackController::playbackFailed, this,
+            [this](const QString &description) { showAlert(QStringLiteral("Playback Failed"), description, [] {}); });
+    controller::ProjectController &project = m_parts.controller;
+    const auto showSpotError = [this, &project] { m_notice->setMessage(project.spotError()); };
+    connect(&project, &controller::ProjectController::spotErrorChanged, this, showSpotError);
+    connect(m_notice, &NoticeBar::dismissed, this, [&project] { project.setSpotError(QString()); });
+    showSpotError();
+}
+
+void ScriptEditor::showAlert(const QString &title, const QString &message, const std::function<void()> &dismissed) {
+    // A later failure takes the place of the one that is still shown.
+    auto *alert = findChild<QMessageBox *>(QString(), Qt::FindDirectChildrenOnly);
+    if (alert == nullptr) {
+        alert = new QMessageBox(QMessageBox::Warning, QString(), QString(), QMessageBox::Ok, this);
+        alert->setAttribute(Qt::WA_DeleteOnClose);
+        alert->setTextFormat(Qt::PlainText);
+        alert->open();
+    }
+    alert->setText(title);
+    alert->setInformativeText(message);
+    connect(alert, &QMessageBox::finished, this, dismissed);
+}
+
+void ScriptEditor::followSelection() {
+    m_list->refreshRows();
+    const auto focusId = m_parts.controller.selection().selectionFocusId();
+    if (std::exchange(m_seenFocusId, focusId) != focusId && focusId)
+        m_list->ensureVisible(*focusId);
+}
+
+void ScriptEditor::followEditing() {
+    m_list->refreshRows();
+    const auto id = m_parts.controller.selection().editingLineId();
+    if (!id)
+        return;
+    m_parts.controller.typing().beginEditing(*id);
+    m_list->ensureVisible(*id);
+    // The focus moves once whatever led here has run its course.
+    QMetaObject::invokeMethod(this, &ScriptEditor::focusEditedText, Qt::QueuedConnection);
+}
+
+void ScriptEditor::focusEditedText() {
+    const auto id = m_parts.controller.selection().editingLineId();
+    LineRow *row = id ? m_list->rowFor(*id) : nullptr;
+    if (row == nullptr)
+        return;
+    ScriptTextField &text = row->textField();
+    const auto point = m_commands.takeCaretPoint();
+    const auto range = m_parts.controller.selection().textSelectionRange();
+    if (point)
+        text.placeCaretAt(*point);
+    else if (range)
+        text.setSourceSelection(*range);
+    else
+        text.moveCursor(QTextCursor::End);
+    text.setFocus(Qt::OtherFocusReason);
+}
+
+void ScriptEditor::followPlayback() {
+    const auto now = m_parts.playback.currentlyPlayingLineID();
+    const auto before = std::exchange(m_playingId, now);
+    if (before && before != now)
+        m_list->refreshRow(*before);
+    if (now)
+        m_list->refreshRow(*now);
+}
+
+void ScriptEditor::step(bool forward) {
+    m_list->setFocus(Qt::OtherFocusReason);
+    if (forward)
+        m_parts.controller.selection().selectNext();
+    else
+        m_parts.controller.selection().selectPrevious();
+}
+
+void ScriptEditor::leaveList(bool forward) {
+    QWidget *widget = m_list;
+    const auto isTarget = [this](const QWidget *candidate) {
+        return (candidate->focusPolicy() & Qt::TabFocus) != 0 && candidate->isVisible() && candidate->isEnabled() &&
+               candidate != m_list && !m_list->isAncestorOf(candidate);
+    };
+    do {
+        widget = forward ? widget->nextInFocusChain() : widget->previousInFocusChain();
+    } while (widget != m_list && !isTarget(widget));
+    if (widget != m_list)
+        widget->setFocus(forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+}
+
+bool ScriptEditor::handleListKey(QKeyEvent *event) {
+    controller::Selection &selection = m_parts.controller.selection();
+    const bool hasShift = event->modifiers().testFlag(Qt::ShiftModifier);
+    switch (event->key()) {
+    case Qt::Key_Space:
+        if (!event->isAutoRepeat())
+            m_commands.togglePlayback();
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        m_commands.editSelected();
+        return true;
+    case Qt::Key_Down:
+        hasShift ? selection.extendDown() : selection.selectNext();
+        return true;
+    case Qt::Key_Up:
+        hasShift ? selection.extendUp() : selection.selectPrevious();
+        return true;
+    case Qt::Key_Right:
+        if (LineRow *row = m_seenFocusId ? m_list->rowFor(*m_seenFocusId) : nullptr)
+            row->focusControls();
+        return true;
+    default:
+        return false;
+    }
+}
+
+void ScriptEditor::keyPressEvent(QKeyEvent *event) {
+    const bool isPlain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+    const bool inList = m_list->hasFocus() || m_list->isAncestorOf(QApplication::focusWidget());
+    if (event->key() == Qt::Key_F6 && inList)
+        leaveList(!event->modifiers().testFlag(Qt::ShiftModifier));
+    else if (!isPlain || !inList || m_parts.controller.selection().editingLineId() || !handleListKey(event))
+        event->ignore();
+}
+
+void ScriptEditor::contextMenuEvent(QContextMenuEvent *event) {
+    if (event->reason() != QContextMenuEvent::Keyboard || !m_list->hasFocus() || !m_seenFocusId)
+        return event->ignore();
+    if (LineRow *row = m_list->rowFor(*m_seenFocusId))
+        m_commands.openLineMenu(*m_seenFocusId, row->mapToGlobal(row->rect().center()), row);
+}
+
+} // namespace orlenta::shell

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <optional>
+
+#include <QtWidgets/QWidget>
+
+#include "model/Ids.h"
+#include "shell/editor/ScriptCommands.h"
+#include "shell/editor/ScriptTextField.h"
+
+namespace orlenta::shell {
+
+class NoticeBar;
+class ScriptLines;
+class ScriptListView;
+class ScriptTabBar;
+class ScriptToolbar;
+
+/// The script of one project: its tabs, the toolbar of the selection, and the active tab's lines. It shows what the
+/// controller holds, follows its selection, and shows its failures: a failed generation or playback as an alert, a
+/// failed hand-over of audio as a message below the lines. F6 and Shift+F6 leave the list, which keeps Tab to itself.
+class ScriptEditor final : public QWidget {
+    Q_OBJECT
+public:
+    /// What it is given outlives the editor.
+    ScriptEditor(controller::ProjectController &controller, audio::PlaybackController &playback,
+                 controller::LineGenerator &generator, QWidget *parent = nullptr);
+    /// The same with another kind of text field in its rows.
+    ScriptEditor(const ScriptCommands::Parts &parts, const ScriptTextField::Factory &makeTextField,
+                 QWidget *parent = nullptr);
+    ~ScriptEditor() override;
+
+    [[nodiscard]] ScriptListView &list() const { return *m_list; }
+    [[nodiscard]] ScriptTabBar &tabBar() const { return *m_tabs; }
+    [[nodiscard]] ScriptCommands &commands() { return m_commands; }
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+
+private:
+    void connectProject();
+    void connectFailures();
+    void followSelection();
+    void followEditing();
+    void followPlayback();
+    void focusEditedText();
+    void step(bool forward);
+    void leaveList(bool forward);
+    bool handleListKey(QKeyEvent *event);
+    void showAlert(const QString &title, const QString &message, const std::function<void()> &dismissed);
+
+    ScriptCommands::Parts m_parts;
+    ScriptCommands m_commands;
+    std::unique_ptr<ScriptLines> m_lines;
+    ScriptTabBar *m_tabs = nullptr;
+    ScriptToolbar *m_toolbar = nullptr;
+    ScriptListView *m_list = nullptr;
+    NoticeBar *m_notice = nullptr;
+    std::optional<model::LineId> m_seenFocusId;
+    std::optional<model::LineId> m_playingId;
+    std::optional<model::TabId> m_seenTabId;
+};
+
+} // namespace orlenta::shell

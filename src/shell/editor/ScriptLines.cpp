@@ -1,0 +1,102 @@
+#include "shell/editor/ScriptLines.h"
+
+#include <chrono>
+
+#include <QtCore/QDateTime>
+#include <QtCore/QLocale>
+
+#include "audio/files/AudioDurations.h"
+#include "audio/playback/PlaybackController.h"
+#include "controller/LineEditing.h"
+#include "controller/LineRuntime.h"
+#include "controller/LineWaveforms.h"
+#include "controller/ProjectController.h"
+#include "controller/Selection.h"
+#include "controller/VoiceCasting.h"
+#include "shell/editor/LineRow.h"
+
+namespace orlenta::shell {
+
+ScriptLines::ScriptLines(controller::ProjectController &controller, audio::PlaybackController &playback)
+    : m_controller(controller), m_playback(playback) {}
+
+const QList<model::LineId> &ScriptLines::lineIds() const {
+    return m_controller.scriptLineIds();
+}
+
+ScriptListSource::Outline ScriptLines::outline(const model::LineId &id) const {
+    const model::ProjectLine *line = m_controller.lines().find(id);
+    return {line == nullptr ? 0 : line->text.size(), m_controller.runtime().hasGeneratedAudio(id)};
+}
+
+LineRowContent ScriptLines::content(const model::LineId &id, qsizetype index) const {
+    LineRowContent content;
+    content.id = id;
+    content.number = index + 1;
+    const model::ProjectLine *line = m_controller.lines().find(id);
+    if (line == nullptr)
+        return content;
+    content.text = line->text;
+    if (const model::ProjectVoice *voice = m_controller.voices().projectVoiceFor(id)) {
+        content.castName = voice->castName;
+        content.stripe = QColor(voice->colorStripeHex);
+        content.generation = RowGeneration::Ready;
+    }
+    const controller::Selection &selection = m_controller.selection();
+    content.isSelected = selection.selectedLineIds().contains(id);
+    content.isCurrent =
+        content.isSelected && (selection.selectionFocusId() == id || selection.singleSelectedLineId() == id);
+    content.isEditing = selection.editingLineId() == id;
+    content.textSelection = content.isEditing ? selection.textSelectionRange() : std::nullopt;
+    content.typingFlushVersion = m_controller.typingFlushVersion();
+    fillAudio(content);
+    if (content.hasAudio) {
+        fillTakes(content);
+        fillPlayback(content);
+    }
+    return content;
+}
+
+void ScriptLines::fillAudio(LineRowContent &content) const {
+    const controller::LineRuntimeState state = m_controller.runtime().state(content.id);
+    if (state.isGenerating)
+        content.generation = RowGeneration::Generating;
+    content.hasAudio = !state.generatedAudioURL.isEmpty();
+    if (!content.hasAudio)
+        return;
+    content.waveform = state.waveformSamples;
+    if (content.waveform.isEmpty())
+        m_controller.waveforms().request(content.id, controller::WaveformKind::Generated);
+    content.duration = audio::ScriptLineAudioDurationReader::text(audio::ScriptLineAudioDurationReader::duration(
+        state.generatedAudioURL, QStringLiteral("ScriptLineView.audioDuration")));
+}
+
+void ScriptLines::fillTakes(LineRowContent &content) const {
+    const model::ProjectLine *line = m_controller.lines().find(content.id);
+    const model::Take *active = line->activeTake();
+    for (qsizetype index = 0; index < line->takes.size(); ++index) {
+        const model::Take &take = line->takes.at(index);
+        const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(take.generatedAt.time_since_epoch());
+        const QDateTime when = QDateTime::fromSecsSinceEpoch(seconds.count());
+        QString detail = QLocale().toString(when, QLocale::ShortFormat);
+        if (const model::ProjectVoice *voice = m_controller.project().findVoice(take.voiceId))
+            detail += QStringLiteral("  ·  %1").arg(voice->castName);
+        content.takes.append({take.id, QStringLiteral("Take %1").arg(index + 1), detail});
+        if (active != nullptr && active->id == take.id)
+            content.activeTake = index;
+    }
+}
+
+void ScriptLines::fillPlayback(LineRowContent &content) const {
+    if (!m_playback.isCurrentGenerated(content.id))
+        return;
+    content.playback = m_playback.isPlaying() ? RowPlayback::Playing : RowPlayback::Current;
+    content.progress = m_playback.playbackProgress();
+}
+
+QMetaObject::Connection ScriptLines::watch(const model::LineId &id, LineRow *row) {
+    return QObject::connect(m_controller.runtime().signalFor(id), &controller::LineRuntimeSignal::versionChanged, row,
+                            &LineRow::lineChanged);
+}
+
+} // namespace orlenta::shell

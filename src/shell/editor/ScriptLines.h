@@ -1,0 +1,34 @@
+#pragma once
+
+#include "shell/editor/ScriptListSource.h"
+
+namespace orlenta::audio {
+class PlaybackController;
+}
+namespace orlenta::controller {
+class ProjectController;
+}
+
+namespace orlenta::shell {
+
+/// The lines of a project's active tab, as the list shows them.
+class ScriptLines final : public ScriptListSource {
+public:
+    ScriptLines(controller::ProjectController &controller, audio::PlaybackController &playback);
+
+    [[nodiscard]] const QList<model::LineId> &lineIds() const override;
+    [[nodiscard]] Outline outline(const model::LineId &id) const override;
+    /// Asks for the line's waveform, too, where it is missing.
+    [[nodiscard]] LineRowContent content(const model::LineId &id, qsizetype index) const override;
+    QMetaObject::Connection watch(const model::LineId &id, LineRow *row) override;
+
+private:
+    void fillAudio(LineRowContent &content) const;
+    void fillTakes(LineRowContent &content) const;
+    void fillPlayback(LineRowContent &content) const;
+
+    controller::ProjectController &m_controller;
+    audio::PlaybackController &m_playback;
+};
+
+} // namespace orlenta::shell

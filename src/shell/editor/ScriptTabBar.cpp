@@ -1,0 +1,247 @@
+#include "shell/editor/ScriptTabBar.h"
+
+#include <algorithm>
+
+#include <QtCore/QScopedValueRollback>
+#include <QtCore/QVariant>
+#include <QtGui/QKeyEvent>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QTabBar>
+#include <QtWidgets/QToolButton>
+
+#include "controller/ProjectController.h"
+#include "controller/TabEditing.h"
+#include "shell/theme/Icon.h"
+#include "shell/theme/Theme.h"
+
+namespace orlenta::shell {
+
+ScriptTabBar::ScriptTabBar(controller::ProjectController &controller, QWidget *parent)
+    : QWidget(parent), m_controller(controller), m_bar(new QTabBar(this)), m_add(new QToolButton(this)),
+      m_name(new QLineEdit(m_bar)) {
+    m_bar->setMovable(true);
+    m_bar->setExpanding(false);
+    m_bar->setDrawBase(false);
+    m_bar->setDocumentMode(true);
+    m_bar->setElideMode(Qt::ElideRight);
+    m_bar->setUsesScrollButtons(true);
+    m_bar->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_bar->setAccessibleName(QStringLiteral("Script tabs"));
+    m_bar->installEventFilter(this);
+    m_add->setIcon(Icon::named(QStringLiteral("plus")));
+    m_add->setAutoRaise(true);
+    m_add->setFocusPolicy(Qt::StrongFocus);
+    m_add->setAccessibleName(QStringLiteral("New Tab"));
+    m_add->setToolTip(QStringLiteral("New Tab (Ctrl+T)"));
+    m_name->setAccessibleName(QStringLiteral("Tab name"));
+    m_name->hide();
+    m_name->installEventFilter(this);
+
+    auto *layout = new QHBoxLayout(this);
+    layout->addWidget(m_bar, 0);
+    layout->addWidget(m_add, 0);
+    layout->addStretch(1);
+    applyMeasures();
+
+    connect(m_bar, &QTabBar::currentChanged, this, &ScriptTabBar::chooseCurrent);
+    connect(m_bar, &QTabBar::tabMoved, this, [this] { m_isDragging = !m_isSyncing; });
+    connect(m_bar, &QTabBar::tabBarDoubleClicked, this, &ScriptTabBar::rename);
+    connect(m_bar, &QTabBar::customContextMenuRequested, this, &ScriptTabBar::openMenu);
+    connect(m_add, &QToolButton::clicked, this, [this] { m_controller.tabs().addTab(); });
+    connect(m_name, &QLineEdit::returnPressed, this, [this] { endRename(true); });
+    connect(&controller, &controller::ProjectController::tabsChanged, this, &ScriptTabBar::sync);
+    connect(&controller, &controller::ProjectController::activeTabIdChanged, this, &ScriptTabBar::sync);
+    sync();
+}
+
+model::TabId ScriptTabBar::idAt(int index) const {
+    return model::TabId(m_bar->tabData(index).toUuid());
+}
+
+void ScriptTabBar::sync() {
+    const QScopedValueRollback guard(m_isSyncing, true);
+    const QList<model::ProjectTab> tabs = m_controller.project().tabs;
+    endRename(false);
+    while (m_bar->count() > tabs.size())
+        m_bar->removeTab(m_bar->count() - 1);
+    while (m_bar->count() < tabs.size())
+        m_bar->addTab(QString());
+    int current = 0;
+    for (int index = 0; index < m_bar->count(); ++index) {
+        const model::ProjectTab &tab = tabs.at(index);
+        syncTab(index, tab.id, tab.name);
+        if (m_controller.project().activeTabId == tab.id)
+            current = index;
+    }
+    m_bar->setCurrentIndex(current);
+    for (auto *button : m_bar->findChildren<QToolButton *>())
+        if (button->toolTip().isEmpty() && !button->accessibleName().isEmpty())
+            button->setToolTip(button->accessibleName());
+}
+
+void ScriptTabBar::syncTab(int index, const model::TabId &id, const QString &name) {
+    // A lone ampersand would mark a mnemonic.
+    const QString shown = QString(name).replace(QLatin1Char('&'), QLatin1String("&&"));
+    if (m_bar->tabText(index) != shown)
+        m_bar->setTabText(index, shown);
+    m_bar->setTabData(index, id.uuid());
+    m_bar->setTabToolTip(index, name);
+    auto *close = qobject_cast<QToolButton *>(m_bar->tabButton(index, QTabBar::RightSide));
+    if (!m_controller.tabs().canCloseTab()) {
+        m_bar->setTabButton(index, QTabBar::RightSide, nullptr);
+        if (close != nullptr)
+            close->deleteLater();
+        return;
+    }
+    if (close == nullptr) {
+        close = new QToolButton(m_bar);
+        close->setIcon(Icon::named(QStringLiteral("close"), Icon::Tint::Muted));
+        close->setAutoRaise(true);
+        // By keyboard a tab is closed with Delete; a stop in the focus chain for each tab would only be in the way.
+        close->setFocusPolicy(Qt::NoFocus);
+        close->setToolTip(QStringLiteral("Close Tab (Ctrl+Shift+W)"));
+        connect(close, &QToolButton::clicked, this, [this, close] {
+            for (int at = 0; at < m_bar->count(); ++at)
+                if (m_bar->tabButton(at, QTabBar::RightSide) == close)
+                    return m_controller.tabs().closeTab(idAt(at));
+        });
+        const int icon = Theme::iconSize(this) * 3 / 4;
+        close->setIconSize({icon, icon});
+        m_bar->setTabButton(index, QTabBar::RightSide, close);
+    }
+    close->setAccessibleName(QStringLiteral("Close %1").arg(name));
+}
+
+void ScriptTabBar::chooseCurrent(int index) {
+    if (!m_isSyncing && index >= 0)
+        m_controller.tabs().setActiveTab(idAt(index));
+}
+
+void ScriptTabBar::commitDrag() {
+    m_isDragging = false;
+    const QList<model::ProjectTab> tabs = m_controller.project().tabs;
+    const int now = m_bar->currentIndex();
+    const model::TabId id = idAt(now);
+    for (int before = 0; before < tabs.size(); ++before)
+        if (tabs.at(before).id == id && before != now) {
+            // The destination is the tab to stand before, counted with the moved tab still in its old place.
+            m_controller.tabs().moveTab(id, now > before ? now + 1 : now);
+            break;
+        }
+    sync();
+}
+
+void ScriptTabBar::moveCurrent(int step) {
+    const int from = m_bar->currentIndex();
+    const int to = from + step;
+    if (to >= 0 && to < m_bar->count())
+        m_controller.tabs().moveTab(idAt(from), step > 0 ? to + 1 : to);
+}
+
+void ScriptTabBar::rename(int index) {
+    if (index < 0)
+        return;
+    m_renaming = index;
+    const int inset = Theme::unit(this);
+    const QRect tab = m_bar->tabRect(index);
+    const int tall = m_name->sizeHint().height();
+    m_name->setGeometry(tab.left() + inset / 2, tab.center().y() - tall / 2 + 1,
+                        std::max(tab.width() - inset, inset * 24), tall);
+    m_name->setText(m_bar->tabToolTip(index));
+    m_name->show();
+    m_name->raise();
+    m_name->selectAll();
+    m_name->setFocus(Qt::OtherFocusReason);
+}
+
+void ScriptTabBar::endRename(bool keep) {
+    const int index = std::exchange(m_renaming, -1);
+    if (index < 0)
+        return;
+    const bool hadFocus = m_name->hasFocus();
+    const QString name = m_name->text().trimmed();
+    m_name->hide();
+    if (hadFocus)
+        m_bar->setFocus(Qt::OtherFocusReason);
+    if (keep && index < m_bar->count() && !name.isEmpty() && name != m_bar->tabToolTip(index))
+        m_controller.tabs().renameTab(idAt(index), name);
+}
+
+void ScriptTabBar::openMenu(const QPoint &position) {
+    const int at = m_bar->tabAt(position);
+    const int index = at < 0 ? m_bar->currentIndex() : at;
+    if (index < 0)
+        return;
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(Icon::named(QStringLiteral("pencil")), QStringLiteral("Rename Tab…"), this,
+                    [this, index] { rename(index); });
+    menu->addAction(Icon::named(QStringLiteral("duplicate")), QStringLiteral("Duplicate Tab"), this,
+                    [this, id = idAt(index)] { m_controller.tabs().duplicateTab(id); });
+    menu->addSeparator();
+    menu->addAction(Icon::named(QStringLiteral("close")), QStringLiteral("Close Tab"), this,
+                    [this, id = idAt(index)] { m_controller.tabs().closeTab(id); })
+        ->setEnabled(m_controller.tabs().canCloseTab());
+    menu->popup(m_bar->mapToGlobal(position));
+}
+
+bool ScriptTabBar::handleKey(int key, Qt::KeyboardModifiers modifiers) {
+    const bool isMove = modifiers.testFlag(Qt::ControlModifier) && modifiers.testFlag(Qt::ShiftModifier);
+    if (key == Qt::Key_F2)
+        rename(m_bar->currentIndex());
+    else if (key == Qt::Key_Delete)
+        m_controller.tabs().closeTab(idAt(m_bar->currentIndex()));
+    else if (isMove && key == Qt::Key_Left)
+        moveCurrent(-1);
+    else if (isMove && key == Qt::Key_Right)
+        moveCurrent(1);
+    else
+        return false;
+    return true;
+}
+
+bool ScriptTabBar::eventFilter(QObject *watched, QEvent *event) {
+    if (watched == m_bar && event->type() == QEvent::KeyPress) {
+        auto *key = static_cast<QKeyEvent *>(event);
+        return handleKey(key->key(), key->modifiers());
+    }
+    // The bar moves tabs about while the mouse drags; what counts is where they are when it lets go.
+    if (watched == m_bar && event->type() == QEvent::MouseButtonRelease && m_isDragging)
+        QMetaObject::invokeMethod(this, &ScriptTabBar::commitDrag, Qt::QueuedConnection);
+    if (watched == m_name && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape) {
+        endRename(false);
+        return true;
+    }
+    if (watched == m_name && event->type() == QEvent::FocusOut &&
+        static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason)
+        endRename(true);
+    return QWidget::eventFilter(watched, event);
+}
+
+void ScriptTabBar::changeEvent(QEvent *event) {
+    QWidget::changeEvent(event);
+    // The bar lays its tabs out anew for a font of its own accord; what its buttons measure comes after that.
+    if (event->type() == QEvent::FontChange && m_name != nullptr)
+        QMetaObject::invokeMethod(this, &ScriptTabBar::applyMeasures, Qt::QueuedConnection);
+}
+
+void ScriptTabBar::applyMeasures() {
+    const int unit = Theme::unit(this);
+    if (layout() == nullptr)
+        return;
+    layout()->setContentsMargins(unit * 2, unit, unit * 2, unit);
+    layout()->setSpacing(unit);
+    const int icon = Theme::iconSize(this);
+    m_add->setIconSize({icon, icon});
+    for (int index = 0; index < m_bar->count(); ++index)
+        if (auto *close = qobject_cast<QToolButton *>(m_bar->tabButton(index, QTabBar::RightSide))) {
+            close->setIconSize({icon * 3 / 4, icon * 3 / 4});
+            close->resize(close->sizeHint());
+            m_bar->setTabText(index, m_bar->tabText(index));
+        }
+}
+
+} // namespace orlenta::shell

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QtWidgets/QWidget>
+
+#include "model/Ids.h"
+
+class QLineEdit;
+class QTabBar;
+class QToolButton;
+
+namespace orlenta::controller {
+class ProjectController;
+}
+
+namespace orlenta::shell {
+
+/// The script's tabs: choose, add, close, drag to another place, rename by a double click or F2. With the focus in it
+/// the arrow keys choose a tab, Ctrl+Shift with an arrow key moves it, and Delete closes it.
+class ScriptTabBar final : public QWidget {
+    Q_OBJECT
+public:
+    explicit ScriptTabBar(controller::ProjectController &controller, QWidget *parent = nullptr);
+
+    [[nodiscard]] QTabBar &bar() const { return *m_bar; }
+    /// Opens the field for the tab's name.
+    void rename(int index);
+
+protected:
+    void changeEvent(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void sync();
+    void syncTab(int index, const model::TabId &id, const QString &name);
+    void chooseCurrent(int index);
+    void commitDrag();
+    void moveCurrent(int step);
+    void endRename(bool keep);
+    void openMenu(const QPoint &position);
+    bool handleKey(int key, Qt::KeyboardModifiers modifiers);
+    [[nodiscard]] model::TabId idAt(int index) const;
+    void applyMeasures();
+
+    controller::ProjectController &m_controller;
+    QTabBar *m_bar = nullptr;
+    QToolButton *m_add = nullptr;
+    QLineEdit *m_name = nullptr;
+    int m_renaming = -1;
+    bool m_isSyncing = false;
+    bool m_isDragging = false;
+};
+
+} // namespace orlenta::shell

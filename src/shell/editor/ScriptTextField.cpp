@@ -1,0 +1,188 @@
+#include "shell/editor/ScriptTextField.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <QtCore/QMimeData>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QTextBlock>
+#include <QtWidgets/QScrollBar>
+
+#include "shell/theme/Theme.h"
+
+namespace orlenta::shell {
+namespace {
+
+constexpr int textMargin = 4;
+constexpr int shortestText = 18;
+
+} // namespace
+
+ScriptTextField::ScriptTextField(QWidget *parent) : QTextEdit(parent) {
+    setFrameShape(QFrame::NoFrame);
+    setAcceptRichText(false);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setTabChangesFocus(false);
+    setUndoRedoEnabled(false);
+    setTextInteractionFlags(Qt::NoTextInteraction);
+    setFocusPolicy(Qt::NoFocus);
+    viewport()->setAutoFillBackground(false);
+    viewport()->setCursor(Qt::ArrowCursor);
+    document()->setDocumentMargin(textMargin);
+    setPlaceholderText(QStringLiteral("Write or paste what this line says"));
+    setAccessibleName(QStringLiteral("Line text"));
+    connect(this, &QTextEdit::textChanged, this, [this] {
+        if (!m_isUpdatingFromModel)
+            Q_EMIT textEdited();
+    });
+    const auto selectionMoved = [this] {
+        if (!m_isUpdatingFromModel && hasFocus())
+            Q_EMIT sourceSelectionChanged();
+    };
+    connect(this, &QTextEdit::cursorPositionChanged, this, selectionMoved);
+    connect(this, &QTextEdit::selectionChanged, this, selectionMoved);
+    applyTextMeasures();
+}
+
+QString ScriptTextField::sourceText() const {
+    return toPlainText();
+}
+
+void ScriptTextField::setSourceText(const QString &text) {
+    m_isUpdatingFromModel = true;
+    setPlainText(text);
+    QTextCursor cursor(document());
+    cursor.select(QTextCursor::Document);
+    QTextBlockFormat format;
+    format.setLineHeight(120, QTextBlockFormat::ProportionalHeight);
+    cursor.mergeBlockFormat(format);
+    m_isUpdatingFromModel = false;
+    clearTypingUndo();
+}
+
+controller::TextRange ScriptTextField::sourceSelection() const {
+    const QTextCursor cursor = textCursor();
+    return {cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart()};
+}
+
+void ScriptTextField::setSourceSelection(const controller::TextRange &range) {
+    const qsizetype last = document()->characterCount() - 1;
+    QTextCursor cursor = textCursor();
+    cursor.setPosition(static_cast<int>(std::clamp<qsizetype>(range.location, 0, last)));
+    cursor.setPosition(static_cast<int>(std::clamp<qsizetype>(range.location + range.length, 0, last)),
+                       QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
+}
+
+void ScriptTextField::setAllowsEditing(bool allowsEditing) {
+    if (m_allowsEditing == allowsEditing)
+        return;
+    m_allowsEditing = allowsEditing;
+    setTextInteractionFlags(allowsEditing ? Qt::TextEditorInteraction : Qt::NoTextInteraction);
+    setFocusPolicy(allowsEditing ? Qt::StrongFocus : Qt::NoFocus);
+    viewport()->setCursor(allowsEditing ? Qt::IBeamCursor : Qt::ArrowCursor);
+    setUndoRedoEnabled(allowsEditing);
+    if (!allowsEditing) {
+        QTextCursor cursor = textCursor();
+        cursor.clearSelection();
+        setTextCursor(cursor);
+    }
+}
+
+void ScriptTextField::clearTypingUndo() {
+    document()->clearUndoRedoStacks();
+}
+
+void ScriptTextField::placeCaretAt(const QPoint &point) {
+    setTextCursor(cursorForPosition(point));
+}
+
+int ScriptTextField::heightForTextWidth(int width) {
+    document()->setTextWidth(width);
+    return std::max(shortestText, static_cast<int>(std::ceil(document()->size().height())));
+}
+
+bool ScriptTextField::event(QEvent *event) {
+    // Claiming the keys keeps the window's menu from taking them before the field has had its turn.
+    if (event->type() == QEvent::ShortcutOverride && m_allowsEditing) {
+        auto *key = static_cast<QKeyEvent *>(event);
+        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo) || key->key() == Qt::Key_Escape) {
+            event->accept();
+            return true;
+        }
+    }
+    return QTextEdit::event(event);
+}
+
+void ScriptTextField::keyPressEvent(QKeyEvent *event) {
+    const auto relevant =
+        event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    if (event->key() == Qt::Key_Escape)
+        Q_EMIT escapePressed();
+    else if (event->key() == Qt::Key_Backtab || (event->key() == Qt::Key_Tab && relevant.testFlag(Qt::ShiftModifier)))
+        Q_EMIT shiftTabPressed();
+    else if (event->key() == Qt::Key_Tab)
+        Q_EMIT tabPressed();
+    else if (event->key() == Qt::Key_S && relevant == (Qt::AltModifier | Qt::ShiftModifier))
+        Q_EMIT stressShortcut();
+    else if (event->matches(QKeySequence::Undo) && !document()->isUndoAvailable())
+        Q_EMIT undoRequested();
+    else if (event->matches(QKeySequence::Redo) && !document()->isRedoAvailable())
+        Q_EMIT redoRequested();
+    else
+        QTextEdit::keyPressEvent(event);
+}
+
+void ScriptTextField::mousePressEvent(QMouseEvent *event) {
+    Q_EMIT clicked(event->modifiers());
+    if (m_allowsEditing)
+        QTextEdit::mousePressEvent(event);
+}
+
+void ScriptTextField::mouseDoubleClickEvent(QMouseEvent *event) {
+    if (m_allowsEditing)
+        QTextEdit::mouseDoubleClickEvent(event);
+    else if (event->button() == Qt::LeftButton)
+        Q_EMIT editRequested(event->position().toPoint());
+}
+
+void ScriptTextField::wheelEvent(QWheelEvent *event) {
+    event->ignore();
+}
+
+void ScriptTextField::focusInEvent(QFocusEvent *event) {
+    QTextEdit::focusInEvent(event);
+    Q_EMIT sourceSelectionChanged();
+}
+
+void ScriptTextField::focusOutEvent(QFocusEvent *event) {
+    QTextEdit::focusOutEvent(event);
+    // A menu, or another window in front, is no end: the caret comes back here.
+    const bool isTemporary = event->reason() == Qt::PopupFocusReason || event->reason() == Qt::MenuBarFocusReason ||
+                             event->reason() == Qt::ActiveWindowFocusReason;
+    if (m_allowsEditing && !isTemporary)
+        Q_EMIT editingEnded();
+}
+
+void ScriptTextField::changeEvent(QEvent *event) {
+    QTextEdit::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        applyTextMeasures();
+}
+
+void ScriptTextField::insertFromMimeData(const QMimeData *source) {
+    if (source->hasText())
+        insertPlainText(source->text());
+}
+
+void ScriptTextField::applyTextMeasures() {
+    const QFont font = Theme::scriptFont();
+    if (document()->defaultFont() == font)
+        return;
+    document()->setDefaultFont(font);
+    // The placeholder is drawn in the widget's own font.
+    setFont(font);
+}
+
+} // namespace orlenta::shell

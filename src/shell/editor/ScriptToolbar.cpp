@@ -1,0 +1,103 @@
+#include "shell/editor/ScriptToolbar.h"
+
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+
+#include "audio/playback/PlaybackController.h"
+#include "controller/LineEditing.h"
+#include "controller/LineGenerator.h"
+#include "controller/LineRuntime.h"
+#include "controller/ProjectController.h"
+#include "controller/Selection.h"
+#include "shell/theme/Icon.h"
+#include "shell/theme/Theme.h"
+
+namespace orlenta::shell {
+
+ScriptToolbar::ScriptToolbar(const ScriptCommands::Parts &parts, ScriptCommands &commands, QWidget *parent)
+    : QWidget(parent), m_parts(parts), m_commands(commands), m_generate(new QPushButton(this)),
+      m_play(new QPushButton(this)), m_add(new QPushButton(QStringLiteral("Add Line"), this)),
+      m_status(new QLabel(this)) {
+    Theme::setRole(m_generate, ButtonRole::Primary);
+    Theme::setRole(m_play, ButtonRole::Quiet);
+    Theme::setRole(m_add, ButtonRole::Quiet);
+    m_add->setIcon(Icon::named(QStringLiteral("plus")));
+    m_add->setToolTip(QStringLiteral("Add a line at the end of the tab (Ctrl+Alt+L)"));
+    m_status->setAccessibleName(QStringLiteral("Selected lines"));
+    auto *layout = new QHBoxLayout(this);
+    layout->addWidget(m_generate);
+    layout->addWidget(m_play);
+    layout->addWidget(m_add);
+    layout->addStretch(1);
+    layout->addWidget(m_status);
+    applyMeasures();
+
+    controller::ProjectController &project = parts.controller;
+    connect(m_generate, &QPushButton::clicked, this, [this] {
+        m_parts.generator.enqueue(m_parts.generator.selectionPlan().lines,
+                                  speech::LineGenerationQueue::Priority::Normal);
+    });
+    connect(m_play, &QPushButton::clicked, &commands, &ScriptCommands::togglePlayback);
+    connect(m_add, &QPushButton::clicked, this, [&project] { project.lines().addLine(); });
+    connect(&project.selection(), &controller::Selection::selectionChanged, this, &ScriptToolbar::sync);
+    connect(&project, &controller::ProjectController::scriptLinesChanged, this, &ScriptToolbar::sync);
+    connect(&project.runtime(), &controller::LineRuntime::statesChanged, this, &ScriptToolbar::sync);
+    connect(&parts.playback, &audio::PlaybackController::isPlayingChanged, this, &ScriptToolbar::sync);
+    sync();
+}
+
+void ScriptToolbar::sync() {
+    const controller::LineGenerator::SelectionPlan plan = m_parts.generator.selectionPlan();
+    const bool isAgain = plan.kind == controller::LineGenerator::Kind::Regenerate;
+    m_generate->setText(isAgain ? QStringLiteral("Regenerate") : QStringLiteral("Generate"));
+    m_generate->setIcon(
+        Icon::named(isAgain ? QStringLiteral("arrow-clockwise") : QStringLiteral("waveform"), Icon::Tint::OnAccent));
+    m_generate->setEnabled(!plan.lines.isEmpty());
+    m_generate->setToolTip(QStringLiteral("%1 the selected lines (Ctrl+G)").arg(m_generate->text()));
+
+    const qsizetype selected = m_parts.controller.selection().selectedLineIds().size();
+    const bool isPlaying = m_parts.playback.isPlaying();
+    m_play->setText(isPlaying      ? QStringLiteral("Stop")
+                    : selected > 1 ? QStringLiteral("Play All")
+                                   : QStringLiteral("Play"));
+    m_play->setIcon(Icon::named(isPlaying ? QStringLiteral("stop") : QStringLiteral("play")));
+    m_play->setEnabled(isPlaying || m_commands.canPlaySelection());
+    m_play->setToolTip(isPlaying ? QStringLiteral("Stop (Space)") : QStringLiteral("Play the selected lines (Space)"));
+
+    const qsizetype lines = m_parts.controller.scriptLineIds().size();
+    m_status->setText(selected > 1 ? QStringLiteral("%1 of %2 lines selected").arg(selected).arg(lines) : QString());
+    fitStatus();
+}
+
+void ScriptToolbar::fitStatus() {
+    const QMargins margins = layout()->contentsMargins();
+    const int buttons = m_generate->sizeHint().width() + m_play->sizeHint().width() + m_add->sizeHint().width();
+    const int taken = buttons + layout()->spacing() * 4 + margins.left() + margins.right();
+    m_status->setVisible(width() >= taken + m_status->sizeHint().width());
+}
+
+void ScriptToolbar::resizeEvent(QResizeEvent *event) {
+    QWidget::resizeEvent(event);
+    fitStatus();
+}
+
+void ScriptToolbar::changeEvent(QEvent *event) {
+    QWidget::changeEvent(event);
+    if (layout() != nullptr && (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange))
+        applyMeasures();
+}
+
+void ScriptToolbar::applyMeasures() {
+    const int unit = Theme::unit(this);
+    layout()->setContentsMargins(unit * 3, unit, unit * 4, unit);
+    layout()->setSpacing(unit * 2);
+    const int icon = Theme::iconSize(this);
+    for (QPushButton *button : {m_generate, m_play, m_add})
+        button->setIconSize({icon, icon});
+    QPalette muted = palette();
+    muted.setColor(QPalette::WindowText, ThemeColors::of(palette()).textMuted);
+    m_status->setPalette(muted);
+}
+
+} // namespace orlenta::shell

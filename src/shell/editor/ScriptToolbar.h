@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QtWidgets/QWidget>
+
+#include "shell/editor/ScriptCommands.h"
+
+class QLabel;
+class QPushButton;
+
+namespace orlenta::shell {
+
+/// What can be done with the selected lines: generate them, hear them, add a line; and how many they are.
+class ScriptToolbar final : public QWidget {
+    Q_OBJECT
+public:
+    /// The commands outlive the toolbar.
+    ScriptToolbar(const ScriptCommands::Parts &parts, ScriptCommands &commands, QWidget *parent = nullptr);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    void sync();
+    void applyMeasures();
+    void fitStatus();
+
+    ScriptCommands::Parts m_parts;
+    ScriptCommands &m_commands;
+    QPushButton *m_generate = nullptr;
+    QPushButton *m_play = nullptr;
+    QPushButton *m_add = nullptr;
+    QLabel *m_status = nullptr;
+};
+
+} // namespace orlenta::shell

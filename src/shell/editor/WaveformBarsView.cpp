@@ -1,0 +1,140 @@
+#include "shell/editor/WaveformBarsView.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <QtCore/QSignalBlocker>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QMouseEvent>
+#include <QtGui/QPainter>
+
+#include "shell/theme/StylePainting.h"
+#include "shell/theme/Theme.h"
+
+namespace orlenta::shell {
+namespace {
+
+constexpr int progressSteps = 10000;
+constexpr qreal shortestBar = 2.0;
+constexpr qreal cornerSize = 0.5;
+// Without a playhead all bars look alike, calmer than what is being played.
+constexpr qreal idleOpacity = 0.72;
+
+} // namespace
+
+WaveformBarsView::WaveformBarsView(QWidget *parent) : QAbstractSlider(parent) {
+    setRange(0, progressSteps);
+    setSingleStep(progressSteps / 50);
+    setPageStep(progressSteps / 10);
+    setOrientation(Qt::Horizontal);
+    setCursor(Qt::PointingHandCursor);
+}
+
+void WaveformBarsView::setSamples(const QList<float> &samples) {
+    if (m_samples == samples)
+        return;
+    m_samples = samples;
+    update();
+}
+
+void WaveformBarsView::setFallbackHeights(const QList<qreal> &heights) {
+    m_fallbackHeights = heights;
+    update();
+}
+
+void WaveformBarsView::setColor(const QColor &color) {
+    if (m_color == color)
+        return;
+    m_color = color;
+    update();
+}
+
+void WaveformBarsView::setMaxBarHeight(qreal height) {
+    m_maxBarHeight = height;
+    update();
+}
+
+void WaveformBarsView::setBars(qreal barWidth, qreal barSpacing) {
+    m_barWidth = barWidth;
+    m_barSpacing = barSpacing;
+    update();
+}
+
+void WaveformBarsView::setProgress(double progress) {
+    const QSignalBlocker blocker(this);
+    setValue(qRound(std::clamp(progress, 0.0, 1.0) * progressSteps));
+}
+
+void WaveformBarsView::setShowsProgress(bool showsProgress) {
+    if (m_showsProgress == showsProgress)
+        return;
+    m_showsProgress = showsProgress;
+    update();
+}
+
+double WaveformBarsView::progress() const {
+    return static_cast<double>(value()) / progressSteps;
+}
+
+int WaveformBarsView::barCount() const {
+    return std::max(1, static_cast<int>(std::floor(width() / (m_barWidth + m_barSpacing))));
+}
+
+QSize WaveformBarsView::sizeHint() const {
+    return {Theme::unit(this) * 40, static_cast<int>(std::ceil(m_maxBarHeight)) + 4};
+}
+
+qreal WaveformBarsView::barHeight(int bar, int bars) const {
+    if (m_samples.isEmpty())
+        return m_fallbackHeights.isEmpty() ? shortestBar : m_fallbackHeights.at(bar % m_fallbackHeights.size());
+    const qsizetype sample = std::min(qsizetype(bar) * m_samples.size() / bars, m_samples.size() - 1);
+    return std::max(shortestBar, m_maxBarHeight * static_cast<qreal>(m_samples.at(sample)));
+}
+
+void WaveformBarsView::paintEvent(QPaintEvent *) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(m_color);
+    const int bars = barCount();
+    const qreal pitch = m_barWidth + m_barSpacing;
+    const qreal inset = std::max(0.0, (width() - (m_barWidth * bars + m_barSpacing * (bars - 1))) / 2.0);
+    const qreal scale = std::max(1.0, devicePixelRatioF());
+    const auto snapped = [scale](qreal position) { return std::floor(position * scale) / scale; };
+    const double played = progress();
+    for (int bar = 0; bar < bars; ++bar) {
+        const qreal barTall = snapped(barHeight(bar, bars));
+        const bool isResting = m_showsProgress && static_cast<double>(bar) / bars > played;
+        painter.setOpacity(!m_showsProgress ? idleOpacity : isResting ? m_restingOpacity : m_activeOpacity);
+        painter.drawRoundedRect(
+            QRectF(snapped(inset + pitch * bar), snapped((height() - barTall) / 2.0), m_barWidth, barTall), cornerSize,
+            cornerSize);
+    }
+    if (hasFocus()) {
+        painter.setOpacity(1.0);
+        painting::drawFocusRing(&painter, rect(), Theme::radius(this), palette());
+    }
+}
+
+void WaveformBarsView::mousePressEvent(QMouseEvent *event) {
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
+    const double x = isRightToLeft() ? width() - event->position().x() : event->position().x();
+    Q_EMIT seekRequested(std::clamp(x / std::max(1, width()), 0.0, 1.0));
+}
+
+void WaveformBarsView::keyPressEvent(QKeyEvent *event) {
+    const int before = value();
+    {
+        const QSignalBlocker blocker(this);
+        QAbstractSlider::keyPressEvent(event);
+    }
+    if (value() == before)
+        return;
+    update();
+    Q_EMIT seekRequested(progress());
+}
+
+} // namespace orlenta::shell

@@ -1,0 +1,126 @@
+#include <memory>
+
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QTabBar>
+#include <QtWidgets/QToolButton>
+
+#include "controller/TabEditing.h"
+#include "controller/TakeEditing.h"
+#include "shell/editor/ScriptEditorFixture.h"
+#include "shell/editor/ScriptTabBar.h"
+#include "shell/editor/WaveformBarsView.h"
+#include "shell/theme/Theme.h"
+
+namespace orlenta::shell {
+namespace {
+
+/// An editor in which every kind of control and every state of a row is on screen.
+class ScriptEditorLooksTest : public ScriptEditorFixture {
+protected:
+    void SetUp() override {
+        model::Project project = projectWith(
+            {QStringLiteral("A line with takes."), QStringLiteral("A line that is being generated."), QString(),
+             QStringLiteral("A line without anything, long enough to go on in a second row of text on any screen.")},
+            {QStringLiteral("Narrator"), QStringLiteral("The Captain with a Long Name")});
+        model::ProjectLine uncast = project.lines.at(2);
+        uncast.voiceId.reset();
+        project.lines.replace(2, uncast);
+        open(project, {600, 700});
+        addTake(0);
+        addTake(0);
+        controller->takes().setGenerating(controller::GenerationState::Generating, idAt(1));
+        controller->tabs().addTab();
+        controller->tabs().setActiveTab(controller->project().tabs.first().id);
+        controller->setSpotError(QStringLiteral("No generated audio to spot. Generate audio first."));
+    }
+    void TearDown() override {
+        editor.reset();
+        Theme::setUiScale(1.0);
+        Theme::apply(Appearance::Light);
+    }
+
+    void expectNothingClipped(const QString &where) {
+        for (const QWidget *widget : editor->findChildren<QWidget *>()) {
+            if (!widget->isVisible())
+                continue;
+            const std::string what = (where + QLatin1Char(' ') + widget->accessibleName()).toStdString();
+            const auto *label = qobject_cast<const QLabel *>(widget);
+            if (label != nullptr && label->wordWrap())
+                EXPECT_GE(label->height(), label->heightForWidth(label->width())) << what;
+            else if (label != nullptr || qobject_cast<const QPushButton *>(widget) != nullptr ||
+                     qobject_cast<const QToolButton *>(widget) != nullptr) {
+                EXPECT_GE(widget->width(), widget->sizeHint().width()) << what;
+                EXPECT_GE(widget->height(), widget->sizeHint().height()) << what;
+            }
+            if (const auto *text = qobject_cast<const ScriptTextField *>(widget))
+                EXPECT_GE(text->viewport()->height(), static_cast<int>(text->document()->size().height())) << what;
+            if (widget->parentWidget() != nullptr && qobject_cast<const LineRow *>(widget->parentWidget()) != nullptr)
+                EXPECT_TRUE(widget->parentWidget()->rect().contains(widget->geometry())) << what;
+        }
+    }
+};
+
+TEST_F(ScriptEditorLooksTest, EveryControlHasANameATooltipAndAWayByKeyboard) {
+    for (const QWidget *widget : editor->findChildren<QWidget *>()) {
+        const bool isButton = qobject_cast<const QAbstractButton *>(widget) != nullptr;
+        const bool isControl = isButton || widget->focusPolicy() != Qt::NoFocus ||
+                               qobject_cast<const QAbstractSlider *>(widget) != nullptr;
+        if (!isControl || widget->objectName().startsWith(QLatin1String("qt_scrollarea")))
+            continue;
+        const auto *button = qobject_cast<const QAbstractButton *>(widget);
+        const bool isNamed = !widget->accessibleName().isEmpty() || (button != nullptr && !button->text().isEmpty());
+        const bool isHiddenBar = qobject_cast<const QScrollBar *>(widget) != nullptr && !widget->isVisible();
+        EXPECT_TRUE(isNamed || isHiddenBar)
+            << widget->metaObject()->className() << " in " << widget->parentWidget()->accessibleName().toStdString();
+        if (isButton && widget->isVisible()) {
+            EXPECT_FALSE(widget->toolTip().isEmpty()) << widget->accessibleName().toStdString();
+        }
+    }
+}
+
+TEST_F(ScriptEditorLooksTest, NothingIsClippedAtAnyInterfaceScale) {
+    for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
+        Theme::setUiScale(scale);
+        for (const int width : {400, 600, 1100}) {
+            editor->resize(static_cast<int>(width * scale), static_cast<int>(800 * scale));
+            QCoreApplication::processEvents();
+            expectNothingClipped(QStringLiteral("at scale %1, width %2:").arg(scale).arg(width));
+        }
+    }
+}
+
+TEST_F(ScriptEditorLooksTest, AControlWithTheFocusLooksDifferent) {
+    QWidgetList controls;
+    for (QWidget *widget : editor->findChildren<QWidget *>()) {
+        const bool isControl = qobject_cast<QAbstractButton *>(widget) != nullptr ||
+                               qobject_cast<WaveformBarsView *>(widget) != nullptr ||
+                               qobject_cast<QTabBar *>(widget) != nullptr;
+        if (isControl && widget->isVisible() && widget->isEnabled() && widget->focusPolicy() != Qt::NoFocus)
+            controls.append(widget);
+    }
+    ASSERT_GE(controls.size(), 8);
+    for (QWidget *control : controls) {
+        focusList();
+        const QImage without = control->grab().toImage();
+        control->setFocus(Qt::TabFocusReason);
+        // The tab bar shows its ring to those who use the keyboard.
+        QTest::keyClick(control, Qt::Key_Shift);
+        EXPECT_NE(control->grab().toImage(), without) << control->accessibleName().toStdString();
+    }
+}
+
+TEST_F(ScriptEditorLooksTest, FollowsTheAppearanceWhileItIsOnScreen) {
+    const auto ground = [&] { return editor->grab().toImage().pixelColor(2, editor->height() / 2); };
+    Theme::apply(Appearance::Dark);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(ground(), ThemeColors::dark().window);
+    Theme::apply(Appearance::Light);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(ground(), ThemeColors::light().window);
+}
+
+} // namespace
+} // namespace orlenta::shell

@@ -1,0 +1,231 @@
+#include <QtTest/QSignalSpy>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QToolButton>
+
+#include "controller/LineRuntime.h"
+#include "controller/TakeEditing.h"
+#include "controller/TypingSession.h"
+#include "controller/UndoManager.h"
+#include "shell/editor/ScriptEditorFixture.h"
+#include "shell/editor/WaveformBarsView.h"
+
+namespace orlenta::shell {
+namespace {
+
+const QStringList threeTexts{QStringLiteral("One."), QStringLiteral("Two. And a half."), QStringLiteral("Three.")};
+
+class ScriptEditorTest : public ScriptEditorFixture {
+protected:
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    }
+    template <typename Widget>
+    Widget *control(qsizetype index, const QString &name) {
+        for (Widget *widget : rowAt(index)->template findChildren<Widget *>())
+            if (widget->accessibleName() == name)
+                return widget;
+        return nullptr;
+    }
+};
+
+TEST_F(ScriptEditorTest, TheListKeysMoveAndExtendTheSelection) {
+    open(projectWith(threeTexts));
+    EXPECT_EQ(selectedIndexes(), QList<qsizetype>({0}));
+    key(Qt::Key_Down);
+    EXPECT_EQ(selectedIndexes(), QList<qsizetype>({1}));
+    key(Qt::Key_Tab);
+    EXPECT_EQ(selectedIndexes(), QList<qsizetype>({2}));
+    key(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(selectedIndexes(), QList<qsizetype>({1}));
+    key(Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(selectedIndexes(), QList<qsizetype>({0, 1}));
+    key(Qt::Key_Down, Qt::ShiftModifier);
+    key(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(selectedIndexes(), QList<qsizetype>({1, 2}));
+    EXPECT_TRUE(editor->list().hasFocus());
+}
+
+TEST_F(ScriptEditorTest, AClickSelectsAloneAndWithShiftToggles) {
+    open(projectWith(threeTexts));
+    const auto click = [&](qsizetype index, Qt::KeyboardModifiers modifiers) {
+        QTest::mouseClick(rowAt(index), Qt::LeftButton, modifiers, QPoint(40, 8));
+    };
+    click(2, Qt::NoModifier);
+    EXPECT_EQ(selectedIndexes(), QList<qsizetype>({2}));
+    click(0, Qt::ShiftModifier);
+    EXPECT_EQ(selectedIndexes(), QList<qsizetype>({0, 2}));
+    click(2, Qt::ShiftModifier);
+    EXPECT_EQ(selectedIndexes(), QList<qsizetype>({0}));
+    click(1, Qt::ControlModifier);
+    EXPECT_EQ(selectedIndexes(), QList<qsizetype>({1}));
+}
+
+TEST_F(ScriptEditorTest, TypingReachesTheProjectAndIsOneUndoStep) {
+    open(projectWith(threeTexts));
+    key(Qt::Key_Return);
+    ASSERT_TRUE(hasCaret(0));
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral(" Then four words more."));
+    EXPECT_EQ(textAt(0), QStringLiteral("One. Then four words more."));
+    key(Qt::Key_Escape);
+    EXPECT_TRUE(editor->list().hasFocus());
+    EXPECT_EQ(controller->undoManager().undoActionName(), QStringLiteral("Typing"));
+    controller->undoManager().undo();
+    EXPECT_EQ(rowAt(0)->textField().sourceText(), QStringLiteral("One."));
+    controller->undoManager().redo();
+    EXPECT_EQ(rowAt(0)->textField().sourceText(), QStringLiteral("One. Then four words more."));
+}
+
+TEST_F(ScriptEditorTest, UndoInsideTheTextTakesBackItsOwnTypingFirstAndThenTheProjects) {
+    open(projectWith(threeTexts));
+    key(Qt::Key_Return);
+    ASSERT_TRUE(hasCaret(0));
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("abc"));
+    controller->typing().commit();
+    EXPECT_FALSE(rowAt(0)->textField().document()->isUndoAvailable());
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("xyz"));
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(textAt(0), QStringLiteral("One.abc"));
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(textAt(0), QStringLiteral("One."));
+    EXPECT_EQ(rowAt(0)->textField().sourceText(), QStringLiteral("One."));
+}
+
+TEST_F(ScriptEditorTest, TabGoesOnEditingInTheNextLine) {
+    open(projectWith(threeTexts));
+    key(Qt::Key_Return);
+    ASSERT_TRUE(hasCaret(0));
+    key(Qt::Key_Tab);
+    ASSERT_TRUE(hasCaret(1));
+    EXPECT_EQ(selectedIndexes(), QList<qsizetype>({1}));
+    EXPECT_FALSE(rowAt(0)->textField().allowsEditing());
+    key(Qt::Key_Backtab, Qt::ShiftModifier);
+    ASSERT_TRUE(hasCaret(0));
+    key(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(editor->list().hasFocus());
+}
+
+TEST_F(ScriptEditorTest, ADoubleClickPutsTheCaretWhereItWas) {
+    open(projectWith(threeTexts));
+    QWidget *surface = rowAt(1)->textField().viewport();
+    QTest::mouseDClick(surface, Qt::LeftButton, {}, QPoint(5, surface->height() / 2));
+    ASSERT_TRUE(hasCaret(1));
+    EXPECT_EQ(controller->selection().textSelectionRange(), (controller::TextRange{0, 0}));
+    QTest::mouseClick(rowAt(0), Qt::LeftButton, {}, QPoint(40, 8));
+    EXPECT_FALSE(controller->selection().editingLineId().has_value());
+    EXPECT_TRUE(editor->list().hasFocus());
+}
+
+TEST_F(ScriptEditorTest, ARowsControlsAreReachedAndLeftByKeyboard) {
+    open(projectWith(threeTexts));
+    addTake(0);
+    key(Qt::Key_Right);
+    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), QStringLiteral("Generate line 1"));
+    key(Qt::Key_Right);
+    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), QStringLiteral("Play line 1"));
+    key(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), QStringLiteral("Playhead of line 1"));
+    QSignalSpy seek(qobject_cast<WaveformBarsView *>(QApplication::focusWidget()), &WaveformBarsView::seekRequested);
+    key(Qt::Key_End);
+    ASSERT_EQ(seek.size(), 1);
+    EXPECT_DOUBLE_EQ(seek.first().first().toDouble(), 1.0);
+    if (auto *alert = editor->findChild<QMessageBox *>())
+        alert->accept();
+    key(Qt::Key_Escape);
+    EXPECT_TRUE(editor->list().hasFocus());
+    key(Qt::Key_F6);
+    EXPECT_FALSE(editor->list().hasFocus());
+    EXPECT_FALSE(editor->list().isAncestorOf(QApplication::focusWidget()));
+}
+
+TEST_F(ScriptEditorTest, ARowShowsHowItsSpeechStands) {
+    model::Project project = projectWith(threeTexts);
+    model::ProjectLine uncast = project.lines.at(2);
+    uncast.voiceId.reset();
+    project.lines.replace(2, uncast);
+    open(project);
+    const auto hint = [&](qsizetype index) {
+        for (const QLabel *label : rowAt(index)->findChildren<QLabel *>())
+            if (label->text() == QStringLiteral("Select a voice in the inspector to generate"))
+                return label->isVisible();
+        return false;
+    };
+    auto *generate = control<QPushButton>(0, QStringLiteral("Generate line 1"));
+    EXPECT_EQ(generate->text(), QStringLiteral("Generate"));
+    EXPECT_FALSE(hint(0));
+    EXPECT_TRUE(hint(2));
+    EXPECT_FALSE(control<QPushButton>(2, QStringLiteral("Generate line 3"))->isVisible());
+    controller->takes().setGenerating(controller::GenerationState::Generating, idAt(0));
+    EXPECT_EQ(generate->text(), QStringLiteral("Generating..."));
+    EXPECT_FALSE(generate->isEnabled());
+    controller->takes().setGenerating(controller::GenerationState::Idle, idAt(0));
+    EXPECT_TRUE(generate->isEnabled());
+    addTake(0);
+    EXPECT_EQ(generate->text(), QStringLiteral("Regenerate"));
+    EXPECT_EQ(control<QLabel>(0, QStringLiteral("Duration of line 1"))->text(), QStringLiteral("0:03"));
+}
+
+TEST_F(ScriptEditorTest, TheTakePickerSwitchesTakes) {
+    open(projectWith(threeTexts));
+    addTake(1);
+    addTake(1);
+    auto *picker = control<QToolButton>(1, QStringLiteral("Take of line 2"));
+    EXPECT_EQ(picker->text(), QStringLiteral("Take 2 of 2"));
+    rowAt(1)->openTakeMenu();
+    auto *menu = rowAt(1)->findChild<QMenu *>();
+    ASSERT_NE(menu, nullptr);
+    ASSERT_EQ(menu->actions().size(), 2);
+    EXPECT_TRUE(menu->actions().at(1)->isChecked());
+    menu->actions().at(0)->trigger();
+    menu->close();
+    EXPECT_EQ(picker->text(), QStringLiteral("Take 1 of 2"));
+    EXPECT_EQ(controller->undoManager().undoActionName(), QStringLiteral("Switch Take"));
+    controller->undoManager().undo();
+    EXPECT_EQ(picker->text(), QStringLiteral("Take 2 of 2"));
+}
+
+TEST_F(ScriptEditorTest, TheWaveformOfALineInViewIsFetched) {
+    open(projectWith(threeTexts));
+    addTake(0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return rowAt(0)->content().waveform.size() == 200; }, 10000));
+}
+
+TEST_F(ScriptEditorTest, AClickInTheWaveformAsksForThatPlace) {
+    open(projectWith(threeTexts));
+    addTake(0);
+    auto *waveform = control<WaveformBarsView>(0, QStringLiteral("Playhead of line 1"));
+    QSignalSpy seek(waveform, &WaveformBarsView::seekRequested);
+    QTest::mouseClick(waveform, Qt::LeftButton, {}, QPoint(waveform->width() / 4, 5));
+    ASSERT_EQ(seek.size(), 1);
+    EXPECT_NEAR(seek.first().first().toDouble(), 0.25, 0.01);
+}
+
+TEST_F(ScriptEditorTest, AFailedGenerationIsAnAlertThatCanBeDismissed) {
+    open(projectWith(threeTexts));
+    QTest::mouseClick(control<QPushButton>(0, QStringLiteral("Generate line 1")), Qt::LeftButton);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return editor->findChild<QMessageBox *>() != nullptr; }, 10000));
+    auto *alert = editor->findChild<QMessageBox *>();
+    EXPECT_EQ(alert->text(), QStringLiteral("Generation Failed"));
+    EXPECT_FALSE(alert->informativeText().isEmpty());
+    alert->accept();
+    EXPECT_FALSE(generator->generateError().has_value());
+}
+
+TEST_F(ScriptEditorTest, AFailedHandOverStaysBelowTheLinesUntilDismissed) {
+    open(projectWith(threeTexts));
+    controller->setSpotError(QStringLiteral("No lines selected."));
+    QToolButton *dismiss = nullptr;
+    for (auto *button : editor->findChildren<QToolButton *>())
+        if (button->accessibleName() == QStringLiteral("Dismiss message"))
+            dismiss = button;
+    ASSERT_NE(dismiss, nullptr);
+    EXPECT_TRUE(dismiss->isVisible());
+    QTest::mouseClick(dismiss, Qt::LeftButton);
+    EXPECT_EQ(controller->spotError(), QString());
+    EXPECT_FALSE(dismiss->isVisible());
+}
+
+} // namespace
+} // namespace orlenta::shell

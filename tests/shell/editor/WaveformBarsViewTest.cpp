@@ -1,0 +1,69 @@
+#include <gtest/gtest.h>
+#include <QtTest/QTest>
+
+#include "shell/editor/WaveformBarsView.h"
+
+namespace orlenta::shell {
+namespace {
+
+/// Rows of painted pixels in the column at the centre of a bar.
+int barHeightAt(const QImage &image, int bar, double pitch, double barWidth, double inset) {
+    const int x = static_cast<int>(inset + pitch * bar + barWidth / 2.0);
+    int painted = 0;
+    for (int y = 0; y < image.height(); ++y)
+        painted += qAlpha(image.pixel(x, y)) > 128 ? 1 : 0;
+    return painted;
+}
+
+QImage pictureOf(WaveformBarsView &view) {
+    QImage image(view.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    view.render(&image, {}, {}, QWidget::RenderFlags());
+    return image;
+}
+
+class WaveformBarsViewTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        view.resize(100, 40);
+        view.setBars(4.0, 4.0);
+        view.setMaxBarHeight(30.0);
+        view.setColor(Qt::black);
+        view.setShowsProgress(true);
+        view.setProgress(1.0);
+    }
+    WaveformBarsView view;
+};
+
+TEST_F(WaveformBarsViewTest, AsManyBarsAsTheWidthHolds) {
+    EXPECT_EQ(view.barCount(), 12);
+    view.resize(3, 40);
+    EXPECT_EQ(view.barCount(), 1);
+}
+
+TEST_F(WaveformBarsViewTest, BarsAreAsTallAsTheirSamplesAndNeverGone) {
+    view.setSamples({0.0F, 0.5F, 1.0F});
+    const QImage image = pictureOf(view);
+    const double inset = (100.0 - (4.0 * 12 + 4.0 * 11)) / 2.0;
+    EXPECT_EQ(barHeightAt(image, 0, 8.0, 4.0, inset), 2);
+    EXPECT_EQ(barHeightAt(image, 5, 8.0, 4.0, inset), 15);
+    EXPECT_EQ(barHeightAt(image, 11, 8.0, 4.0, inset), 30);
+}
+
+TEST_F(WaveformBarsViewTest, TheFallbackStandsInUntilThereAreSamples) {
+    view.setFallbackHeights({6.0, 10.0});
+    const QImage image = pictureOf(view);
+    EXPECT_EQ(barHeightAt(image, 0, 8.0, 4.0, 4.0), 6);
+    EXPECT_EQ(barHeightAt(image, 1, 8.0, 4.0, 4.0), 10);
+}
+
+TEST_F(WaveformBarsViewTest, BarsPastThePlayheadRest) {
+    view.setSamples({1.0F});
+    view.setProgress(0.5);
+    const QImage image = pictureOf(view);
+    EXPECT_EQ(qAlpha(image.pixel(6, 20)), 255);
+    EXPECT_LT(qAlpha(image.pixel(94, 20)), 128);
+}
+
+} // namespace
+} // namespace orlenta::shell
