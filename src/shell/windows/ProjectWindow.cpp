@@ -85,7 +85,6 @@ void ProjectWindow::connectCommands() {
     connect(&m_parts.controller, &controller::ProjectController::hasUnsavedChangesChanged, this,
             &ProjectWindow::syncTitle);
     connect(&m_parts.controller, &controller::ProjectController::projectChanged, this, &ProjectWindow::syncTitle);
-    connect(&m_parts.controller, &controller::ProjectController::projectURLChanged, this, &ProjectWindow::syncTitle);
 }
 
 void ProjectWindow::connectAlerts() {
