@@ -32,10 +32,22 @@ NoticeBar::NoticeBar(QWidget *parent)
 
 void NoticeBar::setMessage(const QString &message) {
     m_text->setText(message);
-    const int side = Theme::iconSize(this);
-    m_icon->setPixmap(
-        Icon::named(QStringLiteral("warning"), Icon::Tint::Danger).pixmap(QSize(side, side), devicePixelRatioF()));
     setVisible(!message.isEmpty());
+}
+
+void NoticeBar::changeEvent(QEvent *event) {
+    QWidget::changeEvent(event);
+    if (layout() != nullptr && (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange))
+        applyMeasures();
+}
+
+void NoticeBar::applyMeasures() {
+    const int unit = Theme::unit(this);
+    layout()->setContentsMargins(unit * 4, unit * 2, unit * 3, unit * 2);
+    layout()->setSpacing(unit * 2);
+    const QSize side(Theme::iconSize(this), Theme::iconSize(this));
+    m_icon->setPixmap(Icon::named(QStringLiteral("warning"), Icon::Tint::Danger).pixmap(side, devicePixelRatioF()));
+    m_dismiss->setIconSize(side);
 }
 
 void NoticeBar::paintEvent(QPaintEvent *) {

@@ -48,17 +48,19 @@ protected:
                 continue;
             const std::string what = (where + QLatin1Char(' ') + widget->accessibleName()).toStdString();
             const auto *label = qobject_cast<const QLabel *>(widget);
-            if (label != nullptr && label->wordWrap())
+            if (label != nullptr && label->wordWrap()) {
                 EXPECT_GE(label->height(), label->heightForWidth(label->width())) << what;
-            else if (label != nullptr || qobject_cast<const QPushButton *>(widget) != nullptr ||
+            } else if (label != nullptr || qobject_cast<const QPushButton *>(widget) != nullptr ||
                      qobject_cast<const QToolButton *>(widget) != nullptr) {
                 EXPECT_GE(widget->width(), widget->sizeHint().width()) << what;
                 EXPECT_GE(widget->height(), widget->sizeHint().height()) << what;
             }
-            if (const auto *text = qobject_cast<const ScriptTextField *>(widget))
+            if (const auto *text = qobject_cast<const ScriptTextField *>(widget)) {
                 EXPECT_GE(text->viewport()->height(), static_cast<int>(text->document()->size().height())) << what;
-            if (widget->parentWidget() != nullptr && qobject_cast<const LineRow *>(widget->parentWidget()) != nullptr)
+            }
+            if (widget->parentWidget() != nullptr && qobject_cast<const LineRow *>(widget->parentWidget()) != nullptr) {
                 EXPECT_TRUE(widget->parentWidget()->rect().contains(widget->geometry())) << what;
+            }
         }
     }
 };
