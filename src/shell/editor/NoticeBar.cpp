@@ -1,5 +1,6 @@
 #include "shell/editor/NoticeBar.h"
 
+#include <QtCore/QEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>

@@ -6,6 +6,7 @@
 #include <QtGui/QAction>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
+#include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QMessageBox>
 
 #include "controller/LineEditing.h"

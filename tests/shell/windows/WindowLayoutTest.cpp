@@ -56,7 +56,7 @@ TEST(WindowLayout, NoTextIsCutOffAtAnyScale) {
         Theme::setUiScale(scale);
         AllWindows windows;
         for (QWidget *window : windows.all) {
-            QTest::qWaitForWindowExposed(window);
+            ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
             // The smallest size that the window allows is the hardest.
             window->resize(window->minimumSize());
             QCoreApplication::processEvents();
