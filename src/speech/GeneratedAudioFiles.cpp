@@ -18,6 +18,15 @@ namespace {
 
 using Conversion = base::Result<QString, audio::AudioFileError>;
 
+/// What came can't be turned into what was asked for where the converter itself gives up; otherwise the file is to
+/// blame, in its layer's own words.
+SpeechError conversionError(const audio::AudioFileError &error) {
+    using Kind = audio::AudioFileError::Kind;
+    if (error.kind == Kind::ConversionFailed || error.kind == Kind::OutOfMemory)
+        return ElevenLabsError::invalidResponse();
+    return SpeechError::file(error.description());
+}
+
 int sampleRateOf(const QString &path, int nominal) {
     const auto reader = audio::AudioFileReader::open(path);
     return reader ? static_cast<int>(std::lround(reader->sampleRate())) : nominal;
@@ -37,7 +46,7 @@ QCoro::Task<base::Result<QString, SpeechError>> convertGeneratedAudio(QByteArray
     });
     const Conversion converted = co_await conversion;
     if (!converted)
-        co_return base::fail(SpeechError::file(converted.error().description()));
+        co_return base::fail(conversionError(converted.error()));
     co_return *converted;
 }
 

@@ -6,6 +6,7 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QLocale>
+#include <QtCore/QStringList>
 #include <QtCore/QTimeZone>
 
 namespace orlenta::speech {
@@ -55,13 +56,16 @@ std::optional<double> parseRetryAfter(const QByteArray &header, std::chrono::sys
     const double seconds = text.toDouble(&isNumber);
     if (isNumber)
         return std::max(0.0, seconds);
-    // The date's zone is a word, as "GMT", which Qt's formats don't read at an end of their own.
-    const qsizetype zoneAt = text.lastIndexOf(u' ');
-    const QString zone = text.mid(zoneAt + 1);
-    QDateTime date = QLocale::c().toDateTime(text.left(zoneAt), u"ddd, dd MMM yyyy HH:mm:ss"_s);
-    if (!date.isValid() || (zone != u"GMT" && zone != u"UTC" && zone != u"Z"))
+    // The date's zone is a word, as "GMT", which Qt's formats don't read at an end of their own. Date and time are read
+    // apart: as one they would be local, and there is no such time on the night the clocks go forward.
+    const QStringList parts = text.split(u' ');
+    if (parts.size() != 6 || (parts.at(5) != u"GMT" && parts.at(5) != u"UTC" && parts.at(5) != u"Z"))
         return std::nullopt;
-    date.setTimeZone(QTimeZone::utc());
+    const QDate day = QLocale::c().toDate(parts.first(4).join(u' '), u"ddd, dd MMM yyyy"_s);
+    const QTime time = QLocale::c().toTime(parts.at(4), u"HH:mm:ss"_s);
+    if (!day.isValid() || !time.isValid())
+        return std::nullopt;
+    const QDateTime date(day, time, QTimeZone::utc());
     const double until =
         static_cast<double>(date.toSecsSinceEpoch()) - std::chrono::duration<double>(now.time_since_epoch()).count();
     return std::max(0.0, until);

@@ -76,6 +76,14 @@ TEST(RateLimit, RetryAfterIsReadAsSecondsOrAsADate) {
         EXPECT_EQ(parseRetryAfter(header, now), expected) << header;
 }
 
+TEST(RateLimit, ARetryDateCountsInAnHourThatTheLocalClockSkips) {
+    const QByteArray zone = qgetenv("TZ");
+    const std::chrono::system_clock::time_point now = std::chrono::sys_days(std::chrono::year(2024) / 3 / 31) + 2h;
+    qputenv("TZ", "Europe/Berlin");
+    EXPECT_EQ(parseRetryAfter("Sun, 31 Mar 2024 02:00:07 GMT", now), 7.0);
+    zone.isNull() ? qunsetenv("TZ") : qputenv("TZ", zone);
+}
+
 TEST(RateLimit, EveryRefusalOfAKeyIsToldApart) {
     const auto kindOf = [](const QByteArray &body) {
         HttpReply reply;
