@@ -6,12 +6,19 @@
 #include "audio/files/AudioFileReader.h"
 #include "audio/FileSizeLimit.h"
 #include "audio/recording/MicrophonePermission.h"
+#include "audio/recording/RecordingWriter.h"
 #include "audio/RecordingTest.h"
 #include "audio/ToneMeasurement.h"
 #include "base/PrivateFolders.h"
 
 namespace orlenta::audio {
 namespace {
+
+int timesApplied = 0;
+
+void countApplied(QtMsgType, const QMessageLogContext &, const QString &message) {
+    timesApplied += message.contains(QStringLiteral("AudioRecorder applying input device: uid=mic_b")) ? 1 : 0;
+}
 
 class AudioRecorderTest : public RecordingTest {
 protected:
@@ -46,10 +53,11 @@ protected:
     double partialDuration = 0.0;
 };
 
-/// PipeWire runs its inputs at 48000 Hz, which no file of 44100 Hz can hold sample for sample.
-class ExactAudioRecorderTest : public AudioRecorderTest {};
+/// What only PulseAudio has: inputs of 44100 Hz, where PipeWire runs them at 48000 Hz and no file of 44100 Hz can hold
+/// that sample for sample; and a limit to the streams of one source.
+class PulseAudioRecorderTest : public AudioRecorderTest {};
 
-TEST_P(ExactAudioRecorderTest, WhatTheMicrophoneHearsIsInTheFileSampleForSample) {
+TEST_P(PulseAudioRecorderTest, WhatTheMicrophoneHearsIsInTheFileSampleForSample) {
     addMicrophone(QStringLiteral("mic_b"));
     defaults.setInputDeviceUID(QStringLiteral("mic_b"));
     const std::vector<double> words = test::noise(44100 * 2, 16);
@@ -84,6 +92,39 @@ TEST_P(ExactAudioRecorderTest, WhatTheMicrophoneHearsIsInTheFileSampleForSample)
     EXPECT_TRUE(partialTakes.isEmpty());
     EXPECT_EQ(defaultInput(), QStringLiteral("mic_a"));
     EXPECT_EQ(recorder.recordedURL().toLocalFile().section(u'/', 0, -2), base::PrivateFolders::caches());
+}
+
+TEST_P(PulseAudioRecorderTest, ASourceThatCanNotBeOpenedEitherWayLeavesTheDefaultInputAsItWas) {
+    addMicrophone(QStringLiteral("mic_b"));
+    makeDefaultInput(QStringLiteral("mic_a"));
+    defaults.setInputDeviceUID(QStringLiteral("mic_b"));
+    constexpr int mostStreamsOfASource = 256;
+    auto writer =
+        RecordingWriter::create(folder.filePath(QStringLiteral("busy.wav")), 44100, {&recorder, [](qint64) {}, {}});
+    ASSERT_TRUE(writer);
+    std::vector<std::unique_ptr<InputStream>> listeners;
+    int listening = 0;
+    for (int i = 0; i < mostStreamsOfASource; ++i) {
+        auto stream = InputStream::open(server, {"mic_b", 44100}, *writer.value(),
+                                        {&recorder, [&] { ++listening; }, [](InputStream::End, const QString &) {}});
+        ASSERT_TRUE(stream);
+        listeners.push_back(std::move(stream).value());
+    }
+    ASSERT_TRUE(QTest::qWaitFor([&] { return listening == mostStreamsOfASource; }, deadline));
+    timesApplied = 0;
+    const QtMessageHandler before = qInstallMessageHandler(countApplied);
+    recorder.startRecording();
+    const bool isTold = waitForError(QStringLiteral("Couldn't start recording. Check your microphone and try again."));
+    qInstallMessageHandler(before);
+    EXPECT_TRUE(isTold);
+    EXPECT_FALSE(recorder.isRecording());
+    EXPECT_EQ(timesApplied, 1);
+    EXPECT_EQ(defaultInput(), QStringLiteral("mic_a"));
+    EXPECT_EQ(defaults.pendingInputRouteRestoreDeviceUID(), QString());
+
+    listeners.clear();
+    ASSERT_TRUE(start());
+    EXPECT_FALSE(recorder.errorMessage().has_value());
 }
 
 TEST_P(AudioRecorderTest, ATakeLastsUntilTheStopAndNotJustUntilTheLastDelivery) {
@@ -243,7 +284,7 @@ TEST_P(AudioRecorderTest, ATakeCanBePreviewed) {
     EXPECT_FALSE(recorder.isPlaying());
 }
 
-INSTANTIATE_TEST_SUITE_P(On, ExactAudioRecorderTest, ::testing::Values(testing::SoundServerSession::Kind::PulseAudio),
+INSTANTIATE_TEST_SUITE_P(On, PulseAudioRecorderTest, ::testing::Values(testing::SoundServerSession::Kind::PulseAudio),
                          serverName);
 INSTANTIATE_TEST_SUITE_P(On, AudioRecorderTest, bothServers(), serverName);
 

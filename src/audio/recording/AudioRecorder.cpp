@@ -186,7 +186,7 @@ void AudioRecorder::handleRefused(FileRecorder::Refusal why, const QString &reas
         break;
     }
     // What the server won't open by its name it may still give as its default input.
-    if (!std::exchange(m_isThroughDefault, true)) {
+    if (!m_isUserInitiatedStop && !std::exchange(m_isThroughDefault, true)) {
         m_appliedInputRoute = m_parts.routes.applySelectedInputDeviceForRecording();
         if (m_appliedInputRoute) {
             const SoundDeviceTable table = m_parts.server.devices();
