@@ -1,6 +1,7 @@
 #include <QtCore/QCommandLineParser>
 #include <QtWidgets/QApplication>
 
+#include "base/LogFile.h"
 #include "shell/application/OrlentaApp.h"
 #include "shell/demo/DemoDriver.h"
 
@@ -23,6 +24,7 @@ int main(int argc, char **argv) {
     parser.addOption(demo);
     parser.process(application);
 
+    const orlenta::base::LogFile log;
     const bool isDemo = parser.isSet(demo);
     // The tour answers the file dialogs, which it can only do where they are the application's own.
     if (isDemo)
