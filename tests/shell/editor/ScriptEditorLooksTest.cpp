@@ -51,7 +51,7 @@ protected:
             if (label != nullptr && label->wordWrap()) {
                 EXPECT_GE(label->height(), label->heightForWidth(label->width())) << what;
             } else if (label != nullptr || qobject_cast<const QPushButton *>(widget) != nullptr ||
-                     qobject_cast<const QToolButton *>(widget) != nullptr) {
+                       qobject_cast<const QToolButton *>(widget) != nullptr) {
                 EXPECT_GE(widget->width(), widget->sizeHint().width()) << what;
                 EXPECT_GE(widget->height(), widget->sizeHint().height()) << what;
             }
