@@ -1,4 +1,5 @@
 #include <QtCore/QCommandLineParser>
+#include <QtCore/QLoggingCategory>
 #include <QtWidgets/QApplication>
 
 #include "base/LogFile.h"
@@ -27,8 +28,10 @@ int main(int argc, char **argv) {
     const orlenta::base::LogFile log;
     const bool isDemo = parser.isSet(demo);
     // The tour answers the file dialogs, which it can only do where they are the application's own.
-    if (isDemo)
+    if (isDemo) {
         QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        QLoggingCategory::setFilterRules(u"*.debug=false\n*.info=false"_s);
+    }
     orlenta::shell::OrlentaApp app;
     app.start(parser.positionalArguments());
     if (isDemo)

@@ -1,5 +1,8 @@
 #include "shell/account/AccountDialog.h"
 
+#include <algorithm>
+
+#include <QtCore/QEvent>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLineEdit>
@@ -41,7 +44,6 @@ AccountDialog::AccountDialog(ElevenLabsService &service, LocalVoices &localVoice
     buttons->button(QDialogButtonBox::Close)->setToolTip(u"Close this panel"_s);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout->addWidget(buttons);
-    setMinimumWidth(unit * 100);
 
     for (const auto signal : {&ElevenLabsService::apiKeyChanged, &ElevenLabsService::isAuthenticatedChanged,
                               &ElevenLabsService::isLoadingChanged, &ElevenLabsService::userChanged,
@@ -49,6 +51,21 @@ AccountDialog::AccountDialog(ElevenLabsService &service, LocalVoices &localVoice
         connect(&service, signal, this, &AccountDialog::showState);
     connect(&localVoices, &LocalVoices::stateChanged, this, &AccountDialog::showState);
     showState();
+    fit();
+}
+
+bool AccountDialog::event(QEvent *event) {
+    const bool isHandled = QDialog::event(event);
+    if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::FontChange)
+        fit();
+    return isHandled;
+}
+
+void AccountDialog::fit() {
+    // A layout's own minimum forgets that wrapped text needs more height as it gets less width.
+    const int smallest = Theme::unit(this) * 100;
+    setMinimumSize(std::max(smallest, layout()->totalMinimumSize().width()), 0);
+    setMinimumHeight(layout()->totalHeightForWidth(std::max(width(), minimumWidth())));
 }
 
 QString AccountDialog::stateText() const {

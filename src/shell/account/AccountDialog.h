@@ -30,7 +30,11 @@ public:
     [[nodiscard]] QString stateText() const;
     [[nodiscard]] QString errorText() const;
 
+protected:
+    bool event(QEvent *event) override;
+
 private:
+    void fit();
     QWidget *makeAccountGroup();
     QWidget *makeLocalGroup();
     void showState();

@@ -135,10 +135,9 @@ bool DemoDriver::generateShownTab() {
     controller::LineGenerator &generator = m_project->generator();
     if (!selectWholeTab() || !press(editorButton({u"Generate"_s, u"Regenerate"_s}), u"Generate"_s))
         return false;
-    bool hasPicture = false;
     const auto isOver = [&] {
-        if (!hasPicture && linesToGenerate() <= 3)
-            hasPicture = picture(m_project->window(), u"3-generating-light"_s);
+        if (!m_hasBatchPicture && linesToGenerate() <= 3)
+            m_hasBatchPicture = picture(m_project->window(), u"3-generating-light"_s);
         return !generator.queue().isActive() || generator.generateError().has_value();
     };
     if (!waitFor(isOver, generationWait, u"the takes"_s))
@@ -259,6 +258,8 @@ void DemoDriver::made(const QString &path) {
 
 bool DemoDriver::picture(QWidget &widget, const QString &name) {
     const QString path = QStringLiteral("%1/%2.png").arg(m_folder, name);
+    // What has just changed, such as the appearance, reaches the widgets with the next events.
+    QCoreApplication::processEvents();
     if (!widget.grab().save(path))
         return fail(QStringLiteral("%1 could not be written").arg(path));
     made(path);

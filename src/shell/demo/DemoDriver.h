@@ -56,6 +56,7 @@ private:
     QString m_folder;
     QString m_failure;
     ProjectWindowController *m_project = nullptr;
+    bool m_hasBatchPicture = false;
 };
 
 } // namespace orlenta::shell

@@ -69,6 +69,7 @@ void LineRow::makeControls(const ScriptTextField::Factory &makeTextField) {
     m_takes = new QToolButton(this);
     m_takes->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_takes->setToolTip(QStringLiteral("Choose the take in use"));
+    m_play->setToolTip(QStringLiteral("Play this line (Space)"));
     // The mark that a menu opens stands behind the text.
     m_takes->setLayoutDirection(layoutDirection() == Qt::LeftToRight ? Qt::RightToLeft : Qt::LeftToRight);
 }

@@ -36,6 +36,7 @@ ScriptTabBar::ScriptTabBar(controller::ProjectController &controller, QWidget *p
     m_add->setAccessibleName(QStringLiteral("New Tab"));
     m_add->setToolTip(QStringLiteral("New Tab (Ctrl+T)"));
     m_name->setAccessibleName(QStringLiteral("Tab name"));
+    m_name->setToolTip(QStringLiteral("The tab's name"));
     m_name->hide();
     m_name->installEventFilter(this);
 

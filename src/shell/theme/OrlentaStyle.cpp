@@ -19,6 +19,8 @@
 namespace orlenta::shell {
 namespace {
 
+constexpr int toolTipDelayMilliseconds = 300;
+
 int styleUnit(const QStyleOption *option, const QWidget *widget) {
     if (widget != nullptr)
         return Theme::unit(widget);
@@ -128,6 +130,9 @@ void OrlentaStyle::drawComplexControl(ComplexControl control, const QStyleOption
 
 QRect OrlentaStyle::subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,
                                    const QWidget *widget) const {
+    // Text stands clear of the rounded corners.
+    if (control == CC_ComboBox && part == SC_ComboBoxEditField)
+        return QProxyStyle::subControlRect(control, option, part, widget).adjusted(styleUnit(option, widget), 0, 0, 0);
     const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
     if (control != CC_ScrollBar || bar == nullptr)
         return QProxyStyle::subControlRect(control, option, part, widget);
@@ -200,13 +205,22 @@ int OrlentaStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, co
     }
 }
 
+QRect OrlentaStyle::subElementRect(SubElement element, const QStyleOption *option, const QWidget *widget) const {
+    const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+    const int unit = styleUnit(option, widget);
+    return element == SE_LineEditContents ? rect.adjusted(unit, 0, -unit, 0) : rect;
+}
+
 int OrlentaStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                             QStyleHintReturn *returnData) const {
     switch (hint) {
     case SH_EtchDisabledText:
     case SH_ComboBox_Popup:
     case SH_UnderlineShortcut:
+    case SH_DialogButtonBox_ButtonsHaveIcons:
         return 0;
+    case SH_ToolTip_WakeUpDelay:
+        return toolTipDelayMilliseconds;
     case SH_Slider_AbsoluteSetButtons:
         return static_cast<int>(Qt::LeftButton);
     case SH_ScrollBar_LeftClickAbsolutePosition:

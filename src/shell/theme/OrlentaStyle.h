@@ -22,6 +22,8 @@ public:
                             const QWidget *widget) const override;
     [[nodiscard]] QRect subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,
                                        const QWidget *widget) const override;
+    [[nodiscard]] QRect subElementRect(SubElement element, const QStyleOption *option,
+                                       const QWidget *widget) const override;
     [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override;
     [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                                 QStyleHintReturn *returnData) const override;

@@ -21,10 +21,10 @@ using namespace Qt::StringLiterals;
 
 namespace orlenta::shell {
 ProjectToolbar::ProjectToolbar(const Parts &parts, QWidget *parent)
-    : QWidget(parent), m_parts(parts), m_undo(actionButton(parts.actions.undo)),
-      m_redo(actionButton(parts.actions.redo)), m_export(actionButton(parts.actions.exportAudio)),
-      m_inspector(actionButton(parts.actions.toggleInspector)), m_outputMode(new QComboBox),
-      m_account(new CreditDisplay(parts.service, parts.localVoices)) {
+    : QWidget(parent), m_parts(parts), m_save(actionButton(parts.actions.save)),
+      m_undo(actionButton(parts.actions.undo)), m_redo(actionButton(parts.actions.redo)),
+      m_export(actionButton(parts.actions.exportAudio)), m_inspector(actionButton(parts.actions.toggleInspector)),
+      m_outputMode(new QComboBox), m_account(new CreditDisplay(parts.service, parts.localVoices)) {
     m_outputMode->addItem(u"Continuous"_s, u"continuous"_s);
     m_outputMode->addItem(u"Individual"_s, u"individual"_s);
     // A missing or unknown word reads as continuous.
@@ -36,6 +36,8 @@ ProjectToolbar::ProjectToolbar(const Parts &parts, QWidget *parent)
     const int unit = Theme::unit(this);
     layout->setContentsMargins(unit * 2, unit * 2, unit * 2, unit * 2);
     layout->setSpacing(unit);
+    layout->addWidget(m_save);
+    layout->addWidget(new Separator(Qt::Vertical));
     layout->addWidget(m_undo);
     layout->addWidget(m_redo);
     layout->addStretch();
@@ -76,7 +78,7 @@ QToolButton *ProjectToolbar::actionButton(QAction *action) {
 
 void ProjectToolbar::fitIcons() {
     const int side = Theme::iconSize(this);
-    for (QToolButton *button : {m_undo, m_redo, m_export, m_inspector})
+    for (QToolButton *button : {m_save, m_undo, m_redo, m_export, m_inspector})
         button->setIconSize(QSize(side, side));
     m_account->setIconSize(QSize(side, side));
 }

@@ -23,7 +23,7 @@ namespace orlenta::shell {
 class LocalVoices;
 class ProjectActions;
 
-/// The strip at the top of a project window: history, account, and export with its output mode.
+/// The strip at the top of a project window: save, history, account, and export with its output mode.
 class ProjectToolbar final : public QWidget {
     Q_OBJECT
 public:
@@ -51,6 +51,7 @@ private:
     void fitIcons();
 
     Parts m_parts;
+    QToolButton *m_save;
     QToolButton *m_undo;
     QToolButton *m_redo;
     QToolButton *m_export;

@@ -1,5 +1,7 @@
 #include "shell/windows/ProjectWindow.h"
 
+#include <algorithm>
+
 #include <QtGui/QAction>
 #include <QtGui/QCloseEvent>
 #include <QtWidgets/QMenuBar>
@@ -54,7 +56,7 @@ void ProjectWindow::layOut() {
     m_splitter->setStretchFactor(1, 0);
     m_splitter->setChildrenCollapsible(false);
     m_splitter->setHandleWidth(1);
-    const int inspectorWidth = m_inspector->minimumSizeHint().width();
+    const int inspectorWidth = std::max(contentSize.width() * 3 / 10, m_inspector->minimumWidth());
     m_splitter->setSizes({contentSize.width() - inspectorWidth, inspectorWidth});
 
     auto *content = new QWidget;
