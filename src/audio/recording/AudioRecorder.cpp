@@ -234,7 +234,7 @@ void AudioRecorder::handleRecordingFinished(const QUrl &url, bool isSuccessful, 
     }
     restoreRoute(context);
     if (isUserInitiatedStop)
-        logSavedFile();
+        logSavedFile(url);
     if (!isSuccessful)
         return;
     if (isUserInitiatedStop) {
@@ -247,8 +247,8 @@ void AudioRecorder::handleRecordingFinished(const QUrl &url, bool isSuccessful, 
         m_onSpontaneousFinish(m_recordingDuration, url);
 }
 
-void AudioRecorder::logSavedFile() const {
-    const QFileInfo file(m_recordedURL.toLocalFile());
+void AudioRecorder::logSavedFile(const QUrl &url) const {
+    const QFileInfo file(url.toLocalFile());
     AudioDebugLogger::log(file.exists()
                               ? QStringLiteral("AudioRecorder: Saved recording to %1, size: %2 bytes, "
                                                "duration: %3")

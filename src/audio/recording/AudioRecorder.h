@@ -89,7 +89,7 @@ private:
     void failToStart(const QString &message, const QString &logLine, const QString &context);
     void handleRecordingFinished(const QUrl &url, bool isSuccessful, const QString &context);
     void handleEncodeError(const QString &description);
-    void logSavedFile() const;
+    void logSavedFile(const QUrl &url) const;
     void pollState() const;
     void clearRecorder();
     void restoreRoute(const QString &context);
