@@ -42,8 +42,9 @@ private:
 
     const SoundServer &m_server;
     QList<Request> m_requests;
-    MicrophoneAuthorization m_announced;
     bool m_isRefused = false;
+    /// Made from the above.
+    MicrophoneAuthorization m_announced;
 };
 
 } // namespace orlenta::audio
