@@ -89,9 +89,9 @@ void LineRow::placeAudio(LineRowPlaces &places, const QRect &inner) const {
         places.takes = centred(right - takes.width(), takes);
         right -= takes.width() + unit;
     }
-    const QSize duration(m_duration->fontMetrics().horizontalAdvance(QStringLiteral("00:00")) + unit,
-                         m_duration->fontMetrics().height());
-    const QSize durationShown(std::max(duration.width(), m_duration->sizeHint().width()), duration.height());
+    const QSize shown = m_duration->sizeHint();
+    const int digits = m_duration->fontMetrics().horizontalAdvance(QStringLiteral("00:00")) + unit;
+    const QSize durationShown(std::max(digits, shown.width()), shown.height());
     places.duration = centred(right - durationShown.width(), durationShown);
     right -= durationShown.width() + unit * 2;
     const int left = places.play.right() + 1 + unit * 2;

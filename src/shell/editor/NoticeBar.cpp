@@ -16,6 +16,7 @@ NoticeBar::NoticeBar(QWidget *parent)
     m_text->setWordWrap(true);
     m_text->setTextFormat(Qt::PlainText);
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_text->setAccessibleName(QStringLiteral("Message"));
     m_icon->setAccessibleName(QStringLiteral("Warning"));
     m_dismiss->setIcon(Icon::named(QStringLiteral("close")));
     m_dismiss->setAutoRaise(true);

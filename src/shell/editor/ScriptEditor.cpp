@@ -41,7 +41,7 @@ ScriptEditor::ScriptEditor(const ScriptCommands::Parts &parts, const ScriptTextF
     layout->addWidget(m_toolbar);
     layout->addWidget(m_list, 1);
     layout->addWidget(m_notice);
-    setMinimumWidth(Theme::unit(this) * 90);
+    applyMeasures();
 
     connect(m_list, &ScriptListView::rowCreated, &m_commands, &ScriptCommands::connectRow);
     connect(m_list, &ScriptListView::stepRequested, this, &ScriptEditor::step);
@@ -210,6 +210,16 @@ void ScriptEditor::keyPressEvent(QKeyEvent *event) {
         leaveList(!event->modifiers().testFlag(Qt::ShiftModifier));
     else if (!isPlain || !inList || m_parts.controller.selection().editingLineId() || !handleListKey(event))
         event->ignore();
+}
+
+void ScriptEditor::changeEvent(QEvent *event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        applyMeasures();
+}
+
+void ScriptEditor::applyMeasures() {
+    setMinimumWidth(Theme::unit(this) * 90);
 }
 
 void ScriptEditor::contextMenuEvent(QContextMenuEvent *event) {

@@ -37,8 +37,10 @@ public:
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
+    void applyMeasures();
     void connectProject();
     void connectFailures();
     void followSelection();

@@ -311,11 +311,15 @@ void ScriptListView::showFocusOnRows() {
 
 void ScriptListView::changeEvent(QEvent *event) {
     QAbstractScrollArea::changeEvent(event);
-    if (event->type() != QEvent::FontChange)
-        return;
+    // A change of font reaches the rows' controls one by one; their sizes count once it has reached them all.
+    if (event->type() == QEvent::FontChange)
+        QMetaObject::invokeMethod(this, &ScriptListView::measureAnew, Qt::QueuedConnection);
+}
+
+void ScriptListView::measureAnew() {
     m_measured.clear();
     m_layoutWidth = -1;
-    layOutRows();
+    refreshRows();
 }
 
 bool ScriptListView::focusNextPrevChild(bool next) {

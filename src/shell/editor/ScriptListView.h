@@ -70,6 +70,7 @@ private:
 
     void rebuildHeights();
     void layOutRows();
+    void measureAnew();
     void layOutFrom(Anchor anchor);
     [[nodiscard]] std::optional<Anchor> visibleAnchor(int shift) const;
     [[nodiscard]] Anchor anchorAt(int scroll) const;

@@ -84,8 +84,11 @@ void ScriptToolbar::resizeEvent(QResizeEvent *event) {
 
 void ScriptToolbar::changeEvent(QEvent *event) {
     QWidget::changeEvent(event);
-    if (layout() != nullptr && (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange))
-        applyMeasures();
+    if (layout() == nullptr || (event->type() != QEvent::FontChange && event->type() != QEvent::PaletteChange))
+        return;
+    applyMeasures();
+    // The buttons take the font after their parent.
+    QMetaObject::invokeMethod(this, &ScriptToolbar::fitStatus, Qt::QueuedConnection);
 }
 
 void ScriptToolbar::applyMeasures() {

@@ -12,6 +12,7 @@
 #include <QtWidgets/QStyleFactory>
 #include <QtWidgets/QStyleOption>
 #include <QtWidgets/QTabBar>
+#include <QtWidgets/QToolButton>
 
 #include "shell/theme/StylePainting.h"
 #include "shell/theme/Theme.h"
@@ -70,8 +71,11 @@ void OrlentaStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *o
     case PE_FrameTabBarBase:
         return;
     case PE_FrameFocusRect:
-        if (qobject_cast<const QAbstractButton *>(widget) == nullptr &&
-            qobject_cast<const QComboBox *>(widget) == nullptr && qobject_cast<const QSlider *>(widget) == nullptr)
+        // A bare tool button has no panel that could show it; other controls draw the ring with their panel.
+        if (qobject_cast<const QToolButton *>(widget) != nullptr)
+            painting::drawFocusRing(painter, widget->rect(), Theme::radius(widget), option->palette);
+        else if (qobject_cast<const QAbstractButton *>(widget) == nullptr &&
+                 qobject_cast<const QComboBox *>(widget) == nullptr && qobject_cast<const QSlider *>(widget) == nullptr)
             painting::drawFocusRing(painter, option->rect, styleUnit(option, widget), option->palette);
         return;
     default:

@@ -30,10 +30,6 @@ bool has(const QStyleOption &option, QStyle::StateFlag flag) {
     return option.state.testFlag(flag);
 }
 
-bool showsFocus(const QStyleOption &option) {
-    return has(option, QStyle::State_HasFocus) && has(option, QStyle::State_KeyboardFocusChange);
-}
-
 } // namespace
 
 void drawFocusRing(QPainter *painter, const QRect &rect, qreal radius, const QPalette &palette) {
@@ -195,7 +191,7 @@ void drawTab(QPainter *painter, const QStyleOptionTab &option) {
         drawBox(painter, tab, radiusOf(option), colors.surface, colors.border);
     else if (has(option, QStyle::State_MouseOver))
         drawBox(painter, tab, radiusOf(option), colors.surfaceHover, QColor());
-    if (selected && showsFocus(option))
+    if (selected && has(option, QStyle::State_HasFocus))
         drawFocusRing(painter, tab, radiusOf(option), option.palette);
 }
 

@@ -34,12 +34,21 @@ protected:
         controller->takes().setGenerating(controller::GenerationState::Generating, idAt(1));
         controller->tabs().addTab();
         controller->tabs().setActiveTab(controller->project().tabs.first().id);
+        controller->selection().selectAlone(idAt(0));
         controller->setSpotError(QStringLiteral("No generated audio to spot. Generate audio first."));
     }
     void TearDown() override {
         editor.reset();
         Theme::setUiScale(1.0);
         Theme::apply(Appearance::Light);
+    }
+
+    /// A change of font goes through several rounds of events.
+    static void settle() {
+        for (int round = 0; round < 5; ++round) {
+            QCoreApplication::sendPostedEvents();
+            QCoreApplication::processEvents();
+        }
     }
 
     void expectNothingClipped(const QString &where) {
@@ -88,7 +97,7 @@ TEST_F(ScriptEditorLooksTest, NothingIsClippedAtAnyInterfaceScale) {
         Theme::setUiScale(scale);
         for (const int width : {400, 600, 1100}) {
             editor->resize(static_cast<int>(width * scale), static_cast<int>(800 * scale));
-            QCoreApplication::processEvents();
+            settle();
             expectNothingClipped(QStringLiteral("at scale %1, width %2:").arg(scale).arg(width));
         }
     }

@@ -1,0 +1,191 @@
+// What a tab of ten thousand lines costs in the script list, beside the plain way: the same row widget once for each
+// line in a scroll area. Run it on a real or virtual X display; the numbers are wall-clock time and resident memory of
+// this process.
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+#include <malloc.h>
+#include <unistd.h>
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QScrollArea>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QVBoxLayout>
+
+#include "audio/devices/AudioDeviceMonitor.h"
+#include "audio/devices/OutputRoutingDiagnostics.h"
+#include "audio/devices/SoundServer.h"
+#include "audio/playback/PlaybackController.h"
+#include "base/UserDefaults.h"
+#include "controller/LineGenerator.h"
+#include "controller/ProjectController.h"
+#include "shell/editor/LineRow.h"
+#include "shell/editor/ScriptEditor.h"
+#include "shell/editor/ScriptLines.h"
+#include "shell/editor/ScriptListView.h"
+#include "shell/theme/Theme.h"
+#include "speech/CredentialStore.h"
+#include "speech/ElevenLabsService.h"
+
+namespace orlenta::shell {
+namespace {
+
+constexpr int lineCount = 10000;
+constexpr QSize windowSize(1000, 700);
+
+model::Project longProject() {
+    model::Project project = model::Project::makeNew(QStringLiteral("Long"), base::Timestamp{});
+    project.voices.append({model::VoiceId::create(), QStringLiteral("voice"), QStringLiteral("Narrator"),
+                           QStringLiteral("Narrator"), QStringLiteral("#3FA7D6")});
+    const QString words =
+        QStringLiteral("The harbour lights went out one by one, and nobody on the quay said a word. ");
+    std::vector<model::ProjectLine> lines;
+    QList<model::LineId> ids;
+    for (int index = 0; index < lineCount; ++index) {
+        model::ProjectLine line = model::ProjectLine::makeNew(index);
+        line.text = words.repeated(1 + index % 4).left(20 + (index * 37) % 280);
+        line.voiceId = project.voices.first().id;
+        ids.append(line.lineId);
+        lines.push_back(std::move(line));
+    }
+    project.lines = model::LineList(std::move(lines));
+    project.tabs.first().lineIds = ids;
+    return project;
+}
+
+double residentMegabytes() {
+    ::malloc_trim(0);
+    QFile file(QStringLiteral("/proc/self/statm"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0.0;
+    const double pages = file.readAll().split(' ').at(1).toDouble();
+    return pages * static_cast<double>(::sysconf(_SC_PAGESIZE)) / 1e6;
+}
+
+struct Cost {
+    double openMilliseconds = 0.0;
+    double megabytes = 0.0;
+    double medianFrame = 0.0;
+    double worstFrame = 0.0;
+    double jumpFrame = 0.0;
+};
+
+double milliseconds(const QElapsedTimer &timer) {
+    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+}
+
+double frame(QAbstractScrollArea &area, int value) {
+    QElapsedTimer timer;
+    timer.start();
+    area.verticalScrollBar()->setValue(value);
+    area.viewport()->repaint();
+    QCoreApplication::processEvents();
+    return milliseconds(timer);
+}
+
+void scroll(QAbstractScrollArea &area, Cost &cost) {
+    std::vector<double> frames;
+    for (int step = 0; step < 300; ++step)
+        frames.push_back(frame(area, area.verticalScrollBar()->value() + 60));
+    std::sort(frames.begin(), frames.end());
+    cost.medianFrame = frames[frames.size() / 2];
+    cost.worstFrame = frames.back();
+    const int end = area.verticalScrollBar()->maximum();
+    for (int jump = 1; jump <= 40 && end > 0; ++jump)
+        cost.jumpFrame = std::max(cost.jumpFrame, frame(area, static_cast<int>((qint64(jump) * 7919 * 131) % end)));
+}
+
+Cost measureList(const ScriptCommands::Parts &parts) {
+    Cost cost;
+    const double before = residentMegabytes();
+    QElapsedTimer timer;
+    timer.start();
+    ScriptEditor editor(parts.controller, parts.playback, parts.generator);
+    editor.resize(windowSize);
+    editor.show();
+    editor.list().viewport()->repaint();
+    QCoreApplication::processEvents();
+    cost.openMilliseconds = milliseconds(timer);
+    cost.megabytes = residentMegabytes() - before;
+    scroll(editor.list(), cost);
+    return cost;
+}
+
+Cost measurePeer(const ScriptCommands::Parts &parts) {
+    Cost cost;
+    const double before = residentMegabytes();
+    QElapsedTimer timer;
+    timer.start();
+    const ScriptLines source(parts.controller, parts.playback);
+    QScrollArea area;
+    auto *column = new QWidget;
+    auto *layout = new QVBoxLayout(column);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    const int width = windowSize.width() - 20;
+    const QList<model::LineId> ids = source.lineIds();
+    for (qsizetype index = 0; index < ids.size(); ++index) {
+        auto *row = new LineRow([](QWidget *parent) { return new ScriptTextField(parent); }, column);
+        row->setContent(source.content(ids.at(index), index));
+        row->setFixedHeight(row->heightForWidth(width));
+        layout->addWidget(row);
+    }
+    area.setWidget(column);
+    area.setWidgetResizable(true);
+    area.resize(windowSize);
+    area.show();
+    area.viewport()->repaint();
+    QCoreApplication::processEvents();
+    cost.openMilliseconds = milliseconds(timer);
+    cost.megabytes = residentMegabytes() - before;
+    scroll(area, cost);
+    return cost;
+}
+
+void print(const char *name, const Cost &cost) {
+    std::printf("%-28s %10.1f %10.1f %14.2f %13.2f %13.2f\n", name, cost.openMilliseconds, cost.megabytes,
+                cost.medianFrame, cost.worstFrame, cost.jumpFrame);
+}
+
+int run() {
+    const QTemporaryDir folder;
+    base::UserDefaults defaults(folder.filePath(QStringLiteral("defaults.ini")));
+    audio::SoundServer server(QStringLiteral("unix:%1").arg(folder.filePath(QStringLiteral("none"))));
+    audio::AudioDeviceMonitor monitor(server, defaults);
+    audio::OutputRoutingDiagnostics diagnostics;
+    audio::PlaybackController playback(server, defaults, monitor, diagnostics);
+    speech::CredentialStore credentials;
+    speech::ElevenLabsService service(defaults, credentials);
+    {
+        // Fonts, style and icons are loaded once for the process; a first, short script pays for them.
+        controller::ProjectController controller(model::Project::makeNew(QStringLiteral("Short"), base::Timestamp{}),
+                                                 QUrl());
+        controller::LineGenerator generator(controller, service, defaults);
+        measureList({controller, playback, generator});
+    }
+    controller::ProjectController controller(longProject(), QUrl());
+    controller::LineGenerator generator(controller, service, defaults);
+    std::printf("%-28s %10s %10s %14s %13s %13s\n", "10,000 lines", "open ms", "MB", "frame ms, mid", "worst",
+                "worst jump");
+    const Cost list = measureList({controller, playback, generator});
+    print("script list", list);
+    print("a widget for each line", measurePeer({controller, playback, generator}));
+    const bool holds =
+        list.openMilliseconds < 100.0 && list.megabytes < 20.0 && list.worstFrame < 16.0 && list.jumpFrame < 16.0;
+    std::printf("%s: a script list opens below 100 ms and 20 MB, and scrolls below 16 ms a frame\n",
+                holds ? "holds" : "MISSED");
+    return holds ? 0 : 1;
+}
+
+} // namespace
+} // namespace orlenta::shell
+
+int main(int argc, char **argv) {
+    const QApplication application(argc, argv);
+    orlenta::shell::Theme::apply(orlenta::shell::Appearance::Light);
+    return orlenta::shell::run();
+}
