@@ -1,7 +1,9 @@
 #include <QtCore/QCommandLineParser>
+#include <QtCore/QFileInfo>
 #include <QtCore/QLoggingCategory>
 #include <QtWidgets/QApplication>
 
+#include "base/CrashReport.h"
 #include "base/LogFile.h"
 #include "shell/application/OrlentaApp.h"
 #include "shell/demo/DemoDriver.h"
@@ -26,6 +28,7 @@ int main(int argc, char **argv) {
     parser.process(application);
 
     const orlenta::base::LogFile log;
+    orlenta::base::CrashReport::install(QFileInfo(orlenta::base::LogFile::defaultPath()).path());
     const bool isDemo = parser.isSet(demo);
     // The tour answers the file dialogs, which it can only do where they are the application's own.
     if (isDemo) {

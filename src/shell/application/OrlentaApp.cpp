@@ -7,6 +7,7 @@
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QMessageBox>
 
+#include "base/CrashReport.h"
 #include "controller/TemporarySweep.h"
 #include "shell/application/SampleProject.h"
 #include "shell/settings/SettingsDialog.h"
@@ -34,6 +35,10 @@ OrlentaApp::OrlentaApp()
       m_windows(m_context) {
     QApplication::setQuitOnLastWindowClosed(false);
     connectCommands();
+    connect(&m_credentials, &speech::CredentialStore::breadcrumb, this,
+            [](const QString &message, const QVariantMap &data) {
+                base::CrashReport::addBreadcrumb(u"keychain"_s, base::CrashReport::Level::Error, message, data);
+            });
     connect(&m_windows, &ProjectWindows::projectOpened, this, [this] {
         if (m_welcome)
             m_welcome->hide();
