@@ -29,7 +29,8 @@ AccountDialog::AccountDialog(ElevenLabsService &service, LocalVoices &localVoice
       m_state(new TextLabel({}, TextLabel::Style::Heading)), m_detail(new TextLabel({}, TextLabel::Style::Caption)),
       m_key(new QLineEdit), m_showKey(new QToolButton), m_error(new TextLabel({}, TextLabel::Style::Body)),
       m_connect(new QPushButton(u"Connect"_s)), m_signOut(new QPushButton(u"Sign Out"_s)),
-      m_local(new ToggleSwitch(u"Use local voices"_s)), m_localState(new TextLabel({}, TextLabel::Style::Caption)) {
+      m_refresh(new QPushButton(u"Refresh"_s)), m_local(new ToggleSwitch(u"Use local voices"_s)),
+      m_localState(new TextLabel({}, TextLabel::Style::Caption)) {
     setWindowTitle(u"Account"_s);
     setAccessibleName(u"Account"_s);
     const int unit = Theme::unit(this);
@@ -47,7 +48,7 @@ AccountDialog::AccountDialog(ElevenLabsService &service, LocalVoices &localVoice
 
     for (const auto signal : {&ElevenLabsService::apiKeyChanged, &ElevenLabsService::isAuthenticatedChanged,
                               &ElevenLabsService::isLoadingChanged, &ElevenLabsService::userChanged,
-                              &ElevenLabsService::errorMessageChanged})
+                              &ElevenLabsService::voicesChanged, &ElevenLabsService::errorMessageChanged})
         connect(&service, signal, this, &AccountDialog::showState);
     connect(&localVoices, &LocalVoices::stateChanged, this, &AccountDialog::showState);
     showState();
@@ -88,6 +89,7 @@ QWidget *AccountDialog::makeAccountGroup() {
     m_showKey->setToolTip(u"Show the key as plain text"_s);
     m_connect->setToolTip(u"Connect with this key"_s);
     m_signOut->setToolTip(u"Sign out and remove the key from the keyring"_s);
+    m_refresh->setToolTip(u"Ask for the account's credits and voices again"_s);
     Theme::setRole(m_connect, ButtonRole::Primary);
     m_connect->setDefault(true);
     m_error->setAccessibleName(u"Failure"_s);
@@ -109,6 +111,7 @@ QWidget *AccountDialog::makeAccountGroup() {
     layout->addWidget(m_error);
     auto *actions = new QHBoxLayout;
     actions->addStretch();
+    actions->addWidget(m_refresh);
     actions->addWidget(m_signOut);
     actions->addWidget(m_connect);
     layout->addLayout(actions);
@@ -120,6 +123,7 @@ QWidget *AccountDialog::makeAccountGroup() {
     connect(m_key, &QLineEdit::textChanged, this, &AccountDialog::showState);
     connect(m_connect, &QPushButton::clicked, this, &AccountDialog::connectAccount);
     connect(m_signOut, &QPushButton::clicked, this, [this] { m_service.disconnectAccount(); });
+    connect(m_refresh, &QPushButton::clicked, this, [this] { m_service.refreshAccount(); });
     return group;
 }
 
@@ -199,6 +203,7 @@ void AccountDialog::showAccount(bool isLocal) {
         widget->setVisible(!isConnected);
         widget->setEnabled(!isLocal && !isLoading);
     }
+    m_refresh->setVisible(isConnected);
     m_connect->setVisible(!isConnected);
     m_connect->setEnabled(!isLocal && !isLoading && !m_key->text().trimmed().isEmpty());
     // A key that failed is still in the keyring, so signing out stays possible.

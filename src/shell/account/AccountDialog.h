@@ -25,6 +25,7 @@ public:
     [[nodiscard]] QLineEdit *keyField() const { return m_key; }
     [[nodiscard]] QPushButton *connectButton() const { return m_connect; }
     [[nodiscard]] QPushButton *signOutButton() const { return m_signOut; }
+    [[nodiscard]] QPushButton *refreshButton() const { return m_refresh; }
     [[nodiscard]] ToggleSwitch *localVoicesSwitch() const { return m_local; }
     /// What stands for the state of the connection, and the failure below it.
     [[nodiscard]] QString stateText() const;
@@ -50,6 +51,7 @@ private:
     QLabel *m_error;
     QPushButton *m_connect;
     QPushButton *m_signOut;
+    QPushButton *m_refresh;
     ToggleSwitch *m_local;
     QLabel *m_localState;
 };

@@ -7,7 +7,9 @@
 
 #include "shell/controls/ToggleSwitch.h"
 #include "shell/ShellSession.h"
+#include "speech/AccountReplies.h"
 #include "speech/ElevenLabsService.h"
+#include "support/LoopbackServer.h"
 
 namespace orlenta {
 namespace {
@@ -93,6 +95,27 @@ TEST(AccountDialog, AKeyConnectsAWrongOneIsToldAndSignOutForgetsIt) {
     ASSERT_TRUE(waitUntil([&] { return panel.service.apiKey().isEmpty(); }));
     EXPECT_EQ(panel.dialog.stateText(), QStringLiteral("Not connected"));
     EXPECT_TRUE(panel.dialog.keyField()->isVisible());
+}
+
+TEST(AccountDialog, ARefreshShowsWhatTheAccountSaysNowAndAFailedOneKeepsTheConnection) {
+    test::LoopbackServer server;
+    speech::answerAccount(server);
+    ShellSession session;
+    AccountPanel panel(session);
+    panel.service.useEndpoint(server.url());
+    EXPECT_FALSE(panel.dialog.refreshButton()->isVisible());
+    typeKey(panel.dialog, QStringLiteral("key"));
+    panel.dialog.connectButton()->click();
+    ASSERT_TRUE(waitUntil([&] { return panel.dialog.refreshButton()->isVisible(); }));
+
+    server.answer("/v1/user", test::LoopbackServer::json(speech::userJson(250)));
+    panel.dialog.refreshButton()->click();
+    EXPECT_TRUE(waitUntil([&] { return panel.service.creditsText() == QStringLiteral("250 credits"); }));
+    server.answer("/v1/user", test::LoopbackServer::reply(500, R"({"detail":"boom"})"));
+    panel.dialog.refreshButton()->click();
+    const QString failed = QStringLiteral("Failed to refresh: HTTP error 500: boom");
+    EXPECT_TRUE(waitUntil([&] { return panel.dialog.errorText() == failed; }));
+    EXPECT_EQ(panel.dialog.stateText(), QStringLiteral("Connected"));
 }
 
 TEST(AccountDialog, ShowLaysTheKeyOpen) {
