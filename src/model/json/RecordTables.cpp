@@ -347,6 +347,39 @@ constexpr Field customTagFields[] = {
 };
 constexpr Schema customTagSchema(customTagFields, &finishCustomTag);
 
+constexpr Field colorFields[] = {
+    value<CodableColor, &CodableColor::blue>("blue"),
+    value<CodableColor, &CodableColor::green>("green"),
+    value<CodableColor, &CodableColor::red>("red"),
+};
+constexpr Schema colorSchema(colorFields);
+
+constexpr Field scriptLineFields[] = {
+    value<ScriptLine, &ScriptLine::castName>("castName"),
+    nested<ScriptLine, &ScriptLine::codableColor>("codableColor", required, colorSchema),
+    value<ScriptLine, &ScriptLine::directionAudioFilename>("directionAudioFilename", optional),
+    value<ScriptLine, &ScriptLine::directionMode>("directionMode"),
+    value<ScriptLine, &ScriptLine::generatedAudioFilename>("generatedAudioFilename", optional),
+    value<ScriptLine, &ScriptLine::id>("id"),
+    word<ScriptLine, &ScriptLine::mode>("mode"),
+    word<ScriptLine, &ScriptLine::model>("model"),
+    value<ScriptLine, &ScriptLine::presetName>("presetName"),
+    value<ScriptLine, &ScriptLine::similarityBoost>("similarityBoost"),
+    value<ScriptLine, &ScriptLine::speed>("speed"),
+    value<ScriptLine, &ScriptLine::stability>("stability"),
+    value<ScriptLine, &ScriptLine::style>("style"),
+    value<ScriptLine, &ScriptLine::text>("text"),
+    value<ScriptLine, &ScriptLine::voiceId>("voiceId", optional),
+};
+constexpr Schema scriptLineSchema(scriptLineFields);
+
+constexpr Field scriptTabFields[] = {
+    value<ScriptTab, &ScriptTab::id>("id"),
+    records<ScriptTab, &ScriptTab::lines>("lines", required, scriptLineSchema),
+    value<ScriptTab, &ScriptTab::name>("name"),
+};
+constexpr Schema scriptTabSchema(scriptTabFields);
+
 } // namespace
 
 const Field &projectDocument() {
@@ -361,6 +394,16 @@ const Field &linePayloadDocument() {
 
 const Field &customTagsDocument() {
     static constexpr Field document = records<QList<CustomTag>, std::identity{}>({}, required, customTagSchema);
+    return document;
+}
+
+const Field &scriptTabsDocument() {
+    static constexpr Field document = records<QList<ScriptTab>, std::identity{}>({}, required, scriptTabSchema);
+    return document;
+}
+
+const Field &scriptLinesDocument() {
+    static constexpr Field document = records<QList<ScriptLine>, std::identity{}>({}, required, scriptLineSchema);
     return document;
 }
 

@@ -6,6 +6,7 @@
 #include "model/CustomTag.h"
 #include "model/json/RecordSchema.h"
 #include "model/Project.h"
+#include "model/ScriptTab.h"
 
 namespace orlenta::model::json {
 
@@ -27,5 +28,8 @@ struct LinePayloadDraft {
 [[nodiscard]] const Field &linePayloadDocument();
 /// Into a QList<CustomTag>.
 [[nodiscard]] const Field &customTagsDocument();
+/// Into a QList<ScriptTab> and a QList<ScriptLine>.
+[[nodiscard]] const Field &scriptTabsDocument();
+[[nodiscard]] const Field &scriptLinesDocument();
 
 } // namespace orlenta::model::json

@@ -40,8 +40,13 @@ void writeBoolean(JsonWriter &writer, std::string_view key, bool value) {
     writer.boolean(value);
 }
 
-void writeDirectionMode(JsonWriter &writer, DirectionMode mode) {
-    writer.key("direction_mode");
+void writeText(JsonWriter &writer, std::string_view key, const std::optional<QString> &text) {
+    if (text)
+        writeText(writer, key, *text);
+}
+
+void writeDirectionMode(JsonWriter &writer, std::string_view key, DirectionMode mode) {
+    writer.key(key);
     writer.plain(mode == DirectionMode::Text ? "text" : "voice");
 }
 
@@ -70,7 +75,7 @@ void writeRecords(JsonWriter &writer, std::string_view key, const List &records,
 void writeSettings(JsonWriter &writer, std::string_view key, const ProjectLineSettings &settings) {
     writer.key(key);
     writer.beginObject();
-    writeDirectionMode(writer, settings.directionMode);
+    writeDirectionMode(writer, "direction_mode", settings.directionMode);
     writeText(writer, "mode", settings.mode);
     writeText(writer, "model", settings.model);
     writeNumber(writer, "similarity_boost", settings.similarityBoost);
@@ -123,7 +128,7 @@ void writePresetVoice(JsonWriter &writer, const ProjectPresetVoice &voice) {
 
 void writePreset(JsonWriter &writer, const ProjectPreset &preset) {
     writer.beginObject();
-    writeDirectionMode(writer, preset.settings.directionMode);
+    writeDirectionMode(writer, "direction_mode", preset.settings.directionMode);
     writeId(writer, "id", preset.id);
     writeText(writer, "mode", preset.settings.mode);
     writeText(writer, "model", preset.settings.model);
@@ -176,6 +181,15 @@ void writeSelection(JsonWriter &writer, const SelectionState &selection) {
     writer.beginObject();
     writeId(writer, "active_line_id", selection.activeLineId);
     writeIds(writer, "selected_line_ids", selection.selectedLineIds);
+    writer.endObject();
+}
+
+void writeColor(JsonWriter &writer, std::string_view key, const CodableColor &color) {
+    writer.key(key);
+    writer.beginObject();
+    writeNumber(writer, "blue", color.blue);
+    writeNumber(writer, "green", color.green);
+    writeNumber(writer, "red", color.red);
     writer.endObject();
 }
 
@@ -233,6 +247,34 @@ void write(JsonWriter &writer, const CustomTag &tag) {
     writeBoolean(writer, "isEnabled", tag.isEnabled);
     writeText(writer, "label", tag.label);
     writeBoolean(writer, "was_classified_by_llm", tag.wasClassifiedByLLM);
+    writer.endObject();
+}
+
+void write(JsonWriter &writer, const ScriptLine &line) {
+    writer.beginObject();
+    writeText(writer, "castName", line.castName);
+    writeColor(writer, "codableColor", line.codableColor);
+    writeText(writer, "directionAudioFilename", line.directionAudioFilename);
+    writeDirectionMode(writer, "directionMode", line.directionMode);
+    writeText(writer, "generatedAudioFilename", line.generatedAudioFilename);
+    writeId(writer, "id", line.id);
+    writeText(writer, "mode", line.mode);
+    writeText(writer, "model", line.model);
+    writeText(writer, "presetName", line.presetName);
+    writeNumber(writer, "similarityBoost", line.similarityBoost);
+    writeNumber(writer, "speed", line.speed);
+    writeNumber(writer, "stability", line.stability);
+    writeNumber(writer, "style", line.style);
+    writeText(writer, "text", line.text);
+    writeText(writer, "voiceId", line.voiceId);
+    writer.endObject();
+}
+
+void write(JsonWriter &writer, const ScriptTab &tab) {
+    writer.beginObject();
+    writeId(writer, "id", tab.id);
+    writeRecords(writer, "lines", tab.lines, [](JsonWriter &inner, const ScriptLine &line) { write(inner, line); });
+    writeText(writer, "name", tab.name);
     writer.endObject();
 }
 

@@ -3,6 +3,7 @@
 #include "model/CustomTag.h"
 #include "model/json/JsonWriter.h"
 #include "model/Project.h"
+#include "model/ScriptTab.h"
 
 namespace orlenta::model::json {
 
@@ -10,5 +11,7 @@ namespace orlenta::model::json {
 void write(JsonWriter &writer, const Project &project);
 void write(JsonWriter &writer, const ProjectLine &line);
 void write(JsonWriter &writer, const CustomTag &tag);
+void write(JsonWriter &writer, const ScriptLine &line);
+void write(JsonWriter &writer, const ScriptTab &tab);
 
 } // namespace orlenta::model::json
