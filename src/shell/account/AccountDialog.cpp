@@ -27,7 +27,7 @@ using speech::ElevenLabsService;
 AccountDialog::AccountDialog(ElevenLabsService &service, LocalVoices &localVoices, QWidget *parent)
     : QDialog(parent), m_service(service), m_localVoices(localVoices),
       m_state(new TextLabel({}, TextLabel::Style::Heading)), m_detail(new TextLabel({}, TextLabel::Style::Caption)),
-      m_key(new QLineEdit), m_showKey(new QToolButton), m_error(new TextLabel({}, TextLabel::Style::Body)),
+      m_key(new QLineEdit), m_showKey(new QToolButton), m_error(new TextLabel({}, TextLabel::Style::Danger)),
       m_connect(new QPushButton(u"Connect"_s)), m_signOut(new QPushButton(u"Sign Out"_s)),
       m_refresh(new QPushButton(u"Refresh"_s)), m_local(new ToggleSwitch(u"Use local voices"_s)),
       m_localState(new TextLabel({}, TextLabel::Style::Caption)) {
@@ -93,9 +93,6 @@ QWidget *AccountDialog::makeAccountGroup() {
     Theme::setRole(m_connect, ButtonRole::Primary);
     m_connect->setDefault(true);
     m_error->setAccessibleName(u"Failure"_s);
-    QPalette red = m_error->palette();
-    red.setColor(QPalette::WindowText, ThemeColors::of(palette()).danger);
-    m_error->setPalette(red);
     m_error->setTextInteractionFlags(Qt::TextSelectableByMouse);
 
     auto *group = new QWidget;

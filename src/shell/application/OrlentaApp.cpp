@@ -50,6 +50,9 @@ OrlentaApp::OrlentaApp()
 }
 
 OrlentaApp::~OrlentaApp() {
+    // These two may stand without a window above them.
+    delete m_settings;
+    delete m_newProject;
     m_localVoices.shutDown();
 }
 
@@ -173,8 +176,9 @@ void OrlentaApp::requestQuit() {
         return;
     m_isResolvingTermination = true;
     m_windows.resolveUnsavedProjects([this](ProjectWindowController::CloseOutcome outcome) {
-        m_isResolvingTermination = false;
-        if (outcome == ProjectWindowController::CloseOutcome::Cancelled)
+        // Once it is settled, closing the windows must ask nothing more.
+        m_isResolvingTermination = outcome == ProjectWindowController::CloseOutcome::Proceed;
+        if (!m_isResolvingTermination)
             return;
         m_localVoices.shutDown();
         QApplication::quit();

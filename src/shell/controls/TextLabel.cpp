@@ -17,6 +17,7 @@ double sizeFactor(TextLabel::Style style) {
     case TextLabel::Style::Section:
         return 0.85;
     case TextLabel::Style::Body:
+    case TextLabel::Style::Danger:
         return 1.0;
     case TextLabel::Style::Caption:
         return 0.9;
@@ -28,26 +29,41 @@ bool isStrong(TextLabel::Style style) {
     return style == TextLabel::Style::Title || style == TextLabel::Style::Heading || style == TextLabel::Style::Section;
 }
 
-bool isQuiet(TextLabel::Style style) {
-    return style == TextLabel::Style::Section || style == TextLabel::Style::Caption;
+QColor labelColor(TextLabel::Style style) {
+    const ThemeColors &colors = ThemeColors::of(QApplication::palette());
+    switch (style) {
+    case TextLabel::Style::Title:
+    case TextLabel::Style::Heading:
+    case TextLabel::Style::Body:
+        return colors.text;
+    case TextLabel::Style::Section:
+    case TextLabel::Style::Caption:
+        return colors.textMuted;
+    case TextLabel::Style::Danger:
+        return colors.danger;
+    }
+    Q_UNREACHABLE();
 }
 
 } // namespace
 
 TextLabel::TextLabel(const QString &text, Style style, QWidget *parent) : QLabel(text, parent), m_style(style) {
     setTextFormat(Qt::PlainText);
-    if (style == Style::Caption || style == Style::Body)
+    if (style == Style::Caption || style == Style::Body || style == Style::Danger)
         setWordWrap(true);
-    restyle();
+    applyFont();
+    applyColor();
 }
 
 void TextLabel::changeEvent(QEvent *event) {
     QLabel::changeEvent(event);
-    if (event->type() == QEvent::ApplicationFontChange || event->type() == QEvent::ApplicationPaletteChange)
-        restyle();
+    if (event->type() == QEvent::ApplicationFontChange)
+        applyFont();
+    else if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange)
+        applyColor();
 }
 
-void TextLabel::restyle() {
+void TextLabel::applyFont() {
     QFont font = QApplication::font();
     if (font.pointSizeF() > 0.0)
         font.setPointSizeF(font.pointSizeF() * sizeFactor(m_style));
@@ -58,11 +74,17 @@ void TextLabel::restyle() {
     if (m_style == Style::Section)
         font.setLetterSpacing(QFont::PercentageSpacing, 106);
     setFont(font);
-    if (!isQuiet(m_style))
+}
+
+void TextLabel::applyColor() {
+    // Setting the palette announces a change of the palette in turn.
+    const QColor color = labelColor(m_style);
+    if (palette().color(QPalette::Active, QPalette::WindowText) == color)
         return;
-    QPalette quiet;
-    quiet.setColor(QPalette::WindowText, ThemeColors::of(QApplication::palette()).textMuted);
-    setPalette(quiet);
+    QPalette own;
+    own.setColor(QPalette::Active, QPalette::WindowText, color);
+    own.setColor(QPalette::Inactive, QPalette::WindowText, color);
+    setPalette(own);
 }
 
 } // namespace orlenta::shell

@@ -16,7 +16,9 @@ public:
         Section,
         Body,
         /// Small and quiet, for explanations.
-        Caption
+        Caption,
+        /// What went wrong.
+        Danger
     };
 
     TextLabel(const QString &text, Style style, QWidget *parent = nullptr);
@@ -25,7 +27,8 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    void restyle();
+    void applyFont();
+    void applyColor();
 
     Style m_style;
 };

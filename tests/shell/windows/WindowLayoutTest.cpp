@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <QtTest/QTest>
+#include <QtWidgets/QLabel>
 
 #include "shell/account/AccountDialog.h"
 #include "shell/inspector/DeliveryTipsDialog.h"
@@ -66,6 +67,24 @@ TEST(WindowLayout, NoTextIsCutOffAtAnyScale) {
         }
     }
     Theme::setUiScale(1.0);
+}
+
+TEST(WindowLayout, AChangeOfAppearanceReachesEveryLabel) {
+    AllWindows windows;
+    for (const shell::Appearance appearance : {shell::Appearance::Dark, shell::Appearance::Light}) {
+        Theme::apply(appearance);
+        QCoreApplication::processEvents();
+        for (const QWidget *window : windows.all) {
+            for (const QLabel *label : window->findChildren<QLabel *>()) {
+                if (!label->isVisible() || !label->isEnabled() || label->text().isEmpty())
+                    continue;
+                const QPalette palette = label->palette();
+                const double contrast = shell::contrastRatio(palette.color(QPalette::Active, label->foregroundRole()),
+                                                             window->palette().color(QPalette::Window));
+                EXPECT_GE(contrast, 4.5) << window->windowTitle().toStdString() << ": " << label->text().toStdString();
+            }
+        }
+    }
 }
 
 TEST(WindowLayout, AChangeOfScaleReachesOpenWindows) {
