@@ -241,6 +241,7 @@ void LineRow::changeEvent(QEvent *event) {
     if (m_text == nullptr || (event->type() != QEvent::PaletteChange && event->type() != QEvent::FontChange))
         return;
     applyColors();
+    m_text->applyScriptFont();
     if (!m_content.id.isNull())
         showAudio();
     if (event->type() == QEvent::FontChange)

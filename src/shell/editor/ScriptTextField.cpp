@@ -42,7 +42,7 @@ ScriptTextField::ScriptTextField(QWidget *parent) : QTextEdit(parent) {
     };
     connect(this, &QTextEdit::cursorPositionChanged, this, selectionMoved);
     connect(this, &QTextEdit::selectionChanged, this, selectionMoved);
-    applyTextMeasures();
+    applyScriptFont();
 }
 
 QString ScriptTextField::sourceText() const {
@@ -165,18 +165,12 @@ void ScriptTextField::focusOutEvent(QFocusEvent *event) {
         Q_EMIT editingEnded();
 }
 
-void ScriptTextField::changeEvent(QEvent *event) {
-    QTextEdit::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        applyTextMeasures();
-}
-
 void ScriptTextField::insertFromMimeData(const QMimeData *source) {
     if (source->hasText())
         insertPlainText(source->text());
 }
 
-void ScriptTextField::applyTextMeasures() {
+void ScriptTextField::applyScriptFont() {
     const QFont font = Theme::scriptFont();
     if (document()->defaultFont() == font)
         return;

@@ -31,6 +31,9 @@ public:
     void clearTypingUndo();
     /// Puts the caret under a point of the viewport.
     void placeCaretAt(const QPoint &point);
+    /// Takes the script font at the present interface scale. With a font of its own, the field isn't told of a change
+    /// of the application's; its owner is.
+    void applyScriptFont();
     /// Height of the text at a width, in pixels; at least one line.
     [[nodiscard]] int heightForTextWidth(int width);
 
@@ -60,12 +63,9 @@ protected:
     void wheelEvent(QWheelEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
-    void changeEvent(QEvent *event) override;
     void insertFromMimeData(const QMimeData *source) override;
 
 private:
-    void applyTextMeasures();
-
     bool m_allowsEditing = false;
     bool m_isUpdatingFromModel = false;
 };

@@ -98,6 +98,7 @@ TEST_F(ScriptEditorLooksTest, NothingIsClippedAtAnyInterfaceScale) {
         for (const int width : {400, 600, 1100}) {
             editor->resize(static_cast<int>(width * scale), static_cast<int>(800 * scale));
             settle();
+            EXPECT_EQ(rowAt(0)->textField().document()->defaultFont().pixelSize(), qRound(14 * scale));
             expectNothingClipped(QStringLiteral("at scale %1, width %2:").arg(scale).arg(width));
         }
     }
