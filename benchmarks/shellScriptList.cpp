@@ -28,8 +28,8 @@
 #include "shell/editor/ScriptLines.h"
 #include "shell/editor/ScriptListView.h"
 #include "shell/theme/Theme.h"
-#include "speech/CredentialStore.h"
 #include "speech/ElevenLabsService.h"
+#include "speech/KeychainHelper.h"
 
 namespace orlenta::shell {
 namespace {
@@ -158,7 +158,7 @@ int run() {
     audio::AudioDeviceMonitor monitor(server, defaults);
     audio::OutputRoutingDiagnostics diagnostics;
     audio::PlaybackController playback(server, defaults, monitor, diagnostics);
-    speech::CredentialStore credentials;
+    speech::KeychainHelper credentials;
     speech::ElevenLabsService service(defaults, credentials);
     {
         // Fonts, style and icons are loaded once for the process; a first, short script pays for them.

@@ -6,7 +6,7 @@
 #include <QtCore/QStringConverter>
 
 #include "base/LogCategories.h"
-#include "speech/CredentialStore.h"
+#include "speech/KeychainHelper.h"
 #include "speech/ServiceAddresses.h"
 #include "speech/ServiceExchange.h"
 #include "speech/SpeechRequests.h"
@@ -29,7 +29,7 @@ QString keyFromBytes(const QByteArray &bytes) {
 
 } // namespace
 
-ElevenLabsService::ElevenLabsService(base::UserDefaults &defaults, CredentialStore &credentials, QObject *parent,
+ElevenLabsService::ElevenLabsService(base::UserDefaults &defaults, KeychainHelper &credentials, QObject *parent,
                                      SpeechTiming timing)
     : QObject(parent), m_credentials(credentials), m_exchange(std::make_unique<ServiceExchange>(timing)),
       m_usage(std::make_unique<UsageTracker>(timing,
@@ -151,11 +151,11 @@ void ElevenLabsService::useEndpoint(const QUrl &baseUrl, KeyKeeping keeping) {
     forgetAccount();
     setErrorMessage({});
     m_keyKeeping = keeping;
-    m_exchange->setEndpoint(baseUrl);
+    m_exchange->setBaseURL(baseUrl);
 }
 
-QUrl ElevenLabsService::endpoint() const {
-    return m_exchange->endpoint();
+QUrl ElevenLabsService::baseURL() const {
+    return m_exchange->baseURL();
 }
 
 QCoro::Task<base::Result<ElevenLabsUser, SpeechError>> ElevenLabsService::fetchUser(QString apiKey,

@@ -19,7 +19,7 @@
 
 namespace orlenta::speech {
 
-class CredentialStore;
+class KeychainHelper;
 class ServiceExchange;
 class SpeechRequests;
 class UsageTracker;
@@ -39,7 +39,7 @@ public:
     /// Whether a request's expected cost shows at once.
     enum class UsageEstimate { Apply, Skip };
 
-    ElevenLabsService(base::UserDefaults &defaults, CredentialStore &credentials, QObject *parent = nullptr,
+    ElevenLabsService(base::UserDefaults &defaults, KeychainHelper &credentials, QObject *parent = nullptr,
                       SpeechTiming timing = {});
     ~ElevenLabsService() override;
 
@@ -81,7 +81,7 @@ public:
     /// Talks to another address from now on, signed out. A running exchange's account result is dropped; the keyring's
     /// key stays where it is.
     void useEndpoint(const QUrl &baseUrl, KeyKeeping keeping = KeyKeeping::SessionOnly);
-    [[nodiscard]] QUrl endpoint() const;
+    [[nodiscard]] QUrl baseURL() const;
 
     QCoro::Task<base::Result<ElevenLabsUser, SpeechError>> fetchUser(QString apiKey,
                                                                      CancellationPtr cancellation = nullptr);
@@ -117,7 +117,7 @@ private:
     QCoro::Task<void> keepKey(QString key, int epoch, KeychainErrors keychainErrors);
     QCoro::Task<void> refreshUsage(QString label, CancellationPtr cancellation);
 
-    CredentialStore &m_credentials;
+    KeychainHelper &m_credentials;
     std::unique_ptr<ServiceExchange> m_exchange;
     std::unique_ptr<UsageTracker> m_usage;
     std::unique_ptr<SpeechRequests> m_requests;

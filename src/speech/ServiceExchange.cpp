@@ -25,14 +25,14 @@ QString secondsText(double seconds) {
 } // namespace
 
 ServiceExchange::ServiceExchange(const SpeechTiming &timing)
-    : m_timing(timing), m_endpoint(defaultEndpoint()), m_http(timing) {}
+    : m_timing(timing), m_baseURL(defaultEndpoint()), m_http(timing) {}
 
 ServiceExchange::~ServiceExchange() {
     close();
 }
 
 QUrl ServiceExchange::address(const QString &path) const {
-    return QUrl(m_endpoint.toString(QUrl::StripTrailingSlash) + path, QUrl::StrictMode);
+    return QUrl(m_baseURL.toString(QUrl::StripTrailingSlash) + path, QUrl::StrictMode);
 }
 
 QCoro::Task<base::Result<HttpReply, SpeechError>> ServiceExchange::send(HttpRequest request) {

@@ -22,8 +22,8 @@ public:
     explicit ServiceExchange(const SpeechTiming &timing);
     ~ServiceExchange() override;
 
-    [[nodiscard]] QUrl endpoint() const { return m_endpoint; }
-    void setEndpoint(const QUrl &endpoint) { m_endpoint = endpoint; }
+    [[nodiscard]] QUrl baseURL() const { return m_baseURL; }
+    void setBaseURL(const QUrl &url) { m_baseURL = url; }
     /// The endpoint followed by `path`, which may end in a query. Invalid when the two make no address.
     [[nodiscard]] QUrl address(const QString &path) const;
 
@@ -40,7 +40,7 @@ private:
     QCoro::Task<bool> pause(std::chrono::milliseconds delay, CancellationPtr cancellation);
 
     SpeechTiming m_timing;
-    QUrl m_endpoint;
+    QUrl m_baseURL;
     HttpExchange m_http;
     QList<Completion<bool>> m_pauses;
 };

@@ -30,34 +30,35 @@ std::optional<ElevenLabsUser> UsageTracker::estimate(const std::optional<ElevenL
         return std::nullopt;
     ElevenLabsUser estimated = *user;
     estimated.subscription.characterCount += characters;
-    m_deadline = m_timing.clock() + estimateLifetime;
+    m_optimisticUsageReconciliationDeadline = m_timing.clock() + estimateLifetime;
     qCInfo(base::log::usage).noquote()
         << QStringLiteral("Applied local ElevenLabs usage estimate after %1: +%2").arg(context).arg(characters);
     return estimated;
 }
 
 ElevenLabsUser UsageTracker::reconcile(const std::optional<ElevenLabsUser> &current, ElevenLabsUser fetched) {
-    const bool standsStill = current && m_deadline && m_timing.clock() < *m_deadline;
+    const bool standsStill = current && m_optimisticUsageReconciliationDeadline &&
+                             m_timing.clock() < *m_optimisticUsageReconciliationDeadline;
     if (standsStill && fetched.subscription.characterCount < current->subscription.characterCount)
         fetched.subscription.characterCount = current->subscription.characterCount;
     else
-        m_deadline.reset();
+        m_optimisticUsageReconciliationDeadline.reset();
     return fetched;
 }
 
 void UsageTracker::startSeries(const QString &context) {
     endSeries();
-    m_series = std::make_shared<Cancellation>();
-    runStep(context, 0, m_series);
+    m_usageRefreshTask = std::make_shared<Cancellation>();
+    runStep(context, 0, m_usageRefreshTask);
 }
 
 void UsageTracker::reset() {
     endSeries();
-    m_deadline.reset();
+    m_optimisticUsageReconciliationDeadline.reset();
 }
 
 void UsageTracker::endSeries() {
-    if (const CancellationPtr series = std::exchange(m_series, nullptr))
+    if (const CancellationPtr series = std::exchange(m_usageRefreshTask, nullptr))
         series->cancel();
 }
 
@@ -69,7 +70,7 @@ QCoro::Task<void> UsageTracker::runStep(QString context, std::size_t index, Canc
         co_return;
     const std::size_t next = index + 1;
     if (next == usageWaits.size()) {
-        m_series.reset();
+        m_usageRefreshTask.reset();
         co_return;
     }
     m_timing.callLater(usageWaits.at(next), [self, context, next, series] {

@@ -42,8 +42,8 @@ private:
     SpeechTiming m_timing;
     Refresh m_refresh;
     /// Until when the estimate stands.
-    std::optional<std::chrono::system_clock::time_point> m_deadline;
-    CancellationPtr m_series;
+    std::optional<std::chrono::system_clock::time_point> m_optimisticUsageReconciliationDeadline;
+    CancellationPtr m_usageRefreshTask;
 };
 
 } // namespace orlenta::speech

@@ -21,8 +21,8 @@
 #include "controller/TakeEditing.h"
 #include "controller/UndoManager.h"
 #include "controller/VoiceCasting.h"
-#include "speech/CredentialStore.h"
 #include "speech/ElevenLabsService.h"
+#include "speech/KeychainHelper.h"
 #include "speech/ServiceAddresses.h"
 #include "support/LoopbackServer.h"
 #include "support/TestTone.h"
@@ -83,7 +83,7 @@ protected:
 
     QTemporaryDir directory;
     base::UserDefaults defaults{directory.filePath(QStringLiteral("defaults.ini"))};
-    speech::CredentialStore credentials;
+    speech::KeychainHelper credentials;
     LoopbackServer server;
     speech::ElevenLabsService service{defaults, credentials, nullptr, hastyTiming()};
     ScriptProject project{{{QStringLiteral("Hi [sighs] gif"), QStringLiteral("[whispers] Hello gif")}},

@@ -13,7 +13,7 @@
 #include "shell/account/LocalVoices.h"
 #include "shell/application/AppCommands.h"
 #include "shell/application/AppContext.h"
-#include "speech/CredentialStore.h"
+#include "speech/KeychainHelper.h"
 
 class QAbstractButton;
 class QWidget;
@@ -38,7 +38,7 @@ private:
 
 public:
     base::UserDefaults defaults;
-    speech::CredentialStore credentials;
+    speech::KeychainHelper credentials;
     shell::LocalVoices localVoices;
     audio::SoundServer sound;
     audio::AudioDeviceMonitor devices;

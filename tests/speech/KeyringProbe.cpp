@@ -7,8 +7,8 @@
 #include <QtCore/QTemporaryDir>
 
 #include "base/UserDefaults.h"
-#include "speech/CredentialStore.h"
 #include "speech/ElevenLabsService.h"
+#include "speech/KeychainHelper.h"
 
 // A process sees one session bus in its life, so every state of the keyring gets a process: this one. Usage: the
 // service's address, the patience with the keyring in milliseconds, then what a user does, one line of JSON after each.
@@ -37,9 +37,9 @@ int main(int argc, char **argv) {
     orlenta::base::UserDefaults defaults(folder.filePath(QStringLiteral("defaults.ini")));
     orlenta::speech::SpeechTiming timing;
     timing.keyringTimeout = std::chrono::milliseconds(arguments.at(2).toInt());
-    orlenta::speech::CredentialStore credentials(nullptr, timing);
+    orlenta::speech::KeychainHelper credentials(nullptr, timing);
     QStringList breadcrumbs;
-    QObject::connect(&credentials, &orlenta::speech::CredentialStore::breadcrumb, &credentials,
+    QObject::connect(&credentials, &orlenta::speech::KeychainHelper::breadcrumb, &credentials,
                      [&breadcrumbs](const QString &message) { breadcrumbs.append(message); });
     ElevenLabsService service(defaults, credentials);
     service.useEndpoint(QUrl(arguments.at(1)), ElevenLabsService::KeyKeeping::Keyring);

@@ -13,8 +13,8 @@
 
 #include "base/UserDefaults.h"
 #include "speech/AccountReplies.h"
-#include "speech/CredentialStore.h"
 #include "speech/ElevenLabsService.h"
+#include "speech/KeychainHelper.h"
 #include "speech/SpeechRequests.h"
 #include "support/LoopbackServer.h"
 
@@ -88,7 +88,7 @@ struct ServiceUnderTest {
     test::LoopbackServer server;
     QTemporaryDir folder;
     base::UserDefaults defaults{folder.filePath(QStringLiteral("defaults.ini"))};
-    CredentialStore credentials;
+    KeychainHelper credentials;
     std::chrono::system_clock::time_point now{std::chrono::seconds(1'800'000'000)};
     SpeechTiming timing;
     std::deque<std::chrono::milliseconds> delays;

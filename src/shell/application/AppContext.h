@@ -11,7 +11,7 @@ class UserDefaults;
 }
 
 namespace orlenta::speech {
-class CredentialStore;
+class KeychainHelper;
 }
 
 namespace orlenta::shell {
@@ -22,7 +22,7 @@ class LocalVoices;
 /// What every window of the process shares. All of it outlives the windows.
 struct AppContext {
     base::UserDefaults &defaults;
-    speech::CredentialStore &credentials;
+    speech::KeychainHelper &credentials;
     LocalVoices &localVoices;
     audio::SoundServer &sound;
     audio::AudioDeviceMonitor &devices;

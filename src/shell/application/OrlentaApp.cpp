@@ -35,7 +35,7 @@ OrlentaApp::OrlentaApp()
       m_windows(m_context) {
     QApplication::setQuitOnLastWindowClosed(false);
     connectCommands();
-    connect(&m_credentials, &speech::CredentialStore::breadcrumb, this,
+    connect(&m_credentials, &speech::KeychainHelper::breadcrumb, this,
             [](const QString &message, const QVariantMap &data) {
                 base::CrashReport::addBreadcrumb(u"keychain"_s, base::CrashReport::Level::Error, message, data);
             });

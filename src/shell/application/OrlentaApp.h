@@ -14,7 +14,7 @@
 #include "shell/application/AppCommands.h"
 #include "shell/application/AppContext.h"
 #include "shell/windows/ProjectWindows.h"
-#include "speech/CredentialStore.h"
+#include "speech/KeychainHelper.h"
 
 namespace orlenta::shell {
 
@@ -54,7 +54,7 @@ private:
     [[nodiscard]] QWidget *dialogParent() const;
 
     base::UserDefaults m_defaults;
-    speech::CredentialStore m_credentials;
+    speech::KeychainHelper m_credentials;
     LocalVoices m_localVoices;
     audio::SoundServer m_sound;
     audio::AudioDeviceMonitor m_devices;

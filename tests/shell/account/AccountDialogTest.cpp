@@ -74,7 +74,7 @@ TEST(AccountDialog, AKeyConnectsAWrongOneIsToldAndSignOutForgetsIt) {
 
     ShellSession session;
     AccountPanel panel(session);
-    panel.service.useEndpoint(known.endpoint());
+    panel.service.useEndpoint(known.baseURL());
     EXPECT_EQ(panel.dialog.keyField()->echoMode(), QLineEdit::Password);
     EXPECT_FALSE(panel.dialog.connectButton()->isEnabled());
     typeKey(panel.dialog, QStringLiteral("wrong"));

@@ -20,8 +20,8 @@
 #include "shell/editor/LineRow.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/editor/ScriptListView.h"
-#include "speech/CredentialStore.h"
 #include "speech/ElevenLabsService.h"
+#include "speech/KeychainHelper.h"
 
 namespace orlenta::shell {
 
@@ -48,7 +48,7 @@ protected:
     audio::AudioDeviceMonitor monitor{server, defaults};
     audio::OutputRoutingDiagnostics diagnostics;
     audio::PlaybackController playback{server, defaults, monitor, diagnostics};
-    speech::CredentialStore credentials;
+    speech::KeychainHelper credentials;
     speech::ElevenLabsService service{defaults, credentials};
     std::unique_ptr<controller::ProjectController> controller;
     std::unique_ptr<controller::LineGenerator> generator;

@@ -1,4 +1,4 @@
-#include "speech/CredentialStore.h"
+#include "speech/KeychainHelper.h"
 
 #include <memory>
 
@@ -29,9 +29,9 @@ QString keychainService() {
 
 } // namespace
 
-CredentialStore::CredentialStore(QObject *parent, SpeechTiming timing) : QObject(parent), m_timing(std::move(timing)) {}
+KeychainHelper::KeychainHelper(QObject *parent, SpeechTiming timing) : QObject(parent), m_timing(std::move(timing)) {}
 
-CredentialStore::~CredentialStore() {
+KeychainHelper::~KeychainHelper() {
     const Answer lost{QKeychain::OtherError, {}};
     for (const Completion<Answer> &running : QList(m_running))
         running.resolve(lost);
@@ -39,8 +39,8 @@ CredentialStore::~CredentialStore() {
         endTurn();
 }
 
-QCoro::Task<std::optional<QByteArray>> CredentialStore::read(QString account) {
-    const QPointer<CredentialStore> self(this);
+QCoro::Task<std::optional<QByteArray>> KeychainHelper::read(QString account) {
+    const QPointer<KeychainHelper> self(this);
     if (!co_await takeTurn())
         co_return std::nullopt;
     auto *job = new QKeychain::ReadPasswordJob(keychainService());
@@ -59,8 +59,8 @@ QCoro::Task<std::optional<QByteArray>> CredentialStore::read(QString account) {
     co_return secret;
 }
 
-QCoro::Task<base::Result<void, KeychainError>> CredentialStore::save(QString account, QByteArray secret) {
-    const QPointer<CredentialStore> self(this);
+QCoro::Task<base::Result<void, KeychainError>> KeychainHelper::save(QString account, QByteArray secret) {
+    const QPointer<KeychainHelper> self(this);
     const KeychainError lost{KeychainError::Operation::SaveUpdate, QKeychain::OtherError};
     if (!co_await takeTurn())
         co_return base::fail(lost);
@@ -80,8 +80,8 @@ QCoro::Task<base::Result<void, KeychainError>> CredentialStore::save(QString acc
                                 answer.error, account));
 }
 
-QCoro::Task<bool> CredentialStore::remove(QString account) {
-    const QPointer<CredentialStore> self(this);
+QCoro::Task<bool> KeychainHelper::remove(QString account) {
+    const QPointer<KeychainHelper> self(this);
     if (!co_await takeTurn())
         co_return false;
     auto *job = new QKeychain::DeletePasswordJob(keychainService());
@@ -100,19 +100,19 @@ QCoro::Task<bool> CredentialStore::remove(QString account) {
     co_return error == QKeychain::NoError;
 }
 
-QCoro::Task<bool> CredentialStore::takeTurn() {
+QCoro::Task<bool> KeychainHelper::takeTurn() {
     if (!m_busy) {
         m_busy = true;
         co_return true;
     }
-    const QPointer<CredentialStore> self(this);
+    const QPointer<KeychainHelper> self(this);
     const Completion<bool> turn;
     m_waiting.push_back(turn);
     co_await turn;
     co_return !self.isNull();
 }
 
-void CredentialStore::endTurn() {
+void KeychainHelper::endTurn() {
     if (m_waiting.empty()) {
         m_busy = false;
         return;
@@ -122,7 +122,7 @@ void CredentialStore::endTurn() {
     next.resolve(true);
 }
 
-QCoro::Task<CredentialStore::Presence> CredentialStore::presence(QString account) {
+QCoro::Task<KeychainHelper::Presence> KeychainHelper::presence(QString account) {
     static const int attributesType = qDBusRegisterMetaType<ItemAttributes>().id();
     Q_UNUSED(attributesType)
     QDBusMessage search = QDBusMessage::createMethodCall(
@@ -145,7 +145,7 @@ QCoro::Task<CredentialStore::Presence> CredentialStore::presence(QString account
     co_return reply.argumentAt<0>().isEmpty() ? Presence::Absent : Presence::Unlocked;
 }
 
-QCoro::Task<CredentialStore::Answer> CredentialStore::run(QKeychain::Job *job, QString account) {
+QCoro::Task<KeychainHelper::Answer> KeychainHelper::run(QKeychain::Job *job, QString account) {
     const Completion<Answer> finished;
     job->setKey(account);
     connect(job, &QKeychain::Job::finished, job, [finished](QKeychain::Job *done) {
@@ -162,8 +162,8 @@ QCoro::Task<CredentialStore::Answer> CredentialStore::run(QKeychain::Job *job, Q
     co_return answer;
 }
 
-QCoro::Task<CredentialStore::Answer> CredentialStore::await(Completion<Answer> completion) {
-    const QPointer<CredentialStore> self(this);
+QCoro::Task<KeychainHelper::Answer> KeychainHelper::await(Completion<Answer> completion) {
+    const QPointer<KeychainHelper> self(this);
     m_running.append(completion);
     const Answer answer = co_await completion;
     if (self)
@@ -171,7 +171,7 @@ QCoro::Task<CredentialStore::Answer> CredentialStore::await(Completion<Answer> c
     co_return answer;
 }
 
-KeychainError CredentialStore::report(KeychainError::Operation operation, int status, const QString &account) {
+KeychainError KeychainHelper::report(KeychainError::Operation operation, int status, const QString &account) {
     const QString name = rawValue(operation);
     const QString message = QStringLiteral("Keychain %1 failed").arg(name);
     qCWarning(base::log::credentials).noquote() << message << "with status" << status;

@@ -1,4 +1,4 @@
-#include "speech/CredentialStore.h"
+#include "speech/KeychainHelper.h"
 
 #include <gtest/gtest.h>
 #include <QtCore/QEventLoop>
@@ -64,7 +64,7 @@ const std::string signedOut = "signed out; ";
 
 } // namespace
 
-TEST(CredentialStore, AnUnlockedKeyringKeepsTheKeyUntilTheSignOut) {
+TEST(KeychainHelper, AnUnlockedKeyringKeepsTheKeyUntilTheSignOut) {
     KeyringSession session(KeyringSession::Daemon::Unlocked);
     EXPECT_EQ(seenText(seenAfter(session.environment(), {QStringLiteral("connect")}).first()), connected);
     const auto later = seenAfter(session.environment(),
@@ -79,7 +79,7 @@ TEST(CredentialStore, AnUnlockedKeyringKeepsTheKeyUntilTheSignOut) {
     }
 }
 
-TEST(CredentialStore, ALockedKeyringReadsAsNoKeyAndRefusesToForgetIt) {
+TEST(KeychainHelper, ALockedKeyringReadsAsNoKeyAndRefusesToForgetIt) {
     KeyringSession session(KeyringSession::Daemon::Unlocked);
     seenAfter(session.environment(), {QStringLiteral("connect")});
     session.lock();
@@ -90,7 +90,7 @@ TEST(CredentialStore, ALockedKeyringReadsAsNoKeyAndRefusesToForgetIt) {
     EXPECT_EQ(breadcrumbsText(seen.at(1)), "Keychain delete failed");
 }
 
-TEST(CredentialStore, ARefusedWriteIsToldOnlyToWhoPressedConnect) {
+TEST(KeychainHelper, ARefusedWriteIsToldOnlyToWhoPressedConnect) {
     KeyringSession session(KeyringSession::Daemon::Unlocked);
     session.lock();
     const auto added = seenAfter(session.environment(), {QStringLiteral("connect"), QStringLiteral("connect-quietly")});
@@ -99,7 +99,7 @@ TEST(CredentialStore, ARefusedWriteIsToldOnlyToWhoPressedConnect) {
     EXPECT_EQ(seenText(added.at(1)), connected);
 }
 
-TEST(CredentialStore, ADismissedPromptLeavesTheKeyForTheSessionOnly) {
+TEST(KeychainHelper, ADismissedPromptLeavesTheKeyForTheSessionOnly) {
     KeyringSession session(KeyringSession::Daemon::Unlocked);
     seenAfter(session.environment(), {QStringLiteral("connect")});
     session.lock();
@@ -111,7 +111,7 @@ TEST(CredentialStore, ADismissedPromptLeavesTheKeyForTheSessionOnly) {
     EXPECT_GT(prompter.prompts(), 0);
 }
 
-TEST(CredentialStore, APromptThatNobodyAnswersHoldsTheClientNoLongerThanItsPatience) {
+TEST(KeychainHelper, APromptThatNobodyAnswersHoldsTheClientNoLongerThanItsPatience) {
     KeyringSession session(KeyringSession::Daemon::Unlocked);
     session.lock();
     const test::KeyringPrompter &prompter = session.showPrompts(test::KeyringPrompter::User::Ignores);
@@ -122,7 +122,7 @@ TEST(CredentialStore, APromptThatNobodyAnswersHoldsTheClientNoLongerThanItsPatie
     EXPECT_GT(prompter.prompts(), 0);
 }
 
-TEST(CredentialStore, WithoutAKeyringOrABusTheKeyLivesForTheSessionAndTheUserIsTold) {
+TEST(KeychainHelper, WithoutAKeyringOrABusTheKeyLivesForTheSessionAndTheUserIsTold) {
     const KeyringSession session(KeyringSession::Daemon::None);
     QProcessEnvironment withoutBus = session.environment();
     withoutBus.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("unix:path=/nonexistent/bus"));

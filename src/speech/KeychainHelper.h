@@ -23,11 +23,11 @@ namespace orlenta::speech {
 ///
 /// A locked keyring answers a lookup with "not found" and a removal with success, so both answers are believed only
 /// when the keyring's list of items, which needs no unlocking, agrees.
-class CredentialStore final : public QObject {
+class KeychainHelper final : public QObject {
     Q_OBJECT
 public:
-    explicit CredentialStore(QObject *parent = nullptr, SpeechTiming timing = {});
-    ~CredentialStore() override;
+    explicit KeychainHelper(QObject *parent = nullptr, SpeechTiming timing = {});
+    ~KeychainHelper() override;
 
     /// The secret of `account`, or none when there is none or the keyring can't tell.
     QCoro::Task<std::optional<QByteArray>> read(QString account);
