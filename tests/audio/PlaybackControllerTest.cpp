@@ -2,6 +2,7 @@
 
 #include <QtCore/QFile>
 
+#include "audio/AudioTestFiles.h"
 #include "audio/SoundServerTest.h"
 
 namespace orlenta::audio {
@@ -140,6 +141,21 @@ TEST_P(PlaybackControllerTest, WithoutASoundServerPlayingSaysWhatIsWrong) {
     EXPECT_EQ(failed.constFirst().constFirst().toString(), QStringLiteral("The sound server is not available."));
     EXPECT_EQ(diagnostics.lastRoutingErrorMessage(), QStringLiteral("The sound server is not available."));
     EXPECT_FALSE(playback.isPlaying());
+}
+
+TEST_P(PlaybackControllerTest, AFileDamagedInItsMiddleIsToldButIsNoFaultOfTheOutput) {
+    const test::AudioTestFolder files;
+    files.write(QStringLiteral("in.wav"), test::noise(48000, 16), {48000, 1, test::wav16});
+    files.run(QStringLiteral("ffmpeg"), QStringLiteral("-i in.wav -c:a alac -y damaged.m4a"));
+    QByteArray bytes = test::bytesOf(files.path(QStringLiteral("damaged.m4a")));
+    bytes.replace(bytes.size() / 2, 8192, QByteArray(8192, '\0'));
+    const QUrl url = QUrl::fromLocalFile(files.writeBytes(QStringLiteral("damaged.m4a"), bytes));
+    playback.playLine({model::LineId::create(), url});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return failed.count() == 1; }, deadline));
+
+    EXPECT_TRUE(failed.constFirst().constFirst().toString().contains(QStringLiteral("damaged.m4a")));
+    EXPECT_FALSE(playback.isPlaying());
+    EXPECT_FALSE(diagnostics.lastRoutingErrorMessage().has_value());
 }
 
 INSTANTIATE_TEST_SUITE_P(On, PlaybackControllerTest, bothServers(), serverName);

@@ -1,6 +1,7 @@
 #include "audio/playback/RoutedAudioPlayer.h"
 
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QFile>
 
 #include "audio/SoundServerTest.h"
 
@@ -74,6 +75,28 @@ TEST_P(RoutedAudioPlayerTest, SeeksAreClampedAndWaitForThePlay) {
     EXPECT_TRUE(player.isPlaybackActive());
     EXPECT_GE(player.currentTime(), 1.8);
     ASSERT_TRUE(waitForCompletions(1));
+}
+
+TEST_P(RoutedAudioPlayerTest, ASeekAwayFromTheEndBeforeItIsToldGoesOnPlaying) {
+    ASSERT_TRUE(player.load(tone(0.4)));
+    ASSERT_TRUE(player.play());
+    player.seek(1.0);
+    player.seek(0.5);
+    EXPECT_EQ(completions, 0);
+    ASSERT_TRUE(waitForCompletions(1));
+    EXPECT_DOUBLE_EQ(player.currentTime(), 0.4);
+    EXPECT_FALSE(player.isPlaybackActive());
+}
+
+TEST_P(RoutedAudioPlayerTest, AFileThatIsDeletedWhileItPlaysCanStillBeSoughtIn) {
+    const QUrl url = tone(3.0);
+    ASSERT_TRUE(player.load(url));
+    ASSERT_TRUE(player.play());
+    ASSERT_TRUE(waitUntilHeard(0.1));
+    ASSERT_TRUE(QFile::remove(url.toLocalFile()));
+    player.seek(0.9);
+    ASSERT_TRUE(waitForCompletions(1));
+    EXPECT_TRUE(failures.isEmpty());
 }
 
 TEST_P(RoutedAudioPlayerTest, ALostOutputGoesOnAtTheDefaultFromTheSamePlace) {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <pulse/def.h>
+
 #include "audio/devices/AudioDebugLogger.h"
 #include "audio/devices/SoundServer.h"
 
@@ -22,10 +24,10 @@ bool AudioDeviceEnumerator::isDeviceAlive(std::uint32_t deviceID) const {
     if (std::any_of(table.inputs.cbegin(), table.inputs.cend(), isIt) ||
         std::any_of(table.outputs.cbegin(), table.outputs.cend(), isIt))
         return true;
-    if (m_server.state() != SoundServer::State::Ready)
-        AudioDebugLogger::log(QStringLiteral("AudioDeviceEnumerator.isDeviceAlive failed for deviceID=%1, status=%2")
-                                  .arg(deviceID)
-                                  .arg(-1));
+    AudioDebugLogger::log(
+        QStringLiteral("AudioDeviceEnumerator.isDeviceAlive failed for deviceID=%1, status=%2")
+            .arg(deviceID)
+            .arg(m_server.state() == SoundServer::State::Ready ? PA_ERR_NOENTITY : PA_ERR_CONNECTIONREFUSED));
     return false;
 }
 

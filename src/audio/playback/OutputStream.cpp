@@ -188,7 +188,9 @@ void OutputStream::Link::write(std::size_t bytes) {
             break;
         }
         const auto size = static_cast<std::size_t>(*frames) * frameSize;
-        pa_stream_write(m_stream, data, size, nullptr, 0, PA_SEEK_RELATIVE);
+        // A stream that takes no more has failed, which its state tells.
+        if (pa_stream_write(m_stream, data, size, nullptr, 0, PA_SEEK_RELATIVE) < 0)
+            return;
         bytes -= size;
         const std::lock_guard guard(m_guard);
         m_written += Seconds(static_cast<double>(*frames) / m_source.deviceRate());
@@ -238,7 +240,7 @@ void OutputStream::Link::onTick(pa_mainloop_api *, pa_time_event *event, const t
 }
 
 base::Result<std::unique_ptr<OutputStream>, RoutedAudioPlayerError>
-OutputStream::open(SoundServer &server, std::optional<std::uint32_t> deviceID, AudioFileReader reader,
+OutputStream::open(SoundServer &server, std::optional<std::uint32_t> deviceID, std::shared_ptr<AudioFileReader> reader,
                    qint64 startFrame, Events events) {
     if (!server.context())
         return base::fail(RoutedAudioPlayerError::soundServerUnavailable({}));
@@ -250,7 +252,7 @@ OutputStream::open(SoundServer &server, std::optional<std::uint32_t> deviceID, A
     if (table.outputs.isEmpty())
         return base::fail(
             RoutedAudioPlayerError::soundServerUnavailable(QStringLiteral("It has no output to play through.")));
-    const double rate = sink && sink->sampleRate > 0 ? sink->sampleRate : reader.sampleRate();
+    const double rate = sink && sink->sampleRate > 0 ? sink->sampleRate : reader->sampleRate();
     const QByteArray name = sink ? sink->info.uid.toUtf8() : QByteArray();
     auto link = std::make_unique<Link>(server, PlaybackSource(std::move(reader), startFrame, rate), std::move(events));
     if (auto error = link->connect(deviceID, name))

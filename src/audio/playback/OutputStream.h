@@ -35,11 +35,11 @@ public:
         std::function<void(const QString &description)> broken;
     };
 
-    /// Starts playing `reader` from `startFrame` on. Without a device, on the system's default output, following it
-    /// when it changes; with one, on that sink and no other.
+    /// Starts playing `reader`, which nobody else may touch while the stream is there, from `startFrame` on. Without a
+    /// device, on the system's default output, following it when it changes; with one, on that sink and no other.
     [[nodiscard]] static base::Result<std::unique_ptr<OutputStream>, RoutedAudioPlayerError>
-    open(SoundServer &server, std::optional<std::uint32_t> deviceID, AudioFileReader reader, qint64 startFrame,
-         Events events);
+    open(SoundServer &server, std::optional<std::uint32_t> deviceID, std::shared_ptr<AudioFileReader> reader,
+         qint64 startFrame, Events events);
     ~OutputStream();
     OutputStream(const OutputStream &) = delete;
     OutputStream &operator=(const OutputStream &) = delete;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
 #include "audio/devices/AudioDebugLogger.h"
@@ -30,7 +31,7 @@ QString sourceName(PlaybackController::AudioSource source) {
 QString resolvedPath(const QUrl &url) {
     const QFileInfo info(url.toLocalFile());
     const QString canonical = info.canonicalFilePath();
-    return canonical.isEmpty() ? info.absoluteFilePath() : canonical;
+    return canonical.isEmpty() ? QDir::cleanPath(info.absoluteFilePath()) : canonical;
 }
 
 bool isSameFile(const QUrl &a, const QUrl &b) {
@@ -48,8 +49,10 @@ PlaybackController::PlaybackController(SoundServer &server, base::UserDefaults &
     : QObject(parent), m_defaults(defaults), m_monitor(monitor), m_diagnostics(diagnostics), m_player(server) {
     m_player.setCompletionHandler([this] { complete(); });
     m_player.setFailureHandler([this](const RoutedAudioPlayerError &error) {
-        m_diagnostics.recordRoutingFailure(error.description(),
-                                           QStringLiteral("PlaybackController.startPlayback play"));
+        // A file that can't be read on says nothing about the output.
+        if (error.kind != RoutedAudioPlayerError::Kind::FileUnreadable)
+            m_diagnostics.recordRoutingFailure(error.description(),
+                                               QStringLiteral("PlaybackController.startPlayback play"));
         fail(error);
     });
     m_progressTimer.setInterval(progressInterval);

@@ -2,12 +2,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
+#include <utility>
 
 namespace orlenta::audio {
 
-PlaybackSource::PlaybackSource(AudioFileReader reader, qint64 startFrame, double deviceRate)
-    : m_reader(std::make_unique<AudioFileReader>(std::move(reader))), m_startFrame(startFrame),
-      m_deviceRate(deviceRate) {}
+PlaybackSource::PlaybackSource(std::shared_ptr<AudioFileReader> reader, qint64 startFrame, double deviceRate)
+    : m_reader(std::move(reader)), m_startFrame(startFrame), m_deviceRate(deviceRate) {
+    if (startFrame > 0)
+        m_fadeFrames = std::llround(std::chrono::duration<double>(fadeLength).count() * deviceRate);
+}
 
 int PlaybackSource::channelCount() const {
     return m_reader->channelCount();
@@ -18,6 +22,25 @@ qint64 PlaybackSource::fileFrame(double seconds) const {
 }
 
 base::Result<qsizetype, AudioFileError> PlaybackSource::read(std::span<float> samples) {
+    auto frames = readUnfaded(samples);
+    if (frames && m_fadedFrames < m_fadeFrames)
+        fadeIn(samples.first(static_cast<std::size_t>(*frames * channelCount())));
+    return frames;
+}
+
+// Half a cosine period, which has no corner at either end.
+void PlaybackSource::fadeIn(std::span<float> samples) {
+    const auto channels = static_cast<std::size_t>(channelCount());
+    for (; !samples.empty() && m_fadedFrames < m_fadeFrames; ++m_fadedFrames) {
+        const double share = static_cast<double>(m_fadedFrames) / static_cast<double>(m_fadeFrames);
+        const auto gain = static_cast<float>(0.5 - 0.5 * std::cos(std::numbers::pi * share));
+        for (float &sample : samples.first(channels))
+            sample *= gain;
+        samples = samples.subspan(channels);
+    }
+}
+
+base::Result<qsizetype, AudioFileError> PlaybackSource::readUnfaded(std::span<float> samples) {
     if (!m_isOpened) {
         if (auto opened = open(); !opened)
             return base::fail(opened.error());

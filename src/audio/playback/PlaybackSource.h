@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <span>
@@ -11,11 +12,14 @@
 namespace orlenta::audio {
 
 /// The frames of a file at the rate of the device they go to: passed through where the rates agree, so that a player is
-/// bit-exact there, and else converted here, since what sound servers do is audibly worse. One thread at a time.
+/// bit-exact there, and else converted here, since what sound servers do is audibly worse. A start inside the file is
+/// faded in over `fadeLength`, since a wave cut in the middle clicks; a start at frame 0 is not. One thread at a time.
 class PlaybackSource final {
 public:
-    /// `deviceRate` in hertz.
-    PlaybackSource(AudioFileReader reader, qint64 startFrame, double deviceRate);
+    static constexpr std::chrono::milliseconds fadeLength{5};
+
+    /// `deviceRate` in hertz. Wherever `reader` stands, reading begins at `startFrame`.
+    PlaybackSource(std::shared_ptr<AudioFileReader> reader, qint64 startFrame, double deviceRate);
 
     PlaybackSource(PlaybackSource &&) noexcept = default;
     PlaybackSource &operator=(PlaybackSource &&) noexcept = default;
@@ -30,14 +34,18 @@ public:
 
 private:
     base::Result<void, AudioFileError> open();
+    base::Result<qsizetype, AudioFileError> readUnfaded(std::span<float> samples);
+    void fadeIn(std::span<float> samples);
 
-    /// On the heap, since the converter keeps its address.
-    std::unique_ptr<AudioFileReader> m_reader;
+    std::shared_ptr<AudioFileReader> m_reader;
     qint64 m_startFrame;
     double m_deviceRate;
     std::optional<ConvertingReader> m_converter;
     std::vector<double> m_converted;
     bool m_isOpened = false;
+    /// Frames of the fade, at the device's rate, and those that have gone by.
+    qint64 m_fadeFrames = 0;
+    qint64 m_fadedFrames = 0;
 };
 
 } // namespace orlenta::audio

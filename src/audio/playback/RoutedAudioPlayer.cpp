@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
+
+#include <pulse/def.h>
 
 #include "audio/devices/AudioDebugLogger.h"
 #include "audio/devices/AudioDeviceEnumerator.h"
@@ -37,6 +40,7 @@ double RoutedAudioPlayer::currentTime() const {
 RoutedAudioPlayer::Outcome RoutedAudioPlayer::load(const QUrl &url) {
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer.load url=%1").arg(url.fileName()));
     stop();
+    m_audioFile.reset();
     m_loadedURL.clear();
     m_length = 0;
     m_sampleRate = 0.0;
@@ -46,9 +50,10 @@ RoutedAudioPlayer::Outcome RoutedAudioPlayer::load(const QUrl &url) {
         AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer ERROR: load failed %1").arg(why));
         return base::fail(RoutedAudioPlayerError::fileUnreadable(why));
     }
+    m_audioFile = std::make_shared<AudioFileReader>(std::move(reader).value());
     m_loadedURL = url;
-    m_length = reader.value().frames();
-    m_sampleRate = reader.value().sampleRate();
+    m_length = m_audioFile->frames();
+    m_sampleRate = m_audioFile->sampleRate();
     m_scheduledStartFrame = 0;
     AudioDebugLogger::log(
         QStringLiteral("RoutedAudioPlayer.load complete frames=%1, sampleRate=%2").arg(m_length).arg(m_sampleRate));
@@ -72,6 +77,7 @@ RoutedAudioPlayer::Outcome RoutedAudioPlayer::play() {
     if (auto scheduled = schedulePlayback(m_scheduledStartFrame); !scheduled)
         return scheduled;
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer play called"));
+    m_isNodePlaying = true;
     m_isPlaybackActive = true;
     return {};
 }
@@ -102,9 +108,6 @@ RoutedAudioPlayer::Outcome RoutedAudioPlayer::schedulePlayback(qint64 startingFr
     }
     m_scheduledStartFrame = start;
     stopNode();
-    auto reader = AudioFileReader::open(m_loadedURL.toLocalFile());
-    if (!reader)
-        return base::fail(RoutedAudioPlayerError::fileUnreadable(reader.error().description()));
     OutputStream::Events events;
     events.receiver = this;
     events.finished = [this, generation] { handlePlaybackCompleted(generation); };
@@ -112,8 +115,7 @@ RoutedAudioPlayer::Outcome RoutedAudioPlayer::schedulePlayback(qint64 startingFr
     events.broken = [this, generation](const QString &why) {
         handleStreamBroken(generation, RoutedAudioPlayerError::fileUnreadable(why));
     };
-    auto stream =
-        OutputStream::open(m_server, m_appliedOutputDeviceID, std::move(reader).value(), start, std::move(events));
+    auto stream = OutputStream::open(m_server, m_appliedOutputDeviceID, m_audioFile, start, std::move(events));
     if (!stream)
         return base::fail(stream.error());
     m_stream = std::move(stream).value();
@@ -122,6 +124,7 @@ RoutedAudioPlayer::Outcome RoutedAudioPlayer::schedulePlayback(qint64 startingFr
 
 void RoutedAudioPlayer::stopNode() {
     m_stream.reset();
+    m_isNodePlaying = false;
 }
 
 void RoutedAudioPlayer::handlePlaybackCompleted(int generation) {
@@ -147,7 +150,7 @@ void RoutedAudioPlayer::stop() {
 void RoutedAudioPlayer::seek(double fraction) {
     if (m_loadedURL.isEmpty())
         return;
-    const bool wasPlaying = m_stream != nullptr;
+    const bool wasPlaying = m_isNodePlaying;
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer seek requested fraction=%1, wasPlaying=%2")
                               .arg(fraction)
                               .arg(wasPlaying ? QStringLiteral("true") : QStringLiteral("false")));
@@ -166,6 +169,7 @@ void RoutedAudioPlayer::seek(double fraction) {
         return;
     }
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer play called after seek"));
+    m_isNodePlaying = true;
     m_isPlaybackActive = true;
 }
 
@@ -204,9 +208,8 @@ RoutedAudioPlayer::Outcome RoutedAudioPlayer::bindOutputDevice(std::uint32_t dev
     AudioDebugLogger::log(
         QStringLiteral("RoutedAudioPlayer.setOutputDeviceID requested=%1 using path=setDeviceID").arg(deviceID));
     if (!AudioDeviceEnumerator(m_server).isDeviceAlive(deviceID)) {
-        constexpr std::int32_t noSuchEntity = 5;
         return base::fail(RoutedAudioPlayerError{
-            RoutedAudioPlayerError::Kind::AudioUnitSetPropertyFailed, deviceID, noSuchEntity, {}});
+            RoutedAudioPlayerError::Kind::AudioUnitSetPropertyFailed, deviceID, PA_ERR_NOENTITY, {}});
     }
     AudioDebugLogger::log(
         QStringLiteral("RoutedAudioPlayer.setOutputDeviceID applied deviceID=%1 using path=setDeviceID").arg(deviceID));
@@ -263,6 +266,7 @@ RoutedAudioPlayer::Outcome RoutedAudioPlayer::fallbackToSystemDefaultAndResume(d
     if (auto scheduled = schedulePlayback(m_scheduledStartFrame); !scheduled)
         return scheduled;
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer play called after output-device fallback"));
+    m_isNodePlaying = true;
     m_isPlaybackActive = true;
     return {};
 }

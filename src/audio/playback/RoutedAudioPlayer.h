@@ -13,6 +13,7 @@
 
 namespace orlenta::audio {
 
+class AudioFileReader;
 class OutputStream;
 class SoundServer;
 
@@ -69,6 +70,8 @@ private:
     std::function<void()> m_completionHandler;
     std::function<void(const RoutedAudioPlayerError &)> m_failureHandler;
     QUrl m_loadedURL;
+    /// Kept open, so that a file that is deleted meanwhile still plays. Read by the stream alone while there is one.
+    std::shared_ptr<AudioFileReader> m_audioFile;
     qint64 m_length = 0;
     double m_sampleRate = 0.0;
     std::unique_ptr<OutputStream> m_stream;
@@ -77,6 +80,8 @@ private:
     qint64 m_scheduledStartFrame = 0;
     int m_scheduleGeneration = 0;
     bool m_isEngineRunning = false;
+    /// Set to play, be it that nothing is left to play and the completion is on its way.
+    bool m_isNodePlaying = false;
     bool m_isPlaybackActive = false;
 };
 
