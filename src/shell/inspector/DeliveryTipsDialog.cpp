@@ -24,7 +24,7 @@ void addTip(QVBoxLayout &layout, const DeliveryTip &tip) {
     title->setWordWrap(true);
     layout.addWidget(title);
     layout.addWidget(new TextLabel(tip.text, TextLabel::Style::Body));
-    layout.addSpacing(4);
+    layout.addSpacing(Theme::unit(title) * 2);
 }
 
 } // namespace
@@ -34,6 +34,7 @@ DeliveryTipsDialog::DeliveryTipsDialog(QWidget *parent) : QDialog(parent) {
     setAccessibleName(ModelCatalogue::tipsTitle());
     auto *content = new QWidget;
     auto *tips = new QVBoxLayout(content);
+    tips->setSpacing(Theme::unit(this) / 2);
     tips->addWidget(new TextLabel(ModelCatalogue::commonTipsHeading(), TextLabel::Style::Section));
     for (const DeliveryTip &tip : ModelCatalogue::tips()) {
         if (tip.models.isEmpty())

@@ -20,6 +20,7 @@ class InspectedLines;
 class ModelSection;
 class PresetSection;
 class SettingsSection;
+class TextLabel;
 class VoiceSection;
 
 /// The right side of a project window: who speaks the selected lines, and how.
@@ -55,7 +56,7 @@ private:
     ModelSection *m_models;
     SettingsSection *m_settings;
     QWidget *m_content;
-    class TextLabel *m_subject;
+    TextLabel *m_subject;
 };
 
 } // namespace orlenta::shell

@@ -3,7 +3,6 @@
 #include <QtCore/QObject>
 
 class QAction;
-class QMenu;
 
 namespace orlenta::shell {
 

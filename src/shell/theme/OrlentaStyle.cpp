@@ -14,6 +14,7 @@
 #include <QtWidgets/QTabBar>
 #include <QtWidgets/QToolButton>
 
+#include "shell/theme/Icon.h"
 #include "shell/theme/StylePainting.h"
 #include "shell/theme/Theme.h"
 
@@ -232,6 +233,12 @@ int OrlentaStyle::styleHint(StyleHint hint, const QStyleOption *option, const QW
     default:
         return QProxyStyle::styleHint(hint, option, widget, returnData);
     }
+}
+
+QIcon OrlentaStyle::standardIcon(StandardPixmap which, const QStyleOption *option, const QWidget *widget) const {
+    if (which == SP_MessageBoxWarning)
+        return Icon::named(QStringLiteral("warning"), Icon::Tint::Danger);
+    return QProxyStyle::standardIcon(which, option, widget);
 }
 
 QSize OrlentaStyle::sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,

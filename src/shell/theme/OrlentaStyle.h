@@ -27,6 +27,8 @@ public:
     [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override;
     [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                                 QStyleHintReturn *returnData) const override;
+    [[nodiscard]] QIcon standardIcon(StandardPixmap which, const QStyleOption *option,
+                                     const QWidget *widget) const override;
     [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
                                          const QWidget *widget) const override;
 };

@@ -15,6 +15,7 @@
 #include "shell/account/LocalVoices.h"
 #include "shell/controls/Separator.h"
 #include "shell/editor/ScriptEditor.h"
+#include "shell/editor/ScriptListView.h"
 #include "shell/inspector/Inspector.h"
 #include "shell/menus/AppActions.h"
 #include "shell/menus/MenuBar.h"
@@ -47,6 +48,7 @@ ProjectWindow::ProjectWindow(const Parts &parts)
     syncTitle();
     resize(contentSize);
     fitMinimumSize();
+    m_editor->list().setFocus();
 }
 
 void ProjectWindow::layOut() {

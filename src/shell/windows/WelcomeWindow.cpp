@@ -23,6 +23,8 @@ QPushButton *pillButton(const QString &text, const QString &tip, const QIcon &ic
     button->setToolTip(tip);
     button->setAccessibleName(text);
     button->setCursor(Qt::PointingHandCursor);
+    // Outside of dialogs Return presses a button only if it says so.
+    button->setAutoDefault(true);
     return button;
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QPointer>
 #include <QtGui/QAction>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
@@ -230,6 +231,49 @@ TEST(ProjectWindow, GeneratingALineEndsInATakeThatRedoesAsATake) {
     EXPECT_EQ(actions.redo->text(), QStringLiteral("Redo Generate"));
     actions.redo->trigger();
     EXPECT_EQ(lines.at(0).takes.size(), 1);
+    project.controller().discardChanges();
+}
+
+TEST(ProjectWindow, ClosingWhileALineIsGeneratedDropsTheRest) {
+    OpenProjects it;
+    ASSERT_TRUE(it.session.startLocalVoices());
+    ProjectWindowController &kept = it.open(QStringLiteral("Kept"), {QStringLiteral("Clara: Still here.")});
+    ProjectWindowController &closed =
+        it.open(QStringLiteral("Left"), {QStringLiteral("Clara: One."), QStringLiteral("Clara: Two.")});
+    ASSERT_TRUE(waitUntil(
+        [&] { return kept.elevenLabsService().isAuthenticated() && closed.elevenLabsService().isAuthenticated(); }));
+    closed.controller().selection().selectAll();
+    closed.window().actions().generate->trigger();
+    ASSERT_TRUE(closed.generator().queue().isActive());
+    const QPointer<QObject> gone(&closed);
+    closed.controller().discardChanges();
+    EXPECT_TRUE(closed.window().close());
+    EXPECT_TRUE(waitUntil([&] { return gone.isNull(); }));
+    // The other window's service goes on.
+    kept.window().actions().generate->trigger();
+    EXPECT_TRUE(waitUntil([&] { return kept.controller().project().lines.at(0).takes.size() == 1; }));
+    kept.controller().discardChanges();
+}
+
+TEST(ProjectWindow, CutCopyAndPasteAreForLinesWhereNoTextHasTheKeyboard) {
+    OpenProjects it;
+    ProjectWindowController &project =
+        it.open(QStringLiteral("Clips"), {QStringLiteral("One."), QStringLiteral("Two.")});
+    const shell::ProjectActions &actions = project.window().actions();
+    const auto lines = [&project] { return project.controller().scriptLineIds().size(); };
+    actions.selectAll->trigger();
+    actions.copy->trigger();
+    actions.paste->trigger();
+    EXPECT_EQ(lines(), 4);
+    EXPECT_EQ(actions.undo->text(), QStringLiteral("Undo Paste Lines"));
+    actions.cut->trigger();
+    EXPECT_EQ(lines(), 2);
+    EXPECT_EQ(actions.undo->text(), QStringLiteral("Undo Cut Lines"));
+    actions.paste->trigger();
+    EXPECT_EQ(lines(), 4);
+    actions.deleteLine->trigger();
+    EXPECT_EQ(lines(), 2);
+    EXPECT_EQ(actions.undo->text(), QStringLiteral("Undo Delete Lines"));
     project.controller().discardChanges();
 }
 
