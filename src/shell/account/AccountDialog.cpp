@@ -173,7 +173,9 @@ void AccountDialog::showState() {
 void AccountDialog::showAccount(bool isLocal) {
     const bool isConnected = m_service.isAuthenticated() && !isLocal;
     const bool isLoading = m_service.isLoading() && !isLocal;
-    const bool hasFailed = !isConnected && !isLoading && !m_service.errorMessage().isEmpty() && !isLocal;
+    // Without a key there was no connection to fail: a sign-out that leaves its key in the keyring says so below.
+    const bool hasFailed =
+        !isConnected && !isLoading && !isLocal && !m_service.apiKey().isEmpty() && !m_service.errorMessage().isEmpty();
     if (isLocal)
         m_state->setText(u"Local voices are in use"_s);
     else if (isLoading)

@@ -118,6 +118,25 @@ TEST(AccountDialog, ARefreshShowsWhatTheAccountSaysNowAndAFailedOneKeepsTheConne
     EXPECT_EQ(panel.dialog.stateText(), QStringLiteral("Connected"));
 }
 
+TEST(AccountDialog, WithoutAKeyringAKeyConnectsAndASignOutIsNoFailedConnection) {
+    test::LoopbackServer server;
+    speech::answerAccount(server);
+    ShellSession session;
+    AccountPanel panel(session);
+    panel.service.useEndpoint(server.url(), speech::ElevenLabsService::KeyKeeping::Keyring);
+    typeKey(panel.dialog, QStringLiteral("key"));
+    panel.dialog.connectButton()->click();
+    const QString notSaved = QStringLiteral("Couldn't save your API key to the keychain. Please try again.");
+    EXPECT_TRUE(waitUntil([&] { return panel.dialog.errorText() == notSaved && !panel.service.isLoading(); }));
+    EXPECT_EQ(panel.dialog.stateText(), QStringLiteral("Connected"));
+
+    panel.dialog.signOutButton()->click();
+    const QString notRemoved = QStringLiteral("Couldn't remove the saved key from the Keychain. The app may reconnect "
+                                              "automatically on next launch.");
+    EXPECT_TRUE(waitUntil([&] { return panel.dialog.errorText() == notRemoved; }));
+    EXPECT_EQ(panel.dialog.stateText(), QStringLiteral("Not connected"));
+}
+
 TEST(AccountDialog, ShowLaysTheKeyOpen) {
     ShellSession session;
     AccountPanel panel(session);
