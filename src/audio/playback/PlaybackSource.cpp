@@ -8,17 +8,14 @@
 namespace orlenta::audio {
 
 PlaybackSource::PlaybackSource(std::shared_ptr<AudioFileReader> reader, qint64 startFrame, double deviceRate)
-    : m_reader(std::move(reader)), m_startFrame(startFrame), m_deviceRate(deviceRate) {
+    : m_reader(std::move(reader)), m_fileRate(m_reader->sampleRate()), m_channelCount(m_reader->channelCount()),
+      m_startFrame(startFrame), m_deviceRate(deviceRate) {
     if (startFrame > 0)
         m_fadeFrames = std::llround(std::chrono::duration<double>(fadeLength).count() * deviceRate);
 }
 
-int PlaybackSource::channelCount() const {
-    return m_reader->channelCount();
-}
-
 qint64 PlaybackSource::fileFrame(double seconds) const {
-    return m_startFrame + static_cast<qint64>(std::floor(seconds * m_reader->sampleRate()));
+    return m_startFrame + static_cast<qint64>(std::floor(seconds * m_fileRate));
 }
 
 base::Result<qsizetype, AudioFileError> PlaybackSource::read(std::span<float> samples) {
@@ -62,7 +59,7 @@ base::Result<qsizetype, AudioFileError> PlaybackSource::readUnfaded(std::span<fl
 base::Result<void, AudioFileError> PlaybackSource::open() {
     if (auto moved = m_reader->seek(m_startFrame); !moved)
         return moved;
-    if (m_reader->sampleRate() == m_deviceRate)
+    if (m_fileRate == m_deviceRate)
         return {};
     auto converter = ConvertingReader::create(*m_reader, m_deviceRate, channelCount());
     if (!converter)

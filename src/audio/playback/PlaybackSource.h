@@ -24,9 +24,9 @@ public:
     PlaybackSource(PlaybackSource &&) noexcept = default;
     PlaybackSource &operator=(PlaybackSource &&) noexcept = default;
 
-    [[nodiscard]] int channelCount() const;
+    [[nodiscard]] int channelCount() const { return m_channelCount; }
     [[nodiscard]] double deviceRate() const { return m_deviceRate; }
-    /// The file's frame that is heard `seconds` after the start.
+    /// The file's frame that is heard `seconds` after the start. Any thread, while another reads.
     [[nodiscard]] qint64 fileFrame(double seconds) const;
 
     /// Fills `samples`, interleaved, from the start and gives the frames; 0 at the end only.
@@ -38,6 +38,9 @@ private:
     void fadeIn(std::span<float> samples);
 
     std::shared_ptr<AudioFileReader> m_reader;
+    /// Hertz. The reader's own can't be asked for while it reads.
+    double m_fileRate;
+    int m_channelCount;
     qint64 m_startFrame;
     double m_deviceRate;
     std::optional<ConvertingReader> m_converter;

@@ -64,7 +64,6 @@ private:
     void handleStreamLost(int generation, qint64 frame);
     void handleStreamBroken(int generation, const RoutedAudioPlayerError &error);
     Outcome fallbackToSystemDefaultAndResume(double time);
-    [[nodiscard]] qint64 length() const { return m_length; }
 
     SoundServer &m_server;
     std::function<void()> m_completionHandler;
