@@ -71,7 +71,7 @@ int DemoDriver::run() {
     if (failed != steps.end())
         QTextStream(stderr) << "Could not " << failed->title << ": " << m_failure << Qt::endl;
     // The tour's choice of voices is not the user's.
-    m_app.localVoices().switchOff();
+    m_app.localVoices().shutDown();
     m_app.defaults().setUseLocalVoices(usedLocalVoices);
     return failed == steps.end() ? 0 : 1;
 }

@@ -95,7 +95,8 @@ void ProjectWindow::connectAlerts() {
     // Generation, playback and hand-over are the editor's to tell; here stands what is the window's.
     const LocalVoices &localVoices = m_parts.context.localVoices;
     connect(&localVoices, &LocalVoices::stateChanged, this, [this, &localVoices] {
-        if (localVoices.state() == LocalVoices::State::Failed)
+        // The account panel, where the switch is, tells it itself.
+        if (localVoices.state() == LocalVoices::State::Failed && findChild<AccountDialog *>() == nullptr)
             m_alerts->show(
                 {AlertSource::LocalVoices, u"Local voices are not available"_s, localVoices.failureReason(), {}});
         else
