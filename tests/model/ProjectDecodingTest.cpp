@@ -249,6 +249,30 @@ TEST(ProjectDecoding, IdsHaveOneFormInEitherCase) {
         EXPECT_EQ(problemOf(withId(id)), u"project_id: the value is of the wrong kind"_s) << id.toStdString();
 }
 
+TEST(ProjectDecoding, NumbersKeepTheirValueInEveryForm) {
+    const auto styleOf = [](const QByteArray &number) {
+        const QByteArray preset = presetText({}).replace("\"style\":0.5", "\"style\":" + number);
+        return decoded(documentWith(",\"presets\":[" + preset + "]")).presets.first().settings.style;
+    };
+    const std::pair<QByteArray, double> cases[] = {{"0e99", 0.0},
+                                                   {"-0.000E-99", 0.0},
+                                                   {"0.0e+7", 0.0},
+                                                   {"1e2", 100.0},
+                                                   {"-2.5", -2.5},
+                                                   {"0.1", 0.1},
+                                                   {"5e-324", 5e-324},
+                                                   {"1E22", 1e22},
+                                                   {"0.30000000000000004", 0.30000000000000004},
+                                                   {"18446744073709551615", 18446744073709551615.0}};
+    for (const auto &[text, value] : cases)
+        EXPECT_EQ(styleOf(text), value) << text.toStdString();
+    for (const char *number : {"9e308", "-9e308", "1e-400"})
+        EXPECT_EQ(problemOf(documentWith(",\"presets\":[" + presetText({}).replace("0.5", number) + "]")),
+                  u"presets[0].style: the value is of the wrong kind"_s)
+            << number;
+    EXPECT_FALSE(problemOf(documentWith({}).replace(":48000", ":9223372036854775808")).isEmpty());
+}
+
 TEST(ProjectDecoding, ANewerVersionWinsOverAllThatIsWrongWithItsRecords) {
     const std::pair<QByteArray, QString> cases[] = {
         {R"({"schema_version":2})", u"newer 2"_s},

@@ -14,7 +14,8 @@
 
 namespace orlenta::model::json {
 
-/// One value as it stands in a document. A null is a missing key; a structure is an object or array where none belongs.
+/// One value as it stands in a document. A null is a missing key; a structure is an object or array
+/// where none belongs, or a number that no double can hold.
 struct Scalar {
     enum class Kind { Null, Text, Integer, Number, Boolean, Structure };
 

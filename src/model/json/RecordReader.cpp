@@ -1,7 +1,7 @@
 #include "model/json/RecordReader.h"
 
+#include <charconv>
 #include <cstring>
-#include <limits>
 
 // The parser's vector code, in a namespace of its own, since what other sources take from the same headers is compiled
 // without it.
@@ -17,9 +17,10 @@
 namespace orlenta::model::json {
 namespace {
 
-// In place, so that no string is copied before its record takes it. Full precision, or a number would drift from one
-// save to the next. Recursive, since the iterative parser takes a quarter longer; the limit keeps the stack safe.
-constexpr unsigned parseFlags = vectorised::kParseInsituFlag | vectorised::kParseFullPrecisionFlag;
+// In place, so that no string is copied before its record takes it. Numbers as text, since the parser's own exact
+// conversion gives arbitrary results for a zero with a large exponent. Recursive, since the iterative parser takes a
+// quarter longer; the limit keeps the stack safe.
+constexpr unsigned parseFlags = vectorised::kParseInsituFlag | vectorised::kParseNumbersAsStringsFlag;
 constexpr qsizetype deepestNesting = 512;
 
 QString keyText(std::string_view key) {
@@ -114,31 +115,18 @@ bool RecordReader::Bool(bool value) {
     return true;
 }
 
-bool RecordReader::Int64(std::int64_t value) {
+bool RecordReader::RawNumber(const char *text, unsigned length, bool) {
     Scalar scalar;
-    scalar.kind = Scalar::Kind::Integer;
-    scalar.integer = value;
-    scalar.number = static_cast<double>(value);
+    const char *end = text + length;
+    if (const auto [rest, error] = std::from_chars(text, end, scalar.integer); error == std::errc() && rest == end) {
+        scalar.kind = Scalar::Kind::Integer;
+        scalar.number = static_cast<double>(scalar.integer);
+    } else {
+        const bool isInRange = std::from_chars(text, end, scalar.number).ec == std::errc();
+        scalar.kind = isInRange ? Scalar::Kind::Number : Scalar::Kind::Structure;
+    }
     takeScalar(scalar);
     return true;
-}
-
-bool RecordReader::Uint64(std::uint64_t value) {
-    if (value <= static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()))
-        return Int64(static_cast<std::int64_t>(value));
-    return Double(static_cast<double>(value));
-}
-
-bool RecordReader::Double(double value) {
-    Scalar scalar;
-    scalar.kind = Scalar::Kind::Number;
-    scalar.number = value;
-    takeScalar(scalar);
-    return true;
-}
-
-bool RecordReader::RawNumber(const char *, unsigned, bool) {
-    return false;
 }
 
 bool RecordReader::String(const char *characters, unsigned length, bool) {

@@ -29,11 +29,6 @@ public:
     /// The parser's events. False stops it.
     bool Null();
     bool Bool(bool value);
-    bool Int(int value) { return Int64(value); }
-    bool Uint(unsigned value) { return Int64(value); }
-    bool Int64(std::int64_t value);
-    bool Uint64(std::uint64_t value);
-    bool Double(double value);
     bool RawNumber(const char *text, unsigned length, bool copy);
     bool String(const char *text, unsigned length, bool copy);
     bool Key(const char *text, unsigned length, bool copy);
@@ -41,6 +36,12 @@ public:
     bool EndObject(unsigned count);
     bool StartArray();
     bool EndArray(unsigned count);
+    /// Numbers arrive as text; the parser wants to know of these all the same.
+    bool Int(int) { return false; }
+    bool Uint(unsigned) { return false; }
+    bool Int64(std::int64_t) { return false; }
+    bool Uint64(std::uint64_t) { return false; }
+    bool Double(double) { return false; }
 
 private:
     enum class Structure { Object, Array };
