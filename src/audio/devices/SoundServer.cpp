@@ -5,6 +5,8 @@
 
 #include <pulse/pulseaudio.h>
 
+#include "audio/devices/AudioDebugLogger.h"
+
 namespace orlenta::audio {
 
 namespace {
@@ -197,7 +199,11 @@ void SoundServer::Link::onContextState(pa_context *, void *link) {
     static_cast<Link *>(link)->contextChanged();
 }
 
-void SoundServer::Link::onSubscribed(pa_context *, int, void *link) {
+void SoundServer::Link::onSubscribed(pa_context *context, int success, void *link) {
+    // The devices are still listed once; without the subscription they just don't follow.
+    if (!success)
+        AudioDebugLogger::log(QStringLiteral("AudioDeviceMonitor ERROR: failed to install listener status=%1")
+                                  .arg(pa_context_errno(context)));
     static_cast<Link *>(link)->list();
 }
 
