@@ -42,6 +42,8 @@ public:
                 found = {frame, frame};
             else if (frame == *found.last + 1)
                 found.last = frame;
+            else if (*found.last - *found.first < chanceRun)
+                found = {frame, frame};
             else
                 break;
         }
@@ -49,6 +51,8 @@ public:
     }
 
 private:
+    /// Samples of a fade fall on whole frames now and then, but not several in a row.
+    static constexpr int chanceRun = 3;
     static constexpr double step = 32.0 / 8388608.0;
 
     /// The frame that a recorded sample stands for; nothing for silence and for altered samples.

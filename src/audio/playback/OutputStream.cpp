@@ -22,8 +22,9 @@ using Seconds = std::chrono::duration<double>;
 constexpr auto bufferLength = std::chrono::milliseconds(150);
 /// How often the heard place is noted: once the stream has failed, the server no longer tells it.
 constexpr auto noteInterval = std::chrono::milliseconds(20);
-/// The noted place runs up to 19 ms ahead of what a sink has rendered; repeating a little is better than a hole.
-constexpr auto resumeBackOff = std::chrono::milliseconds(25);
+/// The noted place runs up to 19 ms ahead of what a sink has rendered, and what goes on is faded in; repeating a little
+/// is better than a hole.
+constexpr auto resumeBackOff = std::chrono::milliseconds(25) + PlaybackSource::fadeLength;
 /// A server whose session manager is gone leaves a stream waiting for ever.
 constexpr auto connectTimeout = std::chrono::seconds(3);
 
