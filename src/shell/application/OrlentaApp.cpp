@@ -8,6 +8,7 @@
 #include <QtWidgets/QMessageBox>
 
 #include "base/CrashReport.h"
+#include "base/LogCategories.h"
 #include "controller/TemporarySweep.h"
 #include "shell/application/SampleProject.h"
 #include "shell/settings/SettingsDialog.h"
@@ -128,6 +129,7 @@ void OrlentaApp::openProjectPanel() {
     panel->setLabelText(QFileDialog::FileName, u"Select a project folder or .orl file"_s);
     // Opening waits for the panel to be gone, so that its alerts don't stand behind it.
     connect(panel, &QFileDialog::fileSelected, this, [this](const QString &path) {
+        qCInfo(base::log::project).noquote() << "[ProjectWindowController] Open panel selected:" << path;
         QMetaObject::invokeMethod(
             this, [this, path] { m_windows.openProject(path); }, Qt::QueuedConnection);
     });

@@ -20,11 +20,14 @@ using controller::DeliveryTip;
 using controller::ModelCatalogue;
 
 void addTip(QVBoxLayout &layout, const DeliveryTip &tip) {
-    auto *title = new TextLabel(tip.title, TextLabel::Style::Heading);
-    title->setWordWrap(true);
-    layout.addWidget(title);
-    layout.addWidget(new TextLabel(tip.text, TextLabel::Style::Body));
-    layout.addSpacing(Theme::unit(title) * 2);
+    if (!tip.title.isEmpty()) {
+        auto *title = new TextLabel(tip.title, TextLabel::Style::Heading);
+        title->setWordWrap(true);
+        layout.addWidget(title);
+    }
+    auto *text = new TextLabel(tip.text, TextLabel::Style::Body);
+    layout.addWidget(text);
+    layout.addSpacing(Theme::unit(text) * 2);
 }
 
 } // namespace

@@ -114,8 +114,11 @@ void ProjectActions::connectEditing() {
         m_controller.undoManager().undo();
     });
     connect(redo, &QAction::triggered, this, [this] {
-        if (!TextCommands::redo())
-            m_controller.undoManager().redo();
+        if (TextCommands::redo())
+            return;
+        // Typing since the last undo is a change of its own, behind which nothing is left to redo.
+        m_controller.typing().commit();
+        m_controller.undoManager().redo();
     });
     connect(cut, &QAction::triggered, this, [this] {
         if (!TextCommands::send(TextCommands::Command::Cut) && !LineClipboardCommands::cut(m_controller))

@@ -2,6 +2,7 @@
 
 #include <QtCore/QPointer>
 #include <QtCore/QUrl>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 
@@ -43,8 +44,9 @@ void ProjectWindowController::showProjectWindow() {
     m_window->show();
     m_window->raise();
     m_window->activateWindow();
-    qCInfo(base::log::project).noquote() << "[ProjectWindowController] Project window shown for:" << m_folder
-                                         << "visible=" << m_window->isVisible();
+    qCInfo(base::log::project).noquote().nospace()
+        << "[ProjectWindowController] Project window shown for: " << m_folder << " visible=" << m_window->isVisible()
+        << " key=" << m_window->isActiveWindow() << " appWindows=" << QApplication::topLevelWidgets().size();
 }
 
 bool ProjectWindowController::saveCurrentAndSyncTitle() {

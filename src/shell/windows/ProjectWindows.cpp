@@ -51,10 +51,13 @@ ProjectWindowController *ProjectWindows::findByFolder(const QString &folder) con
 }
 
 bool ProjectWindows::openProject(const QString &path) {
+    qCInfo(base::log::project) << "Project window opening from ProjectWindowController.openProject";
     const auto folder = model::ProjectStore::projectFolderForLocation(path);
     if (ProjectWindowController *open = folder ? findByFolder(*folder) : nullptr; open != nullptr) {
         qCInfo(base::log::project).noquote()
             << "[ProjectWindowController] Project already open, focusing existing window:" << path;
+        qCInfo(base::log::project).noquote().nospace()
+            << "ProjectWindowController.openProject deduped existing project folder=" << open->folder();
         open->showProjectWindow();
         return true;
     }
@@ -72,6 +75,7 @@ bool ProjectWindows::openProject(const QString &path) {
 }
 
 bool ProjectWindows::createAndOpenProject(const QString &folder, const QString &name) {
+    qCInfo(base::log::project) << "Project window opening from ProjectWindowController.createAndOpenProject";
     const base::Timestamp now = base::wholeSeconds(base::systemClock());
     const auto created = model::ProjectStore::create(folder, name, model::Project::makeNew(name, now), now);
     if (!created) {
