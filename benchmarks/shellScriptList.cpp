@@ -20,6 +20,8 @@
 #include "audio/devices/OutputRoutingDiagnostics.h"
 #include "audio/devices/SoundServer.h"
 #include "audio/playback/PlaybackController.h"
+#include "audio/recording/AudioInputRouteManager.h"
+#include "audio/recording/MicrophonePermission.h"
 #include "base/UserDefaults.h"
 #include "controller/LineGenerator.h"
 #include "controller/ProjectController.h"
@@ -104,7 +106,7 @@ Cost measureList(const ScriptCommands::Parts &parts) {
     const double before = residentMegabytes();
     QElapsedTimer timer;
     timer.start();
-    ScriptEditor editor(parts.controller, parts.playback, parts.generator);
+    ScriptEditor editor(parts);
     editor.resize(windowSize);
     editor.show();
     editor.list().viewport()->repaint();
@@ -120,7 +122,8 @@ Cost measurePeer(const ScriptCommands::Parts &parts) {
     const double before = residentMegabytes();
     QElapsedTimer timer;
     timer.start();
-    const ScriptLines source(parts.controller, parts.playback);
+    const DirectionRecordings recordings(parts.controller, parts.recording);
+    const ScriptLines source(parts.controller, parts.playback, recordings);
     QScrollArea area;
     auto *column = new QWidget;
     auto *layout = new QVBoxLayout(column);
@@ -158,6 +161,9 @@ int run() {
     audio::AudioDeviceMonitor monitor(server, defaults);
     audio::OutputRoutingDiagnostics diagnostics;
     audio::PlaybackController playback(server, defaults, monitor, diagnostics);
+    audio::AudioInputRouteManager inputRoutes(server, defaults);
+    audio::MicrophonePermission microphone(server);
+    const audio::AudioRecorder::Parts recording{server, defaults, inputRoutes, microphone};
     speech::KeychainHelper credentials;
     speech::ElevenLabsService service(defaults, credentials);
     {
@@ -165,15 +171,15 @@ int run() {
         controller::ProjectController controller(model::Project::makeNew(QStringLiteral("Short"), base::Timestamp{}),
                                                  QUrl());
         controller::LineGenerator generator(controller, service, defaults);
-        measureList({controller, playback, generator});
+        measureList({controller, playback, generator, recording});
     }
     controller::ProjectController controller(longProject(), QUrl());
     controller::LineGenerator generator(controller, service, defaults);
     std::printf("%-28s %10s %10s %14s %13s %13s\n", "10,000 lines", "open ms", "MB", "frame ms, mid", "worst",
                 "worst jump");
-    const Cost list = measureList({controller, playback, generator});
+    const Cost list = measureList({controller, playback, generator, recording});
     print("script list", list);
-    print("a widget for each line", measurePeer({controller, playback, generator}));
+    print("a widget for each line", measurePeer({controller, playback, generator, recording}));
     const bool holds =
         list.openMilliseconds < 100.0 && list.megabytes < 20.0 && list.worstFrame < 16.0 && list.jumpFrame < 16.0;
     std::printf("%s: a script list opens below 100 ms and 20 MB, and scrolls below 16 ms a frame\n",

@@ -46,11 +46,14 @@ bool labelFits(const QLabel &label) {
 
 ShellSession::ShellSession() : ShellSession(QStringLiteral(ORLENTA_LOCAL_VOICES)) {}
 
-ShellSession::ShellSession(const QString &localVoicesProgram)
+ShellSession::ShellSession(const QString &localVoicesProgram, const QString &soundServer)
     : defaults(m_folder.filePath(QStringLiteral("defaults.ini"))),
       localVoices(defaults, std::make_unique<speech::LocalVoicesProcess>(localVoicesProgram, startLimit)),
-      sound(QStringLiteral("unix:%1").arg(m_folder.filePath(QStringLiteral("no-sound")))),
-      devices(sound, defaults), context{defaults, credentials, localVoices, sound, devices, routing, commands} {}
+      sound(soundServer.isEmpty() ? QStringLiteral("unix:%1").arg(m_folder.filePath(QStringLiteral("no-sound")))
+                                  : soundServer),
+      devices(sound, defaults), inputRoutes(sound, defaults),
+      microphone(sound), context{defaults, credentials, localVoices, sound,   devices,
+                                 routing,  inputRoutes, microphone,  commands} {}
 
 bool ShellSession::startLocalVoices() {
     localVoices.switchOn();

@@ -8,6 +8,8 @@
 #include "audio/devices/AudioDeviceMonitor.h"
 #include "audio/devices/OutputRoutingDiagnostics.h"
 #include "audio/devices/SoundServer.h"
+#include "audio/recording/AudioInputRouteManager.h"
+#include "audio/recording/MicrophonePermission.h"
 #include "base/UserDefaults.h"
 #include "model/ProjectStore.h"
 #include "shell/account/LocalVoices.h"
@@ -20,12 +22,12 @@ class QWidget;
 
 namespace orlenta::testing {
 
-/// What the windows of one process share, with a folder, preferences and a local voices program of its own, and with
-/// neither a sound server nor a keyring.
+/// What the windows of one process share, with a folder, preferences and a local voices program of its own, and
+/// without a keyring. There is no sound server unless one is named.
 class ShellSession final {
 public:
     ShellSession();
-    explicit ShellSession(const QString &localVoicesProgram);
+    explicit ShellSession(const QString &localVoicesProgram, const QString &soundServer = {});
 
     /// Starts the program and waits until it answers.
     [[nodiscard]] bool startLocalVoices();
@@ -43,6 +45,8 @@ public:
     audio::SoundServer sound;
     audio::AudioDeviceMonitor devices;
     audio::OutputRoutingDiagnostics routing;
+    audio::AudioInputRouteManager inputRoutes;
+    audio::MicrophonePermission microphone;
     shell::AppCommands commands;
     shell::AppContext context;
 };

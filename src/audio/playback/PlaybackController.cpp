@@ -102,10 +102,18 @@ void PlaybackController::playAll(const QList<PlaybackLine> &lines) {
 }
 
 void PlaybackController::seek(const PlaybackLine &line, double fraction) {
+    seek(line, AudioSource::Generated, fraction);
+}
+
+void PlaybackController::seekSource(const PlaybackLine &line, double fraction) {
+    seek(line, AudioSource::SourceRecording, fraction);
+}
+
+void PlaybackController::seek(const PlaybackLine &line, AudioSource source, double fraction) {
     const double share = std::isnan(fraction) ? 0.0 : std::clamp(fraction, 0.0, 1.0);
-    if (!isCurrentGenerated(line.id) || !isSameFile(m_player.loadedURL(), line.url)) {
+    if (m_lineID != line.id || m_source != source || !isSameFile(m_player.loadedURL(), line.url)) {
         stop(PlayheadReset::Reset);
-        startPlayback(line, {AudioSource::Generated, {}, share});
+        startPlayback(line, {source, {}, share});
         return;
     }
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer.seek from PlaybackController.seek fraction=%1").arg(share));

@@ -60,6 +60,8 @@ public:
     void playAll(const QList<PlaybackLine> &lines);
     /// Plays the line's take from `fraction` of it on, 0 to 1, whatever played before.
     void seek(const PlaybackLine &line, double fraction);
+    /// The same for the line's direction audio.
+    void seekSource(const PlaybackLine &line, double fraction);
     void stop(PlayheadReset reset);
 
 Q_SIGNALS:
@@ -78,6 +80,7 @@ private:
         double fraction = 0.0;
     };
 
+    void seek(const PlaybackLine &line, AudioSource source, double fraction);
     void startPlayback(const PlaybackLine &line, const Start &start);
     RoutedAudioPlayer::Outcome applyPersistedOutputDevice();
     void updateProgress();

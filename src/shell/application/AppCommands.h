@@ -15,6 +15,8 @@ Q_SIGNALS:
     void openProject();
     void openSampleProject();
     void openSettings();
+    /// The microphone is blocked: the user has to allow it in the desktop's settings.
+    void openMicrophoneSettings();
     void openAbout();
     /// Interface scale: one step up, one step down, back to 1.
     void zoomIn();

@@ -2,6 +2,8 @@
 
 namespace orlenta::audio {
 class AudioDeviceMonitor;
+class AudioInputRouteManager;
+class MicrophonePermission;
 class OutputRoutingDiagnostics;
 class SoundServer;
 } // namespace orlenta::audio
@@ -27,6 +29,8 @@ struct AppContext {
     audio::SoundServer &sound;
     audio::AudioDeviceMonitor &devices;
     audio::OutputRoutingDiagnostics &routing;
+    audio::AudioInputRouteManager &inputRoutes;
+    audio::MicrophonePermission &microphone;
     AppCommands &commands;
 };
 

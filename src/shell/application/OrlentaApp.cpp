@@ -11,6 +11,7 @@
 #include "base/LogCategories.h"
 #include "controller/TemporarySweep.h"
 #include "shell/application/SampleProject.h"
+#include "shell/settings/MicrophoneSettings.h"
 #include "shell/settings/SettingsDialog.h"
 #include "shell/theme/Theme.h"
 #include "shell/windows/NewProjectDialog.h"
@@ -30,9 +31,10 @@ constexpr double largestScale = 1.5;
 } // namespace
 
 OrlentaApp::OrlentaApp()
-    : m_localVoices(m_defaults, std::make_unique<speech::LocalVoicesProcess>()),
-      m_devices(m_sound, m_defaults), m_context{m_defaults, m_credentials, m_localVoices, m_sound,
-                                                m_devices,  m_routing,     m_commands},
+    : m_localVoices(m_defaults, std::make_unique<speech::LocalVoicesProcess>()), m_devices(m_sound, m_defaults),
+      m_inputRoutes(m_sound, m_defaults),
+      m_microphone(m_sound), m_context{m_defaults, m_credentials, m_localVoices, m_sound,   m_devices,
+                                       m_routing,  m_inputRoutes, m_microphone,  m_commands},
       m_windows(m_context) {
     QApplication::setQuitOnLastWindowClosed(false);
     connectCommands();
@@ -61,6 +63,10 @@ void OrlentaApp::start(const QStringList &projects) {
     controller::sweepTemporaryFiles(std::chrono::system_clock::now());
     Theme::apply(Theme::appearanceFromText(m_defaults.appearance()));
     Theme::setUiScale(m_defaults.uiScale());
+    // A crash in mid-take may have left the desktop on another microphone. Its own may not be listed yet, or be away;
+    // then the device list's next refresh takes it up.
+    m_inputRoutes.restorePendingDefaultInputIfNeeded(u"application start"_s);
+    m_inputRoutes.followRefreshes(m_devices);
     m_localVoices.restoreChoice();
     for (const QString &project : projects)
         m_windows.openProject(project);
@@ -73,6 +79,7 @@ void OrlentaApp::connectCommands() {
     connect(&m_commands, &AppCommands::openProject, this, &OrlentaApp::openProjectPanel);
     connect(&m_commands, &AppCommands::openSampleProject, this, &OrlentaApp::openSampleProject);
     connect(&m_commands, &AppCommands::openSettings, this, &OrlentaApp::openSettings);
+    connect(&m_commands, &AppCommands::openMicrophoneSettings, this, &OrlentaApp::openMicrophoneSettings);
     connect(&m_commands, &AppCommands::openAbout, this, &OrlentaApp::openAbout);
     connect(&m_commands, &AppCommands::quit, this, &OrlentaApp::requestQuit);
     connect(&m_commands, &AppCommands::zoomIn, this, [this] { setUiScale(m_defaults.uiScale() + scaleStep); });
@@ -154,12 +161,17 @@ void OrlentaApp::openSampleProject() {
 
 void OrlentaApp::openSettings() {
     if (!m_settings) {
-        m_settings = new SettingsDialog(m_defaults, m_devices, m_routing);
+        m_settings = new SettingsDialog(m_context);
         m_settings->setAttribute(Qt::WA_DeleteOnClose);
     }
     m_settings->show();
     m_settings->raise();
     m_settings->activateWindow();
+}
+
+void OrlentaApp::openMicrophoneSettings() {
+    if (!MicrophoneSettings::open())
+        openSettings();
 }
 
 void OrlentaApp::openAbout() {

@@ -9,6 +9,8 @@
 #include "audio/devices/AudioDeviceMonitor.h"
 #include "audio/devices/OutputRoutingDiagnostics.h"
 #include "audio/devices/SoundServer.h"
+#include "audio/recording/AudioInputRouteManager.h"
+#include "audio/recording/MicrophonePermission.h"
 #include "base/UserDefaults.h"
 #include "shell/account/LocalVoices.h"
 #include "shell/application/AppCommands.h"
@@ -42,6 +44,8 @@ public:
     /// Opens the user's copy of the sample project, making it first where there is none.
     void openSampleProject();
     void openSettings();
+    /// The desktop's own page where it has one, or else the application's settings, which tell how it stands.
+    void openMicrophoneSettings();
     void openAbout();
     /// Asks about unsaved projects, then ends the event loop.
     void requestQuit();
@@ -59,6 +63,8 @@ private:
     audio::SoundServer m_sound;
     audio::AudioDeviceMonitor m_devices;
     audio::OutputRoutingDiagnostics m_routing;
+    audio::AudioInputRouteManager m_inputRoutes;
+    audio::MicrophonePermission m_microphone;
     AppCommands m_commands;
     AppContext m_context;
     ProjectWindows m_windows;

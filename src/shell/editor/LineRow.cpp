@@ -14,6 +14,8 @@
 #include <QtWidgets/QToolButton>
 
 #include "shell/editor/BusyIndicator.h"
+#include "shell/editor/DirectionStrip.h"
+#include "shell/editor/NotesField.h"
 #include "shell/editor/WaveformBarsView.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/StylePainting.h"
@@ -32,6 +34,7 @@ const QList<qreal> &placeholderBars() {
 
 LineRow::LineRow(const ScriptTextField::Factory &makeTextField, QWidget *parent) : QWidget(parent) {
     makeControls(makeTextField);
+    makeDirectionControls();
     connect(m_text, &ScriptTextField::textEdited, this, &LineRow::textEdited);
     connect(m_text, &ScriptTextField::editRequested, this, &LineRow::editRequested);
     connect(m_text, &ScriptTextField::clicked, this,
@@ -84,12 +87,14 @@ void LineRow::setContent(const LineRowContent &content) {
     showText(before);
     showGeneration();
     showAudio();
+    showDirection();
+    showNotes();
     if (before.id != content.id || before.number != content.number || before.castName != content.castName ||
-        before.playback != content.playback)
+        before.playback != content.playback || before.isVoiceDirected != content.isVoiceDirected)
         showNames();
     const Qt::FocusPolicy policy = content.isCurrent ? Qt::TabFocus : Qt::NoFocus;
     for (QWidget *control : focusableControls())
-        control->setFocusPolicy(policy);
+        control->setFocusPolicy(control != m_notes ? policy : content.isCurrent ? Qt::StrongFocus : Qt::ClickFocus);
     layOut();
     update();
 }
@@ -168,6 +173,7 @@ void LineRow::showNames() {
     m_waveform->setAccessibleName(QStringLiteral("Playhead of %1").arg(line));
     m_duration->setAccessibleName(QStringLiteral("Duration of %1").arg(line));
     m_takes->setAccessibleName(QStringLiteral("Take of %1").arg(line));
+    nameDirectionControls();
 }
 
 void LineRow::applyColors() {
@@ -182,6 +188,8 @@ void LineRow::applyColors() {
     m_generate->setIconSize({icon, icon});
     m_takes->setIconSize({icon * 3 / 4, icon * 3 / 4});
     m_play->setIconSize({icon * 5 / 4, icon * 5 / 4});
+    m_mode->setIconSize({icon, icon});
+    m_notesButton->setIconSize({icon, icon});
     const int unit = Theme::unit(this);
     m_waveform->setMaxBarHeight(unit * 6.0);
     m_waveform->setBars(std::max(1.5, unit / 2.0), std::max(1.0, unit * 0.375));
@@ -213,6 +221,9 @@ void LineRow::openTakeMenu() {
         group->addAction(action);
         connect(action, &QAction::triggered, this, [this, id = take.id] { Q_EMIT takeChosen(id); });
     }
+    menu->addSeparator();
+    menu->addAction(Icon::named(QStringLiteral("trash")), QStringLiteral("Delete Generated Audio"), this,
+                    &LineRow::deleteTakeRequested);
     m_isMenuOpen = true;
     connect(menu, &QMenu::aboutToHide, this, [this] { m_isMenuOpen = false; });
     menu->popup(m_takes->mapToGlobal(QPoint(0, m_takes->height())));
@@ -254,7 +265,8 @@ bool LineRow::eventFilter(QObject *watched, QEvent *event) {
     auto *control = qobject_cast<QWidget *>(watched);
     const int key = static_cast<QKeyEvent *>(event)->key();
     // In the waveform the arrows move the playhead.
-    const bool arrowsMove = control != m_waveform;
+    const bool isWaveform = qobject_cast<WaveformBarsView *>(control) != nullptr;
+    const bool arrowsMove = !isWaveform && control != m_notes;
     if (key == Qt::Key_Escape) {
         Q_EMIT controlsLeft();
         return true;
@@ -268,10 +280,6 @@ bool LineRow::eventFilter(QObject *watched, QEvent *event) {
         return true;
     }
     return QWidget::eventFilter(watched, event);
-}
-
-QList<QWidget *> LineRow::focusableControls() const {
-    return {m_generate, m_play, m_waveform, m_takes};
 }
 
 void LineRow::focusControls() {
@@ -294,7 +302,13 @@ void LineRow::layOut() {
     m_places = placesFor(width());
     const LineRowPlaces &places = m_places;
     m_text->setGeometry(places.text);
+    m_mode->setGeometry(places.mode);
+    m_notesButton->setGeometry(places.notesButton);
     m_generate->setGeometry(places.generate);
+    if (m_notes != nullptr)
+        m_notes->setGeometry(places.notes);
+    if (m_direction != nullptr)
+        m_direction->setGeometry(places.direction);
     m_voiceHint->setGeometry(places.voiceHint);
     m_busy->setGeometry(places.busy);
     m_play->setGeometry(places.play);
@@ -320,7 +334,8 @@ void LineRow::paintEvent(QPaintEvent *) {
     const QRectF card = QRectF(places.card).adjusted(0.5, 0.5, -0.5, -0.5);
     QPainterPath outline;
     outline.addRoundedRect(card, radius, radius);
-    painter.fillPath(outline, m_content.isSelected ? colors.surfaceSelected : colors.surface);
+    const bool isMarked = m_content.isSelected || m_isDropTarget;
+    painter.fillPath(outline, isMarked ? colors.surfaceSelected : colors.surface);
     if (m_content.stripe.isValid()) {
         painter.save();
         painter.setClipPath(outline);
@@ -328,13 +343,16 @@ void LineRow::paintEvent(QPaintEvent *) {
         painter.restore();
     }
     const bool hasKeyboard = m_content.isEditing || (m_content.isCurrent && m_listHasFocus);
-    painter.setPen(QPen(m_content.isSelected ? colors.accent : colors.border, hasKeyboard ? 2.0 : 1.0));
+    QPen border(isMarked ? colors.accent : colors.border, hasKeyboard || m_isDropTarget ? 2.0 : 1.0);
+    if (m_isDropTarget)
+        border.setStyle(Qt::DashLine);
+    painter.setPen(border);
     painter.drawPath(outline);
 
     painter.setFont(nameFont());
     painter.setPen(colors.textMuted);
     painter.drawText(places.number, Qt::AlignVCenter | Qt::AlignLeft, QString::number(m_content.number));
-    const QColor ground = m_content.isSelected ? colors.surfaceSelected : colors.surface;
+    const QColor ground = isMarked ? colors.surfaceSelected : colors.surface;
     painter.setPen(m_content.stripe.isValid() ? readableOn(ground, m_content.stripe) : colors.textMuted);
     const QString name = m_content.castName.isEmpty() ? QStringLiteral("No voice") : m_content.castName;
     painter.drawText(places.name, Qt::AlignVCenter | Qt::AlignLeft,

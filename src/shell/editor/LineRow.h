@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtCore/QMetaObject>
+#include <QtCore/QUrl>
 #include <QtWidgets/QWidget>
 
 #include "shell/editor/LineRowContent.h"
@@ -13,6 +14,8 @@ class QToolButton;
 namespace orlenta::shell {
 
 class BusyIndicator;
+class DirectionStrip;
+class NotesField;
 class WaveformBarsView;
 
 /// Where everything stands in a row of a given width.
@@ -21,10 +24,14 @@ struct LineRowPlaces {
     QRect stripe;
     QRect number;
     QRect name;
+    QRect mode;
+    QRect notesButton;
     QRect generate;
     QRect busy;
     QRect voiceHint;
     QRect text;
+    QRect notes;
+    QRect direction;
     QRect play;
     QRect waveform;
     QRect duration;
@@ -33,8 +40,9 @@ struct LineRowPlaces {
 };
 
 /// One line of the script as a card: the cast voice's stripe and name, the text, the generate button and the line's
-/// audio. It holds nothing of its own: it shows the content it is given, is handed from line to line by the list's
-/// pool, and only tells what the user wants.
+/// audio, its notes, and the strip of its spoken direction. An audio file can be dropped on it. It holds nothing of its
+/// own: it shows the content it is given, is handed from line to line by the list's pool, and only tells what the user
+/// wants.
 class LineRow final : public QWidget {
     Q_OBJECT
 public:
@@ -56,6 +64,8 @@ public:
     /// Gives the keyboard to the row's first control.
     void focusControls();
     void openTakeMenu();
+    /// Puts the caret into the line's notes, which show from then on.
+    void editNotes();
 
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }
     [[nodiscard]] int heightForWidth(int width) const override;
@@ -64,13 +74,15 @@ public:
     class Estimator final {
     public:
         Estimator(const QWidget *list, int width);
-        [[nodiscard]] int height(qsizetype textLength, bool hasAudio) const;
+        [[nodiscard]] int height(const LineOutline &outline) const;
 
     private:
         double m_charactersPerLine = 1.0;
         double m_lineHeight = 0.0;
         int m_bare = 0;
         int m_audio = 0;
+        int m_direction = 0;
+        int m_notes = 0;
     };
 
 Q_SIGNALS:
@@ -81,6 +93,13 @@ Q_SIGNALS:
     void playRequested();
     void stopRequested();
     void seekRequested(double fraction);
+    void directionWished(orlenta::shell::DirectionWish wish);
+    void directionSeekRequested(double fraction);
+    void filesDropped(const QList<QUrl> &files);
+    void notesEdited(const QString &notes);
+    /// The caret is in the notes.
+    void notesEntered();
+    void deleteTakeRequested();
     void takeChosen(const model::TakeId &id);
     void menuRequested(const QPoint &globalPosition);
     /// Escape in one of the row's controls.
@@ -96,6 +115,9 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragLeaveEvent(QDragLeaveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -104,9 +126,16 @@ private:
     void showGeneration();
     void showAudio();
     void showNames();
+    void makeDirectionControls();
+    void showDirection();
+    void makeNotes();
+    void showNotes();
+    void nameDirectionControls();
+    void setDropTarget(bool isDropTarget);
     void applyColors();
     [[nodiscard]] QFont nameFont() const;
     [[nodiscard]] LineRowPlaces placesFor(int width) const;
+    int placeHeader(LineRowPlaces &places, const QRect &inner) const;
     void placeAudio(LineRowPlaces &places, const QRect &inner) const;
     void layOut();
     [[nodiscard]] QList<QWidget *> focusableControls() const;
@@ -115,6 +144,8 @@ private:
     LineRowContent m_content;
     QMetaObject::Connection m_watch;
     ScriptTextField *m_text = nullptr;
+    QToolButton *m_mode = nullptr;
+    QToolButton *m_notesButton = nullptr;
     QPushButton *m_generate = nullptr;
     QLabel *m_voiceHint = nullptr;
     BusyIndicator *m_busy = nullptr;
@@ -122,8 +153,12 @@ private:
     WaveformBarsView *m_waveform = nullptr;
     QLabel *m_duration = nullptr;
     QToolButton *m_takes = nullptr;
+    /// Made when first needed, as are the notes: most rows do without.
+    DirectionStrip *m_direction = nullptr;
+    NotesField *m_notes = nullptr;
     LineRowPlaces m_places;
     bool m_isMenuOpen = false;
+    bool m_isDropTarget = false;
     bool m_listHasFocus = false;
 };
 

@@ -31,6 +31,45 @@ enum class RowPlayback {
     Playing
 };
 
+/// What the user wants of a line's direction.
+enum class DirectionWish {
+    ToggleRecording,
+    TogglePlayback,
+    Import,
+    DeleteAudio,
+    /// From directing by text to directing by voice, or back.
+    SwitchMode,
+    EditNotes
+};
+
+/// A line's spoken direction, as its strip shows it.
+struct DirectionContent {
+    /// Place of the line in the tab, counted from 1.
+    qsizetype number = 0;
+    bool hasAudio = false;
+    /// "0:04", or "--:--".
+    QString duration;
+    QList<float> waveform;
+    RowPlayback playback = RowPlayback::Idle;
+    /// 0 to 1.
+    double progress = 0.0;
+    bool isRecording = false;
+    /// How long the take that runs is: "0:04".
+    QString recordingTime;
+    /// Why a take didn't come about; empty when there is nothing to tell.
+    QString error;
+
+    friend bool operator==(const DirectionContent &, const DirectionContent &) = default;
+};
+
+/// What decides a row's height, roughly.
+struct LineOutline {
+    qsizetype textLength = 0;
+    bool hasAudio = false;
+    bool hasDirection = false;
+    bool hasNotes = false;
+};
+
 /// All that a row shows of its line.
 struct LineRowContent {
     model::LineId id;
@@ -50,6 +89,10 @@ struct LineRowContent {
     RowPlayback playback = RowPlayback::Idle;
     /// 0 to 1.
     double progress = 0.0;
+    bool isVoiceDirected = false;
+    /// Present while the strip is to be seen.
+    std::optional<DirectionContent> direction;
+    QString notes;
     bool isSelected = false;
     /// The line on which the keyboard acts.
     bool isCurrent = false;

@@ -6,7 +6,9 @@
 #include <QtWidgets/QToolButton>
 
 #include "shell/editor/BusyIndicator.h"
+#include "shell/editor/DirectionStrip.h"
 #include "shell/editor/LineRow.h"
+#include "shell/editor/NotesField.h"
 #include "shell/editor/WaveformBarsView.h"
 #include "shell/theme/Theme.h"
 
@@ -20,35 +22,63 @@ QFont LineRow::nameFont() const {
 
 LineRowPlaces LineRow::placesFor(int width) const {
     const int unit = Theme::unit(this);
-    const QFontMetrics names(nameFont());
     LineRowPlaces places;
     places.card = QRect(unit * 3, unit, std::max(width - unit * 6, unit * 20), 0);
     const int stripe = std::max(4, unit);
     const QRect inner = places.card.adjusted(stripe + unit * 3, unit * 2, -unit * 3, 0);
+    int y = placeHeader(places, inner);
+    // The fields have a margin of their own; their text lines up with the header.
+    const int outset = static_cast<int>(m_text->document()->documentMargin());
+    const QRect textColumn = inner.adjusted(-outset, 0, outset, 0);
+    const auto below = [&](const QRect &column, int height) {
+        const QRect place(column.left(), y, column.width(), height);
+        y = place.bottom() + 1;
+        return place;
+    };
+    places.text = below(textColumn, m_text->heightForTextWidth(textColumn.width()));
+    if (m_notes != nullptr && !m_notes->isHidden())
+        places.notes = below(textColumn, m_notes->heightForTextWidth(textColumn.width()));
+    if (m_direction != nullptr && !m_direction->isHidden()) {
+        y += unit;
+        places.direction = below(inner, m_direction->heightForWidth(inner.width()));
+    }
+    if (m_content.hasAudio) {
+        placeAudio(places, QRect(inner.left(), y + unit, inner.width(), 0));
+        y = std::max({places.play.bottom(), places.waveform.bottom(), places.takes.bottom()}) + 1;
+    }
+    places.card.setHeight(y + unit * 2 - places.card.top());
+    places.stripe = QRect(places.card.left(), places.card.top(), stripe, places.card.height());
+    places.height = places.card.bottom() + 1 + unit;
+    return places;
+}
+
+int LineRow::placeHeader(LineRowPlaces &places, const QRect &inner) const {
+    const int unit = Theme::unit(this);
+    const QFontMetrics names(nameFont());
     const QSize action = m_generate->sizeHint();
-    const int headerHeight = std::max(action.height(), names.height());
+    const QSize bare = m_mode->sizeHint();
+    const int headerHeight = std::max({action.height(), bare.height(), names.height()});
     int y = inner.top();
+    int right = inner.right() + 1;
+    const auto fromRight = [&](const QSize &size, int gap) {
+        const QRect place(right - size.width(), y + (headerHeight - size.height()) / 2, size.width(), size.height());
+        right = place.left() - gap;
+        return place;
+    };
     const int numberWidth = std::max(names.horizontalAdvance(QString::number(m_content.number)) + unit * 2, unit * 6);
     places.number = QRect(inner.left(), y, numberWidth, headerHeight);
-    int right = inner.right() + 1;
+    if (m_content.generation != RowGeneration::NoVoice)
+        places.generate = fromRight(action, unit);
+    places.notesButton = fromRight(bare, 0);
+    places.mode = fromRight(bare, unit * 2);
     bool hintBelow = false;
     if (m_content.generation == RowGeneration::NoVoice) {
         const int wanted = m_voiceHint->fontMetrics().horizontalAdvance(m_voiceHint->text()) + unit;
-        hintBelow = wanted > inner.width() - numberWidth - unit * 20;
-        if (!hintBelow) {
-            places.voiceHint = QRect(right - wanted, y, wanted, headerHeight);
-            right -= wanted + unit * 2;
-        }
-    } else {
-        places.generate =
-            QRect(right - action.width(), y + (headerHeight - action.height()) / 2, action.width(), action.height());
-        right -= action.width() + unit * 2;
-        if (m_content.generation == RowGeneration::Generating) {
-            const QSize busy = m_busy->sizeHint();
-            right -= busy.width();
-            places.busy = QRect(QPoint(right, y + (headerHeight - busy.height()) / 2), busy);
-            right -= unit * 2;
-        }
+        hintBelow = wanted > right - inner.left() - numberWidth - unit * 20;
+        if (!hintBelow)
+            places.voiceHint = fromRight(QSize(wanted, headerHeight), unit * 2);
+    } else if (m_content.generation == RowGeneration::Generating) {
+        places.busy = fromRight(m_busy->sizeHint(), unit * 2);
     }
     const int nameLeft = places.number.right() + 1;
     places.name = QRect(nameLeft, y, std::max(0, right - nameLeft), headerHeight);
@@ -58,19 +88,7 @@ LineRowPlaces LineRow::placesFor(int width) const {
         places.voiceHint = QRect(inner.left(), y, inner.width(), tall);
         y += tall + unit;
     }
-    // The field has a margin of its own; its text lines up with the header.
-    const int outset = static_cast<int>(m_text->document()->documentMargin());
-    const int textWidth = inner.width() + outset * 2;
-    places.text = QRect(inner.left() - outset, y, textWidth, m_text->heightForTextWidth(textWidth));
-    y = places.text.bottom() + 1;
-    if (m_content.hasAudio) {
-        placeAudio(places, QRect(inner.left(), y + unit, inner.width(), 0));
-        y = std::max({places.play.bottom(), places.waveform.bottom(), places.takes.bottom()}) + 1;
-    }
-    places.card.setHeight(y + unit * 2 - places.card.top());
-    places.stripe = QRect(places.card.left(), places.card.top(), stripe, places.card.height());
-    places.height = places.card.bottom() + 1 + unit;
-    return places;
+    return y;
 }
 
 void LineRow::placeAudio(LineRowPlaces &places, const QRect &inner) const {
@@ -107,11 +125,14 @@ LineRow::Estimator::Estimator(const QWidget *list, int width) {
     m_lineHeight = text.lineSpacing() * 1.2;
     m_bare = unit * 6 + list->fontMetrics().height() + unit * 4 + 8;
     m_audio = list->fontMetrics().height() * 5 / 4 + unit * 3;
+    m_direction = list->fontMetrics().height() + unit * 6;
+    m_notes = list->fontMetrics().height() + 8;
 }
 
-int LineRow::Estimator::height(qsizetype textLength, bool hasAudio) const {
-    const double lines = std::max(1.0, std::ceil(static_cast<double>(textLength) / m_charactersPerLine));
-    return m_bare + static_cast<int>(lines * m_lineHeight) + (hasAudio ? m_audio : 0);
+int LineRow::Estimator::height(const LineOutline &outline) const {
+    const double lines = std::max(1.0, std::ceil(static_cast<double>(outline.textLength) / m_charactersPerLine));
+    return m_bare + static_cast<int>(lines * m_lineHeight) + (outline.hasAudio ? m_audio : 0) +
+           (outline.hasDirection ? m_direction : 0) + (outline.hasNotes ? m_notes : 0);
 }
 
 } // namespace orlenta::shell

@@ -25,7 +25,9 @@ constexpr std::chrono::milliseconds sameClick{200};
 
 } // namespace
 
-ScriptCommands::ScriptCommands(const Parts &parts, QObject *parent) : QObject(parent), m_parts(parts) {}
+ScriptCommands::ScriptCommands(const Parts &parts, QObject *parent)
+    : QObject(parent), m_parts(parts), m_recordings(parts.controller, parts.recording),
+      m_direction({parts.controller, parts.playback, m_recordings}) {}
 
 void ScriptCommands::connectRow(LineRow *row) {
     connect(row, &LineRow::clicked, this, [this, row](Qt::KeyboardModifiers modifiers, bool inTextField) {
@@ -40,7 +42,9 @@ void ScriptCommands::connectRow(LineRow *row) {
             [this, row](const model::TakeId &take) { m_parts.controller.takes().switchTake(row->lineId(), take); });
     connect(row, &LineRow::menuRequested, this,
             [this, row](const QPoint &position) { openLineMenu(row->lineId(), position, row); });
+    connect(row, &LineRow::deleteTakeRequested, this, [this, row] { deleteTake(row->lineId()); });
     connectText(row);
+    m_direction.connectRow(row);
 }
 
 void ScriptCommands::connectText(LineRow *row) {
@@ -182,6 +186,12 @@ void ScriptCommands::generate(const model::LineId &id) {
     m_parts.generator.enqueue({id}, speech::LineGenerationQueue::Priority::Prioritized);
 }
 
+void ScriptCommands::deleteTake(const model::LineId &id) {
+    if (m_parts.playback.isCurrentGenerated(id))
+        stop();
+    m_parts.controller.takes().deleteGeneratedAudio(id);
+}
+
 void ScriptCommands::openLineMenu(const model::LineId &id, const QPoint &globalPosition, QWidget *parent) {
     controller::ProjectController &project = m_parts.controller;
     if (!project.selection().selectedLineIds().contains(id))
@@ -197,6 +207,8 @@ void ScriptCommands::openLineMenu(const model::LineId &id, const QPoint &globalP
         m_parts.generator.canGenerate(id), [this, id] { generate(id); });
     add("play", QStringLiteral("Play"), hasAudio, [this, id] { play(id); });
     menu->addSeparator();
+    m_direction.addToMenu(*menu, id, parent);
+    menu->addSeparator();
     add("duplicate", QStringLiteral("Duplicate Line"), true, [&project, id] { project.lines().duplicateLine(id); });
     add("split", QStringLiteral("Split into Sentences"), project.lines().canSplitLine(),
         [&project] { project.lines().splitLine(); });
@@ -205,8 +217,7 @@ void ScriptCommands::openLineMenu(const model::LineId &id, const QPoint &globalP
     add("chevron-down", QStringLiteral("Move Line Down"), project.lines().canMoveDown(),
         [&project] { project.lines().moveLineDown(); });
     menu->addSeparator();
-    add("close", QStringLiteral("Delete Generated Audio"), hasAudio,
-        [&project, id] { project.takes().deleteGeneratedAudio(id); });
+    add("close", QStringLiteral("Delete Generated Audio"), hasAudio, [this, id] { deleteTake(id); });
     add("trash", QStringLiteral("Delete Line"), true, [&project, id] { project.lines().deleteLine(id); });
     menu->popup(globalPosition);
 }

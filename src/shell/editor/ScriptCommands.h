@@ -6,7 +6,10 @@
 #include <QtCore/QObject>
 #include <QtCore/QPoint>
 
+#include "audio/recording/AudioRecorder.h"
 #include "model/Ids.h"
+#include "shell/editor/DirectionCommands.h"
+#include "shell/editor/DirectionRecordings.h"
 
 class QWidget;
 
@@ -31,6 +34,7 @@ public:
         controller::ProjectController &controller;
         audio::PlaybackController &playback;
         controller::LineGenerator &generator;
+        audio::AudioRecorder::Parts recording;
     };
     enum class ClickPlace { Row, TextField };
 
@@ -57,6 +61,9 @@ public:
     [[nodiscard]] bool canPlaySelection() const;
 
     void generate(const model::LineId &id);
+    void deleteTake(const model::LineId &id);
+    [[nodiscard]] DirectionCommands &direction() { return m_direction; }
+    [[nodiscard]] DirectionRecordings &recordings() { return m_recordings; }
     void openLineMenu(const model::LineId &id, const QPoint &globalPosition, QWidget *parent);
 
     /// The point of a text field at which the next editing begins, for a caret set by the mouse.
@@ -71,6 +78,8 @@ private:
     void editAt(const model::LineId &id, const QPoint &point);
 
     Parts m_parts;
+    DirectionRecordings m_recordings;
+    DirectionCommands m_direction;
     QElapsedTimer m_sinceTextFieldClick;
     std::optional<QPoint> m_caretPoint;
 };

@@ -22,16 +22,38 @@
 #include "shell/theme/Theme.h"
 
 namespace orlenta::shell {
+namespace {
 
-ScriptEditor::ScriptEditor(controller::ProjectController &controller, audio::PlaybackController &playback,
-                           controller::LineGenerator &generator, QWidget *parent)
+std::optional<DirectionWish> directionWishOf(const QKeyEvent &event) {
+    const bool hasShift = event.modifiers().testFlag(Qt::ShiftModifier);
+    if (event.key() == Qt::Key_D)
+        return hasShift ? DirectionWish::DeleteAudio : DirectionWish::TogglePlayback;
+    if (hasShift)
+        return std::nullopt;
+    switch (event.key()) {
+    case Qt::Key_R:
+        return DirectionWish::ToggleRecording;
+    case Qt::Key_I:
+        return DirectionWish::Import;
+    case Qt::Key_M:
+        return DirectionWish::SwitchMode;
+    case Qt::Key_N:
+        return DirectionWish::EditNotes;
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+ScriptEditor::ScriptEditor(const ScriptCommands::Parts &parts, QWidget *parent)
     : ScriptEditor(
-          {controller, playback, generator}, [](QWidget *row) { return new ScriptTextField(row); }, parent) {}
+          parts, [](QWidget *row) { return new ScriptTextField(row); }, parent) {}
 
 ScriptEditor::ScriptEditor(const ScriptCommands::Parts &parts, const ScriptTextField::Factory &makeTextField,
                            QWidget *parent)
     : QWidget(parent), m_parts(parts), m_commands(parts),
-      m_lines(std::make_unique<ScriptLines>(parts.controller, parts.playback)),
+      m_lines(std::make_unique<ScriptLines>(parts.controller, parts.playback, m_commands.recordings())),
       m_tabs(new ScriptTabBar(parts.controller, this)), m_toolbar(new ScriptToolbar(parts, m_commands, this)),
       m_list(new ScriptListView(*m_lines, makeTextField, this)), m_notice(new NoticeBar(this)) {
     auto *layout = new QVBoxLayout(this);
@@ -50,6 +72,7 @@ ScriptEditor::ScriptEditor(const ScriptCommands::Parts &parts, const ScriptTextF
             [this] { m_list->setFocus(Qt::OtherFocusReason); });
     connectProject();
     connectFailures();
+    connectDirection();
     m_seenTabId = parts.controller.project().activeTabId;
     m_list->reload();
     followSelection();
@@ -80,6 +103,17 @@ void ScriptEditor::connectProject() {
     connect(&playback, &audio::PlaybackController::currentAudioSourceChanged, this, &ScriptEditor::followPlayback);
     connect(&playback, &audio::PlaybackController::isPlayingChanged, this, &ScriptEditor::followPlayback);
     connect(&playback, &audio::PlaybackController::playbackProgressChanged, this, &ScriptEditor::followPlayback);
+}
+
+void ScriptEditor::connectDirection() {
+    connect(&m_commands.recordings(), &DirectionRecordings::changed, m_list, &ScriptListView::refreshRow);
+    connect(&m_commands.recordings(), &DirectionRecordings::microphoneSettingsWanted, this,
+            &ScriptEditor::microphoneSettingsWanted);
+    connect(&m_commands.direction(), &DirectionCommands::notesRequested, this, [this](const model::LineId &id) {
+        m_list->ensureVisible(id);
+        if (LineRow *row = m_list->rowFor(id))
+            row->editNotes();
+    });
 }
 
 void ScriptEditor::connectFailures() {
@@ -199,8 +233,19 @@ bool ScriptEditor::handleListKey(QKeyEvent *event) {
             row->focusControls();
         return true;
     default:
-        return false;
+        return handleDirectionKey(event);
     }
+}
+
+bool ScriptEditor::handleDirectionKey(QKeyEvent *event) {
+    const auto id = m_parts.controller.selection().singleSelectedLineId();
+    const auto target = id ? id : m_seenFocusId;
+    const auto wish = directionWishOf(*event);
+    if (!wish || !target)
+        return false;
+    if (!event->isAutoRepeat())
+        m_commands.direction().carryOut(*wish, *target, this);
+    return true;
 }
 
 void ScriptEditor::keyPressEvent(QKeyEvent *event) {

@@ -23,8 +23,7 @@ class ScriptEditor final : public QWidget {
     Q_OBJECT
 public:
     /// What it is given outlives the editor.
-    ScriptEditor(controller::ProjectController &controller, audio::PlaybackController &playback,
-                 controller::LineGenerator &generator, QWidget *parent = nullptr);
+    explicit ScriptEditor(const ScriptCommands::Parts &parts, QWidget *parent = nullptr);
     /// The same with another kind of text field in its rows.
     ScriptEditor(const ScriptCommands::Parts &parts, const ScriptTextField::Factory &makeTextField,
                  QWidget *parent = nullptr);
@@ -33,6 +32,10 @@ public:
     [[nodiscard]] ScriptListView &list() const { return *m_list; }
     [[nodiscard]] ScriptTabBar &tabBar() const { return *m_tabs; }
     [[nodiscard]] ScriptCommands &commands() { return m_commands; }
+
+Q_SIGNALS:
+    /// The microphone is blocked; the user has to allow it in the desktop's settings.
+    void microphoneSettingsWanted();
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -46,6 +49,8 @@ private:
     void followSelection();
     void followEditing();
     void followPlayback();
+    void connectDirection();
+    bool handleDirectionKey(QKeyEvent *event);
     void focusEditedText();
     void step(bool forward);
     void leaveList(bool forward);

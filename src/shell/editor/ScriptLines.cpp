@@ -13,12 +13,23 @@
 #include "controller/ProjectController.h"
 #include "controller/Selection.h"
 #include "controller/VoiceCasting.h"
+#include "shell/editor/DirectionRecordings.h"
 #include "shell/editor/LineRow.h"
 
 namespace orlenta::shell {
+namespace {
 
-ScriptLines::ScriptLines(controller::ProjectController &controller, audio::PlaybackController &playback)
-    : m_controller(controller), m_playback(playback) {}
+bool isVoiceDirected(const controller::ProjectController &controller, const model::ProjectLine &line) {
+    const model::DirectionMode mode =
+        line.settings ? line.settings->directionMode : controller.project().effectiveSettings(line).directionMode;
+    return mode == model::DirectionMode::Voice;
+}
+
+} // namespace
+
+ScriptLines::ScriptLines(controller::ProjectController &controller, audio::PlaybackController &playback,
+                         const DirectionRecordings &recordings)
+    : m_controller(controller), m_playback(playback), m_recordings(recordings) {}
 
 const QList<model::LineId> &ScriptLines::lineIds() const {
     return m_controller.scriptLineIds();
@@ -26,7 +37,10 @@ const QList<model::LineId> &ScriptLines::lineIds() const {
 
 ScriptListSource::Outline ScriptLines::outline(const model::LineId &id) const {
     const model::ProjectLine *line = m_controller.lines().find(id);
-    return {line == nullptr ? 0 : line->text.size(), m_controller.runtime().hasGeneratedAudio(id)};
+    if (line == nullptr)
+        return {};
+    return {line->text.size(), m_controller.runtime().hasGeneratedAudio(id), isVoiceDirected(m_controller, *line),
+            !line->notes.isEmpty()};
 }
 
 LineRowContent ScriptLines::content(const model::LineId &id, qsizetype index) const {
@@ -48,8 +62,11 @@ LineRowContent ScriptLines::content(const model::LineId &id, qsizetype index) co
         content.isSelected && (selection.selectionFocusId() == id || selection.singleSelectedLineId() == id);
     content.isEditing = selection.editingLineId() == id;
     content.textSelection = content.isEditing ? selection.textSelectionRange() : std::nullopt;
+    content.notes = line->notes;
+    content.isVoiceDirected = isVoiceDirected(m_controller, *line);
     content.typingFlushVersion = m_controller.typingFlushVersion();
     fillAudio(content);
+    fillDirection(content);
     if (content.hasAudio) {
         fillTakes(content);
         fillPlayback(content);
@@ -84,6 +101,31 @@ void ScriptLines::fillTakes(LineRowContent &content) const {
         content.takes.append({take.id, QStringLiteral("Take %1").arg(index + 1), detail});
         if (active != nullptr && active->id == take.id)
             content.activeTake = index;
+    }
+}
+
+void ScriptLines::fillDirection(LineRowContent &content) const {
+    const DirectionRecordings::State recording = m_recordings.state(content.id);
+    if (!content.isVoiceDirected && !recording.isRecording && recording.error.isEmpty())
+        return;
+    using Durations = audio::ScriptLineAudioDurationReader;
+    const controller::LineRuntimeState state = m_controller.runtime().state(content.id);
+    DirectionContent &direction = content.direction.emplace();
+    direction.number = content.number;
+    direction.isRecording = recording.isRecording;
+    direction.recordingTime = Durations::text(std::chrono::duration<double>(recording.duration));
+    direction.error = recording.error;
+    direction.hasAudio = !state.directionAudioURL.isEmpty();
+    if (!direction.hasAudio)
+        return;
+    direction.waveform = state.directionWaveformSamples;
+    if (direction.waveform.isEmpty())
+        m_controller.waveforms().request(content.id, controller::WaveformKind::SourceRecording);
+    direction.duration =
+        Durations::text(Durations::duration(state.directionAudioURL, QStringLiteral("ScriptLineView.audioDuration")));
+    if (m_playback.isCurrentSource(content.id)) {
+        direction.playback = m_playback.isPlaying() ? RowPlayback::Playing : RowPlayback::Current;
+        direction.progress = m_playback.playbackProgress();
     }
 }
 

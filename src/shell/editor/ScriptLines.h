@@ -11,24 +11,29 @@ class ProjectController;
 
 namespace orlenta::shell {
 
+class DirectionRecordings;
+
 /// The lines of a project's active tab, as the list shows them.
 class ScriptLines final : public ScriptListSource {
 public:
-    ScriptLines(controller::ProjectController &controller, audio::PlaybackController &playback);
+    ScriptLines(controller::ProjectController &controller, audio::PlaybackController &playback,
+                const DirectionRecordings &recordings);
 
     [[nodiscard]] const QList<model::LineId> &lineIds() const override;
     [[nodiscard]] Outline outline(const model::LineId &id) const override;
-    /// Asks for the line's waveform, too, where it is missing.
+    /// Asks for the line's waveforms, too, where they are missing.
     [[nodiscard]] LineRowContent content(const model::LineId &id, qsizetype index) const override;
     QMetaObject::Connection watch(const model::LineId &id, LineRow *row) override;
 
 private:
     void fillAudio(LineRowContent &content) const;
     void fillTakes(LineRowContent &content) const;
+    void fillDirection(LineRowContent &content) const;
     void fillPlayback(LineRowContent &content) const;
 
     controller::ProjectController &m_controller;
     audio::PlaybackController &m_playback;
+    const DirectionRecordings &m_recordings;
 };
 
 } // namespace orlenta::shell

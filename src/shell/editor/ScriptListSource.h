@@ -12,11 +12,7 @@ class LineRow;
 /// What a script list shows: the lines in their order, and each one's content when it comes into view. Main thread.
 class ScriptListSource {
 public:
-    /// What decides a row's height, roughly.
-    struct Outline {
-        qsizetype textLength = 0;
-        bool hasAudio = false;
-    };
+    using Outline = LineOutline;
 
     ScriptListSource() = default;
     virtual ~ScriptListSource() = default;

@@ -62,8 +62,7 @@ void ScriptListView::rebuildHeights() {
             heights.push_back(*known);
             continue;
         }
-        const ScriptListSource::Outline outline = m_source.outline(id);
-        heights.push_back(estimate.height(outline.textLength, outline.hasAudio));
+        heights.push_back(estimate.height(m_source.outline(id)));
     }
     m_heights.assign(std::move(heights));
 }

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include <QtCore/QMimeData>
+#include <QtGui/QDragEnterEvent>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QTextBlock>
 #include <QtWidgets/QScrollBar>
@@ -168,6 +169,14 @@ void ScriptTextField::focusOutEvent(QFocusEvent *event) {
 void ScriptTextField::insertFromMimeData(const QMimeData *source) {
     if (source->hasText())
         insertPlainText(source->text());
+}
+
+void ScriptTextField::dragEnterEvent(QDragEnterEvent *event) {
+    // Files belong to the row, not into the text.
+    if (event->mimeData()->hasUrls())
+        event->ignore();
+    else
+        QTextEdit::dragEnterEvent(event);
 }
 
 void ScriptTextField::applyScriptFont() {

@@ -17,6 +17,8 @@ namespace {
 
 void fillDevices(QComboBox &picker, const QList<audio::AudioDeviceInfo> &devices, const QString &uid,
                  const QString &direction) {
+    // Its open list would show what is no more, and a choice in it would land on another device.
+    picker.hidePopup();
     picker.clear();
     picker.addItem(u"System Default"_s, QString());
     for (const audio::AudioDeviceInfo &device : devices)
@@ -44,12 +46,14 @@ AudioDeviceSettings::AudioDeviceSettings(base::UserDefaults &defaults, const aud
     : QWidget(parent), m_defaults(defaults), m_devices(devices), m_routing(routing),
       m_input(devicePicker(u"Input"_s, u"The device that direction takes are recorded from"_s)),
       m_output(devicePicker(u"Output"_s, u"The device that takes are played on"_s)),
-      m_failure(new TextLabel({}, TextLabel::Style::Caption)) {
+      m_failure(new TextLabel(u"Last playback failed to route"_s, TextLabel::Style::Danger)),
+      m_failureReason(new TextLabel({}, TextLabel::Style::Caption)) {
     auto *form = new QFormLayout(this);
     form->setContentsMargins(0, 0, 0, 0);
     form->addRow(u"Input"_s, m_input);
     form->addRow(u"Output"_s, m_output);
     form->addRow(m_failure);
+    form->addRow(m_failureReason);
     connect(m_input, &QComboBox::activated, this,
             [this] { m_defaults.setInputDeviceUID(m_input->currentData().toString()); });
     connect(m_output, &QComboBox::activated, this,
@@ -73,10 +77,9 @@ void AudioDeviceSettings::reloadOutputs() {
 
 void AudioDeviceSettings::showRouting() {
     const auto &message = m_routing.lastRoutingErrorMessage();
+    m_failureReason->setText(message.value_or(QString()));
     m_failure->setVisible(message.has_value());
-    m_failure->setText(u"Last playback failed to route"_s);
-    m_failure->setToolTip(message.value_or(QString()));
-    m_failure->setAccessibleDescription(message.value_or(QString()));
+    m_failureReason->setVisible(message.has_value());
 }
 
 } // namespace orlenta::shell

@@ -34,6 +34,7 @@ private:
     QComboBox *m_input;
     QComboBox *m_output;
     QLabel *m_failure;
+    QLabel *m_failureReason;
 };
 
 } // namespace orlenta::shell

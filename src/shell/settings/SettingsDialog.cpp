@@ -7,19 +7,19 @@
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QVBoxLayout>
 
+#include "shell/application/AppContext.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/settings/AppearanceSettings.h"
 #include "shell/settings/AudioDeviceSettings.h"
 #include "shell/settings/OutputFormatSettings.h"
+#include "shell/settings/PermissionSettings.h"
 #include "shell/theme/Theme.h"
 
 using namespace Qt::StringLiterals;
 
 namespace orlenta::shell {
 
-SettingsDialog::SettingsDialog(base::UserDefaults &defaults, const audio::AudioDeviceMonitor &devices,
-                               const audio::OutputRoutingDiagnostics &routing, QWidget *parent)
-    : QDialog(parent) {
+SettingsDialog::SettingsDialog(const AppContext &context, QWidget *parent) : QDialog(parent) {
     setWindowTitle(u"Settings"_s);
     setAccessibleName(u"Settings"_s);
     const int unit = Theme::unit(this);
@@ -32,9 +32,10 @@ SettingsDialog::SettingsDialog(base::UserDefaults &defaults, const audio::AudioD
         sections->addWidget(section);
         sections->addSpacing(unit * 3);
     };
-    addSection(u"Appearance"_s, new AppearanceSettings(defaults));
-    addSection(u"Audio Devices"_s, new AudioDeviceSettings(defaults, devices, routing));
-    addSection(u"Output Format"_s, new OutputFormatSettings(defaults));
+    addSection(u"Appearance"_s, new AppearanceSettings(context.defaults));
+    addSection(u"Audio Devices"_s, new AudioDeviceSettings(context.defaults, context.devices, context.routing));
+    addSection(u"Output Format"_s, new OutputFormatSettings(context.defaults));
+    addSection(u"Permissions"_s, new PermissionSettings(context.microphone, context.commands));
     sections->addStretch();
 
     auto *scroll = new QScrollArea;

@@ -2,23 +2,15 @@
 
 #include <QtWidgets/QDialog>
 
-namespace orlenta::audio {
-class AudioDeviceMonitor;
-class OutputRoutingDiagnostics;
-} // namespace orlenta::audio
-
-namespace orlenta::base {
-class UserDefaults;
-}
-
 namespace orlenta::shell {
+
+struct AppContext;
 
 /// The application's preferences. Each takes effect, and is stored, as soon as it is chosen.
 class SettingsDialog final : public QDialog {
     Q_OBJECT
 public:
-    SettingsDialog(base::UserDefaults &defaults, const audio::AudioDeviceMonitor &devices,
-                   const audio::OutputRoutingDiagnostics &routing, QWidget *parent = nullptr);
+    explicit SettingsDialog(const AppContext &context, QWidget *parent = nullptr);
 
 protected:
     void changeEvent(QEvent *event) override;

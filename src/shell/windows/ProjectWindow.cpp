@@ -13,6 +13,7 @@
 #include "controller/ProjectController.h"
 #include "shell/account/AccountDialog.h"
 #include "shell/account/LocalVoices.h"
+#include "shell/application/AppCommands.h"
 #include "shell/controls/Separator.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/editor/ScriptListView.h"
@@ -39,7 +40,12 @@ ProjectWindow::ProjectWindow(const Parts &parts)
     : m_parts(parts), m_actions(new ProjectActions(parts.controller, parts.playback, parts.generator, this)),
       m_alerts(new ErrorAlerts(*this)), m_export(new ExportFlow(parts.controller, *this)),
       m_toolbar(new ProjectToolbar({parts.service, parts.context.localVoices, parts.context.defaults, *m_actions})),
-      m_editor(new ScriptEditor(parts.controller, parts.playback, parts.generator, this)),
+      m_editor(new ScriptEditor(
+          {parts.controller,
+           parts.playback,
+           parts.generator,
+           {parts.context.sound, parts.context.defaults, parts.context.inputRoutes, parts.context.microphone}},
+          this)),
       m_inspector(new Inspector(parts.controller, parts.service)), m_splitter(new QSplitter(Qt::Horizontal)) {
     fillMenuBar(*menuBar(), *new AppActions(parts.context.commands, this), *m_actions);
     layOut();
@@ -85,6 +91,8 @@ void ProjectWindow::connectCommands() {
         m_inspector->focusVoiceSearch();
     });
     connect(m_actions->toggleInspector, &QAction::triggered, this, &ProjectWindow::toggleInspector);
+    connect(m_editor, &ScriptEditor::microphoneSettingsWanted, &m_parts.context.commands,
+            &AppCommands::openMicrophoneSettings);
     connect(m_inspector, &Inspector::accountRequested, this, &ProjectWindow::showAccount);
     connect(&m_parts.controller, &controller::ProjectController::hasUnsavedChangesChanged, this,
             &ProjectWindow::syncTitle);

@@ -41,7 +41,8 @@ void ScriptEditorFixture::open(model::Project project, const QSize &size) {
     service.useEndpoint(QUrl(QStringLiteral("http://127.0.0.1:1")));
     controller = std::make_unique<controller::ProjectController>(stored->project, QUrl::fromLocalFile(path));
     generator = std::make_unique<controller::LineGenerator>(*controller, service, defaults);
-    editor = std::make_unique<ScriptEditor>(*controller, playback, *generator);
+    editor = std::make_unique<ScriptEditor>(
+        ScriptCommands::Parts{*controller, playback, *generator, {server, defaults, inputRoutes, microphone}});
     editor->resize(size);
     editor->show();
     editor->activateWindow();

@@ -11,6 +11,8 @@
 #include "audio/devices/OutputRoutingDiagnostics.h"
 #include "audio/devices/SoundServer.h"
 #include "audio/playback/PlaybackController.h"
+#include "audio/recording/AudioInputRouteManager.h"
+#include "audio/recording/MicrophonePermission.h"
 #include "base/UserDefaults.h"
 #include "controller/LineEditing.h"
 #include "controller/LineGenerator.h"
@@ -28,6 +30,11 @@ namespace orlenta::shell {
 /// An editor on a real project in a folder of the test's own, shown and active.
 class ScriptEditorFixture : public ::testing::Test {
 protected:
+    /// Makes no sound unless the address of a sound server is given.
+    explicit ScriptEditorFixture(const QString &soundServer = {})
+        : server(soundServer.isEmpty() ? QStringLiteral("unix:%1").arg(folder.filePath(QStringLiteral("no-server")))
+                                       : soundServer) {}
+
     static model::Project projectWith(const QStringList &texts, const QStringList &cast = {QStringLiteral("Narrator")});
 
     void open(model::Project project, const QSize &size = {760, 600});
@@ -43,10 +50,11 @@ protected:
 
     QTemporaryDir folder;
     base::UserDefaults defaults{folder.filePath(QStringLiteral("defaults.ini"))};
-    // Nobody answers at this address: no test here makes a sound.
-    audio::SoundServer server{QStringLiteral("unix:%1").arg(folder.filePath(QStringLiteral("no-server")))};
+    audio::SoundServer server;
     audio::AudioDeviceMonitor monitor{server, defaults};
     audio::OutputRoutingDiagnostics diagnostics;
+    audio::AudioInputRouteManager inputRoutes{server, defaults};
+    audio::MicrophonePermission microphone{server};
     audio::PlaybackController playback{server, defaults, monitor, diagnostics};
     speech::KeychainHelper credentials;
     speech::ElevenLabsService service{defaults, credentials};

@@ -42,7 +42,7 @@ bool showsText(const SettingsDialog &dialog, const QString &beginning) {
 
 TEST(SettingsDialog, StoresTheOutputFormatAndShowsWhatBelongsToIt) {
     ShellSession session;
-    SettingsDialog dialog(session.defaults, session.devices, session.routing);
+    SettingsDialog dialog(session.context);
     dialog.show();
     EXPECT_TRUE(picker(dialog, QStringLiteral("Quality"))->isVisible());
     EXPECT_FALSE(showsText(dialog, QStringLiteral("WAV output requires an ElevenLabs Pro plan")));
@@ -59,14 +59,14 @@ TEST(SettingsDialog, StoresTheOutputFormatAndShowsWhatBelongsToIt) {
     EXPECT_EQ(session.defaults.wavBitDepth(), QStringLiteral("16"));
     EXPECT_EQ(session.defaults.wavSampleRate(), QStringLiteral("44100"));
 
-    const SettingsDialog again(session.defaults, session.devices, session.routing);
+    const SettingsDialog again(session.context);
     EXPECT_EQ(picker(again, QStringLiteral("Format"))->currentText(), QStringLiteral("WAV"));
     EXPECT_EQ(picker(again, QStringLiteral("Sample Rate"))->currentText(), QStringLiteral("44.1 kHz"));
 }
 
 TEST(SettingsDialog, AThemeAndAScaleTakeEffectAtOnce) {
     ShellSession session;
-    const SettingsDialog dialog(session.defaults, session.devices, session.routing);
+    const SettingsDialog dialog(session.context);
     const double height = QFontMetricsF(QApplication::font()).height();
     choose(dialog, QStringLiteral("Theme"), QStringLiteral("Dark"));
     choose(dialog, QStringLiteral("Interface scale"), QStringLiteral("150 %"));
@@ -81,7 +81,7 @@ TEST(SettingsDialog, AThemeAndAScaleTakeEffectAtOnce) {
 TEST(SettingsDialog, ADeviceThatIsAwayShowsAsTheDefaultAndStaysStored) {
     ShellSession session;
     session.defaults.setOutputDeviceUID(QStringLiteral("studio-monitor"));
-    const SettingsDialog dialog(session.defaults, session.devices, session.routing);
+    const SettingsDialog dialog(session.context);
     EXPECT_EQ(picker(dialog, QStringLiteral("Output"))->currentText(), QStringLiteral("System Default"));
     EXPECT_EQ(session.defaults.outputDeviceUID(), QStringLiteral("studio-monitor"));
 }

@@ -1,0 +1,158 @@
+#include "shell/editor/DirectionCommands.h"
+
+#include <qcoro/qcorotask.h>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QMenu>
+
+#include "audio/files/AudioImporter.h"
+#include "audio/playback/PlaybackController.h"
+#include "controller/DirectionAudio.h"
+#include "controller/LineEditing.h"
+#include "controller/LineRuntime.h"
+#include "controller/PresetEditing.h"
+#include "controller/ProjectController.h"
+#include "controller/Selection.h"
+#include "controller/TakeEditing.h"
+#include "shell/editor/DirectionRecordings.h"
+#include "shell/editor/LineRow.h"
+#include "shell/theme/Icon.h"
+
+namespace orlenta::shell {
+
+DirectionCommands::DirectionCommands(const Parts &parts, QObject *parent) : QObject(parent), m_parts(parts) {}
+
+void DirectionCommands::connectRow(LineRow *row) {
+    connect(row, &LineRow::directionWished, this,
+            [this, row](DirectionWish wish) { carryOut(wish, row->lineId(), row); });
+    connect(row, &LineRow::directionSeekRequested, this,
+            [this, row](double fraction) { seek(row->lineId(), fraction); });
+    connect(row, &LineRow::filesDropped, this,
+            [this, row](const QList<QUrl> &files) { importFiles(files, row->lineId()); });
+    connect(row, &LineRow::notesEdited, this,
+            [this, row](const QString &notes) { m_parts.controller.lines().setNotes(row->lineId(), notes); });
+    connect(row, &LineRow::notesEntered, this, [this, row] {
+        controller::Selection &selection = m_parts.controller.selection();
+        if (!selection.selectedLineIds().contains(row->lineId()))
+            selection.selectAlone(row->lineId());
+    });
+}
+
+void DirectionCommands::carryOut(DirectionWish wish, const model::LineId &id, QWidget *parent) {
+    if (m_parts.controller.lines().find(id) == nullptr)
+        return;
+    switch (wish) {
+    case DirectionWish::ToggleRecording:
+        return toggleRecording(id);
+    case DirectionWish::TogglePlayback:
+        return togglePlayback(id);
+    case DirectionWish::Import:
+        return chooseFile(id, parent);
+    case DirectionWish::DeleteAudio:
+        return deleteAudio(id);
+    case DirectionWish::SwitchMode:
+        return switchMode(id);
+    case DirectionWish::EditNotes:
+        Q_EMIT notesRequested(id);
+        return;
+    }
+}
+
+void DirectionCommands::toggleRecording(const model::LineId &id) {
+    if (m_parts.recordings.state(id).isRecording)
+        return m_parts.recordings.stop(id);
+    // The microphone would hear it.
+    if (m_parts.playback.isPlaying())
+        m_parts.playback.stop(audio::PlayheadReset::Reset);
+    m_parts.recordings.start(id);
+}
+
+QUrl DirectionCommands::audioURL(const model::LineId &id) const {
+    return m_parts.controller.runtime().state(id).directionAudioURL;
+}
+
+void DirectionCommands::togglePlayback(const model::LineId &id) {
+    if (m_parts.playback.isPlayingSource(id))
+        m_parts.playback.stop(audio::PlayheadReset::Reset);
+    else if (const QUrl url = audioURL(id); !url.isEmpty() && !m_parts.recordings.state(id).isRecording)
+        m_parts.playback.playSource({id, url});
+}
+
+void DirectionCommands::seek(const model::LineId &id, double fraction) {
+    if (const QUrl url = audioURL(id); !url.isEmpty())
+        m_parts.playback.seekSource({id, url}, fraction);
+}
+
+void DirectionCommands::chooseFile(const model::LineId &id, QWidget *parent) {
+    QStringList patterns;
+    const QStringList extensions = audio::AudioImporter::panelExtensions();
+    for (const QString &extension : extensions)
+        patterns.append(QStringLiteral("*.") + extension);
+    // Above the window, not the row: that may be handed to another line while the panel is up.
+    auto *panel = new QFileDialog(parent->window(), QStringLiteral("Import Direction Audio"));
+    panel->setAttribute(Qt::WA_DeleteOnClose);
+    panel->setFileMode(QFileDialog::ExistingFile);
+    panel->setNameFilter(QStringLiteral("Audio files (%1)").arg(patterns.join(QLatin1Char(' '))));
+    panel->setLabelText(QFileDialog::Accept, QStringLiteral("Import"));
+    connect(panel, &QFileDialog::fileSelected, this, [this, id](const QString &path) {
+        m_parts.controller.directionAudio().importDirectionAudio(QUrl::fromLocalFile(path), id);
+    });
+    panel->open();
+}
+
+void DirectionCommands::importFiles(const QList<QUrl> &files, const model::LineId &id) {
+    // A line has one direction; which of several was meant can't be told.
+    if (files.size() > 1)
+        m_parts.controller.setSpotError(QStringLiteral("Drop one audio file at a time on a line."));
+    else if (!files.isEmpty())
+        m_parts.controller.directionAudio().importDroppedFile(files.first(), id);
+}
+
+void DirectionCommands::deleteAudio(const model::LineId &id) {
+    if (m_parts.playback.isCurrentSource(id))
+        m_parts.playback.stop(audio::PlayheadReset::Reset);
+    m_parts.controller.takes().deleteDirectionAudio(id);
+}
+
+bool DirectionCommands::isVoiceDirected(const model::LineId &id) const {
+    const model::ProjectLine *line = m_parts.controller.lines().find(id);
+    return line != nullptr &&
+           m_parts.controller.project().effectiveSettings(*line).directionMode == model::DirectionMode::Voice;
+}
+
+void DirectionCommands::switchMode(const model::LineId &id) {
+    controller::ProjectController &project = m_parts.controller;
+    const auto mode = isVoiceDirected(id) ? model::DirectionMode::Text : model::DirectionMode::Voice;
+    // A selected line takes the selection along, as with every other setting.
+    QList<model::LineId> lines{id};
+    if (project.selection().selectedLineIds().contains(id))
+        lines = project.selection().selectedLinesInScript();
+    QHash<model::LineId, model::ProjectLineSettings> settings;
+    for (const model::LineId &each : std::as_const(lines)) {
+        model::ProjectLineSettings own = project.project().effectiveSettings(*project.lines().find(each));
+        own.directionMode = mode;
+        settings.insert(each, own);
+    }
+    project.presets().updateSettings(settings);
+}
+
+void DirectionCommands::addToMenu(QMenu &menu, const model::LineId &id, QWidget *parent) {
+    const bool isRecording = m_parts.recordings.state(id).isRecording;
+    const bool hasAudio = !audioURL(id).isEmpty();
+    const auto add = [&](const QString &icon, const QString &title, DirectionWish wish) {
+        return menu.addAction(Icon::named(icon), title, &menu,
+                              [this, wish, id, parent] { carryOut(wish, id, parent); });
+    };
+    add(QStringLiteral("record"), isRecording ? QStringLiteral("Stop Recording") : QStringLiteral("Record Direction"),
+        DirectionWish::ToggleRecording);
+    add(QStringLiteral("play"), QStringLiteral("Play Direction"), DirectionWish::TogglePlayback)
+        ->setEnabled(hasAudio && !isRecording);
+    add(QStringLiteral("import"), QStringLiteral("Import Direction Audio..."), DirectionWish::Import);
+    add(QStringLiteral("close"), QStringLiteral("Delete Direction Audio"), DirectionWish::DeleteAudio)
+        ->setEnabled(hasAudio);
+    add(QStringLiteral("microphone"),
+        isVoiceDirected(id) ? QStringLiteral("Direct by Text") : QStringLiteral("Direct by Voice"),
+        DirectionWish::SwitchMode);
+    add(QStringLiteral("note"), QStringLiteral("Edit Notes"), DirectionWish::EditNotes);
+}
+
+} // namespace orlenta::shell

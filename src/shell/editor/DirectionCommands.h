@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QtCore/QObject>
+#include <QtCore/QUrl>
+
+#include "model/Ids.h"
+#include "shell/editor/LineRowContent.h"
+
+class QMenu;
+class QWidget;
+
+namespace orlenta::audio {
+class PlaybackController;
+}
+namespace orlenta::controller {
+class ProjectController;
+}
+
+namespace orlenta::shell {
+
+class DirectionRecordings;
+class LineRow;
+
+/// What the user can do with the spoken direction and the notes of lines, in terms of the project. Main thread.
+class DirectionCommands final : public QObject {
+    Q_OBJECT
+public:
+    struct Parts {
+        controller::ProjectController &controller;
+        audio::PlaybackController &playback;
+        DirectionRecordings &recordings;
+    };
+
+    explicit DirectionCommands(const Parts &parts, QObject *parent = nullptr);
+
+    /// Ties a row's wishes to the project, for whichever line the row shows.
+    void connectRow(LineRow *row);
+    /// `parent` is what a panel stands above.
+    void carryOut(DirectionWish wish, const model::LineId &id, QWidget *parent);
+    /// Plays the line's direction from that share of it on, 0 to 1.
+    void seek(const model::LineId &id, double fraction);
+    void importFiles(const QList<QUrl> &files, const model::LineId &id);
+    void addToMenu(QMenu &menu, const model::LineId &id, QWidget *parent);
+
+Q_SIGNALS:
+    /// The caret belongs into the notes of the line.
+    void notesRequested(const orlenta::model::LineId &id);
+
+private:
+    void toggleRecording(const model::LineId &id);
+    void togglePlayback(const model::LineId &id);
+    void chooseFile(const model::LineId &id, QWidget *parent);
+    void deleteAudio(const model::LineId &id);
+    void switchMode(const model::LineId &id);
+    [[nodiscard]] bool isVoiceDirected(const model::LineId &id) const;
+    [[nodiscard]] QUrl audioURL(const model::LineId &id) const;
+
+    Parts m_parts;
+};
+
+} // namespace orlenta::shell

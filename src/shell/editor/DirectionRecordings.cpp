@@ -1,0 +1,75 @@
+#include "shell/editor/DirectionRecordings.h"
+
+#include <qcoro/qcorotask.h>
+
+#include "audio/devices/AudioDebugLogger.h"
+#include "controller/DirectionAudio.h"
+#include "controller/LineEditing.h"
+#include "controller/ProjectController.h"
+
+namespace orlenta::shell {
+
+using audio::AudioRecorder;
+
+DirectionRecordings::DirectionRecordings(controller::ProjectController &controller, const AudioRecorder::Parts &parts,
+                                         QObject *parent)
+    : QObject(parent), m_controller(controller), m_parts(parts) {
+    connect(&controller, &controller::ProjectController::scriptLinesChanged, this, &DirectionRecordings::dropGoneLines);
+}
+
+DirectionRecordings::~DirectionRecordings() {
+    // A recorder that is ended on the way out has nobody left to tell.
+    for (AudioRecorder *recorder : std::as_const(m_recorders))
+        recorder->disconnect(this);
+}
+
+DirectionRecordings::State DirectionRecordings::state(const model::LineId &id) const {
+    const AudioRecorder *recorder = m_recorders.value(id);
+    if (recorder == nullptr)
+        return {};
+    return {recorder->isRecording(), recorder->recordingDuration(), recorder->errorMessage().value_or(QString())};
+}
+
+void DirectionRecordings::start(const model::LineId &id) {
+    if (m_controller.lines().find(id) != nullptr)
+        recorderOf(id).startRecording();
+}
+
+void DirectionRecordings::stop(const model::LineId &id) {
+    if (AudioRecorder *recorder = m_recorders.value(id))
+        recorder->stopRecording();
+}
+
+AudioRecorder &DirectionRecordings::recorderOf(const model::LineId &id) {
+    AudioRecorder *&recorder = m_recorders[id];
+    if (recorder != nullptr)
+        return *recorder;
+    recorder = new AudioRecorder(m_parts, this);
+    const auto tell = [this, id] { Q_EMIT changed(id); };
+    connect(recorder, &AudioRecorder::isRecordingChanged, this, tell);
+    connect(recorder, &AudioRecorder::recordingDurationChanged, this, tell);
+    connect(recorder, &AudioRecorder::errorMessageChanged, this, tell);
+    connect(recorder, &AudioRecorder::microphoneSettingsWanted, this, &DirectionRecordings::microphoneSettingsWanted);
+    connect(recorder, &AudioRecorder::recordingFinished, this,
+            [this, id](double duration, const QUrl &take) { attach(take, duration, id); });
+    recorder->setOnSpontaneousFinish([this, id](double duration, const QUrl &take) {
+        audio::AudioDebugLogger::log(
+            QStringLiteral("Record direction ended spontaneously for line ID %1; attaching partial take")
+                .arg(id.text()));
+        attach(take, duration, id);
+    });
+    return *recorder;
+}
+
+void DirectionRecordings::attach(const QUrl &take, double duration, const model::LineId &id) {
+    m_controller.directionAudio().installRecording(take, duration, id);
+}
+
+void DirectionRecordings::dropGoneLines() {
+    const QList<model::LineId> ids = m_recorders.keys();
+    for (const model::LineId &id : ids)
+        if (m_controller.lines().find(id) == nullptr)
+            m_recorders.take(id)->deleteLater();
+}
+
+} // namespace orlenta::shell

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QtCore/QHash>
+#include <QtCore/QObject>
+#include <QtCore/QString>
+
+#include "audio/recording/AudioRecorder.h"
+#include "model/Ids.h"
+
+namespace orlenta::controller {
+class ProjectController;
+}
+
+namespace orlenta::shell {
+
+/// The recorders of a script's lines, each made when its line first records. They outlive the rows, which come and go
+/// as the list scrolls, so that a take runs on while its line is out of view. A finished take goes on its line by
+/// itself, as does what there is of one that ended on its own. Main thread.
+class DirectionRecordings final : public QObject {
+    Q_OBJECT
+public:
+    struct State {
+        bool isRecording = false;
+        /// Seconds, of the take that runs or of the last one.
+        double duration = 0.0;
+        /// For the user; empty when there is nothing to tell.
+        QString error;
+    };
+
+    DirectionRecordings(controller::ProjectController &controller, const audio::AudioRecorder::Parts &parts,
+                        QObject *parent = nullptr);
+    ~DirectionRecordings() override;
+
+    [[nodiscard]] State state(const model::LineId &id) const;
+    void start(const model::LineId &id);
+    void stop(const model::LineId &id);
+
+Q_SIGNALS:
+    void changed(const orlenta::model::LineId &id);
+    /// The user has to allow the microphone in the desktop's settings.
+    void microphoneSettingsWanted();
+
+private:
+    audio::AudioRecorder &recorderOf(const model::LineId &id);
+    void attach(const QUrl &take, double duration, const model::LineId &id);
+    void dropGoneLines();
+
+    controller::ProjectController &m_controller;
+    audio::AudioRecorder::Parts m_parts;
+    QHash<model::LineId, audio::AudioRecorder *> m_recorders;
+};
+
+} // namespace orlenta::shell

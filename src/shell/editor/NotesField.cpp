@@ -1,0 +1,87 @@
+#include "shell/editor/NotesField.h"
+
+#include <cmath>
+
+#include <QtCore/QMimeData>
+#include <QtCore/QScopedValueRollback>
+#include <QtGui/QDragEnterEvent>
+
+#include "shell/theme/Theme.h"
+
+namespace orlenta::shell {
+
+NotesField::NotesField(QWidget *parent) : QTextEdit(parent) {
+    setFrameShape(QFrame::NoFrame);
+    setAcceptRichText(false);
+    setTabChangesFocus(true);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setPlaceholderText(QStringLiteral("Notes on this line"));
+    setToolTip(QStringLiteral("Notes on this line (N)"));
+    viewport()->setAutoFillBackground(false);
+    document()->setDocumentMargin(4);
+    connect(this, &QTextEdit::textChanged, this, [this] {
+        if (!m_isUpdating)
+            Q_EMIT notesEdited(toPlainText());
+    });
+    applyColors();
+}
+
+void NotesField::setNotes(const QString &notes) {
+    if (toPlainText() == notes)
+        return;
+    const QScopedValueRollback guard(m_isUpdating, true);
+    setPlainText(notes);
+}
+
+int NotesField::heightForTextWidth(int width) {
+    document()->setTextWidth(width);
+    return static_cast<int>(std::ceil(document()->size().height()));
+}
+
+void NotesField::focusInEvent(QFocusEvent *event) {
+    QTextEdit::focusInEvent(event);
+    Q_EMIT entered();
+}
+
+void NotesField::focusOutEvent(QFocusEvent *event) {
+    QTextEdit::focusOutEvent(event);
+    const bool isTemporary = event->reason() == Qt::PopupFocusReason || event->reason() == Qt::MenuBarFocusReason ||
+                             event->reason() == Qt::ActiveWindowFocusReason;
+    if (!isTemporary)
+        Q_EMIT left();
+}
+
+void NotesField::wheelEvent(QWheelEvent *event) {
+    event->ignore();
+}
+
+void NotesField::changeEvent(QEvent *event) {
+    QTextEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        applyColors();
+}
+
+void NotesField::insertFromMimeData(const QMimeData *source) {
+    if (source->hasText())
+        insertPlainText(source->text());
+}
+
+void NotesField::dragEnterEvent(QDragEnterEvent *event) {
+    // Files belong to the row.
+    if (event->mimeData()->hasUrls())
+        event->ignore();
+    else
+        QTextEdit::dragEnterEvent(event);
+}
+
+void NotesField::applyColors() {
+    const QColor muted = ThemeColors::of(palette()).textMuted;
+    if (palette().color(QPalette::Text) == muted)
+        return;
+    QPalette own = palette();
+    own.setColor(QPalette::Text, muted);
+    setPalette(own);
+}
+
+} // namespace orlenta::shell

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QtWidgets/QWidget>
+
+class QLabel;
+class QPushButton;
+
+namespace orlenta::audio {
+class MicrophonePermission;
+}
+
+namespace orlenta::shell {
+
+class AppCommands;
+
+/// Shows whether the application may listen to the microphone, and asks for it.
+class PermissionSettings final : public QWidget {
+    Q_OBJECT
+public:
+    PermissionSettings(audio::MicrophonePermission &permission, AppCommands &commands, QWidget *parent = nullptr);
+
+private:
+    void requestMicrophone();
+    void showState();
+
+    audio::MicrophonePermission &m_permission;
+    AppCommands &m_commands;
+    QLabel *m_granted;
+    QPushButton *m_grant;
+};
+
+} // namespace orlenta::shell

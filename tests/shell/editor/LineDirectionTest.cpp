@@ -1,0 +1,341 @@
+#include <QtCore/QMimeData>
+#include <QtGui/QDropEvent>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QToolButton>
+
+#include "controller/LineRuntime.h"
+#include "controller/TakeEditing.h"
+#include "controller/UndoManager.h"
+#include "shell/editor/DirectionStrip.h"
+#include "shell/editor/NotesField.h"
+#include "shell/editor/ScriptEditorFixture.h"
+#include "shell/editor/WaveformBarsView.h"
+#include "shell/theme/Theme.h"
+#include "support/SoundServerSession.h"
+#include "support/TestTone.h"
+
+namespace orlenta::shell {
+namespace {
+
+constexpr int deadline = 20000;
+
+/// What the tests of a line's direction look at and press.
+class LineDirectionTest : public ScriptEditorFixture {
+protected:
+    using ScriptEditorFixture::ScriptEditorFixture;
+
+    void SetUp() override {
+        open(projectWith({QStringLiteral("One."), QStringLiteral("Two."), QStringLiteral("Three.")}));
+    }
+    template <typename Widget>
+    Widget *control(qsizetype index, const QString &name) {
+        const QString full = QStringLiteral("%1 line %2").arg(name).arg(index + 1);
+        for (Widget *widget : rowAt(index)->template findChildren<Widget *>())
+            if (widget->accessibleName() == full && widget->isVisible())
+                return widget;
+        return nullptr;
+    }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    }
+    [[nodiscard]] const model::ProjectLine &line(qsizetype index) const {
+        return *controller->lines().find(idAt(index));
+    }
+    [[nodiscard]] bool isVoiceDirected(qsizetype index) const {
+        return controller->project().effectiveSettings(line(index)).directionMode == model::DirectionMode::Voice;
+    }
+    [[nodiscard]] QUrl directionURL(qsizetype index) const {
+        return controller->runtime().state(idAt(index)).directionAudioURL;
+    }
+    [[nodiscard]] bool waitForDirection(qsizetype index) const {
+        return QTest::qWaitFor([&] { return !directionURL(index).isEmpty(); }, deadline);
+    }
+    [[nodiscard]] bool shows(const QString &text) const {
+        for (const QLabel *label : editor->findChildren<QLabel *>())
+            if (label->isVisible() && label->text() == text)
+                return true;
+        return false;
+    }
+    /// Drops files on the text of a row, as the pointer would.
+    void drop(qsizetype index, const QList<QUrl> &files) {
+        QMimeData data;
+        data.setUrls(files);
+        QWidget *target = rowAt(index)->textField().viewport();
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(target, &enter);
+        EXPECT_TRUE(enter.isAccepted());
+        QDropEvent event(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(rowAt(index), &event);
+    }
+    [[nodiscard]] QUrl tone(const QString &name, double seconds = 0.5) const {
+        return testing::writeTone(folder.filePath(name), seconds);
+    }
+};
+
+TEST_F(LineDirectionTest, AnAudioFileDroppedOnARowDirectsTheLineByVoice) {
+    EXPECT_EQ(rowAt(1)->findChild<DirectionStrip *>(), nullptr);
+    drop(1, {tone(QStringLiteral("read.wav"), 2.0)});
+    ASSERT_TRUE(waitForDirection(1));
+    EXPECT_TRUE(isVoiceDirected(1));
+    EXPECT_FALSE(isVoiceDirected(0));
+    EXPECT_EQ(line(1).sourceRecordings.size(), 1);
+    ASSERT_NE(control<QLabel>(1, QStringLiteral("Direction duration of")), nullptr);
+    EXPECT_EQ(control<QLabel>(1, QStringLiteral("Direction duration of"))->text(), QStringLiteral("0:02"));
+    EXPECT_EQ(controller->undoManager().undoActionName(), QStringLiteral("Import Direction Audio"));
+    controller->undoManager().undo();
+    EXPECT_FALSE(isVoiceDirected(1));
+    EXPECT_EQ(control<QLabel>(1, QStringLiteral("Direction duration of")), nullptr);
+}
+
+TEST_F(LineDirectionTest, ARefusedFileSaysWhyAndLeavesTheLineAlone) {
+    QFile text(folder.filePath(QStringLiteral("script.txt")));
+    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
+    text.write("no sound at all");
+    text.close();
+    drop(0, {QUrl::fromLocalFile(text.fileName())});
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            return shows(QStringLiteral(
+                "Audio import failed: Couldn't import this file. Only WAV, MP3, M4A, and AIFF are supported."));
+        },
+        deadline));
+    EXPECT_FALSE(isVoiceDirected(0));
+    drop(0, {tone(QStringLiteral("a.wav")), tone(QStringLiteral("b.wav"))});
+    EXPECT_TRUE(shows(QStringLiteral("Drop one audio file at a time on a line.")));
+    EXPECT_TRUE(line(0).sourceRecordings.isEmpty());
+}
+
+TEST_F(LineDirectionTest, TheImportPanelOffersAudioAndTakesTheChosenFile) {
+    press(Qt::Key_I);
+    auto *panel = editor->window()->findChild<QFileDialog *>();
+    ASSERT_NE(panel, nullptr);
+    EXPECT_EQ(panel->windowTitle(), QStringLiteral("Import Direction Audio"));
+    EXPECT_TRUE(panel->nameFilters().constFirst().contains(QStringLiteral("*.m4a")));
+    Q_EMIT panel->fileSelected(tone(QStringLiteral("chosen.wav")).toLocalFile());
+    panel->reject();
+    EXPECT_TRUE(waitForDirection(0));
+}
+
+TEST_F(LineDirectionTest, TheModeSwitchShowsAndHidesTheStripForAllSelectedLines) {
+    press(Qt::Key_Down, Qt::ShiftModifier);
+    press(Qt::Key_M);
+    EXPECT_TRUE(isVoiceDirected(0) && isVoiceDirected(1));
+    EXPECT_FALSE(isVoiceDirected(2));
+    EXPECT_NE(control<QPushButton>(0, QStringLiteral("Record direction of")), nullptr);
+    EXPECT_NE(control<QPushButton>(1, QStringLiteral("Import direction audio of")), nullptr);
+    EXPECT_EQ(control<QPushButton>(2, QStringLiteral("Record direction of")), nullptr);
+    control<QToolButton>(0, QStringLiteral("Direction mode of"))->click();
+    EXPECT_FALSE(isVoiceDirected(0) || isVoiceDirected(1));
+    EXPECT_EQ(control<QPushButton>(0, QStringLiteral("Record direction of")), nullptr);
+}
+
+TEST_F(LineDirectionTest, DirectionAndGeneratedAudioAreDeletedAndComeBackByUndo) {
+    drop(0, {tone(QStringLiteral("read.wav"))});
+    ASSERT_TRUE(waitForDirection(0));
+    control<QToolButton>(0, QStringLiteral("Delete direction audio of"))->click();
+    EXPECT_TRUE(directionURL(0).isEmpty());
+    EXPECT_NE(control<QPushButton>(0, QStringLiteral("Record direction of")), nullptr);
+    controller->undoManager().undo();
+    EXPECT_FALSE(directionURL(0).isEmpty());
+    focusList();
+    press(Qt::Key_D, Qt::ShiftModifier);
+    EXPECT_TRUE(directionURL(0).isEmpty());
+
+    addTake(0);
+    Q_EMIT rowAt(0)->deleteTakeRequested();
+    EXPECT_FALSE(controller->runtime().hasGeneratedAudio(idAt(0)));
+    controller->undoManager().undo();
+    EXPECT_TRUE(controller->runtime().hasGeneratedAudio(idAt(0)));
+}
+
+TEST_F(LineDirectionTest, NotesAreWrittenWhereTheyAreShownAndStayOutOfSightWithoutText) {
+    press(Qt::Key_N);
+    auto *notes = qobject_cast<NotesField *>(QApplication::focusWidget());
+    ASSERT_NE(notes, nullptr);
+    const int bare = rowAt(1)->height();
+    EXPECT_GT(rowAt(0)->height(), bare);
+    QTest::keyClicks(notes, QStringLiteral("softer"));
+    EXPECT_EQ(line(0).notes, QStringLiteral("softer"));
+    EXPECT_TRUE(controller->hasUnsavedChanges());
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(editor->list().hasFocus());
+    EXPECT_TRUE(notes->isVisible());
+    press(Qt::Key_N);
+    QTest::keyClick(notes, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(notes, Qt::Key_Delete);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(line(0).notes, QString());
+    EXPECT_FALSE(notes->isVisible());
+    EXPECT_EQ(rowAt(0)->height(), bare);
+}
+
+TEST_F(LineDirectionTest, WithoutASoundServerARecordingTellsWhyItDoesNotBegin) {
+    press(Qt::Key_R);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            return shows(QStringLiteral("Microphone permission denied. Check System Settings > Privacy > Microphone"));
+        },
+        deadline));
+}
+
+TEST_F(LineDirectionTest, TheStripIsNamedAndNothingInItIsClippedAtAnyScaleAndAppearance) {
+    drop(0, {tone(QStringLiteral("read.wav"))});
+    ASSERT_TRUE(waitForDirection(0));
+    controller->selection().selectAlone(idAt(1));
+    press(Qt::Key_M);
+    controller->lines().setNotes(idAt(0), QStringLiteral("Softer at the end, and a breath before the name."));
+    editor->resize(editor->minimumWidth(), 700);
+    for (const Appearance appearance : {Appearance::Light, Appearance::Dark}) {
+        for (const double scale : {1.0, 1.5, 2.0}) {
+            Theme::apply(appearance);
+            Theme::setUiScale(scale);
+            for (int round = 0; round < 5; ++round) {
+                QCoreApplication::sendPostedEvents();
+                QCoreApplication::processEvents();
+            }
+            editor->resize(editor->minimumWidth(), 900);
+            editor->list().scrollToTop();
+            QCoreApplication::processEvents();
+            for (const qsizetype index : {0, 1}) {
+                const auto *strip = rowAt(index)->findChild<DirectionStrip *>();
+                ASSERT_NE(strip, nullptr);
+                EXPECT_GE(strip->width(), strip->minimumSizeHint().width()) << scale << " row " << index;
+                EXPECT_GE(strip->height(), strip->heightForWidth(strip->width())) << scale << " row " << index;
+                for (const QAbstractButton *button : strip->findChildren<QAbstractButton *>())
+                    if (button->isVisible()) {
+                        EXPECT_GE(button->width(), button->minimumSizeHint().width()) << scale;
+                        EXPECT_NE(button->accessibleName(), QString());
+                        EXPECT_NE(button->toolTip(), QString());
+                    }
+            }
+            const QString shots = qEnvironmentVariable("ORLENTA_SHOTS");
+            if (!shots.isEmpty())
+                editor->grab().save(
+                    QStringLiteral("%1/direction-%2-%3.png")
+                        .arg(shots)
+                        .arg(appearance == Appearance::Dark ? QStringLiteral("dark") : QStringLiteral("light"))
+                        .arg(scale));
+        }
+    }
+    Theme::setUiScale(1.0);
+    Theme::apply(Appearance::Light);
+}
+
+struct OwnSoundServer {
+    testing::SoundServerSession session{testing::SoundServerSession::Kind::PulseAudio};
+};
+
+/// The same on a private sound server with the microphone "mic_a".
+class LineDirectionSoundTest : private OwnSoundServer, public LineDirectionTest {
+protected:
+    LineDirectionSoundTest() : LineDirectionTest(session.address()) {}
+
+    void SetUp() override {
+        ASSERT_EQ(session.failure(), QString());
+        LineDirectionTest::SetUp();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return monitor.isInputAvailable(QStringLiteral("mic_a")); }, deadline));
+        defaults.setInputDeviceUID(QStringLiteral("mic_a"));
+    }
+    [[nodiscard]] bool waitForStop(qsizetype index) {
+        return QTest::qWaitFor(
+            [&] { return control<QPushButton>(index, QStringLiteral("Stop recording direction of")) != nullptr; },
+            deadline);
+    }
+    [[nodiscard]] bool waitForRecordingTime(qsizetype index, const QString &time) {
+        return QTest::qWaitFor(
+            [&] {
+                const auto *label = control<QLabel>(index, QStringLiteral("Recording time of"));
+                return label != nullptr && label->text() == time;
+            },
+            deadline);
+    }
+    [[nodiscard]] bool waitForPlaying(qsizetype index) {
+        return QTest::qWaitFor([&] { return playback.isPlaying() && playback.currentlyPlayingLineID() == idAt(index); },
+                               deadline);
+    }
+    testing::SoundServerSession &sound() { return session; }
+};
+
+TEST_F(LineDirectionSoundTest, TheRecordButtonRecordsIntoTheLineAndShowsTheRunningTime) {
+    press(Qt::Key_M);
+    control<QPushButton>(0, QStringLiteral("Record direction of"))->click();
+    ASSERT_TRUE(waitForStop(0));
+    EXPECT_TRUE(waitForRecordingTime(0, QStringLiteral("0:01")));
+    control<QPushButton>(0, QStringLiteral("Stop recording direction of"))->click();
+    ASSERT_TRUE(waitForDirection(0));
+    EXPECT_TRUE(isVoiceDirected(0));
+    ASSERT_EQ(line(0).sourceRecordings.size(), 1);
+    EXPECT_GE(line(0).sourceRecordings.constFirst().durationSeconds, 1.0);
+    EXPECT_NE(control<WaveformBarsView>(0, QStringLiteral("Direction playhead of")), nullptr);
+}
+
+TEST_F(LineDirectionSoundTest, ATakeGoesOnWhileItsRowIsOutOfViewAndAnImpatientSecondPressIsToldSo) {
+    press(Qt::Key_R);
+    press(Qt::Key_R);
+    EXPECT_TRUE(shows(QStringLiteral("Recording is already in progress.")));
+    ASSERT_TRUE(waitForStop(0));
+    editor->resize(760, 260);
+    controller->selection().selectAlone(idAt(2));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return editor->commands().recordings().state(idAt(0)).duration > 0.5; }, deadline));
+    EXPECT_TRUE(editor->commands().recordings().state(idAt(0)).isRecording);
+    controller->selection().selectAlone(idAt(0));
+    focusList();
+    press(Qt::Key_R);
+    EXPECT_TRUE(waitForDirection(0));
+}
+
+TEST_F(LineDirectionSoundTest, AMicrophonePulledOutInMidTakeLeavesThePartialTakeOnTheLine) {
+    press(Qt::Key_R);
+    ASSERT_TRUE(waitForRecordingTime(0, QStringLiteral("0:01")));
+    const QStringList modules = sound()
+                                    .pactl({QStringLiteral("list"), QStringLiteral("short"), QStringLiteral("modules")})
+                                    .split(QLatin1Char('\n'));
+    for (const QString &module : modules)
+        if (module.contains(QStringLiteral("source_name=mic_a")))
+            sound().remove(module.section(QLatin1Char('\t'), 0, 0));
+    ASSERT_TRUE(waitForDirection(0));
+    EXPECT_GE(line(0).sourceRecordings.constFirst().durationSeconds, 0.8);
+    EXPECT_FALSE(editor->commands().recordings().state(idAt(0)).isRecording);
+    EXPECT_TRUE(isVoiceDirected(0));
+}
+
+TEST_F(LineDirectionSoundTest, PlayAndAClickInTheWaveformPlayTheDirection) {
+    drop(1, {tone(QStringLiteral("read.wav"), 30.0)});
+    ASSERT_TRUE(waitForDirection(1));
+    control<QToolButton>(1, QStringLiteral("Play direction of"))->click();
+    ASSERT_TRUE(waitForPlaying(1));
+    EXPECT_TRUE(playback.isPlayingSource(idAt(1)));
+    auto *waveform = control<WaveformBarsView>(1, QStringLiteral("Direction playhead of"));
+    EXPECT_TRUE(waveform->showsProgress());
+    QTest::mouseClick(waveform, Qt::LeftButton, Qt::NoModifier, QPoint(waveform->width() / 2, waveform->height() / 2));
+    EXPECT_TRUE(playback.isPlayingSource(idAt(1)));
+    EXPECT_NEAR(playback.playbackProgress(), 0.5, 0.05);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return waveform->progress() > 0.5; }, deadline));
+    control<QToolButton>(1, QStringLiteral("Stop direction of"))->click();
+    EXPECT_FALSE(playback.isPlaying());
+    QTest::mouseClick(waveform, Qt::LeftButton, Qt::NoModifier, QPoint(waveform->width() / 4, 3));
+    EXPECT_TRUE(playback.isPlayingSource(idAt(1)));
+    EXPECT_NEAR(playback.playbackProgress(), 0.25, 0.05);
+    EXPECT_FALSE(diagnostics.lastRoutingErrorMessage().has_value());
+}
+
+TEST_F(LineDirectionSoundTest, PlayAllWalksTheLinesThatHaveAudioAndReturnsToTheFirst) {
+    addTake(0);
+    addTake(2);
+    controller->selection().selectAll();
+    QList<model::LineId> walked;
+    QObject::connect(&playback, &audio::PlaybackController::currentlyPlayingLineIDChanged, editor.get(), [&] {
+        if (const auto id = playback.currentlyPlayingLineID())
+            walked.append(*id);
+    });
+    press(Qt::Key_Space);
+    ASSERT_TRUE(waitForPlaying(0));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return walked.contains(idAt(2)) && !playback.isPlaying(); }, deadline));
+    EXPECT_EQ(walked, QList<model::LineId>({idAt(0), idAt(2), idAt(0)}));
+}
+
+} // namespace
+} // namespace orlenta::shell
