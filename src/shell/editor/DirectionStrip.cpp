@@ -9,7 +9,6 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QToolButton>
 
-#include "shell/controls/TextLabel.h"
 #include "shell/editor/WaveformBarsView.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/StylePainting.h"
@@ -45,6 +44,7 @@ DirectionStrip::DirectionStrip(QWidget *parent) : QWidget(parent) {
 void DirectionStrip::makeControls() {
     m_icon = new QLabel(this);
     m_icon->setAccessibleName(u"Direction"_s);
+    m_icon->setToolTip(u"Direction"_s);
     m_title = new QLabel(u"Direction"_s, this);
     m_play = new QToolButton(this);
     m_play->setAutoRaise(true);
@@ -57,11 +57,14 @@ void DirectionStrip::makeControls() {
     m_recordingTime = new QLabel(this);
     m_import = new QPushButton(this);
     m_import->setToolTip(u"Use an audio file as this line's direction (I)"_s);
-    m_hint = new TextLabel(u"or drop an audio file here"_s, TextLabel::Style::Caption, this);
+    m_hint = new QLabel(this);
     m_delete = new QToolButton(this);
     m_delete->setAutoRaise(true);
     m_delete->setToolTip(u"Delete Direction Audio (Shift+D)"_s);
-    m_error = new TextLabel({}, TextLabel::Style::Danger, this);
+    m_error = new QLabel(this);
+    m_error->setTextFormat(Qt::PlainText);
+    m_error->setWordWrap(true);
+    m_error->hide();
 }
 
 void DirectionStrip::layOut() {
@@ -85,7 +88,8 @@ QList<QWidget *> DirectionStrip::controls() const {
 }
 
 int DirectionStrip::heightForWidth(int width) const {
-    return layout()->totalHeightForWidth(width);
+    // Without a message below the controls nothing depends on the width.
+    return layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width) : layout()->totalSizeHint().height();
 }
 
 void DirectionStrip::setContent(const DirectionContent &content) {
@@ -121,7 +125,7 @@ void DirectionStrip::showRecording() {
     m_recordingTime->setVisible(isRecording);
     m_import->setVisible(!isRecording);
     m_hint->setText(isRecording ? u"Recording"_s : u"or drop an audio file here"_s);
-    m_hint->setVisible(hasWords);
+    fitWords();
 }
 
 void DirectionStrip::showAudio() {
@@ -170,7 +174,7 @@ void DirectionStrip::applyMeasures() {
     m_waveform->setBars(std::max(1.5, unit / 2.0), std::max(1.0, unit * 0.375));
     m_waveform->setColor(readableOn(colors.field, colors.textMuted, 3.0));
     m_waveform->setMinimumSize(unit * 8, m_waveform->sizeHint().height());
-    for (QLabel *label : {m_title, m_duration}) {
+    for (QLabel *label : {m_title, m_duration, m_hint}) {
         QPalette muted = palette();
         muted.setColor(QPalette::WindowText, colors.textMuted);
         label->setPalette(muted);
@@ -178,6 +182,7 @@ void DirectionStrip::applyMeasures() {
     QPalette danger = palette();
     danger.setColor(QPalette::WindowText, readableOn(colors.field, colors.danger));
     m_recordingTime->setPalette(danger);
+    m_error->setPalette(danger);
     QFont strong = font();
     strong.setWeight(QFont::DemiBold);
     m_recordingTime->setFont(strong);
@@ -189,6 +194,19 @@ void DirectionStrip::changeEvent(QEvent *event) {
         return;
     applyMeasures();
     showRecording();
+}
+
+void DirectionStrip::resizeEvent(QResizeEvent *event) {
+    QWidget::resizeEvent(event);
+    fitWords();
+}
+
+void DirectionStrip::fitWords() {
+    // The icons say it, too, where the controls need the room.
+    const int units = width() / Theme::unit(this);
+    const bool isEmpty = !m_content.hasAudio && !m_content.isRecording;
+    m_title->setVisible(units >= (isEmpty ? 115 : 95));
+    m_hint->setVisible(m_content.isRecording || (isEmpty && units >= 100));
 }
 
 void DirectionStrip::paintEvent(QPaintEvent *) {

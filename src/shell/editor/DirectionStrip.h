@@ -33,6 +33,7 @@ Q_SIGNALS:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
@@ -42,6 +43,7 @@ private:
     void showAudio();
     void showNames();
     void applyMeasures();
+    void fitWords();
 
     DirectionContent m_content;
     QLabel *m_icon = nullptr;

@@ -121,10 +121,10 @@ TEST_F(ScriptEditorTest, ADoubleClickPutsTheCaretWhereItWas) {
 TEST_F(ScriptEditorTest, ARowsControlsAreReachedAndLeftByKeyboard) {
     open(projectWith(threeTexts));
     addTake(0);
-    key(Qt::Key_Right);
-    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), QStringLiteral("Generate line 1"));
-    key(Qt::Key_Right);
-    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), QStringLiteral("Play line 1"));
+    for (const char *name : {"Direction mode of line 1", "Edit notes of line 1", "Generate line 1", "Play line 1"}) {
+        key(Qt::Key_Right);
+        EXPECT_EQ(QApplication::focusWidget()->accessibleName(), QLatin1String(name));
+    }
     key(Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget()->accessibleName(), QStringLiteral("Playhead of line 1"));
     QSignalSpy seek(qobject_cast<WaveformBarsView *>(QApplication::focusWidget()), &WaveformBarsView::seekRequested);
@@ -176,7 +176,8 @@ TEST_F(ScriptEditorTest, TheTakePickerSwitchesTakes) {
     rowAt(1)->openTakeMenu();
     auto *menu = rowAt(1)->findChild<QMenu *>();
     ASSERT_NE(menu, nullptr);
-    ASSERT_EQ(menu->actions().size(), 2);
+    ASSERT_EQ(menu->actions().size(), 4);
+    EXPECT_EQ(menu->actions().last()->text(), QStringLiteral("Delete Generated Audio"));
     EXPECT_TRUE(menu->actions().at(1)->isChecked());
     menu->actions().at(0)->trigger();
     menu->close();
