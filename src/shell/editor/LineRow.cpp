@@ -88,6 +88,9 @@ void LineRow::setContent(const LineRowContent &content) {
     showGeneration();
     showAudio();
     showDirection();
+    // What was written on another line must not come back on this one.
+    if (m_notes != nullptr && before.id != content.id)
+        m_notes->document()->clearUndoRedoStacks();
     showNotes();
     if (before.id != content.id || before.number != content.number || before.castName != content.castName ||
         before.playback != content.playback || before.isVoiceDirected != content.isVoiceDirected)

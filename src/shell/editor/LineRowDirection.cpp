@@ -62,7 +62,8 @@ void LineRow::showDirection() {
 }
 
 void LineRow::showNotes() {
-    const bool isOpen = m_notes != nullptr && m_notes->hasFocus();
+    // Another window in front is no end: the caret comes back here.
+    const bool isOpen = m_notes != nullptr && window()->focusWidget() == m_notes;
     const bool shows = isOpen || !m_content.notes.isEmpty();
     m_notesButton->setIcon(
         Icon::named(QStringLiteral("note"), m_content.notes.isEmpty() ? Icon::Tint::Muted : Icon::Tint::Accent));
