@@ -51,6 +51,11 @@ model::Project longProject() {
         model::ProjectLine line = model::ProjectLine::makeNew(index);
         line.text = words.repeated(1 + index % 4).left(20 + (index * 37) % 280);
         line.voiceId = project.voices.first().id;
+        // Some lines are directed by voice, some have notes: their rows show more.
+        if (index % 3 == 0)
+            line.settings->directionMode = model::DirectionMode::Voice;
+        if (index % 5 == 0)
+            line.notes = QStringLiteral("Quieter than the line before.");
         ids.append(line.lineId);
         lines.push_back(std::move(line));
     }

@@ -27,12 +27,15 @@ DirectionRecordings::State DirectionRecordings::state(const model::LineId &id) c
     const AudioRecorder *recorder = m_recorders.value(id);
     if (recorder == nullptr)
         return {};
-    return {recorder->isRecording(), recorder->recordingDuration(), recorder->errorMessage().value_or(QString())};
+    return {recorder->isRecording(), recorder->recordingDuration(),
+            m_settled.contains(id) ? QString() : recorder->errorMessage().value_or(QString())};
 }
 
 void DirectionRecordings::start(const model::LineId &id) {
-    if (m_controller.lines().find(id) != nullptr)
-        recorderOf(id).startRecording();
+    if (m_controller.lines().find(id) == nullptr)
+        return;
+    m_settled.remove(id);
+    recorderOf(id).startRecording();
 }
 
 void DirectionRecordings::stop(const model::LineId &id) {
@@ -62,6 +65,8 @@ AudioRecorder &DirectionRecordings::recorderOf(const model::LineId &id) {
 }
 
 void DirectionRecordings::attach(const QUrl &take, double duration, const model::LineId &id) {
+    m_settled.insert(id);
+    Q_EMIT changed(id);
     m_controller.directionAudio().installRecording(take, duration, id);
 }
 
@@ -70,6 +75,7 @@ void DirectionRecordings::dropGoneLines() {
     for (const model::LineId &id : ids)
         if (m_controller.lines().find(id) == nullptr)
             m_recorders.take(id)->deleteLater();
+    m_settled.intersect({m_recorders.keyBegin(), m_recorders.keyEnd()});
 }
 
 } // namespace orlenta::shell

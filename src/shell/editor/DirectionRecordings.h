@@ -2,6 +2,7 @@
 
 #include <QtCore/QHash>
 #include <QtCore/QObject>
+#include <QtCore/QSet>
 #include <QtCore/QString>
 
 #include "audio/recording/AudioRecorder.h"
@@ -48,6 +49,8 @@ private:
     controller::ProjectController &m_controller;
     audio::AudioRecorder::Parts m_parts;
     QHash<model::LineId, audio::AudioRecorder *> m_recorders;
+    /// Lines whose last take came about: what their recorder told before that is no longer of interest.
+    QSet<model::LineId> m_settled;
 };
 
 } // namespace orlenta::shell

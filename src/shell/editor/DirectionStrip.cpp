@@ -78,6 +78,8 @@ void DirectionStrip::layOut() {
         row->addWidget(widget);
     row->addWidget(m_hint, 1);
     row->addWidget(m_delete);
+    // Keeps the controls together at the left where nothing takes the room.
+    row->addStretch();
     auto *column = new QVBoxLayout(this);
     column->addLayout(row);
     column->addWidget(m_error);
@@ -205,8 +207,8 @@ void DirectionStrip::fitWords() {
     // The icons say it, too, where the controls need the room.
     const int units = width() / Theme::unit(this);
     const bool isEmpty = !m_content.hasAudio && !m_content.isRecording;
-    m_title->setVisible(units >= (isEmpty ? 115 : 95));
-    m_hint->setVisible(m_content.isRecording || (isEmpty && units >= 100));
+    m_title->setVisible(units >= (isEmpty ? 74 : 95));
+    m_hint->setVisible(m_content.isRecording || (isEmpty && units >= 118));
 }
 
 void DirectionStrip::paintEvent(QPaintEvent *) {

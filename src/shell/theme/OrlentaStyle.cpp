@@ -245,8 +245,12 @@ QSize OrlentaStyle::sizeFromContents(ContentsType type, const QStyleOption *opti
                                      const QWidget *widget) const {
     const int unit = styleUnit(option, widget);
     switch (type) {
-    case CT_PushButton:
-        return {size.width() + unit * 6, std::max(size.height(), option->fontMetrics.height()) + unit * 3};
+    case CT_PushButton: {
+        const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
+        const bool isBareIcon = button != nullptr && button->text.isEmpty();
+        return {size.width() + unit * (isBareIcon ? 2 : 6),
+                std::max(size.height(), option->fontMetrics.height()) + unit * 3};
+    }
     case CT_ToolButton:
         return {size.width() + unit * 2, size.height() + unit * 2};
     case CT_LineEdit:
