@@ -61,6 +61,7 @@ Inspector::Inspector(controller::ProjectController &controller, speech::ElevenLa
     layout->addWidget(scroll);
 
     connect(m_voices, &VoiceSection::accountRequested, this, &Inspector::accountRequested);
+    connect(m_voices, &VoiceSection::localVoicesRequested, this, &Inspector::localVoicesRequested);
     connect(m_lines, &InspectedLines::changed, this, &Inspector::showSubject);
     showSubject();
     fitWidth();

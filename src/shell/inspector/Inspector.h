@@ -42,6 +42,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void accountRequested();
+    void localVoicesRequested();
 
 protected:
     void changeEvent(QEvent *event) override;

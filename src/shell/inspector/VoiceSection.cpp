@@ -50,7 +50,8 @@ VoiceSection::VoiceSection(controller::ProjectController &controller, speech::El
     : QWidget(parent), m_controller(controller), m_service(service), m_lines(lines),
       m_model(new VoiceListModel(controller, service, this)), m_swatch(new QLabel),
       m_castName(new TextLabel({}, TextLabel::Style::Heading)), m_search(new QLineEdit), m_list(new QListView),
-      m_message(new TextLabel({}, TextLabel::Style::Caption)), m_connect(new QPushButton(u"Connect an account…"_s)) {
+      m_message(new TextLabel({}, TextLabel::Style::Caption)), m_connect(new QPushButton(u"Connect an account…"_s)),
+      m_useLocalVoices(new QPushButton(u"Use local voices"_s)) {
     m_search->setPlaceholderText(u"Search voices, descriptions, languages…"_s);
     m_search->setClearButtonEnabled(true);
     m_search->addAction(Icon::named(QStringLiteral("search"), Icon::Tint::Muted), QLineEdit::LeadingPosition);
@@ -66,7 +67,9 @@ VoiceSection::VoiceSection(controller::ProjectController &controller, speech::El
     m_list->setAccessibleName(u"Voices"_s);
     m_list->setToolTip(u"Click a voice, or press Return on it, to cast the selected lines"_s);
     m_castName->setWordWrap(true);
-    m_connect->setToolTip(u"Connect an account or use the voices of this machine"_s);
+    m_useLocalVoices->setToolTip(u"Speak with the voices of this machine; no account is needed"_s);
+    m_useLocalVoices->setAccessibleName(u"Use local voices"_s);
+    m_connect->setToolTip(u"Connect your account of the speech service"_s);
     m_connect->setAccessibleName(u"Connect an account"_s);
 
     auto *cast = new QHBoxLayout;
@@ -79,6 +82,7 @@ VoiceSection::VoiceSection(controller::ProjectController &controller, speech::El
     layout->addWidget(m_search);
     layout->addWidget(m_list);
     layout->addWidget(m_message);
+    layout->addWidget(m_useLocalVoices);
     layout->addWidget(m_connect);
 
     connect(m_search, &QLineEdit::textChanged, m_model, &VoiceListModel::setSearch);
@@ -89,6 +93,7 @@ VoiceSection::VoiceSection(controller::ProjectController &controller, speech::El
             castVoice(index);
     });
     connect(m_connect, &QPushButton::clicked, this, &VoiceSection::accountRequested);
+    connect(m_useLocalVoices, &QPushButton::clicked, this, &VoiceSection::localVoicesRequested);
     connect(m_model, &QAbstractItemModel::modelReset, this, [this] {
         showCast();
         showAvailability();
@@ -159,7 +164,9 @@ void VoiceSection::showAvailability() {
     const bool isEmptySearch = hasVoices && m_model->rowCount() == 0;
     m_search->setVisible(hasVoices);
     m_list->setVisible(hasVoices && !isEmptySearch);
-    m_connect->setVisible(!hasVoices && !m_service.isLoading() && !m_service.isAuthenticated());
+    const bool mayConnect = !hasVoices && !m_service.isLoading() && !m_service.isAuthenticated();
+    m_connect->setVisible(mayConnect);
+    m_useLocalVoices->setVisible(mayConnect);
     m_message->setVisible(!m_list->isVisibleTo(this));
     if (isEmptySearch)
         m_message->setText(u"No voice matches the search."_s);
@@ -168,7 +175,7 @@ void VoiceSection::showAvailability() {
     else if (m_service.isAuthenticated())
         m_message->setText(u"This account has no voices."_s);
     else
-        m_message->setText(u"Voices appear here once an account or the local voices are connected."_s);
+        m_message->setText(u"Use the voices of this machine, or connect an account."_s);
 }
 
 } // namespace orlenta::shell

@@ -34,6 +34,7 @@ public:
 Q_SIGNALS:
     /// The user has no voices and wants to connect.
     void accountRequested();
+    void localVoicesRequested();
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -54,6 +55,7 @@ private:
     QListView *m_list;
     QLabel *m_message;
     QPushButton *m_connect;
+    QPushButton *m_useLocalVoices;
 };
 
 } // namespace orlenta::shell

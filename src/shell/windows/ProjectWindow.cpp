@@ -94,6 +94,7 @@ void ProjectWindow::connectCommands() {
     connect(m_editor, &ScriptEditor::microphoneSettingsWanted, &m_parts.context.commands,
             &AppCommands::openMicrophoneSettings);
     connect(m_inspector, &Inspector::accountRequested, this, &ProjectWindow::showAccount);
+    connect(m_inspector, &Inspector::localVoicesRequested, &m_parts.context.localVoices, &LocalVoices::switchOn);
     connect(&m_parts.controller, &controller::ProjectController::hasUnsavedChangesChanged, this,
             &ProjectWindow::syncTitle);
     connect(&m_parts.controller, &controller::ProjectController::projectChanged, this, &ProjectWindow::syncTitle);

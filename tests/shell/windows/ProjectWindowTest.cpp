@@ -66,6 +66,19 @@ void answer(const ProjectWindowController &project, const QString &button) {
     choice->click();
 }
 
+TEST(ProjectWindow, OffersTheVoicesOfThisMachineToAUserWithoutAnAccount) {
+    OpenProjects it;
+    ProjectWindowController &project = it.open(QStringLiteral("First"), {QStringLiteral("Hello.")});
+    QAbstractButton *offer = nullptr;
+    ASSERT_TRUE(waitUntil([&] {
+        offer = buttonNamed(project.window(), QStringLiteral("Use local voices"));
+        return offer != nullptr;
+    }));
+    offer->click();
+    EXPECT_TRUE(waitUntil([&] { return it.session.localVoices.state() == shell::LocalVoices::State::On; }));
+    EXPECT_TRUE(waitUntil([&] { return !offer->isVisible(); }));
+}
+
 TEST(ProjectWindow, ClosesACleanProjectWithoutAWord) {
     OpenProjects it;
     ProjectWindowController &project = it.open(QStringLiteral("Clean"), {QStringLiteral("Hello.")});
