@@ -22,8 +22,7 @@ using testing::ShellSession;
 struct AllWindows {
     AllWindows()
         : projects(session.context), service(session.defaults, session.credentials),
-          account(service, session.localVoices), settings(session.context),
-          newProject({}), welcome(session.commands) {
+          account(service, session.localVoices), settings(session.context), newProject({}), welcome(session.commands) {
         const auto stored = session.makeProject(
             QStringLiteral("Layout"), {QStringLiteral("Clara: Good morning."), QStringLiteral("Nobody says this.")});
         EXPECT_TRUE(projects.openProject(stored.folder));
