@@ -17,6 +17,7 @@ class EditKey final {
     friend class ScriptStructure;
     friend class Selection;
     friend class TabEditing;
+    friend class TagEditing;
     friend class TakeEditing;
     friend class TypingSession;
     friend class UndoHistory;

@@ -17,6 +17,7 @@
 #include "controller/ScriptStructure.h"
 #include "controller/Selection.h"
 #include "controller/TabEditing.h"
+#include "controller/TagEditing.h"
 #include "controller/TakeEditing.h"
 #include "controller/TypingSession.h"
 #include "controller/UndoHistory.h"
@@ -45,6 +46,7 @@ struct ProjectController::Subjects {
     LineEditing lines{{document, history, selection, structure, runtime, voices, presets}};
     LineClipboard clipboard{{document, history, selection, structure, runtime, lines}};
     TabEditing tabs{{document, history, selection, structure, runtime}};
+    TagEditing tagEditing{document, history, selection};
     TakeEditing takes{{document, history, runtime, media, waveforms}};
     DirectionAudio directionAudio{{document, history, runtime, media, waveforms}};
     Pronunciations pronunciations{document, history};
@@ -141,6 +143,10 @@ LineClipboard &ProjectController::clipboard() const {
 
 TabEditing &ProjectController::tabs() const {
     return m_subjects->tabs;
+}
+
+TagEditing &ProjectController::tagEditing() const {
+    return m_subjects->tagEditing;
 }
 
 TakeEditing &ProjectController::takes() const {

@@ -24,6 +24,7 @@ class PresetEditing;
 class Pronunciations;
 class Selection;
 class TabEditing;
+class TagEditing;
 class TakeEditing;
 class TypingSession;
 class UndoManager;
@@ -64,6 +65,7 @@ public:
     [[nodiscard]] LineEditing &lines() const;
     [[nodiscard]] LineClipboard &clipboard() const;
     [[nodiscard]] TabEditing &tabs() const;
+    [[nodiscard]] TagEditing &tagEditing() const;
     [[nodiscard]] TakeEditing &takes() const;
     [[nodiscard]] DirectionAudio &directionAudio() const;
     [[nodiscard]] MediaFiles &media() const;

@@ -2,6 +2,9 @@
 
 #include <chrono>
 
+#include <QtGui/QGuiApplication>
+#include <QtGui/QInputMethod>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QMenu>
 
 #include "audio/playback/PlaybackController.h"
@@ -11,11 +14,13 @@
 #include "controller/MediaFiles.h"
 #include "controller/ProjectController.h"
 #include "controller/Selection.h"
+#include "controller/TagEditing.h"
 #include "controller/TakeEditing.h"
 #include "controller/TypingSession.h"
 #include "controller/UndoManager.h"
 #include "shell/editor/LineRow.h"
 #include "shell/theme/Icon.h"
+#include "tags/TagInsertion.h"
 
 namespace orlenta::shell {
 namespace {
@@ -65,6 +70,7 @@ void ScriptCommands::connectText(LineRow *row) {
     connect(&text, &ScriptTextField::escapePressed, this, &ScriptCommands::endEditing);
     connect(&text, &ScriptTextField::tabPressed, this, [this] { editNeighbour(1); });
     connect(&text, &ScriptTextField::shiftTabPressed, this, [this] { editNeighbour(-1); });
+    connect(&text, &ScriptTextField::stressShortcut, this, [this] { insertTag(tags::stressTagItem()); });
     connect(&text, &ScriptTextField::undoRequested, this, [this] {
         if (m_parts.controller.undoManager().canUndo())
             m_parts.controller.undoManager().undo();
@@ -190,6 +196,15 @@ void ScriptCommands::deleteTake(const model::LineId &id) {
     if (m_parts.playback.isCurrentGenerated(id))
         stop();
     m_parts.controller.takes().deleteGeneratedAudio(id);
+}
+
+void ScriptCommands::insertTag(const tags::TagItem &item) {
+    // What an input method still composes belongs to the text that the item goes into.
+    QGuiApplication::inputMethod()->commit();
+    std::optional<controller::TextRange> live;
+    if (const auto *text = qobject_cast<const ScriptTextField *>(QApplication::focusWidget()))
+        live = text->sourceSelection();
+    m_parts.controller.tagEditing().insertTag(item, live);
 }
 
 void ScriptCommands::openLineMenu(const model::LineId &id, const QPoint &globalPosition, QWidget *parent) {

@@ -21,6 +21,10 @@ class LineGenerator;
 class ProjectController;
 } // namespace orlenta::controller
 
+namespace orlenta::tags {
+struct TagItem;
+}
+
 namespace orlenta::shell {
 
 class LineRow;
@@ -64,6 +68,8 @@ public:
     void deleteTake(const model::LineId &id);
     [[nodiscard]] DirectionCommands &direction() { return m_direction; }
     [[nodiscard]] DirectionRecordings &recordings() { return m_recordings; }
+    /// Puts a palette item into the selected line, at the caret of the text that has the keyboard.
+    void insertTag(const tags::TagItem &item);
     void openLineMenu(const model::LineId &id, const QPoint &globalPosition, QWidget *parent);
 
     /// The point of a text field at which the next editing begins, for a caret set by the mouse.

@@ -19,10 +19,14 @@
 #include "shell/editor/ScriptListView.h"
 #include "shell/editor/ScriptTabBar.h"
 #include "shell/editor/ScriptToolbar.h"
+#include "shell/tags/TagPalette.h"
 #include "shell/theme/Theme.h"
 
 namespace orlenta::shell {
 namespace {
+
+// Percent of the height that the tag palette's rows may take: the script stays what the editor is about.
+constexpr int paletteShare = 40;
 
 std::optional<DirectionWish> directionWishOf(const QKeyEvent &event) {
     const bool hasShift = event.modifiers().testFlag(Qt::ShiftModifier);
@@ -55,12 +59,15 @@ ScriptEditor::ScriptEditor(const ScriptCommands::Parts &parts, const ScriptTextF
     : QWidget(parent), m_parts(parts), m_commands(parts),
       m_lines(std::make_unique<ScriptLines>(parts.controller, parts.playback, m_commands.recordings())),
       m_tabs(new ScriptTabBar(parts.controller, this)), m_toolbar(new ScriptToolbar(parts, m_commands, this)),
+      m_palette(new TagPalette(
+          parts.controller, [this](const tags::TagItem &item) { m_commands.insertTag(item); }, this)),
       m_list(new ScriptListView(*m_lines, makeTextField, this)), m_notice(new NoticeBar(this)) {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_tabs);
     layout->addWidget(m_toolbar);
+    layout->addWidget(m_palette);
     layout->addWidget(m_list, 1);
     layout->addWidget(m_notice);
     applyMeasures();
@@ -246,6 +253,11 @@ bool ScriptEditor::handleDirectionKey(QKeyEvent *event) {
     if (!event->isAutoRepeat())
         m_commands.direction().carryOut(*wish, *target, this);
     return true;
+}
+
+void ScriptEditor::resizeEvent(QResizeEvent *event) {
+    QWidget::resizeEvent(event);
+    m_palette->setRowsLimit(height() * paletteShare / 100);
 }
 
 void ScriptEditor::keyPressEvent(QKeyEvent *event) {

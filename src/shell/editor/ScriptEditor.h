@@ -15,10 +15,12 @@ class ScriptLines;
 class ScriptListView;
 class ScriptTabBar;
 class ScriptToolbar;
+class TagPalette;
 
-/// The script of one project: its tabs, the toolbar of the selection, and the active tab's lines. It shows what the
-/// controller holds, follows its selection, and shows its failures: a failed generation or playback as an alert, a
-/// failed hand-over of audio as a message below the lines. F6 and Shift+F6 leave the list, which keeps Tab to itself.
+/// The script of one project: its tabs, the toolbar of the selection, the tag palette, and the active tab's lines. It
+/// shows what the controller holds, follows its selection, and shows its failures: a failed generation or playback as
+/// an alert, a failed hand-over of audio as a message below the lines. F6 and Shift+F6 leave the list, which keeps Tab
+/// to itself.
 class ScriptEditor final : public QWidget {
     Q_OBJECT
 public:
@@ -38,6 +40,7 @@ Q_SIGNALS:
     void microphoneSettingsWanted();
 
 protected:
+    void resizeEvent(QResizeEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void changeEvent(QEvent *event) override;
@@ -62,6 +65,7 @@ private:
     std::unique_ptr<ScriptLines> m_lines;
     ScriptTabBar *m_tabs = nullptr;
     ScriptToolbar *m_toolbar = nullptr;
+    TagPalette *m_palette = nullptr;
     ScriptListView *m_list = nullptr;
     NoticeBar *m_notice = nullptr;
     std::optional<model::LineId> m_seenFocusId;

@@ -17,6 +17,14 @@ namespace {
 constexpr int textMargin = 4;
 constexpr int shortestText = 18;
 
+Qt::KeyboardModifiers relevantModifiers(const QKeyEvent &key) {
+    return key.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+}
+
+bool isStressKey(const QKeyEvent &key) {
+    return key.key() == Qt::Key_S && relevantModifiers(key) == (Qt::AltModifier | Qt::ShiftModifier);
+}
+
 } // namespace
 
 ScriptTextField::ScriptTextField(QWidget *parent) : QTextEdit(parent) {
@@ -108,7 +116,8 @@ bool ScriptTextField::event(QEvent *event) {
     // Claiming the keys keeps the window's menu from taking them before the field has had its turn.
     if (event->type() == QEvent::ShortcutOverride && m_allowsEditing) {
         auto *key = static_cast<QKeyEvent *>(event);
-        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo) || key->key() == Qt::Key_Escape) {
+        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo) || key->key() == Qt::Key_Escape ||
+            isStressKey(*key)) {
             event->accept();
             return true;
         }
@@ -117,15 +126,14 @@ bool ScriptTextField::event(QEvent *event) {
 }
 
 void ScriptTextField::keyPressEvent(QKeyEvent *event) {
-    const auto relevant =
-        event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    const Qt::KeyboardModifiers relevant = relevantModifiers(*event);
     if (event->key() == Qt::Key_Escape)
         Q_EMIT escapePressed();
     else if (event->key() == Qt::Key_Backtab || (event->key() == Qt::Key_Tab && relevant.testFlag(Qt::ShiftModifier)))
         Q_EMIT shiftTabPressed();
     else if (event->key() == Qt::Key_Tab)
         Q_EMIT tabPressed();
-    else if (event->key() == Qt::Key_S && relevant == (Qt::AltModifier | Qt::ShiftModifier))
+    else if (isStressKey(*event))
         Q_EMIT stressShortcut();
     else if (event->matches(QKeySequence::Undo) && !document()->isUndoAvailable())
         Q_EMIT undoRequested();

@@ -50,6 +50,8 @@ void fillMenuBar(QMenuBar &bar, const AppActions &app, const ProjectActions &pro
     script->addActions({project.addLine, project.duplicateLine, project.splitLine, project.deleteLine});
     script->addSeparator();
     script->addActions({project.moveLineUp, project.moveLineDown});
+    script->addSeparator();
+    script->addAction(project.toggleTagToolbar);
 
     QMenu *tabs = bar.addMenu(u"&Tabs"_s);
     tabs->addActions({project.newTab, project.closeTab});

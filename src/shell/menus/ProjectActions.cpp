@@ -14,6 +14,7 @@
 #include "controller/ProjectController.h"
 #include "controller/Selection.h"
 #include "controller/TabEditing.h"
+#include "controller/TagEditing.h"
 #include "controller/TypingSession.h"
 #include "controller/UndoManager.h"
 #include "shell/menus/LineClipboardCommands.h"
@@ -82,6 +83,8 @@ ProjectActions::ProjectActions(controller::ProjectController &controller, audio:
       closeTab(projectAction(this, u"Close Tab"_s, u"Ctrl+Shift+W"_s, u"Close this tab and remove its lines"_s)),
       nextTab(projectAction(this, u"Next Tab"_s, u"Ctrl+Shift+]"_s, u"Show the next tab"_s)),
       previousTab(projectAction(this, u"Previous Tab"_s, u"Ctrl+Shift+["_s, u"Show the previous tab"_s)),
+      toggleTagToolbar(projectAction(this, u"Expand Tag Toolbar"_s, u"Ctrl+Shift+T"_s,
+                                     u"Show the performance tags as rows or as menus"_s)),
       play(projectAction(this, u"Play"_s, u"Ctrl+P"_s, u"Play the selected lines"_s, u"play"_s)),
       playAll(projectAction(this, u"Play All"_s, u"Ctrl+Shift+P"_s, u"Play all lines of this tab"_s, u"play-all"_s)),
       toggleInspector(
@@ -101,8 +104,11 @@ ProjectActions::ProjectActions(controller::ProjectController &controller, audio:
     connect(&controller.undoManager(), &controller::UndoManager::stateChanged, this, &ProjectActions::refreshUndo);
     connect(&controller.selection(), &controller::Selection::editingLineIdChanged, this, &ProjectActions::refreshUndo);
     connect(qApp, &QApplication::focusChanged, this, &ProjectActions::refreshUndo);
+    connect(&controller.tagEditing(), &controller::TagEditing::tagToolbarExpandedChanged, this,
+            &ProjectActions::refreshTagToolbar);
     refresh();
     refreshUndo();
+    refreshTagToolbar();
 }
 
 void ProjectActions::connectEditing() {
@@ -145,6 +151,8 @@ void ProjectActions::connectLines() {
     connect(splitLine, &QAction::triggered, this, [this] { m_controller.lines().splitLine(); });
     connect(deleteLine, &QAction::triggered, this, &ProjectActions::deleteSelectedLines);
     connect(moveLineUp, &QAction::triggered, this, [this] { m_controller.lines().moveLineUp(); });
+    connect(toggleTagToolbar, &QAction::triggered, &m_controller.tagEditing(),
+            &controller::TagEditing::toggleTagToolbarExpanded);
     connect(moveLineDown, &QAction::triggered, this, [this] { m_controller.lines().moveLineDown(); });
 }
 
@@ -216,6 +224,11 @@ void ProjectActions::refresh() {
     play->setEnabled(isPlaying || std::any_of(selected.begin(), selected.end(), hasAudio));
     const QList<model::LineId> &script = m_controller.scriptLineIds();
     playAll->setEnabled(std::any_of(script.begin(), script.end(), hasAudio));
+}
+
+void ProjectActions::refreshTagToolbar() {
+    toggleTagToolbar->setText(m_controller.tagEditing().tagToolbarExpanded() ? u"Compact Tag Toolbar"_s
+                                                                             : u"Expand Tag Toolbar"_s);
 }
 
 void ProjectActions::refreshUndo() {

@@ -45,6 +45,7 @@ public:
     QAction *closeTab;
     QAction *nextTab;
     QAction *previousTab;
+    QAction *toggleTagToolbar;
     QAction *play;
     QAction *playAll;
     QAction *toggleInspector;
@@ -60,6 +61,7 @@ private:
     void selectEverything();
     void refresh();
     void refreshUndo();
+    void refreshTagToolbar();
 
     controller::ProjectController &m_controller;
     audio::PlaybackController &m_playback;

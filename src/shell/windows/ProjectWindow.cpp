@@ -159,7 +159,8 @@ void ProjectWindow::toggleInspector() {
 
 void ProjectWindow::fitMinimumSize() {
     // An explicit minimum would win over the layout's own and let a large interface be cut off.
-    setMinimumSize(smallestSize.expandedTo(centralWidget()->minimumSizeHint()));
+    const QSize content = centralWidget()->minimumSizeHint();
+    setMinimumSize(smallestSize.expandedTo(content + QSize(0, menuBar()->sizeHint().height())));
 }
 
 } // namespace orlenta::shell

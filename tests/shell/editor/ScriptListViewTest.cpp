@@ -59,7 +59,7 @@ TEST_F(ScriptListViewTest, TenThousandLinesNeedOnlyTheRowsInView) {
 }
 
 TEST_F(ScriptListViewTest, RowsInViewNeverJumpWhileEstimatesAreCorrected) {
-    open(projectWith(manyTexts(400)));
+    open(projectWith(manyTexts(400)), {760, 720});
     QScrollBar *bar = list().verticalScrollBar();
     bar->setValue(bar->maximum() / 2);
     for (const int step : {61, 61, 150, -61, -200, -200, -200, 333, -333, -500, -500, 97}) {

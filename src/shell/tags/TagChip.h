@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QtWidgets/QPushButton>
+
+#include "tags/TagCategory.h"
+
+namespace orlenta::shell {
+
+/// The colours of a category's chips.
+struct TagChipColors {
+    QColor fill;
+    QColor text;
+    QColor line;
+
+    /// Those that go with the palette's appearance. The text is readable on the fill.
+    [[nodiscard]] static TagChipColors of(tags::TagCategory category, const QPalette &palette);
+};
+
+/// A small round button in the colours of a tag category. A click leaves the keyboard where it is, so that a text keeps
+/// its caret and its selection; by keyboard it is reached with Tab and pressed with Space or Return.
+class TagChip final : public QPushButton {
+    Q_OBJECT
+public:
+    TagChip(const QString &label, tags::TagCategory category, QWidget *parent = nullptr);
+
+    /// A quiet word behind the label, such as the key that does the same.
+    void setHint(const QString &hint);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    [[nodiscard]] QFont hintFont() const;
+    [[nodiscard]] int markWidth() const;
+    [[nodiscard]] QColor fillColor(const TagChipColors &colors) const;
+
+    QString m_label;
+    QString m_hint;
+    tags::TagCategory m_category;
+};
+
+} // namespace orlenta::shell
