@@ -57,8 +57,8 @@ Project repaired(json::ProjectDraft draft) {
 }
 
 qsizetype likelySize(const Project &project) {
-    constexpr qsizetype perLine = 1000;
-    constexpr qsizetype perTake = 800;
+    constexpr qsizetype perLine = 900;
+    constexpr qsizetype perTake = 560;
     qsizetype size = 64 * 1024;
     for (qsizetype i = 0; i < project.lines.size(); ++i)
         size += perLine + project.lines.at(i).text.size() + project.lines.at(i).takes.size() * perTake;

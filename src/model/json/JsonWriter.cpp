@@ -234,7 +234,7 @@ QByteArray JsonWriter::take() {
 
 void JsonWriter::grow(qsizetype count) {
     const qsizetype used = m_end - m_bytes.constData();
-    m_bytes.resize(std::max(used + count, used * 2));
+    m_bytes.resize(std::max(used + count, used + used / 2));
     m_end = m_bytes.data() + used;
     m_limit = m_bytes.data() + m_bytes.size();
 }
