@@ -98,9 +98,12 @@ std::optional<AppliedInputRoute> AudioInputRouteManager::applySelectedInputDevic
                                      "changing routing"));
     AudioDebugLogger::log(
         ofTarget(QStringLiteral("AudioRecorder applying input device: uid=%1, name=%2, audioDeviceID=%3")));
-    if (!m_defaults.setPendingInputRouteRestoreDeviceUID(previous.uid))
+    if (!m_defaults.setPendingInputRouteRestoreDeviceUID(previous.uid)) {
+        // Not on disk, but still in memory, where the next refresh would take it for a change to undo.
+        m_defaults.setPendingInputRouteRestoreDeviceUID({});
         return refuse(
             QStringLiteral("AudioRecorder could not note the way back, falling back without changing routing"));
+    }
     if (!setDefaultInputDevice(target->deviceID,
                                QStringLiteral("AudioRecorder.applySelectedInputDeviceForRecording"))) {
         m_defaults.setPendingInputRouteRestoreDeviceUID({});

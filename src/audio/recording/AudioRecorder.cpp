@@ -159,6 +159,7 @@ void AudioRecorder::record(const InputStream::Source &source) {
 void AudioRecorder::handleStarted() {
     if (m_isUserInitiatedStop)
         return;
+    setErrorMessage({});
     setRecording(true);
     m_recordingTimer.start();
     for (int poll = 1; poll <= statePollCount; ++poll)
@@ -185,15 +186,15 @@ void AudioRecorder::handleRefused(FileRecorder::Refusal why, const QString &reas
     case FileRecorder::Refusal::Unavailable:
         break;
     }
-    // What the server won't open by its name it may still give as its default input.
+    // What the server won't open by its name it may still give as its default input; and a chosen input that has just
+    // gone means the default without an error.
     if (!m_isUserInitiatedStop && !std::exchange(m_isThroughDefault, true)) {
         m_appliedInputRoute = m_parts.routes.applySelectedInputDeviceForRecording();
-        if (m_appliedInputRoute) {
-            const SoundDeviceTable table = m_parts.server.devices();
-            const SoundDevice *target = table.findInput(m_appliedInputRoute->targetDeviceUID);
-            record({"@DEFAULT_SOURCE@", target ? target->sampleRate : RecordingWriter::format.sampleRate});
-            return;
-        }
+        const SoundDeviceTable table = m_parts.server.devices();
+        const SoundDevice *target =
+            table.findInput(m_appliedInputRoute ? m_appliedInputRoute->targetDeviceUID : table.defaultInputUID);
+        record({"@DEFAULT_SOURCE@", target ? target->sampleRate : RecordingWriter::format.sampleRate});
+        return;
     }
     failToStart(QStringLiteral("Couldn't start recording. Check your microphone and try again."),
                 QStringLiteral("AudioRecorder ERROR: prepare returned false, error=%1").arg(reason),

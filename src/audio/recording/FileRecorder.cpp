@@ -24,7 +24,8 @@ FileRecorder::FileRecorder(SoundServer &server, InputStream::Source source, cons
     : m_server(server), m_source(std::move(source)), m_path(path) {}
 
 FileRecorder::~FileRecorder() {
-    if (m_stream && m_stream->capturedTime().count() > 0)
+    // The writer may not have told yet what it wrote, also when the stream has ended already.
+    if (currentTime() > 0)
         m_isEmpty = false;
     m_stream.reset();
     const bool hasFile = m_writer != nullptr;
