@@ -23,13 +23,9 @@ add_library(orlenta_warnings INTERFACE)
 target_compile_options(orlenta_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  # g++ 12 warns inside its own headers when sanitizers or optimisation change inlining.
-  target_compile_options(orlenta_warnings INTERFACE -fcoroutines -Wno-error=maybe-uninitialized -Wno-error=restrict
+  # g++ 12 warns inside its own and Qt's headers when sanitizers or optimisation change inlining.
+  target_compile_options(orlenta_warnings INTERFACE -fcoroutines -Wno-maybe-uninitialized -Wno-error=restrict
     -Wno-error=stringop-overflow -Wno-error=array-bounds -Wno-error=stringop-overread -Wno-error=free-nonheap-object)
-  if(ORLENTA_SANITIZE)
-    # The instrumented code of Qt's containers looks uninitialised to it; the sanitizers themselves tell the truth.
-    target_compile_options(orlenta_warnings INTERFACE -Wno-maybe-uninitialized)
-  endif()
   if(CMAKE_UNITY_BUILD)
     # In a unity file every source counts as a header, whose anonymous types could differ elsewhere; they don't.
     target_compile_options(orlenta_warnings INTERFACE -Wno-subobject-linkage)
