@@ -92,9 +92,11 @@ QString UserDefaults::pendingInputRouteRestoreDeviceUID() const {
     return text(*m_settings, QLatin1String("pendingInputRouteRestoreDeviceUID"), QLatin1String());
 }
 bool UserDefaults::setPendingInputRouteRestoreDeviceUID(const QString &value) {
-    storeOrRemove(*m_settings, QLatin1String("pendingInputRouteRestoreDeviceUID"), value, value.isEmpty());
-    m_settings->sync();
-    return m_settings->status() == QSettings::NoError;
+    // An object of its own over the same file: the status of one stays at its first error for good.
+    QSettings settings(m_settings->fileName(), QSettings::IniFormat);
+    storeOrRemove(settings, QLatin1String("pendingInputRouteRestoreDeviceUID"), value, value.isEmpty());
+    settings.sync();
+    return settings.status() != QSettings::AccessError;
 }
 
 bool UserDefaults::hasCompletedFirstRunSetup() const {

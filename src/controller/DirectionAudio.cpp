@@ -35,9 +35,25 @@ base::Result<void, ProjectControllerError> copyRecording(const QString &from, co
 
 } // namespace
 
+/// One file on its way, for as long as this lives.
+class DirectionAudio::UnderWay final {
+public:
+    explicit UnderWay(DirectionAudio *audio) : m_audio(audio) { ++audio->m_underWay; }
+    ~UnderWay() {
+        if (m_audio && --m_audio->m_underWay == 0)
+            Q_EMIT m_audio->settled();
+    }
+    UnderWay(const UnderWay &) = delete;
+    UnderWay &operator=(const UnderWay &) = delete;
+
+private:
+    QPointer<DirectionAudio> m_audio;
+};
+
 DirectionAudio::DirectionAudio(const Parts &parts, QObject *parent) : QObject(parent), m_parts(parts) {}
 
 QCoro::Task<void> DirectionAudio::installRecording(QUrl file, double durationSeconds, model::LineId id) {
+    const UnderWay underWay(this);
     const model::ProjectLine *line = m_parts.document.findLine(id);
     if (line == nullptr)
         co_return;
@@ -51,7 +67,7 @@ QCoro::Task<void> DirectionAudio::installRecording(QUrl file, double durationSec
                                 .arg(tags::clipName(m_parts.document.project(), *line))
                                 .arg(line->sourceRecordings.size() + 1));
     if (!to) {
-        fail(to.error().description());
+        failToStore(from, to.error());
         co_return;
     }
     const QPointer<DirectionAudio> self(this);
@@ -60,7 +76,7 @@ QCoro::Task<void> DirectionAudio::installRecording(QUrl file, double durationSec
     if (!self)
         co_return;
     if (!copied) {
-        fail(copied.error().description());
+        failToStore(from, copied.error());
         co_return;
     }
     if (isOwnTemporaryRecording(from))
@@ -73,11 +89,13 @@ QCoro::Task<void> DirectionAudio::installRecording(QUrl file, double durationSec
 }
 
 QCoro::Task<void> DirectionAudio::importDirectionAudio(QUrl source, model::LineId id) {
+    const UnderWay underWay(this);
     const QString stem = QFileInfo(source.toLocalFile()).completeBaseName();
     co_await import(source, stem, id);
 }
 
 QCoro::Task<void> DirectionAudio::importDroppedFile(QUrl source, model::LineId id) {
+    const UnderWay underWay(this);
     const QString stem = QFileInfo(source.toLocalFile()).completeBaseName();
     const auto staged = audio::AudioImporter::stageDroppedFile(source);
     if (!staged) {
@@ -156,6 +174,13 @@ void DirectionAudio::adopt(const QString &path, double durationSeconds, const mo
 
 void DirectionAudio::fail(const QString &description) {
     m_parts.document.setSpotError(QStringLiteral("Audio import failed: %1").arg(description));
+}
+
+void DirectionAudio::failToStore(const QString &recording, const ProjectControllerError &error) {
+    // It can't be made again, so its owner must be able to find it.
+    fail(QFileInfo::exists(recording)
+             ? QStringLiteral("%1 The recording is kept in %2").arg(error.description(), recording)
+             : error.description());
 }
 
 } // namespace orlenta::controller

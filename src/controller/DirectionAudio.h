@@ -31,6 +31,9 @@ public:
 
     explicit DirectionAudio(const Parts &parts, QObject *parent = nullptr);
 
+    /// A file is on its way to its line.
+    [[nodiscard]] bool isBusy() const { return m_underWay > 0; }
+
     /// Copies a finished recording of that length into the project, as it is, and makes it the line's recording in use.
     /// Afterwards the recorder's own file is gone; after a failure it is still there.
     QCoro::Task<void> installRecording(QUrl file, double durationSeconds, model::LineId id);
@@ -39,15 +42,23 @@ public:
     /// The same for a file that a drop lends: it is copied aside before this first gives way.
     QCoro::Task<void> importDroppedFile(QUrl source, model::LineId id);
 
+Q_SIGNALS:
+    /// The last file that was on its way has arrived, or could not.
+    void settled();
+
 private:
+    class UnderWay;
+
     QCoro::Task<void> import(QUrl source, QString stem, model::LineId id);
     /// A path for a new recording of that name, in a folder that exists.
     [[nodiscard]] base::Result<QString, ProjectControllerError> newPath(const QString &stem) const;
     /// The undo step is "Import Direction Audio".
     void adopt(const QString &path, double durationSeconds, const model::LineId &id);
     void fail(const QString &description);
+    void failToStore(const QString &recording, const ProjectControllerError &error);
 
     Parts m_parts;
+    int m_underWay = 0;
 };
 
 } // namespace orlenta::controller

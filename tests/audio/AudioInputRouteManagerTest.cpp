@@ -82,6 +82,19 @@ TEST_P(AudioInputRouteManagerTest, TheNextRunRestoresWhatACrashLeftChanged) {
     EXPECT_EQ(defaultInput(), QStringLiteral("mic_a"));
 }
 
+TEST_P(AudioInputRouteManagerTest, AChangeThatTheServerMakesTooLateIsTakenBackByTheNextRefresh) {
+    AudioDeviceMonitor monitor(server, defaults);
+    routes.followRefreshes(monitor);
+    defaults.setInputDeviceUID(QStringLiteral("mic_b"));
+    session.suspend();
+    EXPECT_FALSE(routes.applySelectedInputDeviceForRecording().has_value());
+    EXPECT_EQ(pending(), QStringLiteral("mic_a"));
+
+    session.resume();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return pending().isEmpty(); }, deadline));
+    EXPECT_EQ(defaultInput(), QStringLiteral("mic_a"));
+}
+
 TEST_P(AudioInputRouteManagerTest, WithoutAServerTheWayBackIsKept) {
     ASSERT_TRUE(defaults.setPendingInputRouteRestoreDeviceUID(QStringLiteral("mic_b")));
     session.kill();

@@ -195,9 +195,8 @@ TEST_P(AudioRecorderTest, AServerThatDiesGivesThePartialTake) {
     EXPECT_GE(recorded().size(), 8820U);
 
     recorder.startRecording();
-    ASSERT_TRUE(
-        waitForError(QStringLiteral("Microphone permission denied. Check System Settings > Privacy > Microphone")));
-    EXPECT_TRUE(recorder.permissionDenied());
+    ASSERT_TRUE(waitForError(QStringLiteral("Couldn't start recording. The sound server is not available.")));
+    EXPECT_FALSE(recorder.permissionDenied());
     EXPECT_FALSE(recorder.isRecording());
 }
 
@@ -216,9 +215,23 @@ TEST_P(AudioRecorderTest, ASecondStartIsRefusedAndLeavesTheTakeAlone) {
 
     recorder.startRecording();
     EXPECT_FALSE(recorder.errorMessage().has_value());
+}
+
+TEST_P(AudioRecorderTest, ATakeStoppedBeforeItsMicrophoneOpensIsCalledOffWithoutATrace) {
+    const QDir caches(base::PrivateFolders::caches());
+    const QStringList before = caches.entryList(QDir::Files);
+    QSignalSpy ended(&recorder, &AudioRecorder::takeEnded);
+    recorder.startRecording();
+    EXPECT_TRUE(recorder.isStarting());
     recorder.stopRecording();
-    ASSERT_TRUE(waitForError(QStringLiteral("Recording failed before the audio file could be saved.")));
-    EXPECT_TRUE(recorder.recordedURL().isEmpty());
+    EXPECT_FALSE(recorder.hasUnfinishedTake());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return ended.count() == 1; }, deadline));
+    EXPECT_EQ(caches.entryList(QDir::Files), before);
+    EXPECT_FALSE(recorder.errorMessage().has_value());
+
+    ASSERT_TRUE(start());
+    ASSERT_TRUE(waitForSeconds(0.1));
+    ASSERT_TRUE(stopAndWait());
     EXPECT_EQ(finished.count(), 1);
 }
 
@@ -228,6 +241,15 @@ TEST_P(AudioRecorderTest, WithoutAnyInputTheReasonIsTold) {
     recorder.startRecording();
     EXPECT_EQ(recorder.errorMessage(),
               QStringLiteral("Microphone status unavailable. Check System Settings > Privacy > Microphone"));
+}
+
+TEST_P(AudioRecorderTest, ARefusedMicrophoneIsTriedAgainOnceTheUserHasBeenTold) {
+    permission.noteRefusal();
+    recorder.startRecording();
+    EXPECT_EQ(recorder.errorMessage(),
+              QStringLiteral("Microphone blocked. Enable it in System Settings > Privacy > Microphone"));
+    ASSERT_TRUE(start());
+    EXPECT_FALSE(recorder.permissionDenied());
 }
 
 TEST_P(AudioRecorderTest, ATakeBegunWhileTheServerIsBeingReachedWaitsForIt) {

@@ -53,6 +53,17 @@ TEST(UserDefaults, TheInputToGoBackToIsOnDiskAtOnceAndGoesWithoutATrace) {
     EXPECT_FALSE(text().contains("pendingInputRouteRestoreDeviceUID"));
 }
 
+TEST(UserDefaults, AFailureToWriteTheInputToGoBackToIsToldAndIsNotForGood) {
+    const QTemporaryDir folder;
+    QFile inTheWay(folder.filePath(u"sub"_s));
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+    UserDefaults defaults(folder.filePath(u"sub/a.ini"_s));
+    EXPECT_FALSE(defaults.setPendingInputRouteRestoreDeviceUID(u"mic-1"_s));
+    ASSERT_TRUE(inTheWay.remove());
+    EXPECT_TRUE(defaults.setPendingInputRouteRestoreDeviceUID(u"mic-2"_s));
+    EXPECT_EQ(UserDefaults(folder.filePath(u"sub/a.ini"_s)).pendingInputRouteRestoreDeviceUID(), u"mic-2"_s);
+}
+
 TEST(UserDefaults, AScaleOutOfRangeIsTakenToItsNearestEnd) {
     const QTemporaryDir folder;
     UserDefaults defaults(folder.filePath(u"a.ini"_s));

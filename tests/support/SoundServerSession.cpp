@@ -203,6 +203,19 @@ std::vector<float> SoundServerSession::Recording::stop() {
     return samples;
 }
 
+void SoundServerSession::suspend() {
+    signalAll(SIGSTOP);
+}
+
+void SoundServerSession::resume() {
+    signalAll(SIGCONT);
+}
+
+void SoundServerSession::signalAll(int signal) {
+    for (const auto &process : m_processes)
+        ::kill(static_cast<pid_t>(process->processId()), signal);
+}
+
 void SoundServerSession::kill() {
     // The last one started stands on the ones before it.
     for (auto process = m_processes.rbegin(); process != m_processes.rend(); ++process) {

@@ -48,10 +48,14 @@ public:
     [[nodiscard]] Recording record(const QString &output, int rate);
     /// Ends the server, as a crash of it would.
     void kill();
+    /// Holds the server still, so that it answers nothing, until resume().
+    void suspend();
+    void resume();
     /// Starts it again after a kill, at the same address.
     void restart();
 
 private:
+    void signalAll(int signal);
     void startPulseAudio();
     void startPipeWire();
     QProcess &start(const QString &program, const QStringList &arguments);

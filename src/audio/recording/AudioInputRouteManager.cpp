@@ -10,6 +10,12 @@
 
 namespace orlenta::audio {
 
+namespace {
+
+constexpr int noSuchDevice = -1;
+
+} // namespace
+
 AudioInputRouteManager::AudioInputRouteManager(SoundServer &server, base::UserDefaults &defaults, QObject *parent)
     : QObject(parent), m_server(server), m_defaults(defaults), m_enumerator(server) {}
 
@@ -50,22 +56,20 @@ std::optional<std::uint32_t> AudioInputRouteManager::currentDefaultInputDevice()
     return device ? std::optional(device->deviceID) : std::nullopt;
 }
 
-bool AudioInputRouteManager::setDefaultInputDevice(std::uint32_t deviceID, const QString &context) {
+base::Result<void, DefaultSourceFailure> AudioInputRouteManager::setDefaultInputDevice(std::uint32_t deviceID,
+                                                                                       const QString &context) {
     AudioDebugLogger::log(
         QStringLiteral("AudioObjectSetPropertyData(kAudioHardwarePropertyDefaultInputDevice) from %1").arg(context));
     const std::optional<AudioDeviceInfo> device = findInput(deviceID);
-    constexpr int noSuchDevice = -1;
-    int status = noSuchDevice;
-    if (device) {
-        const auto changed = setDefaultSource(m_server, device->uid.toUtf8());
-        if (changed)
-            return true;
-        status = changed.error();
-    }
-    AudioDebugLogger::log(QStringLiteral("AudioRecorder failed setting system default input device to %1, status=%2")
-                              .arg(deviceID)
-                              .arg(status));
-    return false;
+    const base::Result<void, DefaultSourceFailure> changed =
+        device ? setDefaultSource(m_server, device->uid.toUtf8())
+               : base::fail(DefaultSourceFailure{DefaultSourceFailure::Kind::Refused, noSuchDevice});
+    if (!changed)
+        AudioDebugLogger::log(
+            QStringLiteral("AudioRecorder failed setting system default input device to %1, status=%2")
+                .arg(deviceID)
+                .arg(changed.error().status));
+    return changed;
 }
 
 std::optional<AppliedInputRoute> AudioInputRouteManager::applySelectedInputDeviceForRecording() {
@@ -104,9 +108,12 @@ std::optional<AppliedInputRoute> AudioInputRouteManager::applySelectedInputDevic
         return refuse(
             QStringLiteral("AudioRecorder could not note the way back, falling back without changing routing"));
     }
-    if (!setDefaultInputDevice(target->deviceID,
-                               QStringLiteral("AudioRecorder.applySelectedInputDeviceForRecording"))) {
-        m_defaults.setPendingInputRouteRestoreDeviceUID({});
+    const auto changed =
+        setDefaultInputDevice(target->deviceID, QStringLiteral("AudioRecorder.applySelectedInputDeviceForRecording"));
+    if (!changed) {
+        // What the server did not answer in time it may still do, and then the next refresh has to put it back.
+        if (changed.error().kind == DefaultSourceFailure::Kind::Refused)
+            m_defaults.setPendingInputRouteRestoreDeviceUID({});
         return refuse(QStringLiteral("AudioRecorder failed to apply chosen input device, falling back to previous "
                                      "system default: uid=%1")
                           .arg(uid));

@@ -7,6 +7,8 @@
 #include <QtCore/QString>
 
 #include "audio/devices/AudioDeviceEnumerator.h"
+#include "audio/recording/DefaultSource.h"
+#include "base/Result.h"
 
 namespace orlenta::base {
 class UserDefaults;
@@ -42,8 +44,8 @@ public:
     [[nodiscard]] std::optional<AudioDeviceInfo> selectedInputDevice() const;
     void logSelectedInputDevice(const QString &context) const;
     [[nodiscard]] std::optional<std::uint32_t> currentDefaultInputDevice() const;
-    /// Whether it is the default now.
-    bool setDefaultInputDevice(std::uint32_t deviceID, const QString &context);
+    /// Succeeds once it is the default.
+    base::Result<void, DefaultSourceFailure> setDefaultInputDevice(std::uint32_t deviceID, const QString &context);
 
     /// Makes the chosen input the default. Without a route nothing has changed and there is nothing to restore.
     [[nodiscard]] std::optional<AppliedInputRoute> applySelectedInputDeviceForRecording();

@@ -65,12 +65,15 @@ void AudioRecorder::startRecording() {
     case MicrophoneAuthorization::Restricted:
     case MicrophoneAuthorization::Denied:
         deny(QStringLiteral("Microphone blocked. Enable it in System Settings > Privacy > Microphone"));
+        m_parts.permission.forgetRefusal();
         Q_EMIT microphoneSettingsWanted();
         break;
     case MicrophoneAuthorization::NotDetermined:
         m_parts.permission.requestAccess(this, [this](bool isGranted) {
             if (isGranted)
                 beginRecording();
+            else if (m_parts.server.state() == SoundServer::State::Unavailable)
+                setErrorMessage(QStringLiteral("Couldn't start recording. The sound server is not available."));
             else
                 deny(QStringLiteral("Microphone permission denied. Check System Settings > Privacy > Microphone"));
         });
@@ -214,6 +217,11 @@ void AudioRecorder::stopRecording() {
         restoreRoute(QStringLiteral("stopRecording without recorder"));
         return;
     }
+    if (isStarting()) {
+        clearRecorder();
+        restoreRoute(QStringLiteral("AudioRecorder.stopRecording"));
+        return;
+    }
     setRecordingDuration(m_audioRecorder->currentTime());
     m_isUserInitiatedStop = true;
     m_audioRecorder->stop();
@@ -302,6 +310,7 @@ void AudioRecorder::clearRecorder() {
     m_recordingTimer.stop();
     setRecording(false);
     m_audioRecorder.reset();
+    QMetaObject::invokeMethod(this, &AudioRecorder::takeEnded, Qt::QueuedConnection);
 }
 
 void AudioRecorder::restoreRoute(const QString &context) {

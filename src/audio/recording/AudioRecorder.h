@@ -44,6 +44,11 @@ public:
     }
 
     [[nodiscard]] bool isRecording() const { return m_isRecording; }
+    /// A take has been begun whose microphone has not opened yet.
+    [[nodiscard]] bool isStarting() const { return m_audioRecorder && !m_isRecording && !m_isUserInitiatedStop; }
+    /// A take has been begun whose file is not complete yet: it is about to run, it runs, or its last samples are on
+    /// their way.
+    [[nodiscard]] bool hasUnfinishedTake() const { return m_audioRecorder != nullptr; }
     /// The finished file; empty before there is one.
     [[nodiscard]] const QUrl &recordedURL() const { return m_recordedURL; }
     /// A preview of the take is running.
@@ -56,7 +61,8 @@ public:
 
     /// isRecordingChanged() or errorMessageChanged() tells what came of it.
     void startRecording();
-    /// recordingFinished() follows when the last samples have come, about a tenth of a second later.
+    /// recordingFinished() follows when the last samples have come, about a tenth of a second later. A take whose
+    /// microphone has not opened yet is called off without a word.
     void stopRecording();
     /// Plays the finished take through the chosen output. Does nothing while recording or without a take.
     void startPlayback();
@@ -71,6 +77,8 @@ Q_SIGNALS:
     void errorMessageChanged();
     /// A take that the user ended is complete, of that length in seconds.
     void recordingFinished(double duration, const QUrl &url);
+    /// A take came to its end, well or not; follows what the end was.
+    void takeEnded();
     /// The user has to allow the microphone in the desktop's settings.
     void microphoneSettingsWanted();
 

@@ -9,6 +9,11 @@ namespace orlenta::audio {
 namespace {
 
 constexpr auto askAgainAfter = std::chrono::milliseconds(10);
+constexpr DefaultSourceFailure unanswered{DefaultSourceFailure::Kind::Unanswered, PA_ERR_TIMEOUT};
+
+auto refusal(int status) {
+    return base::fail(DefaultSourceFailure{DefaultSourceFailure::Kind::Refused, status});
+}
 
 pa_usec_t laterBy(std::chrono::microseconds duration) {
     return pa_rtclock_now() + static_cast<pa_usec_t>(duration.count());
@@ -22,7 +27,7 @@ public:
     DefaultSourceChange(const DefaultSourceChange &) = delete;
     DefaultSourceChange &operator=(const DefaultSourceChange &) = delete;
 
-    [[nodiscard]] base::Result<void, int> run(const QByteArray &name);
+    [[nodiscard]] base::Result<void, DefaultSourceFailure> run(const QByteArray &name);
 
 private:
     [[nodiscard]] bool isAnswered(pa_operation *asked);
@@ -51,20 +56,20 @@ DefaultSourceChange::~DefaultSourceChange() {
             pa_threaded_mainloop_get_api(m_mainloop)->time_free(event);
 }
 
-base::Result<void, int> DefaultSourceChange::run(const QByteArray &name) {
+base::Result<void, DefaultSourceFailure> DefaultSourceChange::run(const QByteArray &name) {
     m_deadline = pa_context_rttime_new(m_context, laterBy(defaultSourceDeadline), &onDeadline, this);
     if (!m_deadline)
-        return base::fail(pa_context_errno(m_context));
+        return refusal(pa_context_errno(m_context));
     if (!isAnswered(pa_context_set_default_source(m_context, name.constData(), &onSet, this)))
-        return base::fail(static_cast<int>(PA_ERR_TIMEOUT));
+        return base::fail(unanswered);
     if (!m_isSet)
-        return base::fail(pa_context_errno(m_context));
+        return refusal(pa_context_errno(m_context));
     while (isAnswered(pa_context_get_server_info(m_context, &onInfo, this))) {
         if (m_current == name)
             return {};
         pause();
     }
-    return base::fail(static_cast<int>(PA_ERR_TIMEOUT));
+    return base::fail(unanswered);
 }
 
 bool DefaultSourceChange::isAnswered(pa_operation *asked) {
@@ -124,9 +129,9 @@ void DefaultSourceChange::onPauseOver(pa_mainloop_api *, pa_time_event *, const 
 
 } // namespace
 
-base::Result<void, int> setDefaultSource(SoundServer &server, const QByteArray &name) {
+base::Result<void, DefaultSourceFailure> setDefaultSource(SoundServer &server, const QByteArray &name) {
     if (!server.context())
-        return base::fail(static_cast<int>(PA_ERR_CONNECTIONREFUSED));
+        return refusal(PA_ERR_CONNECTIONREFUSED);
     const SoundServerLock lock(server.mainloop());
     return DefaultSourceChange(server).run(name);
 }

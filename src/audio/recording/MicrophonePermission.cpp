@@ -34,6 +34,11 @@ void MicrophonePermission::noteRefusal() {
     update();
 }
 
+void MicrophonePermission::forgetRefusal() {
+    m_isRefused = false;
+    update();
+}
+
 void MicrophonePermission::update() {
     const MicrophoneAuthorization now = authorizationStatus();
     if (std::exchange(m_announced, now) != now)

@@ -25,8 +25,11 @@ public:
     /// Calls `answer` on this thread, later, unless `receiver` has gone by then: whether the server, once it has
     /// answered, lets this process listen.
     void requestAccess(QObject *receiver, std::function<void(bool isGranted)> answer);
-    /// An input could not be opened for want of the right. Counts until the connection to the server changes.
+    /// An input could not be opened for want of the right. Counts until forgetRefusal() or until the connection to the
+    /// server changes.
     void noteRefusal();
+    /// The user has been told, and may have allowed it by the next time: nobody but the next attempt can tell.
+    void forgetRefusal();
 
 Q_SIGNALS:
     void authorizationStatusChanged();

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <functional>
+#include <vector>
+
 #include <QtCore/QHash>
 #include <QtCore/QObject>
 #include <QtCore/QSet>
 #include <QtCore/QString>
+#include <QtCore/QUrl>
 
 #include "audio/recording/AudioRecorder.h"
 #include "model/Ids.h"
@@ -16,11 +20,13 @@ namespace orlenta::shell {
 
 /// The recorders of a script's lines, each made when its line first records. They outlive the rows, which come and go
 /// as the list scrolls, so that a take runs on while its line is out of view. A finished take goes on its line by
-/// itself, as does what there is of one that ended on its own. Main thread.
+/// itself, as does what there is of one that ended on its own. A line that is deleted ends its take, which waits for
+/// the line to come back. Main thread.
 class DirectionRecordings final : public QObject {
     Q_OBJECT
 public:
     struct State {
+        /// Also while the microphone is being opened.
         bool isRecording = false;
         /// Seconds, of the take that runs or of the last one.
         double duration = 0.0;
@@ -36,21 +42,35 @@ public:
     void start(const model::LineId &id);
     void stop(const model::LineId &id);
 
+    /// No take runs, and every finished one is on its line, as is every file that was imported.
+    [[nodiscard]] bool isSettled() const;
+    /// Ends the takes that run, begins no other until then, and calls `settled` once isSettled(): later, never at once.
+    void settle(std::function<void()> settled);
+
 Q_SIGNALS:
     void changed(const orlenta::model::LineId &id);
     /// The user has to allow the microphone in the desktop's settings.
     void microphoneSettingsWanted();
 
 private:
+    struct FinishedTake {
+        QUrl url;
+        /// Seconds.
+        double duration = 0.0;
+    };
+
     audio::AudioRecorder &recorderOf(const model::LineId &id);
     void attach(const QUrl &take, double duration, const model::LineId &id);
-    void dropGoneLines();
+    void followLines();
+    void tellIfSettled();
 
     controller::ProjectController &m_controller;
     audio::AudioRecorder::Parts m_parts;
     QHash<model::LineId, audio::AudioRecorder *> m_recorders;
     /// Lines whose last take came about: what their recorder told before that is no longer of interest.
-    QSet<model::LineId> m_settled;
+    QSet<model::LineId> m_quiet;
+    QHash<model::LineId, FinishedTake> m_takesOfGoneLines;
+    std::vector<std::function<void()>> m_awaitingSettled;
 };
 
 } // namespace orlenta::shell

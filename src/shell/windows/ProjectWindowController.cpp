@@ -1,5 +1,7 @@
 #include "shell/windows/ProjectWindowController.h"
 
+#include <utility>
+
 #include <QtCore/QPointer>
 #include <QtCore/QUrl>
 #include <QtWidgets/QApplication>
@@ -9,6 +11,7 @@
 #include "base/LogCategories.h"
 #include "controller/LineEditing.h"
 #include "shell/account/LocalVoices.h"
+#include "shell/editor/ScriptEditor.h"
 #include "shell/windows/ErrorAlerts.h"
 #include "shell/windows/ProjectWindow.h"
 
@@ -59,8 +62,26 @@ bool ProjectWindowController::saveCurrentAndSyncTitle() {
     return false;
 }
 
+bool ProjectWindowController::isSettled() const {
+    return m_window->editor().commands().recordings().isSettled();
+}
+
+void ProjectWindowController::settle(const std::function<void()> &settled) {
+    m_window->editor().commands().recordings().settle(settled);
+}
+
 bool ProjectWindowController::windowShouldClose() {
-    if (m_closingAfterConfirmation || !m_controller.hasUnsavedChanges())
+    if (m_closingAfterConfirmation)
+        return true;
+    if (!isSettled()) {
+        if (!std::exchange(m_closingWhenSettled, true))
+            settle([this] {
+                m_closingWhenSettled = false;
+                m_window->close();
+            });
+        return false;
+    }
+    if (!m_controller.hasUnsavedChanges())
         return true;
     if (!closeConfirmationPresented())
         presentCloseConfirmation([this](CloseOutcome outcome) {

@@ -36,6 +36,10 @@ public:
     [[nodiscard]] ProjectWindow &window() const { return *m_window; }
     [[nodiscard]] const QString &folder() const { return m_folder; }
     [[nodiscard]] bool closeConfirmationPresented() const { return m_confirmation != nullptr; }
+    /// Whether nothing is still on its way into the project from a microphone or a file.
+    [[nodiscard]] bool isSettled() const;
+    /// Ends what records and calls `settled` when nothing is on its way any more, so that what is unsaved is known.
+    void settle(const std::function<void()> &settled);
 
     void showProjectWindow();
     /// Saves the project and brings the title in step; a failure is told in the window. False on a failure.
@@ -63,6 +67,7 @@ private:
     std::unique_ptr<ProjectWindow> m_window;
     QMessageBox *m_confirmation = nullptr;
     bool m_closingAfterConfirmation = false;
+    bool m_closingWhenSettled = false;
 };
 
 } // namespace orlenta::shell

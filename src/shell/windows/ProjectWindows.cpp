@@ -134,6 +134,11 @@ void ProjectWindows::forget(ProjectWindowController *closed) {
 }
 
 void ProjectWindows::resolveUnsavedProjects(const QuitCompletion &completion) {
+    for (const auto &window : m_open)
+        if (!window->isSettled()) {
+            window->settle([this, completion] { resolveUnsavedProjects(completion); });
+            return;
+        }
     std::vector<ProjectWindowController *> unsaved = open();
     std::erase_if(unsaved, [](ProjectWindowController *window) { return !window->controller().hasUnsavedChanges(); });
     resolveNext(std::move(unsaved), completion);

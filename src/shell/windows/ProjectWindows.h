@@ -31,8 +31,8 @@ public:
     bool createAndOpenProject(const QString &folder, const QString &name);
     void bringProjectWindowsForward();
 
-    /// Asks about each unsaved project in turn; the completion tells whether all may go. A window that shows another
-    /// sheet cancels at once.
+    /// Ends what records, and asks about each unsaved project in turn; the completion tells whether all may go. A
+    /// window that shows another sheet cancels at once.
     using QuitCompletion = std::function<void(ProjectWindowController::CloseOutcome)>;
     void resolveUnsavedProjects(const QuitCompletion &completion);
 
