@@ -1,13 +1,18 @@
 #include "audio/files/AudioImporter.h"
 
+#include <sys/stat.h>
+
 #include <gtest/gtest.h>
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
 #include "audio/AudioTestFiles.h"
 #include "audio/files/AudioFileReader.h"
+#include "audio/files/WavHeader.h"
 #include "audio/FileSizeLimit.h"
 #include "audio/ToneMeasurement.h"
+#include "base/PrivateFolders.h"
 
 namespace orlenta::audio::test {
 namespace {
@@ -31,7 +36,9 @@ TEST(AudioImporter, OnlyAFileInTheStandardFormatIsCopiedAsItIs) {
                                       {QStringLiteral("stereo.wav"), {48000, 2, wav24}, false},
                                       {QStringLiteral("short.wav"), {48000, 1, wav16}, false},
                                       {QStringLiteral("rate.wav"), {47999, 1, wav24}, false},
-                                      {QStringLiteral("named.aiff"), {48000, 1, wav24}, false}};
+                                      {QStringLiteral("named.aiff"), {48000, 1, wav24}, false},
+                                      {QStringLiteral("aiff.wav"), {48000, 1, aiff24}, false},
+                                      {QStringLiteral("caf.wav"), {48000, 1, caf24}, false}};
     for (const auto &[name, stored, isCopied] : cases) {
         const QUrl source = fileURL(folder.write(name, noise(4800, 16), stored));
         EXPECT_EQ(AudioImporter::canCopyWithoutConversion(source), isCopied) << name.toStdString();
@@ -40,6 +47,7 @@ TEST(AudioImporter, OnlyAFileInTheStandardFormatIsCopiedAsItIs) {
         ASSERT_TRUE(imported) << name.toStdString();
         EXPECT_EQ(imported->url, fileURL(target));
         EXPECT_NEAR(imported->durationSeconds, 4800.0 / stored.channels / stored.rate, 1e-4);
+        EXPECT_TRUE(bytesOf(target).startsWith("RIFF")) << name.toStdString();
         if (isCopied) {
             EXPECT_EQ(bytesOf(target), bytesOf(source.toLocalFile())) << name.toStdString();
         }
@@ -88,6 +96,26 @@ TEST(AudioImporter, ARefusedFileSaysWhyAndLeavesNothing) {
     EXPECT_TRUE(folder.names().filter(QStringLiteral("Recordings/")).isEmpty());
 }
 
+TEST(AudioImporter, AFileWithoutASingleFrameIsNoTake) {
+    const AudioTestFolder folder;
+    const AudioTestFolder project;
+    folder.writeBytes(QStringLiteral("copied.wav"), wavHeader(0, 48000, 1, 24));
+    folder.writeBytes(QStringLiteral("converted.wav"), wavHeader(0, 44100, 2, 16));
+    folder.write(QStringLiteral("empty.aiff"), {}, {48000, 1, aiff24});
+    folder.write(QStringLiteral("in.wav"), noise(44100, 16), {44100, 1, wav16});
+    folder.run(QStringLiteral("ffmpeg"), QStringLiteral("-i in.wav -c:a aac -movflags +faststart -y whole.m4a"));
+    const QByteArray whole = bytesOf(folder.path(QStringLiteral("whole.m4a")));
+    folder.writeBytes(QStringLiteral("cut.m4a"), whole.first(whole.indexOf("mdat") + 4));
+    for (const char *name : {"copied.wav", "converted.wav", "empty.aiff", "cut.m4a"}) {
+        const auto imported =
+            AudioImporter::importDirectionAudio(fileURL(folder.path(QString::fromLatin1(name))),
+                                                fileURL(project.path(QStringLiteral("Recordings/direction.wav"))));
+        ASSERT_FALSE(imported) << name;
+        EXPECT_EQ(imported.error(), AudioImporterError::importFailed) << name;
+        EXPECT_EQ(project.names(), QStringList()) << name;
+    }
+}
+
 TEST(AudioImporter, AFailureKeepsTheFileThatWasThere) {
     const AudioTestFolder folder;
     const QUrl target = fileURL(folder.writeBytes(QStringLiteral("direction.wav"), "old"));
@@ -105,7 +133,25 @@ TEST(AudioImporter, ADroppedFileIsStagedUnderItsExtension) {
     EXPECT_TRUE(staged->fileName().endsWith(QStringLiteral(".aiff")));
     EXPECT_EQ(bytesOf(staged->toLocalFile()), QByteArray("bytes"));
     QFile::remove(staged->toLocalFile());
-    EXPECT_FALSE(AudioImporter::stageDroppedFile(fileURL(folder.path(QStringLiteral("gone.wav")))));
+}
+
+TEST(AudioImporter, WhatCannotBeImportedIsNotStaged) {
+    const AudioTestFolder folder;
+    ASSERT_EQ(::mkfifo(QFile::encodeName(folder.path(QStringLiteral("pipe.wav"))).constData(), 0600), 0);
+    ASSERT_TRUE(QDir(folder.folder()).mkdir(QStringLiteral("folder.wav")));
+    folder.writeBytes(QStringLiteral("film.mov"), "bytes");
+    const QDir staged(base::PrivateFolders::temporary(), QStringLiteral("OrlentaDroppedAudio-*"));
+    const QStringList before = staged.entryList();
+    using Error = AudioImporterError;
+    for (const auto &[name, error] :
+         {std::pair("film.mov", Error::unsupportedFormat), std::pair("none", Error::unsupportedFormat),
+          std::pair("pipe.wav", Error::importFailed), std::pair("folder.wav", Error::importFailed),
+          std::pair("gone.wav", Error::importFailed)}) {
+        const auto refused = AudioImporter::stageDroppedFile(fileURL(folder.path(QString::fromLatin1(name))));
+        ASSERT_FALSE(refused) << name;
+        EXPECT_EQ(refused.error(), error) << name;
+    }
+    EXPECT_EQ(QDir(staged).entryList(), before);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "audio/AudioTestFiles.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 #include <random>
@@ -10,6 +11,7 @@
 #include <QtCore/QDirIterator>
 #include <QtCore/QFile>
 #include <QtCore/QProcess>
+#include <QtCore/QtEndian>
 #include <sndfile.h>
 
 #include "audio/files/AudioFileReader.h"
@@ -95,6 +97,33 @@ QByteArray bytesOf(const QString &path) {
     QFile file(path);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
     return file.readAll();
+}
+
+QByteArray withNumber(QByteArray bytes, qsizetype at, quint32 number) {
+    std::array<char, 4> encoded{};
+    qToBigEndian(number, encoded.data());
+    return bytes.replace(at, 4, encoded.data(), 4);
+}
+
+QByteArray withEncoderDelay(QByteArray m4a, int priming, int padding, qint64 frames) {
+    const auto box = [](const char *type, const QByteArray &content) {
+        return withNumber(QByteArray(4, '\0'), 0, static_cast<quint32>(8 + content.size())) + type + content;
+    };
+    const QByteArray value = QString::asprintf(" 00000000 %08X %08X %016llX 00000000", static_cast<unsigned>(priming),
+                                               static_cast<unsigned>(padding), static_cast<unsigned long long>(frames))
+                                 .toLatin1();
+    const QByteArray zeros(4, '\0');
+    const QByteArray tag = box("----", box("mean", zeros + "com.apple.iTunes") + box("name", zeros + "iTunSMPB") +
+                                           box("data", QByteArray("\0\0\0\1", 4) + zeros + value));
+    qsizetype at = 0;
+    for (const char *type : {"moov", "udta", "meta", "ilst"}) {
+        at = m4a.indexOf(type, at);
+        EXPECT_GT(at, 0) << type;
+        const auto bytes = qFromBigEndian<quint32>(m4a.constData() + at - 4);
+        EXPECT_EQ(at - 4 + bytes, m4a.size()) << type;
+        m4a = withNumber(m4a, at - 4, bytes + static_cast<quint32>(tag.size()));
+    }
+    return m4a + tag;
 }
 
 size_t loudestAt(const std::vector<double> &samples) {

@@ -16,9 +16,11 @@ struct StoredAs {
     int format = 0;
 };
 
-/// WAV in libsndfile's numbers, so that tests need not include its header.
+/// WAV, AIFF and CAF in libsndfile's numbers, so that tests need not include its header.
 inline constexpr int wav16 = 0x010002;
 inline constexpr int wav24 = 0x010003;
+inline constexpr int aiff24 = 0x020003;
+inline constexpr int caf24 = 0x180003;
 inline constexpr int wavFloat = 0x010006;
 inline constexpr int wavDouble = 0x010007;
 
@@ -49,6 +51,10 @@ private:
 /// All samples of a file, interleaved, through the reader under test; fails the test when it can't be read.
 [[nodiscard]] std::vector<double> readAll(const QString &path);
 [[nodiscard]] QByteArray bytesOf(const QString &path);
+/// The bytes with a big-endian number in the place of four of them.
+[[nodiscard]] QByteArray withNumber(QByteArray bytes, qsizetype at, quint32 number);
+/// An M4A file of ffmpeg's with one more tag, iTunSMPB, in its last box.
+[[nodiscard]] QByteArray withEncoderDelay(QByteArray m4a, int priming, int padding, qint64 frames);
 [[nodiscard]] size_t loudestAt(const std::vector<double> &samples);
 
 } // namespace orlenta::audio::test

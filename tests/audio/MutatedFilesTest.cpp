@@ -70,6 +70,10 @@ TEST(MutatedFiles, NeverCrashOrHangAReader) {
     folder.run(QStringLiteral("lame"), QStringLiteral("--quiet -t a.wav f.mp3"));
     folder.run(QStringLiteral("ffmpeg"), QStringLiteral("-i a.wav -c:a aac -y g.m4a"));
     folder.run(QStringLiteral("ffmpeg"), QStringLiteral("-i a.wav -c:a alac -movflags +faststart -y h.m4a"));
+    const QByteArray mp3 = bytesOf(folder.path(QStringLiteral("e.mp3")));
+    folder.writeBytes(QStringLiteral("i.mp3"), QByteArray(100, '\0') + mp3 + mp3);
+    folder.writeBytes(QStringLiteral("j.m4a"),
+                      withEncoderDelay(bytesOf(folder.path(QStringLiteral("g.m4a"))), 1024, 72, 3000));
     for (const QString &name : folder.names()) {
         SCOPED_TRACE(name.toStdString());
         const QByteArray original = bytesOf(folder.path(name));

@@ -8,6 +8,11 @@ struct AudioFileFormat {
         LinearPCM,
         Compressed,
     };
+    enum class Container {
+        /// WAV and what only differs from it in its header (extensible, RF64).
+        Wav,
+        Other,
+    };
 
     /// Frames a second, 1000 to 768000.
     double sampleRate = 0.0;
@@ -16,6 +21,7 @@ struct AudioFileFormat {
     Coding coding = Coding::LinearPCM;
     /// Bits of one stored sample: 8, 16, 24, 32 or 64 (the last two may be floating point); 0 where compressed.
     int bitDepth = 0;
+    Container container = Container::Wav;
 
     friend bool operator==(const AudioFileFormat &, const AudioFileFormat &) = default;
 };

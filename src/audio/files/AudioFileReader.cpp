@@ -9,7 +9,7 @@
 #include <QtCore/QFile>
 
 #include "audio/files/FfmpegDecoder.h"
-#include "audio/files/Mp3Tag.h"
+#include "audio/files/Mp3Stream.h"
 #include "audio/files/SndfileDecoder.h"
 
 namespace orlenta::audio {
@@ -35,10 +35,10 @@ bool isMp4(const QString &path) {
 }
 
 // libsndfile stops an MP3 at a length that it guesses when no tag tells it, and the guess may be too short.
-DecoderResult openMp3(const QString &path, std::unique_ptr<SndfileDecoder> opened) {
-    if (Mp3Tag::tellsLength(path))
+DecoderResult openMp3(const QString &path, const Mp3Stream &stream, std::unique_ptr<SndfileDecoder> opened) {
+    if (opened && stream.tellsLength && stream.junkBytes == 0)
         return std::unique_ptr<AudioDecoder>(std::move(opened));
-    return FfmpegDecoder::open(path, FfmpegDecoder::Container::Mp3);
+    return FfmpegDecoder::open(path, FfmpegDecoder::Container::Mp3, stream.junkBytes);
 }
 
 DecoderResult openDecoder(const QString &path) {
@@ -47,11 +47,13 @@ DecoderResult openDecoder(const QString &path) {
     if (isMp4(path))
         return FfmpegDecoder::open(path, FfmpegDecoder::Container::Mp4);
     auto opened = SndfileDecoder::open(path);
-    if (!opened)
+    if (opened && !opened.value()->isMp3())
+        return std::unique_ptr<AudioDecoder>(std::move(opened).value());
+    // libsndfile knows an MP3 by its first bytes; with anything in front of them it may not know it at all.
+    const auto stream = Mp3Stream::find(path);
+    if (!opened && !stream)
         return base::fail(opened.error());
-    if (opened.value()->isMp3())
-        return openMp3(path, std::move(opened).value());
-    return std::unique_ptr<AudioDecoder>(std::move(opened).value());
+    return openMp3(path, stream.value_or(Mp3Stream{}), opened ? std::move(opened).value() : nullptr);
 }
 
 } // namespace

@@ -16,7 +16,7 @@ class AudioDecoder;
 
 /// Reads WAV, AIFF, MP3 and M4A files block by block, as interleaved floating-point frames with full scale ±1. The kind
 /// of file is told from its content, never from its name. An encoder's delay and padding are left out where the file
-/// tells them (LAME tag, edit list). Samples that aren't numbers read as 0. One thread at a time; blocking.
+/// tells them (LAME tag, edit list, iTunSMPB). Samples that aren't numbers read as 0. One thread at a time; blocking.
 class AudioFileReader final {
 public:
     [[nodiscard]] static base::Result<AudioFileReader, AudioFileError> open(const QString &path);
@@ -28,14 +28,15 @@ public:
     [[nodiscard]] double sampleRate() const;
     [[nodiscard]] int channelCount() const;
     [[nodiscard]] const QString &path() const;
-    /// The exact number of frames that reading gives. For a compressed file that doesn't tell its length, the first
-    /// call decodes the whole file once to count them.
+    /// The exact number of frames that reading gives. For a compressed file that doesn't tell its length, or was cut
+    /// off, the first call decodes the whole file once to count them. Where reading fails on damaged audio before its
+    /// end it gives fewer than a length that the file tells.
     [[nodiscard]] qint64 frames();
     /// The frame that the next read begins with.
     [[nodiscard]] qint64 framePosition() const;
 
     /// Fills `samples`, whose size is a multiple of the channel count, and gives the frames read: fewer than asked for
-    /// only before the end, 0 only at the end.
+    /// only before the end or before an error, 0 only at the end.
     base::Result<qsizetype, AudioFileError> readFrames(std::span<double> samples);
     base::Result<qsizetype, AudioFileError> readFrames(std::span<float> samples);
     /// Makes `frame` the next one to be read, exactly; in a compressed file by decoding up to it.

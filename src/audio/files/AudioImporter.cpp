@@ -66,6 +66,11 @@ ImportOutcome replaceByRename(const QString &from, const QString &to) {
     return {};
 }
 
+AudioImporterError loggedFailure(const AudioFileError &error) {
+    qCInfo(base::log::audioDebug).noquote() << QStringLiteral("AudioImporter ERROR: ") + error.description();
+    return AudioImporterError::importFailed;
+}
+
 base::Result<double, AudioFileError> importThrough(const QString &temporary, const QUrl &source,
                                                    const QString &destination) {
     if (!QDir().mkpath(QFileInfo(destination).absolutePath()))
@@ -80,6 +85,9 @@ base::Result<double, AudioFileError> importThrough(const QString &temporary, con
     auto duration = AudioImporter::durationSeconds(temporaryURL);
     if (!duration)
         return duration;
+    if (*duration <= 0.0)
+        return base::fail(AudioFileError{AudioFileError::Kind::UnsupportedFormat, source.toLocalFile(),
+                                         QStringLiteral("it holds no sound")});
     if (const auto moved = replaceByRename(temporary, destination); !moved)
         return base::fail(moved.error());
     return duration;
@@ -111,9 +119,7 @@ base::Result<ImportedDirectionAudio, AudioImporterError> AudioImporter::importDi
     const auto duration = importThrough(temporary, source, target);
     if (!duration) {
         QFile::remove(temporary);
-        qCInfo(base::log::audioDebug).noquote()
-            << QStringLiteral("AudioImporter ERROR: ") + duration.error().description();
-        return base::fail(AudioImporterError::importFailed);
+        return base::fail(loggedFailure(duration.error()));
     }
     return ImportedDirectionAudio{destination, *duration};
 }
@@ -127,7 +133,9 @@ bool AudioImporter::canCopyWithoutConversion(const QUrl &url) {
     if (!reader)
         return false;
     const AudioFileFormat &format = reader->format();
-    return format.coding == AudioFileFormat::Coding::LinearPCM && format.bitDepth == standardDirectionFormat.bitDepth &&
+    // The name promises a WAV file to everything that takes the copy up, other programs included.
+    return format.container == AudioFileFormat::Container::Wav && format.coding == AudioFileFormat::Coding::LinearPCM &&
+           format.bitDepth == standardDirectionFormat.bitDepth &&
            format.channelCount == standardDirectionFormat.channelCount &&
            std::abs(format.sampleRate - standardDirectionFormat.sampleRate) < standardRateTolerance;
 }
@@ -166,16 +174,19 @@ base::Result<double, AudioFileError> AudioImporter::durationSeconds(const QUrl &
 }
 
 base::Result<QUrl, AudioImporterError> AudioImporter::stageDroppedFile(const QUrl &url) {
+    if (!isSupportedExtension(lowerExtension(url)))
+        return base::fail(AudioImporterError::unsupportedFormat);
     const QString source = url.toLocalFile();
+    // To copy a pipe would wait for ever for a writer.
+    if (!QFileInfo(source).isFile())
+        return base::fail(loggedFailure({AudioFileError::Kind::CannotOpen, source, QStringLiteral("not a file")}));
     const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
     const QString staged = base::PrivateFolders::temporary() + QStringLiteral("/OrlentaDroppedAudio-") + uuid + u'.' +
                            QFileInfo(source).suffix();
     QFile::remove(staged);
     QFile file(source);
-    if (!file.copy(staged)) {
-        qCInfo(base::log::audioDebug).noquote() << QStringLiteral("AudioImporter ERROR: ") + file.errorString();
-        return base::fail(AudioImporterError::importFailed);
-    }
+    if (!file.copy(staged))
+        return base::fail(loggedFailure(copyingError(staged, file.errorString())));
     return QUrl::fromLocalFile(staged);
 }
 

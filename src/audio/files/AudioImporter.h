@@ -32,15 +32,15 @@ public:
     [[nodiscard]] static QStringList panelExtensions();
 
     /// Stores `source` as `destination`, whose folder is made when missing and which is replaced when there. It appears
-    /// whole or not at all, and a failure leaves nothing; the log says why.
+    /// whole or not at all, and a failure leaves nothing; the log says why. A file without a single frame fails.
     [[nodiscard]] static base::Result<ImportedDirectionAudio, AudioImporterError>
     importDirectionAudio(const QUrl &source, const QUrl &destination);
     [[nodiscard]] static bool canCopyWithoutConversion(const QUrl &url);
     [[nodiscard]] static base::Result<void, AudioFileError> convertToStandardDirectionWAV(const QUrl &source,
                                                                                           const QUrl &destination);
     [[nodiscard]] static base::Result<double, AudioFileError> durationSeconds(const QUrl &url);
-    /// Copies a dropped file, which is only lent for a moment, to the temporary folder. The caller imports the copy and
-    /// removes it.
+    /// Copies a dropped file, which is only lent for a moment, to the temporary folder; nothing is copied of what could
+    /// not be imported by its extension or is no regular file. The caller imports the copy and removes it.
     [[nodiscard]] static base::Result<QUrl, AudioImporterError> stageDroppedFile(const QUrl &url);
 };
 

@@ -8,37 +8,35 @@
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
-#include <libavutil/opt.h>
+#include <libavutil/mem.h>
 }
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QScopeGuard>
 
 namespace orlenta::audio {
 namespace {
 
 // The longest compressed frame is Apple Lossless's 4096; no file holds more frames than that for each of its bytes.
 constexpr qint64 mostFramesPerByte = 4096;
-
-enum class EditList { Applied, Ignored };
+// A demuxer makes room for all packets that a file claims to have before it looks whether they can be there. This is
+// room for 60 hours of them.
+constexpr size_t mostBytesPerAllocation = 256 * 1024 * 1024;
+// libavformat ignores what an iTunSMPB tag tells from here on.
+constexpr qint64 mostTakenOffPriming = 16384;
 
 bool isReadCodec(AVCodecID codec) {
     return codec == AV_CODEC_ID_AAC || codec == AV_CODEC_ID_ALAC || codec == AV_CODEC_ID_MP3;
 }
 
-AVFormatContext *openInput(const QString &path, FfmpegDecoder::Container container, EditList editList, int &code) {
-    static std::once_flag quietened;
-    std::call_once(quietened, [] { av_log_set_level(AV_LOG_QUIET); });
-    // The demuxer is named and only files may be opened, so that a file's content can't reach out for anything else.
-    const AVInputFormat *demuxer = av_find_input_format(container == FfmpegDecoder::Container::Mp4 ? "mov" : "mp3");
-    AVDictionary *options = nullptr;
-    av_dict_set(&options, "protocol_whitelist", "file", 0);
-    if (editList == EditList::Ignored)
-        av_dict_set(&options, "advanced_editlist", "0", 0);
-    AVFormatContext *input = nullptr;
-    code = avformat_open_input(&input, ("file:" + QFile::encodeName(path)).constData(), demuxer, &options);
-    av_dict_free(&options);
-    return code == 0 ? input : nullptr;
+// Both are settings of the whole process.
+void setUpFfmpegOnce() {
+    static std::once_flag isSetUp;
+    std::call_once(isSetUp, [] {
+        av_log_set_level(AV_LOG_QUIET);
+        av_max_alloc(mostBytesPerAllocation);
+    });
 }
 
 int findAudioStream(const AVFormatContext *input) {
@@ -54,33 +52,43 @@ bool isUsableTime(qint64 time) {
     return time > -limit && time < limit;
 }
 
-/// A demuxer's view of an M4A file's length, in ticks of the track's clock.
-struct TrackLength {
-    std::optional<qint64> ticks;
-    qint64 ticksPerSecond = 1;
-};
-
-TrackLength editedLength(const AVStream *stream) {
+// What a demuxer doesn't know is negative.
+std::optional<qint64> knownDuration(const AVStream *stream) {
     const bool isTold = stream->duration >= 0 && isUsableTime(stream->duration);
-    return {isTold ? std::optional(stream->duration) : std::nullopt, stream->time_base.den};
+    return isTold ? std::optional<qint64>(stream->duration) : std::nullopt;
 }
 
-// The track's whole length less the encoder's delay, which shows as the negative time of the first packet.
-TrackLength uneditedLength(AVStream *stream) {
+std::optional<EncoderDelay> encoderDelay(const AVFormatContext *input, const AVStream *stream) {
+    const AVDictionaryEntry *tag = av_dict_get(input->metadata, "iTunSMPB", nullptr, 0);
+    const auto delay = tag != nullptr ? EncoderDelay::parse(tag->value) : std::nullopt;
+    // Only these delays are taken off by the demuxer.
+    const bool isTakenOff = delay && (delay->priming == 0 || (stream->codecpar->codec_id == AV_CODEC_ID_AAC &&
+                                                              delay->priming < mostTakenOffPriming));
+    return isTakenOff ? delay : std::nullopt;
+}
+
+// The track as a demuxer lists it that doesn't follow the edit list; one that does leaves out packets.
+TrackTiming timingOf(const AVFormatContext *input, AVStream *stream, std::optional<qint64> editedTicks) {
+    TrackTiming timing;
+    timing.ticksPerSecond = stream->time_base.den;
+    timing.editedTicks = editedTicks;
+    timing.encoderDelay = encoderDelay(input, stream);
     const AVIndexEntry *first = avformat_index_get_entry(stream, 0);
-    const bool isTold =
-        first != nullptr && stream->duration > 0 && isUsableTime(stream->duration) && isUsableTime(first->timestamp);
-    return {isTold ? std::optional(stream->duration + first->timestamp) : std::nullopt, stream->time_base.den};
+    if (first == nullptr || stream->duration <= 0 || !isUsableTime(first->timestamp))
+        return timing;
+    timing.trackTicks = knownDuration(stream);
+    timing.delayTicks = -first->timestamp;
+    return timing;
 }
 
-// An edit list's length is rounded to the movie's clock, often a thousandth of a second, and the demuxer that follows
-// it leaves out whole packets past that. The track's own length is exact. Where the two agree to within that rounding
-// the list only says how long the encoder's delay and padding are, and the exact length is meant.
-bool isWholeTrack(const TrackLength &edited, const TrackLength &unedited) {
-    if (!edited.ticks || !unedited.ticks || *unedited.ticks <= 0)
-        return false;
-    const qint64 difference = *unedited.ticks - *edited.ticks;
-    return difference >= 0 && difference <= (edited.ticksPerSecond + 999) / 1000 + 1;
+bool isCutOff(AVStream *stream, qint64 fileBytes) {
+    const int packets = avformat_index_get_entries_count(stream);
+    for (int i = 0; i < packets; ++i) {
+        const AVIndexEntry *packet = avformat_index_get_entry(stream, i);
+        if (packet->pos > fileBytes - packet->size)
+            return true;
+    }
+    return false;
 }
 
 double scaledSample(const AVFrame *frame, int channel, int index, int channels) {
@@ -104,8 +112,9 @@ double scaledSample(const AVFrame *frame, int channel, int index, int channels) 
 
 } // namespace
 
-FfmpegDecoder::FfmpegDecoder(QString path, Container container)
-    : m_path(std::move(path)), m_container(container), m_packet(av_packet_alloc()), m_frame(av_frame_alloc()) {}
+FfmpegDecoder::FfmpegDecoder(QString path, Container container, qint64 firstByte)
+    : m_path(std::move(path)), m_container(container), m_firstByte(firstByte), m_packet(av_packet_alloc()),
+      m_frame(av_frame_alloc()) {}
 
 FfmpegDecoder::~FfmpegDecoder() {
     av_frame_free(&m_frame);
@@ -115,8 +124,9 @@ FfmpegDecoder::~FfmpegDecoder() {
 }
 
 base::Result<std::unique_ptr<AudioDecoder>, AudioFileError> FfmpegDecoder::open(const QString &path,
-                                                                                Container container) {
-    auto decoder = std::unique_ptr<FfmpegDecoder>(new FfmpegDecoder(path, container));
+                                                                                Container container, qint64 firstByte) {
+    setUpFfmpegOnce();
+    auto decoder = std::unique_ptr<FfmpegDecoder>(new FfmpegDecoder(path, container, firstByte));
     if (decoder->m_packet == nullptr || decoder->m_frame == nullptr)
         return base::fail(AudioFileError{AudioFileError::Kind::OutOfMemory, path, {}});
     if (const auto opened = decoder->openStreams(); !opened)
@@ -132,13 +142,29 @@ AudioFileError FfmpegDecoder::errorOf(AudioFileError::Kind kind, int code) const
     return {kind, m_path, QString::fromUtf8(words.data())};
 }
 
+AVFormatContext *FfmpegDecoder::openInput(TrackTiming::EditList editList, int &code) const {
+    // The demuxer is named and only files may be opened, so that a file's content can't reach out for anything else.
+    const AVInputFormat *demuxer = av_find_input_format(m_container == Container::Mp4 ? "mov" : "mp3");
+    AVDictionary *options = nullptr;
+    av_dict_set(&options, "protocol_whitelist", "file", 0);
+    av_dict_set_int(&options, "skip_initial_bytes", m_firstByte, 0);
+    if (editList == TrackTiming::EditList::Ignored)
+        av_dict_set(&options, "advanced_editlist", "0", 0);
+    AVFormatContext *input = nullptr;
+    code = avformat_open_input(&input, ("file:" + QFile::encodeName(m_path)).constData(), demuxer, &options);
+    av_dict_free(&options);
+    return code == 0 ? input : nullptr;
+}
+
 base::Result<void, AudioFileError> FfmpegDecoder::openStreams() {
     int code = 0;
-    m_input = openInput(m_path, m_container, EditList::Applied, code);
+    m_input = openInput(TrackTiming::EditList::Applied, code);
     if (m_input == nullptr)
         return base::fail(errorOf(AudioFileError::Kind::UnsupportedFormat, code));
-    if (m_container == Container::Mp4)
-        chooseMp4Input();
+    if (m_container == Container::Mp4) {
+        if (const auto chosen = chooseMp4Input(); !chosen)
+            return chosen;
+    }
     code = avformat_find_stream_info(m_input, nullptr);
     if (code < 0)
         return base::fail(errorOf(AudioFileError::Kind::UnsupportedFormat, code));
@@ -152,22 +178,28 @@ base::Result<void, AudioFileError> FfmpegDecoder::openStreams() {
     return {};
 }
 
-void FfmpegDecoder::chooseMp4Input() {
+base::Result<void, AudioFileError> FfmpegDecoder::chooseMp4Input() {
     int code = 0;
-    AVFormatContext *whole = openInput(m_path, m_container, EditList::Ignored, code);
+    AVFormatContext *whole = openInput(TrackTiming::EditList::Ignored, code);
+    const auto closing = qScopeGuard([&whole] { avformat_close_input(&whole); });
     const int stream = findAudioStream(m_input);
-    if (stream < 0 || whole == nullptr || findAudioStream(whole) != stream) {
-        avformat_close_input(&whole);
-        return;
-    }
-    const TrackLength edited = editedLength(m_input->streams[stream]);
-    const TrackLength unedited = uneditedLength(whole->streams[stream]);
-    m_lengthTicks = edited.ticks;
-    if (isWholeTrack(edited, unedited)) {
-        m_lengthTicks = unedited.ticks;
+    if (stream < 0 || whole == nullptr || findAudioStream(whole) != stream)
+        return {};
+    AVStream *track = whole->streams[stream];
+    // Where there was no room for the list of packets the demuxer goes on without one.
+    if (track->nb_frames > 0 && avformat_index_get_entries_count(track) == 0)
+        return base::fail(AudioFileError{AudioFileError::Kind::OutOfMemory, m_path,
+                                         QStringLiteral("it claims to hold %1 packets").arg(track->nb_frames)});
+    m_isCutOff = isCutOff(track, QFileInfo(m_path).size());
+    TrackTiming timing = timingOf(whole, track, knownDuration(m_input->streams[stream]));
+    timing.movieTicksPerSecond = movieTicksPerSecond(m_path);
+    const auto length = timing.length();
+    if (!length)
+        return {};
+    m_lengthTicks = length->ticks;
+    if (length->editList == TrackTiming::EditList::Ignored)
         std::swap(m_input, whole);
-    }
-    avformat_close_input(&whole);
+    return {};
 }
 
 base::Result<void, AudioFileError> FfmpegDecoder::openCodec() {
@@ -186,7 +218,8 @@ base::Result<void, AudioFileError> FfmpegDecoder::openCodec() {
     const int channels = m_codec->ch_layout.nb_channels;
     if (!isUsableFormat(rate, channels))
         return base::fail(AudioFileError{AudioFileError::Kind::UnsupportedFormat, m_path, {}});
-    m_format = {static_cast<double>(rate), channels, AudioFileFormat::Coding::Compressed, 0};
+    m_format = {static_cast<double>(rate), channels, AudioFileFormat::Coding::Compressed, 0,
+                AudioFileFormat::Container::Other};
     if (m_lengthTicks && *m_lengthTicks > 0) {
         const qint64 frames = av_rescale_q(*m_lengthTicks, stream->time_base, AVRational{1, rate});
         if (frames > 0 && frames / mostFramesPerByte <= QFileInfo(m_path).size())
@@ -200,7 +233,7 @@ const AudioFileFormat &FfmpegDecoder::format() const {
 }
 
 std::optional<qint64> FfmpegDecoder::frames() const {
-    return m_frames;
+    return m_isCutOff ? std::nullopt : m_frames;
 }
 
 bool FfmpegDecoder::seek(qint64 frame) {
@@ -256,13 +289,15 @@ AudioDecoder::ReadResult FfmpegDecoder::readSamples(std::span<Sample> samples) {
     if (m_frames)
         wanted = std::min(wanted, *m_frames - m_position);
     qint64 done = 0;
-    while (done < wanted) {
+    while (done < wanted && !m_failure) {
         if (m_frameOffset >= m_frame->nb_samples) {
             const auto step = decodeFrame();
-            if (!step)
-                return base::fail(step.error());
-            if (*step == Step::Ended)
+            if (step && *step == Step::Ended)
                 break;
+            if (!step) {
+                m_failure = step.error();
+                break;
+            }
         }
         const auto count = static_cast<int>(std::min<qint64>(wanted - done, m_frame->nb_samples - m_frameOffset));
         for (int i = 0; i < count; ++i) {
@@ -276,6 +311,8 @@ AudioDecoder::ReadResult FfmpegDecoder::readSamples(std::span<Sample> samples) {
         done += count;
     }
     m_position += done;
+    if (m_failure && done == 0 && wanted > 0)
+        return base::fail(*m_failure);
     return static_cast<qsizetype>(done);
 }
 

@@ -3,7 +3,6 @@
 #include <optional>
 
 #include <QtCore/QByteArrayView>
-#include <QtCore/QString>
 
 namespace orlenta::audio {
 
@@ -19,8 +18,6 @@ struct Mp3Tag {
     [[nodiscard]] static std::optional<Mp3Tag> parse(QByteArrayView frame);
     /// The size in bytes of the ID3v2 block that `head` (its first 10 bytes) opens, 0 when it opens none.
     [[nodiscard]] static qint64 id3Size(QByteArrayView head);
-    /// Whether the file holds a tag that tells its length and all the bytes the tag promises.
-    [[nodiscard]] static bool tellsLength(const QString &path);
 };
 
 } // namespace orlenta::audio

@@ -23,6 +23,17 @@ bool isReadContainer(int format) {
     }
 }
 
+AudioFileFormat::Container containerOf(int format) {
+    switch (format & SF_FORMAT_TYPEMASK) {
+    case SF_FORMAT_WAV:
+    case SF_FORMAT_WAVEX:
+    case SF_FORMAT_RF64:
+        return AudioFileFormat::Container::Wav;
+    default:
+        return AudioFileFormat::Container::Other;
+    }
+}
+
 // FLAC keeps its samples exactly, but compressed, and so counts as such.
 int linearBitDepth(int format) {
     if ((format & SF_FORMAT_TYPEMASK) == SF_FORMAT_FLAC)
@@ -77,7 +88,7 @@ base::Result<std::unique_ptr<SndfileDecoder>, AudioFileError> SndfileDecoder::op
         return base::fail(AudioFileError{AudioFileError::Kind::UnsupportedFormat, path, {}});
     const int depth = linearBitDepth(info.format);
     const auto coding = depth > 0 ? AudioFileFormat::Coding::LinearPCM : AudioFileFormat::Coding::Compressed;
-    decoder->m_format = {static_cast<double>(info.samplerate), info.channels, coding, depth};
+    decoder->m_format = {static_cast<double>(info.samplerate), info.channels, coding, depth, containerOf(info.format)};
     decoder->m_frames = info.frames;
     decoder->m_isMp3 = (info.format & SF_FORMAT_TYPEMASK) == SF_FORMAT_MPEG;
     decoder->m_isFloatingPoint = isFloatingPointFormat(info.format);

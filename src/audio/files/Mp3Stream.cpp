@@ -1,0 +1,90 @@
+#include "audio/files/Mp3Stream.h"
+
+#include <algorithm>
+
+#include <QtCore/QFile>
+#include <QtCore/QtEndian>
+
+#include "audio/files/Mp3FrameHeader.h"
+#include "audio/files/Mp3Tag.h"
+
+namespace orlenta::audio {
+namespace {
+
+// Header, the largest side information, tag name, flags, frames and bytes.
+constexpr qint64 tagReach = Mp3FrameHeader::size + 32 + 4 + 4 + 4 + 4;
+constexpr qint64 junkReach = 64 * 1024;
+constexpr qint64 tagHeadBytes = 32;
+constexpr int mostTags = 16;
+constexpr int framesThatProveAStream = 3;
+// A file joined to another may be as short as a tag and one frame.
+constexpr int framesThatProveMoreAudio = 2;
+
+QByteArray mp3BytesAt(QFile &file, qint64 at, qint64 count) {
+    return file.seek(at) ? file.read(count) : QByteArray();
+}
+
+// http://wiki.hydrogenaud.io/index.php?title=APE_Tags_Header: the size counts items and footer, the header comes extra.
+qint64 apeBytes(QByteArrayView head) {
+    constexpr quint32 isHeader = 1U << 29;
+    if (head.size() < tagHeadBytes || !head.startsWith("APETAGEX") ||
+        (qFromLittleEndian<quint32>(head.data() + 20) & isHeader) == 0)
+        return 0;
+    return tagHeadBytes + qFromLittleEndian<quint32>(head.data() + 12);
+}
+
+qint64 id3v1Bytes(QByteArrayView head) {
+    if (head.startsWith("TAG+"))
+        return 227;
+    return head.startsWith("TAG") ? 128 : 0;
+}
+
+enum class Tags { Id3v2Only, AllKinds };
+
+qint64 afterTags(QFile &file, qint64 at, Tags tags) {
+    for (int found = 0; found < mostTags; ++found) {
+        const QByteArray head = mp3BytesAt(file, at, tagHeadBytes);
+        qint64 bytes = Mp3Tag::id3Size(head);
+        if (bytes == 0 && tags == Tags::AllKinds)
+            bytes = apeBytes(head) + id3v1Bytes(head);
+        if (bytes == 0)
+            break;
+        at += bytes;
+    }
+    return at;
+}
+
+// Tags without a header of their own (Lyrics3, the first APE) and what broken writers leave count as junk.
+bool isEndOfAudio(QFile &file, qint64 at) {
+    const qint64 start = afterTags(file, at, Tags::AllKinds);
+    const qint64 rest = std::max<qint64>(0, file.size() - start);
+    return rest <= junkReach && !findMp3Frames(mp3BytesAt(file, start, rest), framesThatProveMoreAudio);
+}
+
+} // namespace
+
+std::optional<Mp3Stream> Mp3Stream::find(const QString &path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return std::nullopt;
+    const qint64 plainStart = afterTags(file, 0, Tags::Id3v2Only);
+    qint64 start = plainStart;
+    auto tag = Mp3Tag::parse(mp3BytesAt(file, start, tagReach));
+    if (!tag) {
+        start = afterTags(file, plainStart, Tags::AllKinds);
+        const QByteArray front = mp3BytesAt(file, start, junkReach);
+        const auto found = findMp3Frames(front, framesThatProveAStream);
+        if (!found)
+            return std::nullopt;
+        start += *found;
+        tag = Mp3Tag::parse(QByteArrayView(front).sliced(*found));
+    }
+    Mp3Stream stream;
+    stream.junkBytes = start == plainStart ? 0 : start;
+    // A stream that was cut off holds less than its tag says; its length then has to be counted.
+    const qint64 end = tag ? start + tag->streamBytes : 0;
+    stream.tellsLength = tag && end <= file.size() && isEndOfAudio(file, end);
+    return stream;
+}
+
+} // namespace orlenta::audio
