@@ -1,9 +1,11 @@
 #include "controller/Exporting.h"
 
+#include <mutex>
 #include <utility>
 
 #include <qcoro/qcorofuture.h>
 #include <QtConcurrent/QtConcurrentRun>
+#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QPointer>
 #include <QtCore/QSet>
@@ -19,6 +21,27 @@
 namespace orlenta::controller {
 namespace {
 
+using JoinedAudio = base::Result<std::shared_ptr<const JoinedFile>, audio::ConcatenationError>;
+using CopyOutcome = base::Result<void, base::FileError>;
+
+/// One clip at a time of the whole process: two exports to one folder must not take the same name.
+std::mutex &exportTurn() {
+    static std::mutex turn;
+    return turn;
+}
+
+JoinedAudio joinForExport(const QList<QUrl> &urls) {
+    const auto joined = audio::concatenateAudio(urls, audio::ConcatenationOwner::Caller);
+    if (!joined)
+        return base::fail(joined.error());
+    return JoinedAudio(std::make_shared<const JoinedFile>(joined->toLocalFile()));
+}
+
+CopyOutcome copyForExport(const QString &path, const QString &destination) {
+    const std::scoped_lock turn(exportTurn());
+    return copyFile(path, destination);
+}
+
 QString freeExportName(const Exporting::Clip &clip, const QString &folder, const QSet<QString> &used) {
     const QString suffix = QFileInfo(clip.path).suffix();
     const QString extension = suffix.isEmpty() ? QStringLiteral("wav") : suffix;
@@ -29,7 +52,27 @@ QString freeExportName(const Exporting::Clip &clip, const QString &folder, const
     return name;
 }
 
+/// Gives the names that could not be written.
+QStringList copyClips(const QList<Exporting::Clip> &clips, const QString &folder) {
+    QSet<QString> used;
+    QStringList failed;
+    for (const Exporting::Clip &clip : clips) {
+        const std::scoped_lock turn(exportTurn());
+        const QString name = freeExportName(clip, folder, used);
+        used.insert(name.toLower());
+        if (!copyFile(clip.path, folder + u'/' + name))
+            failed.append(name);
+    }
+    return failed;
+}
+
 } // namespace
+
+JoinedFile::JoinedFile(QString path) : m_path(std::move(path)) {}
+
+JoinedFile::~JoinedFile() {
+    QFile::remove(m_path);
+}
 
 Exporting::Exporting(const Parts &parts, QObject *parent) : QObject(parent), m_parts(parts) {}
 
@@ -62,36 +105,59 @@ QCoro::Task<Exporting::Plan> Exporting::plan(MultiLineOutput output) {
     }
     const QString name = m_parts.takes.continuousClipName(lines) + QStringLiteral(".wav");
     const QPointer<Exporting> self(this);
-    auto joining = QtConcurrent::run(
-        [urls] { return audio::concatenateAudio(urls, audio::ConcatenationOwner::NextConcatenation); });
-    const auto joined = co_await joining;
+    begin();
+    auto joining = QtConcurrent::run(&joinForExport, urls);
+    const JoinedAudio joined = co_await joining;
     if (!self)
         co_return NothingToExport{};
+    end();
     if (!joined) {
         const QString description = joined.error().description();
         qCWarning(base::log::concatenation, "Export concatenation failed: %s", qUtf8Printable(description));
         m_parts.document.setSpotError(QStringLiteral("Could not prepare export audio: %1").arg(description));
         co_return NothingToExport{};
     }
-    co_return SingleFile{joined.value().toLocalFile(), name};
+    const Plan prepared = SingleFile{joined.value()->path(), name, joined.value()};
+    co_return prepared;
 }
 
-void Exporting::exportTo(const SingleFile &file, const QString &destination) {
-    if (const auto copied = copyFile(file.path, destination); !copied)
-        m_parts.document.setSpotError(QStringLiteral("Export failed: %1").arg(copied.error().description()));
+QCoro::Task<void> Exporting::exportTo(SingleFile file, QString destination) {
+    const QPointer<Exporting> self(this);
+    begin();
+    auto copying = QtConcurrent::run(&copyForExport, file.path, destination);
+    const CopyOutcome copied = co_await copying;
+    if (self)
+        end();
+    if (!copied)
+        tell(self, QStringLiteral("Export failed: %1").arg(copied.error().description()));
 }
 
-void Exporting::exportToFolder(const Folder &folder, const QString &destination) {
-    QSet<QString> used;
-    QStringList failed;
-    for (const Clip &clip : folder.clips) {
-        const QString name = freeExportName(clip, destination, used);
-        used.insert(name.toLower());
-        if (!copyFile(clip.path, destination + u'/' + name))
-            failed.append(name);
-    }
+QCoro::Task<void> Exporting::exportToFolder(Folder folder, QString destination) {
+    const QPointer<Exporting> self(this);
+    begin();
+    auto copying = QtConcurrent::run(&copyClips, folder.clips, destination);
+    const QStringList failed = co_await copying;
+    if (self)
+        end();
     if (!failed.isEmpty())
-        m_parts.document.setSpotError(QStringLiteral("Export failed for: %1").arg(failed.join(QStringLiteral(", "))));
+        tell(self, QStringLiteral("Export failed for: %1").arg(failed.join(QStringLiteral(", "))));
+}
+
+void Exporting::tell(const QPointer<Exporting> &exporting, const QString &failure) {
+    if (exporting)
+        exporting->m_parts.document.setSpotError(failure);
+    else
+        qCWarning(base::log::project).noquote() << "[Exporting]" << failure;
+}
+
+void Exporting::begin() {
+    if (++m_running == 1)
+        Q_EMIT isBusyChanged();
+}
+
+void Exporting::end() {
+    if (--m_running == 0)
+        Q_EMIT isBusyChanged();
 }
 
 QString Exporting::dialogTitle() {

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <memory>
 #include <variant>
 
 #include <qcoro/qcorotask.h>
 #include <QtCore/QList>
 #include <QtCore/QObject>
+#include <QtCore/QPointer>
 #include <QtCore/QString>
 
 #include "model/Ids.h"
@@ -19,8 +21,23 @@ class TakeEditing;
 /// How several selected lines are handed on: joined into one clip, or each by itself.
 enum class MultiLineOutput { Continuous, Individual };
 
-/// Copies the selected lines' audio to where the user wants it. Failures go to the controller's spotError. Main thread;
-/// joining runs on a worker.
+/// A file that was made for one export: the last who holds this removes it. Any thread.
+class JoinedFile final {
+public:
+    explicit JoinedFile(QString path);
+    ~JoinedFile();
+    JoinedFile(const JoinedFile &) = delete;
+    JoinedFile &operator=(const JoinedFile &) = delete;
+
+    [[nodiscard]] const QString &path() const { return m_path; }
+
+private:
+    QString m_path;
+};
+
+/// Copies the selected lines' audio to where the user wants it. Failures go to the controller's spotError, or to the
+/// log where the project has gone by then. Main thread; joining and copying run on workers, and go on when the project
+/// goes.
 class Exporting final : public QObject {
     Q_OBJECT
 public:
@@ -36,6 +53,8 @@ public:
         QString path;
         /// With the extension ".wav".
         QString suggestedName;
+        /// Keeps the file at `path` where it is several lines' audio.
+        std::shared_ptr<const JoinedFile> joined = {};
     };
     /// Several files, for a folder dialog.
     struct Folder {
@@ -54,20 +73,30 @@ public:
 
     /// The selected lines that there are, in display order; empty unless every one has audio.
     [[nodiscard]] QList<Clip> linesToExport() const;
+    /// Audio is being joined or copied.
+    [[nodiscard]] bool isBusy() const { return m_running > 0; }
     /// Prepares an export of the selection; joins the lines' audio where `output` asks for one clip.
     QCoro::Task<Plan> plan(MultiLineOutput output);
     /// Copies the prepared file to the chosen path, in place of what is there.
-    void exportTo(const SingleFile &file, const QString &destination);
+    QCoro::Task<void> exportTo(SingleFile file, QString destination);
     /// Copies the clips under their own names; a name that is taken gets a number.
-    void exportToFolder(const Folder &folder, const QString &destination);
+    QCoro::Task<void> exportToFolder(Folder folder, QString destination);
 
     /// "Export Audio", the title of both dialogs.
     [[nodiscard]] static QString dialogTitle();
     /// "Choose a folder for the {n} exported clips."
     [[nodiscard]] static QString folderMessage(const Folder &folder);
 
+Q_SIGNALS:
+    void isBusyChanged();
+
 private:
+    void begin();
+    void end();
+    static void tell(const QPointer<Exporting> &exporting, const QString &failure);
+
     Parts m_parts;
+    int m_running = 0;
 };
 
 } // namespace orlenta::controller

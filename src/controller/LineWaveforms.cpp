@@ -1,8 +1,6 @@
 #include "controller/LineWaveforms.h"
 
-#include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QFileInfo>
-#include <QtCore/QFuture>
 
 #include "audio/files/Waveform.h"
 #include "controller/Document.h"
@@ -12,28 +10,26 @@
 namespace orlenta::controller {
 
 LineWaveforms::LineWaveforms(Document &document, LineRuntime &runtime, MediaFiles &media, QObject *parent)
-    : QObject(parent), m_document(document), m_runtime(runtime), m_media(media) {
-    // One at a time and below everything else: rows show a placeholder until their turn comes.
-    m_workers.setMaxThreadCount(1);
-    m_workers.setThreadPriority(QThread::LowPriority);
-}
-
-LineWaveforms::~LineWaveforms() {
-    m_workers.clear();
-}
+    : QObject(parent), m_document(document), m_runtime(runtime), m_media(media),
+      m_extractions(
+          [](const Key &key, const std::stop_token &stop) {
+              return audio::extractWaveform(QUrl::fromLocalFile(key.path), audio::waveformBarCount, stop);
+          },
+          [this](const Key &key, const QList<float> &samples) { store(key, samples); }) {}
 
 void LineWaveforms::request(const model::LineId &id, WaveformKind kind) {
     const Key key{id, kind, currentPath(id, kind)};
     const LineRuntimeState state = m_runtime.state(id);
     const QList<float> &present =
         kind == WaveformKind::Generated ? state.waveformSamples : state.directionWaveformSamples;
-    if (!present.isEmpty() || m_waveformExtractionTasks.contains(key) || m_failedWaveformExtractions.contains(key) ||
-        key.path.isEmpty() || !QFileInfo::exists(key.path))
+    if (!present.isEmpty() || m_failedWaveformExtractions.contains(key))
         return;
-    m_waveformExtractionTasks.insert(key);
-    QtConcurrent::run(&m_workers, [path = key.path] {
-        return audio::extractWaveform(QUrl::fromLocalFile(path));
-    }).then(this, [this, key](const QList<float> &samples) { store(key, samples); });
+    if (!m_waveformExtractionTasks.contains(key)) {
+        if (key.path.isEmpty() || !QFileInfo::exists(key.path))
+            return;
+        m_waveformExtractionTasks.insert(key);
+    }
+    m_extractions.ask(key);
 }
 
 void LineWaveforms::invalidate(const model::LineId &id, WaveformKind kind, EditKey key) {

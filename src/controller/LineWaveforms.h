@@ -1,10 +1,11 @@
 #pragma once
 
+#include <QtCore/QList>
 #include <QtCore/QObject>
 #include <QtCore/QSet>
 #include <QtCore/QString>
-#include <QtCore/QThreadPool>
 
+#include "base/LatestFirst.h"
 #include "controller/EditKey.h"
 #include "model/Ids.h"
 
@@ -16,14 +17,15 @@ class MediaFiles;
 
 enum class WaveformKind { Generated, SourceRecording };
 
-/// Extracts the waveforms that rows ask for, off the main thread, into the lines' runtime states. Main thread.
+/// Extracts the waveforms that rows ask for, off the main thread and the latest asked for first, into the lines'
+/// runtime states. Its end stops an extraction that runs. Main thread.
 class LineWaveforms final : public QObject {
     Q_OBJECT
 public:
     LineWaveforms(Document &document, LineRuntime &runtime, MediaFiles &media, QObject *parent = nullptr);
-    ~LineWaveforms() override;
 
-    /// Extracts the line's waveform unless it is there, on its way, or has failed before for the same file.
+    /// Extracts the line's waveform unless it is there, on its way, or has failed before for the same file. One that
+    /// waits for its turn comes next when it is asked for again.
     void request(const model::LineId &id, WaveformKind kind);
     /// The line has another file: its samples and any failure to extract them no longer count.
     void invalidate(const model::LineId &id, WaveformKind kind, EditKey);
@@ -44,9 +46,9 @@ private:
     Document &m_document;
     LineRuntime &m_runtime;
     MediaFiles &m_media;
-    QThreadPool m_workers;
     QSet<Key> m_waveformExtractionTasks;
     QSet<Key> m_failedWaveformExtractions;
+    base::LatestFirst<Key, QList<float>> m_extractions;
 };
 
 } // namespace orlenta::controller

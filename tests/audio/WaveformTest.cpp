@@ -1,10 +1,18 @@
 #include "audio/files/Waveform.h"
 
 #include <algorithm>
+#include <thread>
 
 #include <gtest/gtest.h>
+#include <QtCore/QDeadlineTimer>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 
 #include "audio/AudioTestFiles.h"
+#include "audio/files/AudioFileReader.h"
+#include "audio/files/FrameCount.h"
+#include "audio/files/WavHeader.h"
 
 namespace orlenta::audio::test {
 namespace {
@@ -23,6 +31,20 @@ QList<float> plainPeaks(const std::vector<double> &samples, size_t barCount) {
     for (float &bar : bars)
         bar /= loudest > 0 ? loudest : 1.0F;
     return bars;
+}
+
+/// How far this process has read a file that it has open; 0 while it hasn't.
+qint64 placeInOpenFile(const QString &path) {
+    const QDir open(QStringLiteral("/proc/self/fd"));
+    const QStringList descriptors = open.entryList(QDir::Files | QDir::System);
+    for (const QString &descriptor : descriptors) {
+        if (QFileInfo(open.filePath(descriptor)).symLinkTarget() != path)
+            continue;
+        QFile info(QStringLiteral("/proc/self/fdinfo/%1").arg(descriptor));
+        if (info.open(QIODevice::ReadOnly))
+            return info.readLine().mid(qstrlen("pos:")).trimmed().toLongLong();
+    }
+    return 0;
 }
 
 TEST(Waveform, BarsArePeaksOfEqualStretchesWhateverTheBlocks) {
@@ -56,6 +78,38 @@ TEST(Waveform, SilenceGivesZerosAndWhatCantBeReadGivesNothing) {
     const QString empty = folder.write(QStringLiteral("empty.wav"), {}, {44100, 1, wav16});
     for (const QString &path : {empty, folder.path(QStringLiteral("gone.wav"))})
         EXPECT_TRUE(extractWaveform(QUrl::fromLocalFile(path)).isEmpty());
+}
+
+TEST(Waveform, AStopEndsAnExtractionInMidFile) {
+    const AudioTestFolder folder;
+    // A hole of hours of silence, which takes minutes to look through.
+    const QString path = folder.writeBytes(QStringLiteral("long.wav"), wavHeader(4'000'000'000U, 48000, 1, 16));
+    ASSERT_TRUE(QFile::resize(path, wavHeaderSize + 4'000'000'000LL));
+    QList<float> bars{1.0F};
+    std::jthread extraction([&](const std::stop_token &stop) {
+        bars = extractWaveform(QUrl::fromLocalFile(path), waveformBarCount, stop);
+    });
+    const QDeadlineTimer deadline(20'000);
+    while (placeInOpenFile(path) < 1'000'000 && !deadline.hasExpired())
+        std::this_thread::yield();
+    EXPECT_GE(placeInOpenFile(path), 1'000'000);
+    extraction.request_stop();
+    extraction.join();
+    EXPECT_TRUE(bars.isEmpty());
+}
+
+TEST(Waveform, AStopEndsTheCountOfAFileThatDoesntTellItsLength) {
+    const AudioTestFolder folder;
+    folder.write(QStringLiteral("in.wav"), noise(44100, 16), {44100, 1, wav16});
+    folder.run(QStringLiteral("ffmpeg"), QStringLiteral("-i in.wav -write_xing 0 -y out.mp3"));
+    const QString path = folder.path(QStringLiteral("out.mp3"));
+    EXPECT_EQ(extractWaveform(QUrl::fromLocalFile(path)).size(), 200);
+    auto reader = AudioFileReader::open(path);
+    ASSERT_TRUE(reader);
+    std::stop_source stop;
+    stop.request_stop();
+    EXPECT_EQ(countFrames(reader.value(), stop.get_token()), std::nullopt);
+    EXPECT_EQ(countFrames(reader.value(), {}), reader.value().frames());
 }
 
 } // namespace

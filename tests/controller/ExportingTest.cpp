@@ -1,9 +1,17 @@
 #include "controller/Exporting.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <gtest/gtest.h>
 #include <qcoro/qcorotask.h>
+#include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QThreadPool>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 #include "base/AtomicFile.h"
 #include "controller/MediaFiles.h"
@@ -20,6 +28,22 @@ QByteArray bytesOf(const QString &path) {
     return bytes ? bytes.value() : QByteArray();
 }
 
+constexpr int deadline = 20'000;
+
+/// A source that keeps whoever copies it until it is let go.
+class HeldSource final {
+public:
+    explicit HeldSource(const QString &path) : m_path(path) {
+        EXPECT_EQ(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    }
+    /// Waits until the copy has begun, and lets it go on.
+    void letGo() const { ::close(::open(QFile::encodeName(m_path).constData(), O_WRONLY | O_CLOEXEC)); }
+    [[nodiscard]] const QString &path() const { return m_path; }
+
+private:
+    QString m_path;
+};
+
 class ExportingTest : public ::testing::Test {
 protected:
     ScriptProject project{{{QStringLiteral("One"), QStringLiteral("Two"), QStringLiteral("Three")}},
@@ -30,6 +54,15 @@ protected:
     [[nodiscard]] QString audio(qsizetype index) const {
         return project->media().audioURL(project.line(index)).toLocalFile();
     }
+    [[nodiscard]] QStringList exported() const {
+        return QDir(target.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    }
+    QString sourceOf(const QByteArray &bytes) {
+        QFile file(source.filePath(QStringLiteral("source.wav")));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+        return file.fileName();
+    }
+    QTemporaryDir source;
     Exporting::Plan plan(MultiLineOutput output) { return QCoro::waitFor(exporting.plan(output)); }
 };
 
@@ -47,7 +80,7 @@ TEST_F(ExportingTest, OneLineIsOneFileUnderItsClipName) {
     ASSERT_TRUE(old.open(QIODevice::WriteOnly));
     old.write("what was there");
     old.close();
-    exporting.exportTo(*single, destination);
+    QCoro::waitFor(exporting.exportTo(*single, destination));
     EXPECT_EQ(bytesOf(destination), bytesOf(audio(1)));
     EXPECT_EQ(project->spotError(), QString());
 }
@@ -56,7 +89,7 @@ TEST_F(ExportingTest, ATakeExportedOntoItselfSurvives) {
     project.addTake(0);
     project->selection().selectAlone(project.id(0));
     const QByteArray before = bytesOf(audio(0));
-    exporting.exportTo({audio(0), QStringLiteral("x.wav")}, audio(0));
+    QCoro::waitFor(exporting.exportTo({audio(0), QStringLiteral("x.wav")}, audio(0)));
     EXPECT_EQ(bytesOf(audio(0)), before);
 }
 
@@ -105,11 +138,69 @@ TEST_F(ExportingTest, ClipsOfOneNameAreNumberedWhateverTheirCase) {
     QFile taken(target.filePath(QStringLiteral("B.01.wav")));
     ASSERT_TRUE(taken.open(QIODevice::WriteOnly));
     taken.close();
-    exporting.exportToFolder(folder, target.path());
-    EXPECT_EQ(QDir(target.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name),
-              (QStringList{QStringLiteral("A.01.wav"), QStringLiteral("B.01 2.wav"), QStringLiteral("B.01.wav"),
-                           QStringLiteral("a.01 2.wav")}));
+    QCoro::waitFor(exporting.exportToFolder(folder, target.path()));
+    EXPECT_EQ(exported(), (QStringList{QStringLiteral("A.01.wav"), QStringLiteral("B.01 2.wav"),
+                                       QStringLiteral("B.01.wav"), QStringLiteral("a.01 2.wav")}));
     EXPECT_EQ(project->spotError(), QStringLiteral("Export failed for: C.01.aif"));
+}
+
+TEST_F(ExportingTest, AJoinedFileIsThereForAsLongAsItsPlan) {
+    for (const qsizetype index : {0, 1})
+        project.addTake(index);
+    project->selection().selectAlone(project.id(0));
+    project->selection().extendDown();
+    QString path;
+    {
+        const Exporting::Plan first = plan(MultiLineOutput::Continuous);
+        const Exporting::Plan second = plan(MultiLineOutput::Continuous);
+        path = std::get<Exporting::SingleFile>(first).path;
+        EXPECT_TRUE(QFile::exists(path));
+    }
+    EXPECT_FALSE(QFile::exists(path));
+}
+
+TEST_F(ExportingTest, CopyingIsAWorkersAndTheExportIsBusyMeanwhile) {
+    const HeldSource held(source.filePath(QStringLiteral("held.wav")));
+    const QSignalSpy changes(&exporting, &Exporting::isBusyChanged);
+    const Exporting::Folder clips{{{project.id(0), held.path(), QStringLiteral("A")},
+                                   {project.id(1), sourceOf("b"), QStringLiteral("B")},
+                                   {project.id(2), QStringLiteral("/nowhere/take.aif"), QStringLiteral("C")}}};
+    exporting.exportToFolder(clips, target.path());
+    EXPECT_TRUE(exporting.isBusy());
+    EXPECT_FALSE(QFile::exists(target.filePath(QStringLiteral("B.wav"))));
+    held.letGo();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !exporting.isBusy(); }, deadline));
+    EXPECT_EQ(changes.count(), 2);
+    EXPECT_EQ(exported(), (QStringList{QStringLiteral("A.wav"), QStringLiteral("B.wav")}));
+    EXPECT_EQ(project->spotError(), QStringLiteral("Export failed for: C.aif"));
+}
+
+TEST_F(ExportingTest, AnExportGoesOnWhenItsProjectGoes) {
+    const HeldSource held(source.filePath(QStringLiteral("held.wav")));
+    {
+        const ScriptProject other({{QStringLiteral("One")}});
+        const Exporting::Folder clips{{{other.id(0), held.path(), QStringLiteral("A")},
+                                       {other.id(0), QStringLiteral("/nowhere/take.aif"), QStringLiteral("B")},
+                                       {other.id(0), sourceOf("c"), QStringLiteral("C")}}};
+        other->exporting().exportToFolder(clips, target.path());
+    }
+    held.letGo();
+    ASSERT_TRUE(QThreadPool::globalInstance()->waitForDone(deadline));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(bytesOf(target.filePath(QStringLiteral("C.wav"))), "c");
+    EXPECT_EQ(project->spotError(), QString());
+}
+
+TEST_F(ExportingTest, TwoExportsToOneFolderDontTakeOneName) {
+    const HeldSource held(source.filePath(QStringLiteral("held.wav")));
+    const ScriptProject other({{QStringLiteral("One")}});
+    const Exporting::Folder first{{{project.id(0), held.path(), QStringLiteral("A")}}};
+    const Exporting::Folder second{{{other.id(0), sourceOf("b"), QStringLiteral("A")}}};
+    exporting.exportToFolder(first, target.path());
+    other->exporting().exportToFolder(second, target.path());
+    held.letGo();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !exporting.isBusy() && !other->exporting().isBusy(); }, deadline));
+    EXPECT_EQ(exported(), (QStringList{QStringLiteral("A 2.wav"), QStringLiteral("A.wav")}));
 }
 
 } // namespace orlenta::controller

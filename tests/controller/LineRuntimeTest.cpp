@@ -1,10 +1,15 @@
 #include "controller/LineRuntime.h"
 
 #include <gtest/gtest.h>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QFile>
 #include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
+#include "audio/files/WavHeader.h"
 #include "controller/LineEditing.h"
 #include "controller/LineWaveforms.h"
+#include "controller/MediaFiles.h"
 #include "controller/ScriptProject.h"
 #include "controller/TakeEditing.h"
 #include "controller/UndoManager.h"
@@ -80,6 +85,37 @@ TEST(LineWaveforms, ARequestedWaveformArrivesOnceAndGoesWithItsFile) {
     project->takes().deleteGeneratedAudio(id);
     EXPECT_TRUE(project->runtime().state(id).waveformSamples.isEmpty());
     EXPECT_EQ(changed.count(), 2);
+}
+
+TEST(LineWaveforms, WhatWasAskedForLastOrAgainComesFirst) {
+    ScriptProject project({{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c"), QStringLiteral("d")}},
+                          ScriptProject::Folder::OnDisk);
+    QList<qsizetype> arrived;
+    for (const qsizetype index : {0, 1, 2, 3}) {
+        project.addTake(index);
+        QObject::connect(project->runtime().signalFor(project.id(index)), &LineRuntimeSignal::versionChanged,
+                         [&arrived, index] { arrived.append(index); });
+    }
+    for (const qsizetype index : {0, 1, 2, 3, 1})
+        project->waveforms().request(project.id(index), WaveformKind::Generated);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return arrived.size() == 4; }, 20'000));
+    EXPECT_EQ(arrived, (QList<qsizetype>{0, 1, 3, 2}));
+}
+
+TEST(LineWaveforms, AClosingProjectDoesntWaitForALongFile) {
+    QElapsedTimer closing;
+    {
+        ScriptProject project({{QStringLiteral("a")}}, ScriptProject::Folder::OnDisk);
+        project.addTake(0);
+        // A hole of hours of silence, which takes minutes to look through.
+        QFile file(project->media().audioURL(project.line(0)).toLocalFile());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(audio::wavHeader(4'000'000'000U, 48000, 1, 16));
+        ASSERT_TRUE(file.resize(audio::wavHeaderSize + 4'000'000'000LL));
+        project->waveforms().request(project.id(0), WaveformKind::Generated);
+        closing.start();
+    }
+    EXPECT_LT(closing.elapsed(), 10'000);
 }
 
 } // namespace orlenta::controller

@@ -1,17 +1,28 @@
 #include "audio/files/AudioDurations.h"
 
+#include <algorithm>
+#include <stop_token>
 #include <sys/stat.h>
+#include <utility>
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QHash>
+#include <QtCore/QPointer>
 
 #include "audio/files/AudioFileReader.h"
+#include "audio/files/FrameCount.h"
+#include "base/LatestFirst.h"
 #include "base/LogCategories.h"
 
 namespace orlenta::audio {
 namespace {
 
-ScriptLineAudioDurationReader::FileSignature signatureOf(const QString &path) {
+using DurationSeconds = std::optional<ScriptLineAudioDurationReader::Seconds>;
+using DurationSignature = ScriptLineAudioDurationReader::FileSignature;
+
+DurationSignature signatureOf(const QString &path) {
     struct stat status {};
     if (::stat(QFile::encodeName(path).constData(), &status) != 0)
         return {};
@@ -20,45 +31,112 @@ ScriptLineAudioDurationReader::FileSignature signatureOf(const QString &path) {
     return {std::chrono::sys_time<std::chrono::nanoseconds>(sinceEpoch), static_cast<qint64>(status.st_size)};
 }
 
-QHash<QString, ScriptLineAudioDurationReader::CachedDuration> &durationCache() {
-    static QHash<QString, ScriptLineAudioDurationReader::CachedDuration> cache;
-    return cache;
-}
+/// A file as it was when its duration was asked for.
+struct DurationQuestion {
+    QString path;
+    DurationSignature signature;
+    QString context;
+
+    friend bool operator==(const DurationQuestion &a, const DurationQuestion &b) {
+        return a.path == b.path && a.signature == b.signature;
+    }
+};
 
 void logDurationError(const QString &context, const QString &reason) {
     qCInfo(base::log::audioDebug).noquote() << context << QStringLiteral("AVAudioFile duration ERROR: ") + reason;
 }
 
-} // namespace
-
-std::optional<std::chrono::duration<double>> ScriptLineAudioDurationReader::duration(const QUrl &url,
-                                                                                     const QString &context) {
-    const QString path = url.toLocalFile();
-    const QString file = url.fileName();
-    const FileSignature signature = signatureOf(path);
-    auto &cache = durationCache();
-    const auto known = cache.constFind(path);
-    if (known != cache.constEnd() && known->signature == signature) {
-        qCDebug(base::log::audioDebug).noquote() << context << QStringLiteral("duration cache hit file=") + file;
-        return known->duration;
-    }
-    auto reader = AudioFileReader::open(path);
+DurationSeconds readDuration(const DurationQuestion &asked, const std::stop_token &stop) {
+    const QString file = QFileInfo(asked.path).fileName();
+    auto reader = AudioFileReader::open(asked.path);
     if (!reader) {
-        logDurationError(context, reader.error().description());
+        logDurationError(asked.context, reader.error().description());
         return std::nullopt;
     }
     const double rate = reader->sampleRate();
     if (rate <= 0.0) {
-        logDurationError(context, QStringLiteral("invalid sample rate file=") + file);
+        logDurationError(asked.context, QStringLiteral("invalid sample rate file=") + file);
         return std::nullopt;
     }
-    const std::chrono::duration<double> duration(static_cast<double>(reader.value().frames()) / rate);
-    cache.insert(path, {signature, duration});
-    qCDebug(base::log::audioDebug).noquote() << context << QStringLiteral("AVAudioFile duration read file=") + file;
-    return duration;
+    const auto frames = countFrames(reader.value(), stop);
+    if (!frames)
+        return std::nullopt;
+    qCDebug(base::log::audioDebug).noquote()
+        << asked.context << QStringLiteral("AVAudioFile duration read file=") + file;
+    return ScriptLineAudioDurationReader::Seconds(static_cast<double>(*frames) / rate);
 }
 
-QString ScriptLineAudioDurationReader::text(std::optional<std::chrono::duration<double>> duration) {
+/// What is known, who waits for what isn't, and the thread that finds out.
+class DurationCache final : public QObject {
+public:
+    static DurationCache &shared() {
+        static QPointer<DurationCache> cache;
+        if (cache == nullptr)
+            cache = new DurationCache(QCoreApplication::instance());
+        return *cache;
+    }
+
+    DurationSeconds find(const DurationQuestion &asked, const QObject *asker, const std::function<void()> &known) {
+        const auto cached = m_cache.constFind(asked.path);
+        if (cached != m_cache.constEnd() && cached->signature == asked.signature) {
+            qCDebug(base::log::audioDebug).noquote()
+                << asked.context << QStringLiteral("duration cache hit file=") + QFileInfo(asked.path).fileName();
+            return cached->duration;
+        }
+        QList<Asker> &askers = m_askers[asked.path];
+        if (std::ranges::none_of(askers, [asker](const Asker &waiting) { return waiting.object == asker; }))
+            askers.append({asker, known});
+        m_reading.ask(asked);
+        return std::nullopt;
+    }
+
+    /// The attributes as they were first looked at since the event loop turned: rows are drawn several times for one
+    /// change, and a look may have to cross a network.
+    DurationSignature look(const QString &path) {
+        if (m_looks.isEmpty())
+            QMetaObject::invokeMethod(
+                this, [this] { m_looks.clear(); }, Qt::QueuedConnection);
+        const auto known = m_looks.constFind(path);
+        return known != m_looks.constEnd() ? *known : *m_looks.insert(path, signatureOf(path));
+    }
+
+private:
+    struct Asker {
+        QPointer<const QObject> object;
+        std::function<void()> known;
+    };
+
+    explicit DurationCache(QObject *parent)
+        : QObject(parent),
+          m_reading(&readDuration, [this](const DurationQuestion &asked, const DurationSeconds &duration) {
+              store(asked, duration);
+          }) {}
+
+    void store(const DurationQuestion &asked, const DurationSeconds &duration) {
+        m_cache.insert(asked.path, {asked.signature, duration});
+        const QList<Asker> askers = m_askers.take(asked.path);
+        for (const Asker &asker : askers)
+            if (asker.object != nullptr)
+                asker.known();
+    }
+
+    QHash<QString, ScriptLineAudioDurationReader::CachedDuration> m_cache;
+    QHash<QString, DurationSignature> m_looks;
+    QHash<QString, QList<Asker>> m_askers;
+    base::LatestFirst<DurationQuestion, DurationSeconds> m_reading;
+};
+
+} // namespace
+
+std::optional<ScriptLineAudioDurationReader::Seconds>
+ScriptLineAudioDurationReader::duration(const QUrl &url, const QString &context, const QObject *asker,
+                                        const std::function<void()> &known) {
+    DurationCache &cache = DurationCache::shared();
+    const QString path = url.toLocalFile();
+    return cache.find({path, cache.look(path), context}, asker, known);
+}
+
+QString ScriptLineAudioDurationReader::text(std::optional<Seconds> duration) {
     if (!duration)
         return QStringLiteral("--:--");
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(*duration).count();

@@ -103,6 +103,10 @@ qint64 AudioFileReader::frames() {
     return counted;
 }
 
+std::optional<qint64> AudioFileReader::toldFrames() const {
+    return m_decoder->frames();
+}
+
 qint64 AudioFileReader::framePosition() const {
     return m_position;
 }

@@ -32,6 +32,8 @@ public:
     /// off, the first call decodes the whole file once to count them. Where reading fails on damaged audio before its
     /// end it gives fewer than a length that the file tells.
     [[nodiscard]] qint64 frames();
+    /// The same at once, or nothing when only decoding can tell.
+    [[nodiscard]] std::optional<qint64> toldFrames() const;
     /// The frame that the next read begins with.
     [[nodiscard]] qint64 framePosition() const;
 

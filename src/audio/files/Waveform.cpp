@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "audio/files/AudioFileReader.h"
+#include "audio/files/FrameCount.h"
 
 namespace orlenta::audio {
 namespace {
@@ -56,27 +57,28 @@ void normalise(QList<float> &bars) {
 
 } // namespace
 
-QList<float> extractWaveform(const QUrl &url, int barCount) {
+QList<float> extractWaveform(const QUrl &url, int barCount, const std::stop_token &stop) {
     auto reader = AudioFileReader::open(url.toLocalFile());
-    const qint64 frames = reader ? reader.value().frames() : 0;
-    if (frames <= 0 || barCount <= 0)
+    const qint64 frames = reader ? countFrames(reader.value(), stop).value_or(0) : 0;
+    if (frames <= 0 || barCount <= 0 || !reader.value().seek(0))
         return {};
     const qint64 framesPerBar = std::max<qint64>(1, frames / barCount);
     QList<float> bars(static_cast<qsizetype>(std::min<qint64>(barCount, frames)), 0.0F);
     const auto channels = static_cast<size_t>(reader->channelCount());
     std::vector<float> block(waveformBlockFrames * channels);
-    while (true) {
+    while (!stop.stop_requested()) {
         const qint64 position = reader->framePosition();
         const auto read = reader.value().readFrames(block);
         if (!read)
             return {};
-        if (*read == 0)
-            break;
+        if (*read == 0) {
+            normalise(bars);
+            return bars;
+        }
         const auto filled = std::span<const float>(block).first(static_cast<size_t>(*read) * channels);
         raisePeaks(filled, channels, position, framesPerBar, bars);
     }
-    normalise(bars);
-    return bars;
+    return {};
 }
 
 } // namespace orlenta::audio

@@ -26,6 +26,7 @@
 #include "shell/editor/ScriptToolbar.h"
 #include "shell/menus/ProjectActions.h"
 #include "shell/theme/Theme.h"
+#include "shell/windows/ExportFlow.h"
 #include "shell/windows/ProjectToolbar.h"
 #include "shell/windows/ProjectWindow.h"
 
@@ -224,7 +225,8 @@ bool DemoDriver::exportSelection() {
     auto *field = dialog->findChild<QLineEdit *>();
     const QString destination = m_folder + u'/' + QFileInfo(field->text()).fileName();
     field->setText(destination);
-    if (!closeDialog(dialog, u"Save"_s))
+    if (!closeDialog(dialog, u"Save"_s) ||
+        !waitFor([&window] { return !window.exportFlow().isBusy(); }, startWait, u"the export"_s))
         return false;
     if (!controller.spotError().isEmpty())
         return fail(controller.spotError());

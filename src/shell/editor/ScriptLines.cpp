@@ -19,6 +19,8 @@
 namespace orlenta::shell {
 namespace {
 
+using LineDurations = audio::ScriptLineAudioDurationReader;
+
 bool isVoiceDirected(const controller::ProjectController &controller, const model::ProjectLine &line) {
     const model::DirectionMode mode =
         line.settings ? line.settings->directionMode : controller.project().effectiveSettings(line).directionMode;
@@ -84,8 +86,7 @@ void ScriptLines::fillAudio(LineRowContent &content) const {
     content.waveform = state.waveformSamples;
     if (content.waveform.isEmpty())
         m_controller.waveforms().request(content.id, controller::WaveformKind::Generated);
-    content.duration = audio::ScriptLineAudioDurationReader::text(audio::ScriptLineAudioDurationReader::duration(
-        state.generatedAudioURL, QStringLiteral("ScriptLineView.audioDuration")));
+    content.duration = durationText(content.id, state.generatedAudioURL);
 }
 
 void ScriptLines::fillTakes(LineRowContent &content) const {
@@ -108,12 +109,11 @@ void ScriptLines::fillDirection(LineRowContent &content) const {
     const DirectionRecordings::State recording = m_recordings.state(content.id);
     if (!content.isVoiceDirected && !recording.isRecording && recording.error.isEmpty())
         return;
-    using Durations = audio::ScriptLineAudioDurationReader;
     const controller::LineRuntimeState state = m_controller.runtime().state(content.id);
     DirectionContent &direction = content.direction.emplace();
     direction.number = content.number;
     direction.isRecording = recording.isRecording;
-    direction.recordingTime = Durations::text(std::chrono::duration<double>(recording.duration));
+    direction.recordingTime = LineDurations::text(std::chrono::duration<double>(recording.duration));
     direction.error = recording.error;
     direction.hasAudio = !state.directionAudioURL.isEmpty();
     if (!direction.hasAudio)
@@ -121,8 +121,7 @@ void ScriptLines::fillDirection(LineRowContent &content) const {
     direction.waveform = state.directionWaveformSamples;
     if (direction.waveform.isEmpty())
         m_controller.waveforms().request(content.id, controller::WaveformKind::SourceRecording);
-    direction.duration =
-        Durations::text(Durations::duration(state.directionAudioURL, QStringLiteral("ScriptLineView.audioDuration")));
+    direction.duration = durationText(content.id, state.directionAudioURL);
     if (m_playback.isCurrentSource(content.id)) {
         direction.playback = m_playback.isPlaying() ? RowPlayback::Playing : RowPlayback::Current;
         direction.progress = m_playback.playbackProgress();
@@ -134,6 +133,13 @@ void ScriptLines::fillPlayback(LineRowContent &content) const {
         return;
     content.playback = m_playback.isPlaying() ? RowPlayback::Playing : RowPlayback::Current;
     content.progress = m_playback.playbackProgress();
+}
+
+QString ScriptLines::durationText(const model::LineId &id, const QUrl &file) const {
+    // Whichever row shows the line by then asks for its content again.
+    controller::LineRuntimeSignal *signal = m_controller.runtime().signalFor(id);
+    return LineDurations::text(LineDurations::duration(file, QStringLiteral("ScriptLineView.audioDuration"), signal,
+                                                       [signal] { signal->bump(); }));
 }
 
 QMetaObject::Connection ScriptLines::watch(const model::LineId &id, LineRow *row) {

@@ -2,6 +2,8 @@
 
 #include "shell/editor/ScriptListSource.h"
 
+class QUrl;
+
 namespace orlenta::audio {
 class PlaybackController;
 }
@@ -21,7 +23,7 @@ public:
 
     [[nodiscard]] const QList<model::LineId> &lineIds() const override;
     [[nodiscard]] Outline outline(const model::LineId &id) const override;
-    /// Asks for the line's waveforms, too, where they are missing.
+    /// Asks for the line's waveforms and durations, too, where they are missing; its row is told when they arrive.
     [[nodiscard]] LineRowContent content(const model::LineId &id, qsizetype index) const override;
     QMetaObject::Connection watch(const model::LineId &id, LineRow *row) override;
 
@@ -30,6 +32,7 @@ private:
     void fillTakes(LineRowContent &content) const;
     void fillDirection(LineRowContent &content) const;
     void fillPlayback(LineRowContent &content) const;
+    [[nodiscard]] QString durationText(const model::LineId &id, const QUrl &file) const;
 
     controller::ProjectController &m_controller;
     audio::PlaybackController &m_playback;

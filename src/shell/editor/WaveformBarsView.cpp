@@ -27,6 +27,8 @@ WaveformBarsView::WaveformBarsView(QWidget *parent) : QAbstractSlider(parent) {
     setSingleStep(progressSteps / 50);
     setPageStep(progressSteps / 10);
     setOrientation(Qt::Horizontal);
+    // Sound runs from left to right in every script; otherwise the arrow keys would turn round with the interface.
+    setLayoutDirection(Qt::LeftToRight);
     setCursor(Qt::PointingHandCursor);
 }
 
@@ -121,8 +123,7 @@ void WaveformBarsView::mousePressEvent(QMouseEvent *event) {
         event->ignore();
         return;
     }
-    const double x = isRightToLeft() ? width() - event->position().x() : event->position().x();
-    Q_EMIT seekRequested(std::clamp(x / std::max(1, width()), 0.0, 1.0));
+    Q_EMIT seekRequested(std::clamp(event->position().x() / std::max(1, width()), 0.0, 1.0));
 }
 
 void WaveformBarsView::keyPressEvent(QKeyEvent *event) {

@@ -7,6 +7,7 @@
 #include <QtWidgets/QWidget>
 
 #include "audio/playback/PlaybackController.h"
+#include "controller/Exporting.h"
 #include "controller/LineEditing.h"
 #include "controller/LineGenerator.h"
 #include "controller/LineRuntime.h"
@@ -101,6 +102,7 @@ ProjectActions::ProjectActions(controller::ProjectController &controller, audio:
     connect(&controller.selection(), &controller::Selection::selectionChanged, this, &ProjectActions::refresh);
     connect(&controller, &controller::ProjectController::projectChanged, this, &ProjectActions::refresh);
     connect(&controller.runtime(), &controller::LineRuntime::statesChanged, this, &ProjectActions::refresh);
+    connect(&controller.exporting(), &controller::Exporting::isBusyChanged, this, &ProjectActions::refresh);
     connect(&controller.undoManager(), &controller::UndoManager::stateChanged, this, &ProjectActions::refreshUndo);
     connect(&controller.selection(), &controller::Selection::editingLineIdChanged, this, &ProjectActions::refreshUndo);
     connect(qApp, &QApplication::focusChanged, this, &ProjectActions::refreshUndo);
@@ -216,7 +218,7 @@ void ProjectActions::refresh() {
     const auto hasAudio = [this](const model::LineId &id) { return m_controller.runtime().hasGeneratedAudio(id); };
     const QSet<model::LineId> &selected = selection.selectedLineIds();
     const bool canExport = hasSelection && std::all_of(selected.begin(), selected.end(), hasAudio);
-    exportAudio->setEnabled(canExport);
+    exportAudio->setEnabled(canExport && !m_controller.exporting().isBusy());
     const bool isPlaying = m_playback.isPlaying();
     play->setText(isPlaying ? u"Stop"_s : u"Play"_s);
     play->setIcon(Icon::named(isPlaying ? u"stop"_s : u"play"_s));

@@ -38,10 +38,8 @@ void ExportFlow::askForFile(const Exporting::SingleFile &file) {
     dialog->setNameFilter(u"WAV audio (*.wav)"_s);
     dialog->setDefaultSuffix(u"wav"_s);
     dialog->selectFile(file.suggestedName);
-    connect(dialog, &QFileDialog::fileSelected, this, [this, file](const QString &destination) {
-        m_controller.exporting().exportTo(file, destination);
-        Q_EMIT finished();
-    });
+    connect(dialog, &QFileDialog::fileSelected, this,
+            [this, file](const QString &destination) { exportTo(file, destination); });
     openDialog(dialog);
 }
 
@@ -52,17 +50,34 @@ void ExportFlow::askForFolder(const Exporting::Folder &folder) {
     dialog->setLabelText(QFileDialog::Accept, u"Export"_s);
     // The file dialog has no line for a message, so it stands with the field that the folder goes into.
     dialog->setLabelText(QFileDialog::FileName, Exporting::folderMessage(folder));
-    connect(dialog, &QFileDialog::fileSelected, this, [this, folder](const QString &destination) {
-        m_controller.exporting().exportToFolder(folder, destination);
-        Q_EMIT finished();
-    });
+    connect(dialog, &QFileDialog::fileSelected, this,
+            [this, folder](const QString &destination) { exportToFolder(folder, destination); });
     openDialog(dialog);
 }
 
 void ExportFlow::openDialog(QFileDialog *dialog) {
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    connect(dialog, &QFileDialog::finished, this, [this] { m_isBusy = false; });
+    connect(dialog, &QFileDialog::rejected, this, [this] { m_isBusy = false; });
     dialog->open();
+}
+
+QCoro::Task<void> ExportFlow::exportTo(Exporting::SingleFile file, QString destination) {
+    const QPointer<ExportFlow> self(this);
+    co_await m_controller.exporting().exportTo(file, destination);
+    if (self)
+        finish();
+}
+
+QCoro::Task<void> ExportFlow::exportToFolder(Exporting::Folder folder, QString destination) {
+    const QPointer<ExportFlow> self(this);
+    co_await m_controller.exporting().exportToFolder(folder, destination);
+    if (self)
+        finish();
+}
+
+void ExportFlow::finish() {
+    m_isBusy = false;
+    Q_EMIT finished();
 }
 
 } // namespace orlenta::shell

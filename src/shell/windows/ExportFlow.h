@@ -21,7 +21,9 @@ class ExportFlow final : public QObject {
 public:
     ExportFlow(controller::ProjectController &controller, QWidget &window);
 
-    /// Does nothing while an earlier export is being prepared or asks for its destination.
+    /// From the command until the audio is where the user wanted it or a failure has been told.
+    [[nodiscard]] bool isBusy() const { return m_isBusy; }
+    /// Does nothing while an earlier export is busy.
     QCoro::Task<void> exportSelectedAudio(controller::MultiLineOutput output);
 
 Q_SIGNALS:
@@ -32,6 +34,9 @@ private:
     void askForFile(const controller::Exporting::SingleFile &file);
     void askForFolder(const controller::Exporting::Folder &folder);
     void openDialog(QFileDialog *dialog);
+    QCoro::Task<void> exportTo(controller::Exporting::SingleFile file, QString destination);
+    QCoro::Task<void> exportToFolder(controller::Exporting::Folder folder, QString destination);
+    void finish();
 
     controller::ProjectController &m_controller;
     QWidget &m_window;

@@ -5,6 +5,7 @@
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QProgressBar>
 
+#include "controller/Exporting.h"
 #include "controller/LineGenerator.h"
 #include "controller/LineRuntime.h"
 #include "controller/ProjectController.h"
@@ -20,9 +21,11 @@ using speech::LineGenerationQueue;
 StatusLine::StatusLine(const controller::ProjectController &controller, controller::LineGenerator &generator,
                        QWidget *parent)
     : QWidget(parent), m_controller(controller), m_generator(generator),
-      m_audio(new TextLabel({}, TextLabel::Style::Caption)), m_generation(new TextLabel({}, TextLabel::Style::Caption)),
-      m_progress(new QProgressBar) {
+      m_audio(new TextLabel({}, TextLabel::Style::Caption)),
+      m_export(new TextLabel(u"Exporting audio…"_s, TextLabel::Style::Caption)),
+      m_generation(new TextLabel({}, TextLabel::Style::Caption)), m_progress(new QProgressBar) {
     m_audio->setWordWrap(false);
+    m_export->setWordWrap(false);
     m_generation->setWordWrap(false);
     m_progress->setTextVisible(false);
     m_progress->setAccessibleName(u"Generation progress"_s);
@@ -33,11 +36,13 @@ StatusLine::StatusLine(const controller::ProjectController &controller, controll
     layout->setContentsMargins(unit * 3, unit, unit * 3, unit);
     layout->addWidget(m_audio);
     layout->addStretch();
+    layout->addWidget(m_export);
     layout->addWidget(m_generation);
     layout->addWidget(m_progress);
 
     connect(&controller, &controller::ProjectController::scriptLinesChanged, this, &StatusLine::showAudio);
     connect(&controller.runtime(), &controller::LineRuntime::statesChanged, this, &StatusLine::showAudio);
+    connect(&controller.exporting(), &controller::Exporting::isBusyChanged, this, &StatusLine::showExport);
     connect(&generator.queue(), &LineGenerationQueue::isActiveChanged, this, &StatusLine::showGeneration);
     connect(&generator.queue(), &LineGenerationQueue::activeLineIdChanged, this, [this] {
         if (m_generator.queue().activeLineId())
@@ -45,6 +50,7 @@ StatusLine::StatusLine(const controller::ProjectController &controller, controll
         showGeneration();
     });
     showAudio();
+    showExport();
     showGeneration();
 }
 
@@ -54,6 +60,10 @@ void StatusLine::showAudio() {
         return m_controller.runtime().hasGeneratedAudio(id);
     });
     m_audio->setText(QStringLiteral("%1 of %2 lines have audio").arg(generated).arg(script.size()));
+}
+
+void StatusLine::showExport() {
+    m_export->setVisible(m_controller.exporting().isBusy());
 }
 
 void StatusLine::showGeneration() {

@@ -12,7 +12,8 @@ class ProjectController;
 
 namespace orlenta::shell {
 
-/// The strip below the script: how many lines have audio, and how far a batch of generations is.
+/// The strip below the script: how many lines have audio, whether audio is being exported, and how far a batch of
+/// generations is.
 class StatusLine final : public QWidget {
     Q_OBJECT
 public:
@@ -21,11 +22,13 @@ public:
 
 private:
     void showAudio();
+    void showExport();
     void showGeneration();
 
     const controller::ProjectController &m_controller;
     controller::LineGenerator &m_generator;
     QLabel *m_audio;
+    QLabel *m_export;
     QLabel *m_generation;
     QProgressBar *m_progress;
     /// Lines begun since the queue was last empty.

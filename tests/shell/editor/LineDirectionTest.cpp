@@ -82,7 +82,9 @@ TEST_F(LineDirectionTest, AnAudioFileDroppedOnARowDirectsTheLineByVoice) {
     EXPECT_FALSE(isVoiceDirected(0));
     EXPECT_EQ(line(1).sourceRecordings.size(), 1);
     ASSERT_NE(control<QLabel>(1, QStringLiteral("Direction duration of")), nullptr);
-    EXPECT_EQ(control<QLabel>(1, QStringLiteral("Direction duration of"))->text(), QStringLiteral("0:02"));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return control<QLabel>(1, QStringLiteral("Direction duration of"))->text() == QStringLiteral("0:02"); },
+        deadline));
     EXPECT_EQ(controller->undoManager().undoActionName(), QStringLiteral("Import Direction Audio"));
     controller->undoManager().undo();
     EXPECT_FALSE(isVoiceDirected(1));

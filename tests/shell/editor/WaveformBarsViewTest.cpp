@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
 #include "shell/editor/WaveformBarsView.h"
@@ -63,6 +64,21 @@ TEST_F(WaveformBarsViewTest, BarsPastThePlayheadRest) {
     const QImage image = pictureOf(view);
     EXPECT_EQ(qAlpha(image.pixel(6, 20)), 255);
     EXPECT_LT(qAlpha(image.pixel(94, 20)), 128);
+}
+
+TEST_F(WaveformBarsViewTest, TimeRunsFromLeftToRightInARightToLeftWindowToo) {
+    QWidget window;
+    window.setLayoutDirection(Qt::RightToLeft);
+    view.setParent(&window);
+    QSignalSpy seek(&view, &WaveformBarsView::seekRequested);
+    QTest::mouseClick(&view, Qt::LeftButton, {}, {25, 20});
+    ASSERT_EQ(seek.count(), 1);
+    EXPECT_DOUBLE_EQ(seek.takeFirst().first().toDouble(), 0.25);
+    view.setProgress(0.5);
+    QTest::keyClick(&view, Qt::Key_Right);
+    ASSERT_EQ(seek.count(), 1);
+    EXPECT_GT(seek.takeFirst().first().toDouble(), 0.5);
+    view.setParent(nullptr);
 }
 
 } // namespace

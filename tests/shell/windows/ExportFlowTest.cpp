@@ -1,0 +1,147 @@
+#include "shell/windows/ExportFlow.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtGui/QAction>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+
+#include "base/PrivateFolders.h"
+#include "controller/MediaFiles.h"
+#include "controller/Selection.h"
+#include "controller/TakeEditing.h"
+#include "shell/menus/ProjectActions.h"
+#include "shell/ShellSession.h"
+#include "shell/windows/ProjectWindow.h"
+#include "shell/windows/ProjectWindows.h"
+#include "support/TestTone.h"
+
+namespace orlenta {
+namespace {
+
+using controller::MultiLineOutput;
+using shell::ProjectWindow;
+using shell::ProjectWindowController;
+using testing::ShellSession;
+using testing::waitUntil;
+
+class ExportFlowTest : public ::testing::Test {
+protected:
+    ~ExportFlowTest() override {
+        for (const auto &project : windows.open())
+            project->controller().discardChanges();
+    }
+    /// A window on a project of two selected lines, each with a take.
+    ProjectWindowController &open(const QString &name) {
+        const model::StoredProject stored = session.makeProject(name, {QStringLiteral("One."), QStringLiteral("Two.")});
+        EXPECT_TRUE(windows.openProject(stored.folder));
+        ProjectWindowController &project = *windows.open().back();
+        controller::ProjectController &document = project.controller();
+        for (const model::LineId &id : document.scriptLineIds()) {
+            const QString tone = session.path(QStringLiteral("tone.wav"));
+            EXPECT_FALSE(testing::writeTone(tone, 0.1).isEmpty());
+            document.takes().installGeneratedAudio(tone, id, {});
+        }
+        document.selection().selectAll();
+        return project;
+    }
+    static QFileDialog *dialogOf(const ProjectWindowController &project) {
+        auto *dialog = project.window().findChild<QFileDialog *>();
+        return dialog != nullptr && dialog->isVisible() ? dialog : nullptr;
+    }
+    static QFileDialog *ask(const ProjectWindowController &project, MultiLineOutput output) {
+        project.window().exportFlow().exportSelectedAudio(output);
+        EXPECT_TRUE(waitUntil([&] { return dialogOf(project) != nullptr; }));
+        return dialogOf(project);
+    }
+    static void choose(QFileDialog *dialog, const QString &path) {
+        dialog->findChild<QLineEdit *>()->setText(path);
+        QMetaObject::invokeMethod(dialog, "accept");
+    }
+    static bool waitForEnd(const ProjectWindowController &project) {
+        return waitUntil([&] { return !project.window().exportFlow().isBusy(); });
+    }
+    /// The joined files that there are; the folder is this run's own.
+    static QStringList joinedFiles() {
+        return QDir(base::PrivateFolders::temporary() + QStringLiteral("/OrlentaStitchedAudio")).entryList(QDir::Files);
+    }
+
+    ShellSession session;
+    shell::ProjectWindows windows{session.context};
+};
+
+TEST_F(ExportFlowTest, TwoWindowsExportAtATime) {
+    ProjectWindowController &first = open(QStringLiteral("First"));
+    ProjectWindowController &second = open(QStringLiteral("Second"));
+    QFileDialog *asked = ask(first, MultiLineOutput::Continuous);
+    QFileDialog *askedNext = ask(second, MultiLineOutput::Continuous);
+    for (const auto &[project, dialog] : {std::pair(&first, asked), std::pair(&second, askedNext)}) {
+        const QString path = session.path(project->controller().project().projectName + QStringLiteral(".wav"));
+        choose(dialog, path);
+        ASSERT_TRUE(waitForEnd(*project));
+        EXPECT_EQ(project->controller().spotError(), QString());
+        EXPECT_GT(QFileInfo(path).size(), 44);
+    }
+}
+
+TEST_F(ExportFlowTest, TheJoinedFileGoesWithTheExport) {
+    const QStringList before = joinedFiles();
+    ProjectWindowController &project = open(QStringLiteral("Gone"));
+    QFileDialog *dialog = ask(project, MultiLineOutput::Continuous);
+    EXPECT_EQ(joinedFiles().size(), before.size() + 1);
+    dialog->reject();
+    EXPECT_TRUE(waitUntil([&] { return joinedFiles() == before; }));
+    EXPECT_FALSE(project.window().exportFlow().isBusy());
+
+    choose(ask(project, MultiLineOutput::Continuous), session.path(QStringLiteral("out.wav")));
+    ASSERT_TRUE(waitForEnd(project));
+    EXPECT_TRUE(waitUntil([&] { return joinedFiles() == before; }));
+    EXPECT_TRUE(QFile::exists(session.path(QStringLiteral("out.wav"))));
+
+    ask(project, MultiLineOutput::Continuous);
+    project.controller().discardChanges();
+    EXPECT_TRUE(project.window().close());
+    EXPECT_TRUE(waitUntil([&] { return joinedFiles() == before; }));
+}
+
+TEST_F(ExportFlowTest, TheWindowShowsARunningExportAndStartsNoOther) {
+    ProjectWindowController &project = open(QStringLiteral("Busy"));
+    controller::ProjectController &document = project.controller();
+    // A take that keeps whoever copies it until somebody writes to it.
+    const auto &lines = document.project().lines;
+    const QString held = document.media().audioURL(lines.at(0)).toLocalFile();
+    ASSERT_TRUE(QFile::remove(held));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(held).constData(), 0600), 0);
+    const QString target = session.path(QStringLiteral("clips"));
+    ASSERT_TRUE(QDir().mkpath(target));
+    const auto shows = [&project](const QString &text) {
+        for (const QLabel *label : project.window().findChildren<QLabel *>())
+            if (label->isVisible() && label->text() == text)
+                return true;
+        return false;
+    };
+    const QString busy = QStringLiteral("Exporting audio…");
+    QAction *command = project.window().actions().exportAudio;
+
+    choose(ask(project, MultiLineOutput::Individual), target);
+    EXPECT_TRUE(waitUntil([&] { return dialogOf(project) == nullptr && shows(busy); }));
+    EXPECT_FALSE(command->isEnabled());
+    project.window().exportFlow().exportSelectedAudio(MultiLineOutput::Individual);
+    EXPECT_EQ(dialogOf(project), nullptr);
+    ::close(::open(QFile::encodeName(held).constData(), O_WRONLY | O_CLOEXEC));
+    ASSERT_TRUE(waitForEnd(project));
+    EXPECT_FALSE(shows(busy));
+    EXPECT_TRUE(command->isEnabled());
+    EXPECT_EQ(QDir(target).entryList(QDir::Files).size(), 2);
+    EXPECT_EQ(document.spotError(), QString());
+}
+
+} // namespace
+} // namespace orlenta
