@@ -101,6 +101,30 @@ TEST_P(AudioDeviceMonitorTest, AFreshlyReturnedDeviceResolvesBeforeTheListIsRefr
     EXPECT_EQ(monitor.deviceID(QStringLiteral("usb")), after);
 }
 
+TEST_P(AudioDeviceMonitorTest, ADeviceThatPlaysAndRecordsIsOneDevice) {
+    if (GetParam() == testing::SoundServerSession::Kind::PulseAudio)
+        GTEST_SKIP() << "there an output and an input can't have one name";
+    session.pactl({QStringLiteral("load-module"), QStringLiteral("module-null-sink"),
+                   QStringLiteral("media.class=Audio/Duplex"), QStringLiteral("sink_name=headset"),
+                   QStringLiteral("channels=2")});
+    const QString uid = QStringLiteral("headset");
+    AudioDeviceMonitor monitor(server, defaults);
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return monitor.isInputAvailable(uid) && monitor.isOutputAvailable(uid); }, deadline));
+    ASSERT_TRUE(monitor.deviceID(uid).has_value());
+    EXPECT_EQ(monitor.deviceID(uid), outputID(uid));
+    EXPECT_EQ(server.devices().findInput(uid)->info.deviceID, outputID(uid));
+}
+
+TEST_P(AudioDeviceMonitorTest, AChosenDeviceThatIsThereFromTheStartIsNoNews) {
+    defaults.setOutputDeviceUID(QStringLiteral("spk_b"));
+    KeptLog log;
+    SoundServer fresh(session.address());
+    const AudioDeviceMonitor monitor(fresh, defaults);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return monitor.isOutputAvailable(QStringLiteral("spk_b")); }, deadline));
+    EXPECT_EQ(log.count(QStringLiteral("selected output became")), 0);
+}
+
 TEST_P(AudioDeviceMonitorTest, DevicesFillInWhenAServerAppears) {
     const AudioDeviceMonitor monitor(server, defaults);
     session.kill();

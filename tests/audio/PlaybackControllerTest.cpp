@@ -158,6 +158,36 @@ TEST_P(PlaybackControllerTest, AFileDamagedInItsMiddleIsToldButIsNoFaultOfTheOut
     EXPECT_FALSE(diagnostics.lastRoutingErrorMessage().has_value());
 }
 
+TEST_P(PlaybackControllerTest, TheChosenOutputIsTheOneThatPlaysAlsoAfterASeekFromAStop) {
+    const auto playsTo = [&](const QString &output) {
+        const QString index = session.pactl({QStringLiteral("list"), QStringLiteral("short"), QStringLiteral("sinks")})
+                                  .split(QLatin1Char('\n'))
+                                  .filter(QLatin1Char('\t') + output + QLatin1Char('\t'))
+                                  .value(0)
+                                  .section(QLatin1Char('\t'), 0, 0);
+        return QTest::qWaitFor(
+            [&] {
+                const QString stream =
+                    session.pactl({QStringLiteral("list"), QStringLiteral("short"), QStringLiteral("sink-inputs")});
+                return !stream.contains(QLatin1Char('\n')) && stream.section(QLatin1Char('\t'), 1, 1) == index;
+            },
+            deadline);
+    };
+    const PlaybackLine spoken = line(20.0, QStringLiteral("spoken"));
+    defaults.setOutputDeviceUID(QStringLiteral("spk_b"));
+    playback.playLine(spoken);
+    EXPECT_TRUE(playsTo(QStringLiteral("spk_b")));
+    playback.stop(PlayheadReset::KeepPlace);
+    defaults.setOutputDeviceUID(QStringLiteral("mic_feed"));
+    playback.seek(spoken, 0.5);
+    EXPECT_TRUE(playsTo(QStringLiteral("mic_feed")));
+    playback.stop(PlayheadReset::KeepPlace);
+    defaults.setOutputDeviceUID(QStringLiteral("unplugged"));
+    playback.seek(spoken, 0.5);
+    EXPECT_TRUE(playsTo(QStringLiteral("spk_a")));
+    EXPECT_EQ(failed.count(), 0);
+}
+
 INSTANTIATE_TEST_SUITE_P(On, PlaybackControllerTest, bothServers(), serverName);
 
 } // namespace

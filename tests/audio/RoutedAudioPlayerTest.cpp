@@ -2,6 +2,7 @@
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
+#include <QtCore/QThread>
 
 #include "audio/SoundServerTest.h"
 
@@ -115,6 +116,40 @@ TEST_P(RoutedAudioPlayerTest, ALostOutputGoesOnAtTheDefaultFromTheSamePlace) {
     ASSERT_TRUE(waitForCompletions(1));
     EXPECT_EQ(completions, 1);
     EXPECT_TRUE(failures.isEmpty());
+}
+
+TEST_P(RoutedAudioPlayerTest, ASeekAtTheMomentTheOutputVanishesGoesOnAtTheDefault) {
+    const QString module = session.addOutput(QStringLiteral("usb"));
+    const std::uint32_t id = outputID(QStringLiteral("usb"));
+    ASSERT_TRUE(player.load(tone(2.0)));
+    ASSERT_TRUE(player.setOutputDeviceID(id));
+    ASSERT_TRUE(player.play());
+    ASSERT_TRUE(waitUntilHeard(0.1));
+    session.remove(module);
+    // Without a turn of the event loop, so that the player has not been told.
+    while (server.devices().findOutput(id))
+        QThread::yieldCurrentThread();
+    player.seek(0.75);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !player.outputDeviceID().has_value(); }, deadline));
+    EXPECT_TRUE(player.isPlaybackActive());
+    ASSERT_TRUE(waitForCompletions(1));
+    EXPECT_TRUE(failures.isEmpty());
+}
+
+TEST_P(RoutedAudioPlayerTest, WithTheLastOutputThePlaybackEndsAndSaysSo) {
+    ASSERT_TRUE(player.load(tone(5.0)));
+    ASSERT_TRUE(player.play());
+    ASSERT_TRUE(waitUntilHeard(0.1));
+    session.pactl({QStringLiteral("unload-module"), QStringLiteral("module-remap-source")});
+    session.pactl({QStringLiteral("unload-module"), QStringLiteral("module-null-sink")});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !failures.isEmpty(); }, deadline));
+    EXPECT_EQ(failures, QStringList{QStringLiteral("There is no sound output to play through.")});
+    EXPECT_FALSE(player.isPlaybackActive());
+
+    ASSERT_TRUE(QTest::qWaitFor([&] { return server.devices().outputs.isEmpty(); }, deadline));
+    const auto played = player.play();
+    ASSERT_FALSE(played);
+    EXPECT_EQ(played.error().description(), failures.constFirst());
 }
 
 TEST_P(RoutedAudioPlayerTest, ADeviceThatIsGoneCanNotBeBound) {

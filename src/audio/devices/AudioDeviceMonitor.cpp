@@ -17,7 +17,7 @@ bool listsUID(const QList<AudioDeviceInfo> &devices, const QString &uid) {
 } // namespace
 
 AudioDeviceMonitor::AudioDeviceMonitor(const SoundServer &server, const base::UserDefaults &defaults, QObject *parent)
-    : QObject(parent), m_defaults(defaults), m_enumerator(server) {
+    : QObject(parent), m_server(server), m_defaults(defaults), m_enumerator(server) {
     m_debounce.setSingleShot(true);
     m_debounce.setInterval(debounce);
     connect(&m_debounce, &QTimer::timeout, this, [this] { refresh(QStringLiteral("Core Audio device list changed")); });
@@ -92,7 +92,10 @@ void AudioDeviceMonitor::refreshSelectedOutputAvailability(const QString &reason
 }
 
 void AudioDeviceMonitor::update(Availability &last, const QString &uid, bool isAvailable, const QString &reason,
-                                const ChangeLines &lines) {
+                                const ChangeLines &lines) const {
+    // What the server has not told yet is neither here nor away.
+    if (!last.isAvailable && m_server.state() != SoundServer::State::Ready)
+        return;
     if (!uid.isEmpty() && last.uid == uid && last.isAvailable && *last.isAvailable != isAvailable)
         AudioDebugLogger::log((isAvailable ? lines.becameAvailable : lines.becameUnavailable).arg(uid) + u' ' + reason);
     last = {uid, isAvailable};

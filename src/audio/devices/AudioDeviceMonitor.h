@@ -54,9 +54,10 @@ private:
         QString becameAvailable;
         QString becameUnavailable;
     };
-    static void update(Availability &last, const QString &uid, bool isAvailable, const QString &reason,
-                       const ChangeLines &lines);
+    void update(Availability &last, const QString &uid, bool isAvailable, const QString &reason,
+                const ChangeLines &lines) const;
 
+    const SoundServer &m_server;
     const base::UserDefaults &m_defaults;
     AudioDeviceEnumerator m_enumerator;
     QList<AudioDeviceInfo> m_inputDevices;

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <mutex>
+#include <utility>
 
 #include <pulse/pulseaudio.h>
 
 #include "audio/devices/AudioDebugLogger.h"
+#include "audio/devices/RetiredStreams.h"
 
 namespace orlenta::audio {
 
@@ -19,11 +21,6 @@ const SoundDevice *findByUID(const QList<SoundDevice> &devices, const QString &u
 
 /// Servers count outputs and inputs apart; this keeps their ids from meeting.
 constexpr std::uint32_t inputBit = 0x8000'0000;
-
-/// PipeWire's stand-in while no output is left: it takes streams and plays them to nobody.
-bool isStandIn(const char *name) {
-    return qstrcmp(name, "auto_null") == 0;
-}
 
 } // namespace
 
@@ -63,12 +60,15 @@ public:
 
     pa_threaded_mainloop *mainloop = nullptr;
     pa_context *context = nullptr;
+    RetiredStreams retired;
 
 private:
+    void connectTo(const QString &address);
     void setState(State state);
     void contextChanged();
     void list();
     void listed();
+    [[nodiscard]] SoundDevice input(const pa_source_info &info) const;
 
     static void onContextState(pa_context *context, void *link);
     static void onSubscribed(pa_context *context, int success, void *link);
@@ -84,20 +84,27 @@ private:
     SoundDeviceTable m_listing;
     bool m_isListing = false;
     bool m_listAgain = false;
+    bool m_isRunning = false;
 };
 
-SoundServer::Link::Link(SoundServer &owner) : mainloop(pa_threaded_mainloop_new()), m_owner(owner) {
-    pa_threaded_mainloop_start(mainloop);
-}
+SoundServer::Link::Link(SoundServer &owner) : mainloop(pa_threaded_mainloop_new()), retired(mainloop), m_owner(owner) {}
 
 SoundServer::Link::~Link() {
     close();
-    pa_threaded_mainloop_stop(mainloop);
+    if (m_isRunning)
+        pa_threaded_mainloop_stop(mainloop);
     pa_threaded_mainloop_free(mainloop);
 }
 
 void SoundServer::Link::open(const QString &address) {
     close();
+    connectTo(address);
+    // Only now, since libpulse sets itself up at the first connection, which its thread had better not see half done.
+    if (!std::exchange(m_isRunning, true))
+        pa_threaded_mainloop_start(mainloop);
+}
+
+void SoundServer::Link::connectTo(const QString &address) {
     const SoundServerLock lock(mainloop);
     setState(State::Connecting);
     context = pa_context_new(pa_threaded_mainloop_get_api(mainloop), "Orlenta");
@@ -112,6 +119,7 @@ void SoundServer::Link::close() {
     const SoundServerLock lock(mainloop);
     if (!context)
         return;
+    retired.clear();
     pa_context_set_state_callback(context, nullptr, nullptr);
     pa_context_set_subscribe_callback(context, nullptr, nullptr);
     pa_context_disconnect(context);
@@ -220,7 +228,7 @@ void SoundServer::Link::onServerInfo(pa_context *, const pa_server_info *info, v
 }
 
 void SoundServer::Link::onSink(pa_context *, const pa_sink_info *info, int end, void *link) {
-    if (end != 0 || !info || isStandIn(info->name))
+    if (end != 0 || !info || SoundServer::isStandIn(info->name))
         return;
     static_cast<Link *>(link)->m_listing.outputs.append(
         {{QString::fromUtf8(info->description), QString::fromUtf8(info->name), info->index}, info->sample_spec.rate});
@@ -230,9 +238,7 @@ void SoundServer::Link::onSource(pa_context *, const pa_source_info *info, int e
     auto *self = static_cast<Link *>(link);
     if (end == 0 && info) {
         if (info->monitor_of_sink == PA_INVALID_INDEX)
-            self->m_listing.inputs.append(
-                {{QString::fromUtf8(info->description), QString::fromUtf8(info->name), info->index | inputBit},
-                 info->sample_spec.rate});
+            self->m_listing.inputs.append(self->input(*info));
         return;
     }
     self->listed();
@@ -240,6 +246,14 @@ void SoundServer::Link::onSource(pa_context *, const pa_source_info *info, int e
         self->m_listAgain = false;
         self->list();
     }
+}
+
+SoundDevice SoundServer::Link::input(const pa_source_info &info) const {
+    const QString uid = QString::fromUtf8(info.name);
+    // One device that plays and records is one device.
+    const SoundDevice *output = m_listing.findOutput(uid);
+    return {{QString::fromUtf8(info.description), uid, output ? output->info.deviceID : info.index | inputBit},
+            info.sample_spec.rate};
 }
 
 SoundServer::SoundServer(const QString &address, QObject *parent)
@@ -270,6 +284,14 @@ pa_threaded_mainloop *SoundServer::mainloop() const {
 
 pa_context *SoundServer::context() const {
     return state() == State::Ready ? m_link->context : nullptr;
+}
+
+void SoundServer::retire(pa_stream *stream, std::chrono::microseconds lingering) {
+    m_link->retired.add(stream, lingering);
+}
+
+bool SoundServer::isStandIn(const char *name) {
+    return qstrcmp(name, "auto_null") == 0;
 }
 
 void SoundServer::connectToServer() {

@@ -11,6 +11,7 @@
 #include "audio/devices/AudioDeviceInfo.h"
 
 struct pa_context;
+struct pa_stream;
 struct pa_threaded_mainloop;
 
 namespace orlenta::audio {
@@ -57,9 +58,18 @@ public:
     /// The devices as of now; empty without a server. Never waits for the server. Any thread.
     [[nodiscard]] SoundDeviceTable devices() const;
 
-    /// For streams, which are made on the main thread with the loop locked. Null while there is no connection.
+    /// For streams, which are made on the main thread with the loop locked.
     [[nodiscard]] pa_threaded_mainloop *mainloop() const;
+    /// Null while there is no connection, which may be from one call to the next: to be asked for once. What it gave
+    /// stays there until the event loop is entered again, or for whoever takes a reference. Main thread.
     [[nodiscard]] pa_context *context() const;
+    /// Takes over the reference to a stream that is no longer of use and ends it after `lingering`. With the loop
+    /// locked.
+    void retire(pa_stream *stream, std::chrono::microseconds lingering);
+
+    /// Whether an output of that name is PipeWire's stand-in while no other is left: it takes streams and plays them to
+    /// nobody.
+    [[nodiscard]] static bool isStandIn(const char *name);
 
 Q_SIGNALS:
     void stateChanged();

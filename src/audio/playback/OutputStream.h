@@ -11,6 +11,7 @@
 #include "base/Result.h"
 
 class QObject;
+class QThreadPool;
 
 namespace orlenta::audio {
 
@@ -18,28 +19,40 @@ class AudioFileReader;
 class SoundServer;
 
 /// One stretch of one file on its way to one sink: made for each play, seek and change of device, since a fresh stream
-/// starts as fast as an old one restarts, and a flushed one loses count of its place. Silent as soon as it is
-/// destroyed. Made, asked and destroyed on the main thread; reading and sending run on the sound server's.
+/// starts as fast as an old one restarts, and a flushed one loses count of its place. When it is destroyed the sound
+/// falls away within some 30 milliseconds, as fast as it can without a click. Made, asked and destroyed on the main
+/// thread; sending runs on the sound server's.
 class OutputStream final {
 public:
+    /// What is played.
+    struct Stretch {
+        /// Nobody else may touch it, but the streams before and after on the same `readers`.
+        std::shared_ptr<AudioFileReader> reader;
+        /// Hertz, of the file.
+        double sampleRate = 0.0;
+        qint64 startFrame = 0;
+        /// One thread, on which the file is read.
+        QThreadPool &readers;
+    };
+    /// What a stream can lose.
+    enum class Loss { Output, Server };
     /// What becomes of the stream. Each is called on `receiver`'s thread, later than the call that caused it, and may
     /// come when the stream is gone already. At most one of them comes.
     struct Events {
         QObject *receiver = nullptr;
         /// The last frame has been heard.
         std::function<void()> finished;
-        /// The sink or the server is gone; `frame` of the file is where to go on. A little is heard twice rather than
-        /// lost.
-        std::function<void(qint64 frame)> lost;
-        /// The file could not be read on.
+        /// The sink is gone, or the server doesn't answer; `frame` of the file is where to go on. A little is heard
+        /// twice rather than lost.
+        std::function<void(Loss why, qint64 frame)> lost;
+        /// The file could not be read on; what could has been heard.
         std::function<void(const QString &description)> broken;
     };
 
-    /// Starts playing `reader`, which nobody else may touch while the stream is there, from `startFrame` on. Without a
-    /// device, on the system's default output, following it when it changes; with one, on that sink and no other.
+    /// Starts playing. Without a device, on the system's default output, following it when it changes; with one, on
+    /// that sink and no other.
     [[nodiscard]] static base::Result<std::unique_ptr<OutputStream>, RoutedAudioPlayerError>
-    open(SoundServer &server, std::optional<std::uint32_t> deviceID, std::shared_ptr<AudioFileReader> reader,
-         qint64 startFrame, Events events);
+    open(SoundServer &server, std::optional<std::uint32_t> deviceID, const Stretch &stretch, Events events);
     ~OutputStream();
     OutputStream(const OutputStream &) = delete;
     OutputStream &operator=(const OutputStream &) = delete;

@@ -121,6 +121,13 @@ void PlaybackController::seek(const PlaybackLine &line, AudioSource source, doub
     setProgress(share);
     if (m_isPlaying)
         return;
+    // Another output may have been chosen, or the chosen one have come back under another number.
+    if (const RoutedAudioPlayer::Outcome routed = applyPersistedOutputDevice(); !routed) {
+        m_diagnostics.recordRoutingFailure(routed.error().description(),
+                                           QStringLiteral("PlaybackController.applyPersistedOutputDevice"));
+        fail(routed.error());
+        return;
+    }
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer.play from PlaybackController.seek"));
     if (const RoutedAudioPlayer::Outcome played = m_player.play(); !played) {
         m_diagnostics.recordRoutingFailure(played.error().description(),

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 #include <utility>
+
+#include "audio/playback/FadeCurve.h"
 
 namespace orlenta::audio {
 
@@ -25,12 +26,11 @@ base::Result<qsizetype, AudioFileError> PlaybackSource::read(std::span<float> sa
     return frames;
 }
 
-// Half a cosine period, which has no corner at either end.
 void PlaybackSource::fadeIn(std::span<float> samples) {
     const auto channels = static_cast<std::size_t>(channelCount());
     for (; !samples.empty() && m_fadedFrames < m_fadeFrames; ++m_fadedFrames) {
         const double share = static_cast<double>(m_fadedFrames) / static_cast<double>(m_fadeFrames);
-        const auto gain = static_cast<float>(0.5 - 0.5 * std::cos(std::numbers::pi * share));
+        const float gain = fadeCurve(share);
         for (float &sample : samples.first(channels))
             sample *= gain;
         samples = samples.subspan(channels);

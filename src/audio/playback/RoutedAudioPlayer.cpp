@@ -22,7 +22,9 @@ QString deviceText(std::optional<std::uint32_t> deviceID) {
 
 } // namespace
 
-RoutedAudioPlayer::RoutedAudioPlayer(SoundServer &server, QObject *parent) : QObject(parent), m_server(server) {}
+RoutedAudioPlayer::RoutedAudioPlayer(SoundServer &server, QObject *parent) : QObject(parent), m_server(server) {
+    m_readers.setMaxThreadCount(1);
+}
 
 RoutedAudioPlayer::~RoutedAudioPlayer() = default;
 
@@ -111,11 +113,14 @@ RoutedAudioPlayer::Outcome RoutedAudioPlayer::schedulePlayback(qint64 startingFr
     OutputStream::Events events;
     events.receiver = this;
     events.finished = [this, generation] { handlePlaybackCompleted(generation); };
-    events.lost = [this, generation](qint64 frame) { handleStreamLost(generation, frame); };
+    events.lost = [this, generation](OutputStream::Loss why, qint64 frame) {
+        handleStreamLost(generation, why, frame);
+    };
     events.broken = [this, generation](const QString &why) {
         handleStreamBroken(generation, RoutedAudioPlayerError::fileUnreadable(why));
     };
-    auto stream = OutputStream::open(m_server, m_appliedOutputDeviceID, m_audioFile, start, std::move(events));
+    auto stream = OutputStream::open(m_server, m_appliedOutputDeviceID, {m_audioFile, m_sampleRate, start, m_readers},
+                                     std::move(events));
     if (!stream)
         return base::fail(stream.error());
     m_stream = std::move(stream).value();
@@ -166,11 +171,25 @@ void RoutedAudioPlayer::seek(double fraction) {
     if (!going) {
         AudioDebugLogger::log(
             QStringLiteral("RoutedAudioPlayer ERROR: seek reschedule failed %1").arg(going.error().description()));
+        recoverFromFailedSeek(going.error());
         return;
     }
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer play called after seek"));
     m_isNodePlaying = true;
     m_isPlaybackActive = true;
+}
+
+/// The stream that was to tell of the loss has been ended by the seek, so nobody else will.
+void RoutedAudioPlayer::recoverFromFailedSeek(const RoutedAudioPlayerError &error) {
+    QMetaObject::invokeMethod(
+        this,
+        [this, error, generation = m_scheduleGeneration] {
+            if (m_appliedOutputDeviceID)
+                handleStreamLost(generation, OutputStream::Loss::Output, m_scheduledStartFrame);
+            else
+                handleStreamBroken(generation, error);
+        },
+        Qt::QueuedConnection);
 }
 
 RoutedAudioPlayer::Outcome RoutedAudioPlayer::setOutputDeviceID(std::optional<std::uint32_t> deviceID) {
@@ -207,7 +226,7 @@ RoutedAudioPlayer::Outcome RoutedAudioPlayer::setOutputDeviceID(std::optional<st
 RoutedAudioPlayer::Outcome RoutedAudioPlayer::bindOutputDevice(std::uint32_t deviceID) {
     AudioDebugLogger::log(
         QStringLiteral("RoutedAudioPlayer.setOutputDeviceID requested=%1 using path=setDeviceID").arg(deviceID));
-    if (!AudioDeviceEnumerator(m_server).isDeviceAlive(deviceID)) {
+    if (!AudioDeviceEnumerator(m_server).isDeviceAlive(deviceID) || !m_server.devices().findOutput(deviceID)) {
         return base::fail(RoutedAudioPlayerError{
             RoutedAudioPlayerError::Kind::AudioUnitSetPropertyFailed, deviceID, PA_ERR_NOENTITY, {}});
     }
@@ -216,12 +235,14 @@ RoutedAudioPlayer::Outcome RoutedAudioPlayer::bindOutputDevice(std::uint32_t dev
     return {};
 }
 
-void RoutedAudioPlayer::handleStreamLost(int generation, qint64 frame) {
+void RoutedAudioPlayer::handleStreamLost(int generation, OutputStream::Loss why, qint64 frame) {
     if (generation != m_scheduleGeneration)
         return;
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer engine configuration changed"));
     if (!m_appliedOutputDeviceID) {
-        handleStreamBroken(generation, RoutedAudioPlayerError::soundServerUnavailable({}));
+        handleStreamBroken(generation, why == OutputStream::Loss::Output
+                                           ? RoutedAudioPlayerError{RoutedAudioPlayerError::Kind::NoOutput, 0, 0, {}}
+                                           : RoutedAudioPlayerError::soundServerUnavailable({}));
         return;
     }
     const double time = static_cast<double>(frame) / m_sampleRate;

@@ -6,15 +6,16 @@
 #include <optional>
 
 #include <QtCore/QObject>
+#include <QtCore/QThreadPool>
 #include <QtCore/QUrl>
 
+#include "audio/playback/OutputStream.h"
 #include "audio/playback/RoutedAudioPlayerError.h"
 #include "base/Result.h"
 
 namespace orlenta::audio {
 
 class AudioFileReader;
-class OutputStream;
 class SoundServer;
 
 /// Plays one audio file through one output, whatever the system's default is. When the chosen output vanishes in
@@ -48,7 +49,7 @@ public:
     Outcome load(const QUrl &url);
     /// Plays from the place of the last seek or stop. At the end of the file it completes at once, a turn later.
     Outcome play();
-    /// Silent at once; the completion handler isn't called.
+    /// The sound falls away at once; the completion handler isn't called.
     void stop();
     /// `fraction` of the file, 0 to 1; others are clamped. Goes on playing when it was.
     void seek(double fraction);
@@ -61,7 +62,8 @@ private:
     Outcome schedulePlayback(qint64 startingFrame);
     void stopNode();
     void handlePlaybackCompleted(int generation);
-    void handleStreamLost(int generation, qint64 frame);
+    void handleStreamLost(int generation, OutputStream::Loss why, qint64 frame);
+    void recoverFromFailedSeek(const RoutedAudioPlayerError &error);
     void handleStreamBroken(int generation, const RoutedAudioPlayerError &error);
     Outcome fallbackToSystemDefaultAndResume(double time);
 
@@ -69,7 +71,9 @@ private:
     std::function<void()> m_completionHandler;
     std::function<void(const RoutedAudioPlayerError &)> m_failureHandler;
     QUrl m_loadedURL;
-    /// Kept open, so that a file that is deleted meanwhile still plays. Read by the stream alone while there is one.
+    /// One thread, so that what an earlier stream still reads is over before the next one's first read.
+    QThreadPool m_readers;
+    /// Kept open, so that a file that is deleted meanwhile still plays. Read on that thread alone while it plays.
     std::shared_ptr<AudioFileReader> m_audioFile;
     qint64 m_length = 0;
     double m_sampleRate = 0.0;

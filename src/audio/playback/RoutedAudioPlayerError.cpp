@@ -29,6 +29,8 @@ QString RoutedAudioPlayerError::description() const {
     case Kind::SoundServerUnavailable:
         return underlying.isEmpty() ? QStringLiteral("The sound server is not available.")
                                     : QStringLiteral("The sound server is not available: %1").arg(underlying);
+    case Kind::NoOutput:
+        return QStringLiteral("There is no sound output to play through.");
     }
     Q_UNREACHABLE();
 }

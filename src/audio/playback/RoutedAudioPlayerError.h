@@ -18,6 +18,8 @@ struct RoutedAudioPlayerError {
         FileUnreadable,
         /// The sound server doesn't answer, or refuses a stream; `underlying` is its reason, or empty.
         SoundServerUnavailable,
+        /// The sound server has no output.
+        NoOutput,
     };
 
     Kind kind = Kind::NoFileLoaded;

@@ -22,7 +22,8 @@ pa_usec_t laterBy(std::chrono::microseconds duration) {
 /// One change, with the loop locked but for the waits.
 class DefaultSourceChange final {
 public:
-    explicit DefaultSourceChange(SoundServer &server) : m_mainloop(server.mainloop()), m_context(server.context()) {}
+    DefaultSourceChange(pa_threaded_mainloop *mainloop, pa_context *context)
+        : m_mainloop(mainloop), m_context(pa_context_ref(context)) {}
     ~DefaultSourceChange();
     DefaultSourceChange(const DefaultSourceChange &) = delete;
     DefaultSourceChange &operator=(const DefaultSourceChange &) = delete;
@@ -54,6 +55,7 @@ DefaultSourceChange::~DefaultSourceChange() {
     for (pa_time_event *event : {m_deadline, m_pause})
         if (event)
             pa_threaded_mainloop_get_api(m_mainloop)->time_free(event);
+    pa_context_unref(m_context);
 }
 
 base::Result<void, DefaultSourceFailure> DefaultSourceChange::run(const QByteArray &name) {
@@ -130,10 +132,11 @@ void DefaultSourceChange::onPauseOver(pa_mainloop_api *, pa_time_event *, const 
 } // namespace
 
 base::Result<void, DefaultSourceFailure> setDefaultSource(SoundServer &server, const QByteArray &name) {
-    if (!server.context())
+    pa_context *const context = server.context();
+    if (!context)
         return refusal(PA_ERR_CONNECTIONREFUSED);
     const SoundServerLock lock(server.mainloop());
-    return DefaultSourceChange(server).run(name);
+    return DefaultSourceChange(server.mainloop(), context).run(name);
 }
 
 } // namespace orlenta::audio

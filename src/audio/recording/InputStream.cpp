@@ -33,7 +33,7 @@ pa_usec_t inMicroseconds(std::chrono::microseconds duration) {
 /// The stream as libpulse's callbacks see it. Touched with the loop locked, but for the count of what has come.
 class InputStream::Link final {
 public:
-    Link(SoundServer &server, const Source &source, RecordingWriter &writer, Events events);
+    Link(SoundServer &server, pa_context *context, const Source &source, RecordingWriter &writer, Events events);
     ~Link();
 
     /// The server's words where it can't be done.
@@ -55,6 +55,7 @@ private:
     static void onReadable(pa_stream *stream, std::size_t bytes, void *link);
     static void onDeadline(pa_mainloop_api *api, pa_time_event *event, const timeval *time, void *link);
 
+    SoundServer &m_server;
     pa_threaded_mainloop *m_mainloop;
     pa_context *m_context;
     pa_stream *m_stream = nullptr;
@@ -69,20 +70,17 @@ private:
     bool m_isOver = false;
 };
 
-InputStream::Link::Link(SoundServer &server, const Source &source, RecordingWriter &writer, Events events)
-    : m_mainloop(server.mainloop()), m_context(pa_context_ref(server.context())), m_source(source), m_writer(writer),
-      m_events(std::move(events)) {}
+InputStream::Link::Link(SoundServer &server, pa_context *context, const Source &source, RecordingWriter &writer,
+                        Events events)
+    : m_server(server), m_mainloop(server.mainloop()), m_context(pa_context_ref(context)), m_source(source),
+      m_writer(writer), m_events(std::move(events)) {}
 
 InputStream::Link::~Link() {
     const SoundServerLock lock(m_mainloop);
     if (m_deadline)
         pa_threaded_mainloop_get_api(m_mainloop)->time_free(m_deadline);
-    if (m_stream) {
-        pa_stream_set_state_callback(m_stream, nullptr, nullptr);
-        pa_stream_set_read_callback(m_stream, nullptr, nullptr);
-        pa_stream_disconnect(m_stream);
-        pa_stream_unref(m_stream);
-    }
+    if (m_stream)
+        m_server.retire(m_stream, std::chrono::microseconds(0));
     pa_context_unref(m_context);
 }
 
@@ -221,11 +219,12 @@ void InputStream::Link::onDeadline(pa_mainloop_api *, pa_time_event *, const tim
 
 base::Result<std::unique_ptr<InputStream>, QString> InputStream::open(SoundServer &server, const Source &source,
                                                                       RecordingWriter &writer, Events events) {
-    if (!server.context())
+    pa_context *const context = server.context();
+    if (!context)
         return base::fail(QString::fromUtf8(pa_strerror(PA_ERR_CONNECTIONREFUSED)));
     if (source.name.isEmpty() || !pa_sample_rate_valid(source.sampleRate))
         return base::fail(QString::fromUtf8(pa_strerror(PA_ERR_NOENTITY)));
-    auto link = std::make_unique<Link>(server, source, writer, std::move(events));
+    auto link = std::make_unique<Link>(server, context, source, writer, std::move(events));
     if (auto refused = link->connect())
         return base::fail(*std::move(refused));
     return std::unique_ptr<InputStream>(new InputStream(std::move(link)));
