@@ -90,30 +90,30 @@ QCoro::Task<void> DirectionAudio::installRecording(QUrl file, double durationSec
 
 QCoro::Task<void> DirectionAudio::importDirectionAudio(QUrl source, model::LineId id) {
     const UnderWay underWay(this);
-    const QString stem = QFileInfo(source.toLocalFile()).completeBaseName();
-    co_await import(source, stem, id);
+    const QString name = source.fileName();
+    co_await import(source, name, id);
 }
 
 QCoro::Task<void> DirectionAudio::importDroppedFile(QUrl source, model::LineId id) {
     const UnderWay underWay(this);
-    const QString stem = QFileInfo(source.toLocalFile()).completeBaseName();
+    const QString name = source.fileName();
     const auto staged = audio::AudioImporter::stageDroppedFile(source);
     if (!staged) {
-        fail(audio::description(staged.error()));
+        failToImport(name, audio::description(staged.error()));
         co_return;
     }
     const QUrl copy = staged.value();
-    co_await import(copy, stem, id);
+    co_await import(copy, name, id);
     QFile::remove(copy.toLocalFile());
 }
 
-QCoro::Task<void> DirectionAudio::import(QUrl source, QString stem, model::LineId id) {
+QCoro::Task<void> DirectionAudio::import(QUrl source, QString name, model::LineId id) {
     if (m_parts.document.findLine(id) == nullptr)
         co_return;
     const QString folder = m_parts.document.folder();
-    const auto to = newPath(tags::cleanedClipName(stem));
+    const auto to = newPath(tags::cleanedClipName(QFileInfo(name).completeBaseName()));
     if (!to) {
-        fail(to.error().description());
+        failToImport(name, to.error().description());
         co_return;
     }
     const QPointer<DirectionAudio> self(this);
@@ -123,7 +123,7 @@ QCoro::Task<void> DirectionAudio::import(QUrl source, QString stem, model::LineI
     if (!self)
         co_return;
     if (!imported) {
-        fail(audio::description(imported.error()));
+        failToImport(name, audio::description(imported.error()));
         co_return;
     }
     if (m_parts.document.folder() != folder)
@@ -170,10 +170,16 @@ void DirectionAudio::adopt(const QString &path, double durationSeconds, const mo
         id, [&](LineRuntimeState &state) { state.directionAudioURL = QUrl::fromLocalFile(path); }, EditKey());
     m_parts.waveforms.invalidate(id, WaveformKind::SourceRecording, EditKey());
     m_parts.history.registerUndo(before, QStringLiteral("Import Direction Audio"));
+    Q_EMIT adopted(id);
 }
 
 void DirectionAudio::fail(const QString &description) {
     m_parts.document.setSpotError(QStringLiteral("Audio import failed: %1").arg(description));
+}
+
+void DirectionAudio::failToImport(const QString &name, const QString &description) {
+    // By then the user may have chosen another file for another line.
+    fail(name.isEmpty() ? description : QStringLiteral("%1 (%2)").arg(description, name));
 }
 
 void DirectionAudio::failToStore(const QString &recording, const ProjectControllerError &error) {

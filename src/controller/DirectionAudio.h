@@ -43,18 +43,22 @@ public:
     QCoro::Task<void> importDroppedFile(QUrl source, model::LineId id);
 
 Q_SIGNALS:
+    /// A recording or an imported file has become the line's direction.
+    void adopted(const orlenta::model::LineId &id);
     /// The last file that was on its way has arrived, or could not.
     void settled();
 
 private:
     class UnderWay;
 
-    QCoro::Task<void> import(QUrl source, QString stem, model::LineId id);
+    QCoro::Task<void> import(QUrl source, QString name, model::LineId id);
     /// A path for a new recording of that name, in a folder that exists.
     [[nodiscard]] base::Result<QString, ProjectControllerError> newPath(const QString &stem) const;
     /// The undo step is "Import Direction Audio".
     void adopt(const QString &path, double durationSeconds, const model::LineId &id);
     void fail(const QString &description);
+    /// Tells which of the user's files it was.
+    void failToImport(const QString &name, const QString &description);
     void failToStore(const QString &recording, const ProjectControllerError &error);
 
     Parts m_parts;

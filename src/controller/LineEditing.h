@@ -60,7 +60,7 @@ public:
     /// Puts a copy of the line at the end of a tab, or before the line at `insertionIndex` there.
     void copyLineToTab(const model::LineId &id, const model::TabId &target,
                        std::optional<qsizetype> insertionIndex = std::nullopt);
-    /// Writes the notes; no undo step.
+    /// Writes the notes: no undo step, nor does undoing another one take them back.
     void setNotes(const model::LineId &id, const QString &notes);
 
 private:

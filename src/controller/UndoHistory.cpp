@@ -1,5 +1,7 @@
 #include "controller/UndoHistory.h"
 
+#include <utility>
+
 #include "controller/Document.h"
 #include "controller/LineRuntime.h"
 #include "controller/MediaFiles.h"
@@ -9,6 +11,25 @@
 #include "controller/UndoManager.h"
 
 namespace orlenta::controller {
+namespace {
+
+// Writing notes is no step of its own, so nothing could bring back what an undo of something else took away.
+void keepNotes(const model::LineList &live, model::LineList &next) {
+    for (qsizetype index = 0; index < next.size(); ++index) {
+        const model::ProjectLine &stored = next.at(index);
+        // Shared by both: the usual case by far.
+        if (index < live.size() && &live.at(index) == &stored)
+            continue;
+        const model::ProjectLine *present = live.find(stored.lineId);
+        if (present == nullptr || present->notes == stored.notes)
+            continue;
+        model::ProjectLine line = stored;
+        line.notes = present->notes;
+        next.replace(index, std::move(line));
+    }
+}
+
+} // namespace
 
 StoreUndoSnapshot UndoHistory::takeSnapshot() {
     m_parts.typing.commit();
@@ -49,13 +70,14 @@ void UndoHistory::restore(const StoreUndoSnapshot &snapshot) {
     m_parts.selection.normalise(preferred, Selection::AutoSelect::On);
 }
 
-// The project's identity isn't undone: a Save As or a rename stays.
+// The project's identity isn't undone: a Save As or a rename stays. Nor are notes.
 void UndoHistory::restoreProject(const model::Project &stored) {
     const model::Project &live = m_parts.document.project();
     model::Project next = stored;
     next.projectId = live.projectId;
     next.projectName = live.projectName;
     next.activeTabId = live.activeTabId;
+    keepNotes(live.lines, next.lines);
     m_parts.document.restructure(EditKey()) = next;
     m_parts.structure.setTabs(stored.tabs, EditKey());
     if (stored.activeTabId)

@@ -16,7 +16,7 @@ class TypingSession;
 class UndoManager;
 
 /// Undo by snapshots: an operation takes one before it changes anything and registers it when it is done. Undo and redo
-/// swap the stored snapshot with the live state through the same code.
+/// swap the stored snapshot with the live state through the same code. The notes of lines stay as they are.
 class UndoHistory final {
 public:
     struct Parts {

@@ -136,7 +136,9 @@ TEST_F(DirectionAudioTest, AFailureIsToldAndChangesNothing) {
     import(QUrl::fromLocalFile(text.fileName()), project.id(0));
     EXPECT_EQ(project->spotError(),
               QStringLiteral("Audio import failed: Couldn't import this file. Only WAV, MP3, M4A, and AIFF are "
-                             "supported."));
+                             "supported. (notes.flac)"));
+    QCoro::waitFor(project->directionAudio().importDroppedFile(QUrl::fromLocalFile(text.fileName()), project.id(0)));
+    EXPECT_TRUE(project->spotError().endsWith(QStringLiteral("supported. (notes.flac)")));
     project->setSpotError({});
 
     const QString missing = elsewhere.filePath(QStringLiteral("gone.wav"));

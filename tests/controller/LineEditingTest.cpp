@@ -132,6 +132,31 @@ TEST(LineEditing, SplittingMakesALineOfEachSentenceWithoutTakes) {
     EXPECT_EQ(project.line(0).takes.size(), 1);
 }
 
+TEST(LineEditing, NotesOutliveTheUndoAndRedoOfWhatWasDoneBeforeThem) {
+    const QString notes = QStringLiteral("softer");
+    ScriptProject project({words("a b c")}, ScriptProject::Folder::OnDisk);
+    const model::LineId a = project.id(0);
+    const model::LineId b = project.id(1);
+    project->lines().duplicateLine(a);
+    project->lines().setNotes(b, notes);
+    project->undoManager().undo();
+    EXPECT_EQ(project->lines().find(b)->notes, notes);
+    project->undoManager().redo();
+    EXPECT_EQ(project->lines().find(b)->notes, notes);
+
+    project->lines().deleteLine(b);
+    project->undoManager().undo();
+    EXPECT_EQ(project->lines().find(b)->notes, notes);
+    project->lines().setNotes(b, QString());
+    project->undoManager().undo();
+    EXPECT_EQ(project->lines().find(b)->notes, QString());
+    project->lines().setNotes(b, notes);
+    project->lines().addLine();
+    ASSERT_TRUE(project->save());
+    project.reopen();
+    EXPECT_EQ(project->lines().find(b)->notes, notes);
+}
+
 TEST(LineEditing, ALineWithoutOwnSettingsHandsItsPresetsOnWhenSplit) {
     model::Project records = test::scriptProject({{QStringLiteral("One. Two.")}});
     model::ProjectPreset preset = model::ProjectPreset::processDefault();

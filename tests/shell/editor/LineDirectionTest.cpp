@@ -100,7 +100,8 @@ TEST_F(LineDirectionTest, ARefusedFileSaysWhyAndLeavesTheLineAlone) {
     EXPECT_TRUE(QTest::qWaitFor(
         [&] {
             return shows(QStringLiteral(
-                "Audio import failed: Couldn't import this file. Only WAV, MP3, M4A, and AIFF are supported."));
+                "Audio import failed: Couldn't import this file. Only WAV, MP3, M4A, and AIFF are supported. "
+                "(script.txt)"));
         },
         deadline));
     EXPECT_FALSE(isVoiceDirected(0));
