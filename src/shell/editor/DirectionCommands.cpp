@@ -18,8 +18,29 @@
 #include "shell/theme/Icon.h"
 
 namespace orlenta::shell {
+namespace {
 
-DirectionCommands::DirectionCommands(const Parts &parts, QObject *parent) : QObject(parent), m_parts(parts) {}
+QString playingRefused() {
+    return QStringLiteral("Stop the recording before playing.");
+}
+
+} // namespace
+
+DirectionCommands::DirectionCommands(const Parts &parts, QObject *parent) : QObject(parent), m_parts(parts) {
+    connect(&parts.recordings, &DirectionRecordings::changed, this, &DirectionCommands::forgetRefusal);
+}
+
+bool DirectionCommands::mayPlay() {
+    // The microphone would hear it.
+    if (m_parts.recordings.isRecording())
+        m_parts.controller.setSpotError(playingRefused());
+    return !m_parts.recordings.isRecording();
+}
+
+void DirectionCommands::forgetRefusal() {
+    if (m_parts.controller.spotError() == playingRefused() && !m_parts.recordings.isRecording())
+        m_parts.controller.setSpotError(QString());
+}
 
 void DirectionCommands::connectRow(LineRow *row) {
     connect(row, &LineRow::directionWished, this,
@@ -73,12 +94,12 @@ QUrl DirectionCommands::audioURL(const model::LineId &id) const {
 void DirectionCommands::togglePlayback(const model::LineId &id) {
     if (m_parts.playback.isPlayingSource(id))
         m_parts.playback.stop(audio::PlayheadReset::Reset);
-    else if (const QUrl url = audioURL(id); !url.isEmpty() && !m_parts.recordings.state(id).isRecording)
+    else if (const QUrl url = audioURL(id); !url.isEmpty() && mayPlay())
         m_parts.playback.playSource({id, url});
 }
 
 void DirectionCommands::seek(const model::LineId &id, double fraction) {
-    if (const QUrl url = audioURL(id); !url.isEmpty())
+    if (const QUrl url = audioURL(id); !url.isEmpty() && mayPlay())
         m_parts.playback.seekSource({id, url}, fraction);
 }
 

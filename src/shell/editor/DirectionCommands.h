@@ -39,6 +39,8 @@ public:
     void carryOut(DirectionWish wish, const model::LineId &id, QWidget *parent);
     /// Plays the line's direction from that share of it on, 0 to 1.
     void seek(const model::LineId &id, double fraction);
+    /// Whether something may be played now; tells the user why not while a take records.
+    [[nodiscard]] bool mayPlay();
     void importFiles(const QList<QUrl> &files, const model::LineId &id);
     void addToMenu(QMenu &menu, const model::LineId &id, QWidget *parent);
 
@@ -47,6 +49,7 @@ Q_SIGNALS:
     void notesRequested(const orlenta::model::LineId &id);
 
 private:
+    void forgetRefusal();
     void toggleRecording(const model::LineId &id);
     void togglePlayback(const model::LineId &id);
     void chooseFile(const model::LineId &id, QWidget *parent);

@@ -37,6 +37,11 @@ DirectionRecordings::State DirectionRecordings::state(const model::LineId &id) c
             m_quiet.contains(id) ? QString() : recorder->errorMessage().value_or(QString())};
 }
 
+bool DirectionRecordings::isRecording() const {
+    return std::any_of(m_recorders.cbegin(), m_recorders.cend(),
+                       [](const AudioRecorder *recorder) { return recorder->isRecording() || recorder->isStarting(); });
+}
+
 void DirectionRecordings::start(const model::LineId &id) {
     if (m_controller.lines().find(id) == nullptr || !m_awaitingSettled.empty())
         return;

@@ -39,6 +39,8 @@ public:
     ~DirectionRecordings() override;
 
     [[nodiscard]] State state(const model::LineId &id) const;
+    /// Whether any line's take runs.
+    [[nodiscard]] bool isRecording() const;
     void start(const model::LineId &id);
     void stop(const model::LineId &id);
 

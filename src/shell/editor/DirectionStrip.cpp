@@ -109,6 +109,13 @@ void DirectionStrip::setContent(const DirectionContent &content) {
     showAudio();
 }
 
+void DirectionStrip::setProgress(double progress) {
+    if (m_content.playback == RowPlayback::Idle)
+        return;
+    m_content.progress = progress;
+    m_waveform->setProgress(progress);
+}
+
 void DirectionStrip::showRecording() {
     const bool isRecording = m_content.isRecording;
     const bool hasAudio = m_content.hasAudio;

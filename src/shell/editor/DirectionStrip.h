@@ -20,6 +20,8 @@ public:
     explicit DirectionStrip(QWidget *parent = nullptr);
 
     void setContent(const DirectionContent &content);
+    /// Moves the playhead of what plays to that share of it, 0 to 1.
+    void setProgress(double progress);
     /// The controls that take the keyboard, in their order; some may be hidden.
     [[nodiscard]] QList<QWidget *> controls() const;
     [[nodiscard]] WaveformBarsView &waveform() const { return *m_waveform; }

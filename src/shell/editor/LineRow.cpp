@@ -102,6 +102,18 @@ void LineRow::setContent(const LineRowContent &content) {
     update();
 }
 
+void LineRow::setProgress(RowAudio audio, double progress) {
+    if (audio == RowAudio::Direction) {
+        if (m_direction != nullptr && m_content.direction) {
+            m_content.direction->progress = progress;
+            m_direction->setProgress(progress);
+        }
+    } else if (m_content.playback != RowPlayback::Idle) {
+        m_content.progress = progress;
+        m_waveform->setProgress(progress);
+    }
+}
+
 void LineRow::showText(const LineRowContent &before) {
     const bool isOtherLine = before.id != m_content.id;
     if (isOtherLine)

@@ -53,6 +53,8 @@ public:
     [[nodiscard]] const LineRowContent &content() const { return m_content; }
     /// Shows this content. Another line's content replaces all; the same line's keeps the caret.
     void setContent(const LineRowContent &content);
+    /// Moves the playhead of what plays to that share of it, 0 to 1, and leaves the rest of the row as it is.
+    void setProgress(RowAudio audio, double progress);
     /// What ties the row to its line's changes; the one before is undone.
     void setWatch(const QMetaObject::Connection &watch);
 

@@ -31,6 +31,9 @@ enum class RowPlayback {
     Playing
 };
 
+/// Which of a line's audio is meant.
+enum class RowAudio { Generated, Direction };
+
 /// What the user wants of a line's direction.
 enum class DirectionWish {
     ToggleRecording,

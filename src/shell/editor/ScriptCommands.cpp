@@ -44,7 +44,7 @@ void ScriptCommands::connectRow(LineRow *row) {
     connect(row, &LineRow::stopRequested, this, &ScriptCommands::stop);
     connect(row, &LineRow::seekRequested, this, [this, row](double fraction) { seek(row->lineId(), fraction); });
     connect(row, &LineRow::takeChosen, this,
-            [this, row](const model::TakeId &take) { m_parts.controller.takes().switchTake(row->lineId(), take); });
+            [this, row](const model::TakeId &take) { switchTake(row->lineId(), take); });
     connect(row, &LineRow::menuRequested, this,
             [this, row](const QPoint &position) { openLineMenu(row->lineId(), position, row); });
     connect(row, &LineRow::deleteTakeRequested, this, [this, row] { deleteTake(row->lineId()); });
@@ -142,22 +142,27 @@ void ScriptCommands::editNeighbour(int step) {
         endEditing();
 }
 
+QList<audio::PlaybackLine> ScriptCommands::playable(const QList<model::LineId> &ids) const {
+    QList<audio::PlaybackLine> lines;
+    for (const model::LineId &id : ids) {
+        const model::ProjectLine *line = m_parts.controller.lines().find(id);
+        const QUrl url = line == nullptr ? QUrl() : m_parts.controller.media().audioURL(*line);
+        if (!url.isEmpty())
+            lines.append({id, url});
+    }
+    return lines;
+}
+
 void ScriptCommands::play(const model::LineId &id) {
-    const model::ProjectLine *line = m_parts.controller.lines().find(id);
-    if (line == nullptr)
-        return;
-    const QUrl url = m_parts.controller.media().audioURL(*line);
-    if (!url.isEmpty())
-        m_parts.playback.playLine({id, url});
+    const QList<audio::PlaybackLine> lines = playable({id});
+    if (!lines.isEmpty() && m_direction.mayPlay())
+        m_parts.playback.playLine(lines.first());
 }
 
 void ScriptCommands::seek(const model::LineId &id, double fraction) {
-    const model::ProjectLine *line = m_parts.controller.lines().find(id);
-    if (line == nullptr)
-        return;
-    const QUrl url = m_parts.controller.media().audioURL(*line);
-    if (!url.isEmpty())
-        m_parts.playback.seek({id, url}, fraction);
+    const QList<audio::PlaybackLine> lines = playable({id});
+    if (!lines.isEmpty() && m_direction.mayPlay())
+        m_parts.playback.seek(lines.first(), fraction);
 }
 
 void ScriptCommands::stop() {
@@ -177,19 +182,28 @@ void ScriptCommands::togglePlayback() {
     const QList<model::LineId> selected = m_parts.controller.selection().selectedLinesInScript();
     if (selected.size() == 1)
         return play(selected.first());
-    QList<audio::PlaybackLine> lines;
-    for (const model::LineId &id : selected) {
-        const model::ProjectLine *line = m_parts.controller.lines().find(id);
-        const QUrl url = line == nullptr ? QUrl() : m_parts.controller.media().audioURL(*line);
-        if (!url.isEmpty())
-            lines.append({id, url});
-    }
-    if (!lines.isEmpty())
+    const QList<audio::PlaybackLine> lines = playable(selected);
+    if (!lines.isEmpty() && m_direction.mayPlay())
+        m_parts.playback.playAll(lines);
+}
+
+void ScriptCommands::playWholeTab() {
+    const QList<audio::PlaybackLine> lines = playable(m_parts.controller.scriptLineIds());
+    if (!lines.isEmpty() && m_direction.mayPlay())
         m_parts.playback.playAll(lines);
 }
 
 void ScriptCommands::generate(const model::LineId &id) {
     m_parts.generator.enqueue({id}, speech::LineGenerationQueue::Priority::Prioritized);
+}
+
+void ScriptCommands::switchTake(const model::LineId &id, const model::TakeId &take) {
+    const model::ProjectLine *line = m_parts.controller.lines().find(id);
+    if (line == nullptr || line->activeTakeId == take)
+        return;
+    if (m_parts.playback.isCurrentGenerated(id))
+        stop();
+    m_parts.controller.takes().switchTake(id, take);
 }
 
 void ScriptCommands::deleteTake(const model::LineId &id) {

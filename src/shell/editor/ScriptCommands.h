@@ -15,7 +15,8 @@ class QWidget;
 
 namespace orlenta::audio {
 class PlaybackController;
-}
+struct PlaybackLine;
+} // namespace orlenta::audio
 namespace orlenta::controller {
 class LineGenerator;
 class ProjectController;
@@ -62,9 +63,13 @@ public:
     void stop();
     /// Stops what plays; otherwise plays the selection: one line, or those of several that have audio.
     void togglePlayback();
+    /// Plays the lines of the tab that have audio, one after the other.
+    void playWholeTab();
     [[nodiscard]] bool canPlaySelection() const;
 
     void generate(const model::LineId &id);
+    /// Puts another take in use. What plays of the one before ends.
+    void switchTake(const model::LineId &id, const model::TakeId &take);
     void deleteTake(const model::LineId &id);
     [[nodiscard]] DirectionCommands &direction() { return m_direction; }
     [[nodiscard]] DirectionRecordings &recordings() { return m_recordings; }
@@ -81,6 +86,7 @@ Q_SIGNALS:
 
 private:
     void connectText(LineRow *row);
+    [[nodiscard]] QList<audio::PlaybackLine> playable(const QList<model::LineId> &ids) const;
     void editAt(const model::LineId &id, const QPoint &point);
 
     Parts m_parts;

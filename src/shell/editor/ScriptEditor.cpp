@@ -5,15 +5,15 @@
 #include <QtGui/QContextMenuEvent>
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QVBoxLayout>
 
 #include "audio/playback/PlaybackController.h"
-#include "controller/LineGenerator.h"
+#include "controller/LineRuntime.h"
 #include "controller/ProjectController.h"
 #include "controller/Selection.h"
 #include "controller/TypingSession.h"
 #include "shell/editor/LineRow.h"
+#include "shell/editor/NotesField.h"
 #include "shell/editor/NoticeBar.h"
 #include "shell/editor/ScriptLines.h"
 #include "shell/editor/ScriptListView.h"
@@ -78,7 +78,8 @@ ScriptEditor::ScriptEditor(const ScriptCommands::Parts &parts, const ScriptTextF
     connect(&m_commands, &ScriptCommands::listFocusRequested, m_list,
             [this] { m_list->setFocus(Qt::OtherFocusReason); });
     connectProject();
-    connectFailures();
+    connectPlayback();
+    connectNotice();
     connectDirection();
     m_seenTabId = parts.controller.project().activeTabId;
     m_list->reload();
@@ -105,11 +106,19 @@ void ScriptEditor::connectProject() {
     connect(&project, &controller::ProjectController::typingFlushVersionChanged, m_list, &ScriptListView::refreshRows);
     connect(&project.selection(), &controller::Selection::selectionChanged, this, &ScriptEditor::followSelection);
     connect(&project.selection(), &controller::Selection::editingLineIdChanged, this, &ScriptEditor::followEditing);
-    audio::PlaybackController &playback = m_parts.playback;
-    connect(&playback, &audio::PlaybackController::currentlyPlayingLineIDChanged, this, &ScriptEditor::followPlayback);
-    connect(&playback, &audio::PlaybackController::currentAudioSourceChanged, this, &ScriptEditor::followPlayback);
-    connect(&playback, &audio::PlaybackController::isPlayingChanged, this, &ScriptEditor::followPlayback);
-    connect(&playback, &audio::PlaybackController::playbackProgressChanged, this, &ScriptEditor::followPlayback);
+}
+
+void ScriptEditor::connectPlayback() {
+    const audio::PlaybackController &playback = m_parts.playback;
+    using Playback = audio::PlaybackController;
+    connect(&playback, &Playback::currentlyPlayingLineIDChanged, this, &ScriptEditor::followPlayhead);
+    connect(&playback, &Playback::currentAudioSourceChanged, this, &ScriptEditor::followPlayhead);
+    connect(&playback, &Playback::isPlayingChanged, this, &ScriptEditor::refreshHeardRow);
+    connect(&playback, &Playback::playbackProgressChanged, this, &ScriptEditor::followProgress);
+    connect(&playback, &Playback::isPlayingSequenceChanged, this, [this, &playback] {
+        if (playback.isPlayingSequence())
+            showHeardLine();
+    });
 }
 
 void ScriptEditor::connectDirection() {
@@ -123,33 +132,12 @@ void ScriptEditor::connectDirection() {
     });
 }
 
-void ScriptEditor::connectFailures() {
-    controller::LineGenerator &generator = m_parts.generator;
-    connect(&generator, &controller::LineGenerator::generateErrorChanged, this, [this, &generator] {
-        if (const auto message = generator.generateError())
-            showAlert(generator.generateErrorTitle(), *message, [&generator] { generator.dismissError(); });
-    });
-    connect(&m_parts.playback, &audio::PlaybackController::playbackFailed, this,
-            [this](const QString &description) { showAlert(QStringLiteral("Playback Failed"), description, [] {}); });
+void ScriptEditor::connectNotice() {
     controller::ProjectController &project = m_parts.controller;
     const auto showSpotError = [this, &project] { m_notice->setMessage(project.spotError()); };
     connect(&project, &controller::ProjectController::spotErrorChanged, this, showSpotError);
     connect(m_notice, &NoticeBar::dismissed, this, [&project] { project.setSpotError(QString()); });
     showSpotError();
-}
-
-void ScriptEditor::showAlert(const QString &title, const QString &message, const std::function<void()> &dismissed) {
-    // A later failure takes the place of the one that is still shown.
-    auto *alert = findChild<QMessageBox *>(QString(), Qt::FindDirectChildrenOnly);
-    if (alert == nullptr) {
-        alert = new QMessageBox(QMessageBox::Warning, QString(), QString(), QMessageBox::Ok, this);
-        alert->setAttribute(Qt::WA_DeleteOnClose);
-        alert->setTextFormat(Qt::PlainText);
-        alert->open();
-    }
-    alert->setText(title);
-    alert->setInformativeText(message);
-    connect(alert, &QMessageBox::finished, this, dismissed);
 }
 
 void ScriptEditor::followSelection() {
@@ -187,13 +175,44 @@ void ScriptEditor::focusEditedText() {
     text.setFocus(Qt::OtherFocusReason);
 }
 
-void ScriptEditor::followPlayback() {
-    const auto now = m_parts.playback.currentlyPlayingLineID();
-    const auto before = std::exchange(m_playingId, now);
+void ScriptEditor::followPlayhead() {
+    const audio::PlaybackController &playback = m_parts.playback;
+    const auto now = playback.currentlyPlayingLineID();
+    m_lines->setHeardAudio(now ? audioAtPlayhead(*now) : QUrl());
+    const auto before = std::exchange(m_heardId, now);
+    // Whoever has scrolled away from what is heard wants to look at something else.
+    const bool follows = before && before != now && playback.isPlayingSequence() && m_list->isInView(*before);
     if (before && before != now)
         m_list->refreshRow(*before);
-    if (now)
-        m_list->refreshRow(*now);
+    refreshHeardRow();
+    if (follows)
+        showHeardLine();
+}
+
+QUrl ScriptEditor::audioAtPlayhead(const model::LineId &id) const {
+    const controller::LineRuntimeState state = m_parts.controller.runtime().state(id);
+    return m_parts.playback.isCurrentSource(id) ? state.directionAudioURL : state.generatedAudioURL;
+}
+
+void ScriptEditor::refreshHeardRow() {
+    if (m_heardId)
+        m_list->refreshRow(*m_heardId);
+}
+
+void ScriptEditor::followProgress() {
+    // It comes many times a second: nothing but the playhead moves.
+    LineRow *row = m_heardId ? m_list->rowFor(*m_heardId) : nullptr;
+    if (row == nullptr || m_lines->heardAudio() != audioAtPlayhead(*m_heardId))
+        return;
+    const bool isDirection = m_parts.playback.isCurrentSource(*m_heardId);
+    row->setProgress(isDirection ? RowAudio::Direction : RowAudio::Generated, m_parts.playback.playbackProgress());
+}
+
+void ScriptEditor::showHeardLine() {
+    const bool isWriting = m_parts.controller.selection().editingLineId() ||
+                           qobject_cast<NotesField *>(QApplication::focusWidget()) != nullptr;
+    if (m_heardId && !isWriting)
+        m_list->ensureVisible(*m_heardId);
 }
 
 void ScriptEditor::step(bool forward) {

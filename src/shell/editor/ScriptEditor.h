@@ -18,9 +18,8 @@ class ScriptToolbar;
 class TagPalette;
 
 /// The script of one project: its tabs, the toolbar of the selection, the tag palette, and the active tab's lines. It
-/// shows what the controller holds, follows its selection, and shows its failures: a failed generation or playback as
-/// an alert, a failed hand-over of audio as a message below the lines. F6 and Shift+F6 leave the list, which keeps Tab
-/// to itself.
+/// shows what the controller holds, follows its selection and what plays, and shows a failed hand-over of audio as a
+/// message below the lines. F6 and Shift+F6 leave the list, which keeps Tab to itself.
 class ScriptEditor final : public QWidget {
     Q_OBJECT
 public:
@@ -48,17 +47,21 @@ protected:
 private:
     void applyMeasures();
     void connectProject();
-    void connectFailures();
+    void connectPlayback();
+    void connectNotice();
     void followSelection();
     void followEditing();
-    void followPlayback();
+    void followPlayhead();
+    void followProgress();
+    void refreshHeardRow();
+    void showHeardLine();
+    [[nodiscard]] QUrl audioAtPlayhead(const model::LineId &id) const;
     void connectDirection();
     bool handleDirectionKey(QKeyEvent *event);
     void focusEditedText();
     void step(bool forward);
     void leaveList(bool forward);
     bool handleListKey(QKeyEvent *event);
-    void showAlert(const QString &title, const QString &message, const std::function<void()> &dismissed);
 
     ScriptCommands::Parts m_parts;
     ScriptCommands m_commands;
@@ -69,7 +72,7 @@ private:
     ScriptListView *m_list = nullptr;
     NoticeBar *m_notice = nullptr;
     std::optional<model::LineId> m_seenFocusId;
-    std::optional<model::LineId> m_playingId;
+    std::optional<model::LineId> m_heardId;
     std::optional<model::TabId> m_seenTabId;
 };
 

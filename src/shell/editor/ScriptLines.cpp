@@ -124,7 +124,7 @@ void ScriptLines::fillDirection(LineRowContent &content) const {
     direction.duration = durationText(content.id, state.directionAudioURL);
     if (m_playback.isCurrentSource(content.id)) {
         direction.playback = m_playback.isPlaying() ? RowPlayback::Playing : RowPlayback::Current;
-        direction.progress = m_playback.playbackProgress();
+        direction.progress = m_heard == state.directionAudioURL ? m_playback.playbackProgress() : 0.0;
     }
 }
 
@@ -132,7 +132,8 @@ void ScriptLines::fillPlayback(LineRowContent &content) const {
     if (!m_playback.isCurrentGenerated(content.id))
         return;
     content.playback = m_playback.isPlaying() ? RowPlayback::Playing : RowPlayback::Current;
-    content.progress = m_playback.playbackProgress();
+    const QUrl file = m_controller.runtime().state(content.id).generatedAudioURL;
+    content.progress = m_heard == file ? m_playback.playbackProgress() : 0.0;
 }
 
 QString ScriptLines::durationText(const model::LineId &id, const QUrl &file) const {

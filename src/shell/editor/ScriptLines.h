@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtCore/QUrl>
+
 #include "shell/editor/ScriptListSource.h"
 
 class QUrl;
@@ -25,6 +27,9 @@ public:
     [[nodiscard]] Outline outline(const model::LineId &id) const override;
     /// Asks for the line's waveforms and durations, too, where they are missing; its row is told when they arrive.
     [[nodiscard]] LineRowContent content(const model::LineId &id, qsizetype index) const override;
+    /// The file that the playhead is in. A line that has come to another one shows nothing of its progress.
+    void setHeardAudio(const QUrl &file) { m_heard = file; }
+    [[nodiscard]] const QUrl &heardAudio() const { return m_heard; }
     QMetaObject::Connection watch(const model::LineId &id, LineRow *row) override;
 
 private:
@@ -37,6 +42,7 @@ private:
     controller::ProjectController &m_controller;
     audio::PlaybackController &m_playback;
     const DirectionRecordings &m_recordings;
+    QUrl m_heard;
 };
 
 } // namespace orlenta::shell

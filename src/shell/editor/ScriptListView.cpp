@@ -108,6 +108,11 @@ void ScriptListView::scrollToTop() {
     layOutFrom({0, margin()});
 }
 
+bool ScriptListView::isInView(const model::LineId &id) const {
+    const LineRow *row = rowFor(id);
+    return row != nullptr && row->isVisible() && row->geometry().intersects(viewport()->rect());
+}
+
 int ScriptListView::margin() const {
     return Theme::unit(this);
 }

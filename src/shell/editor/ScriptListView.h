@@ -31,6 +31,7 @@ public:
     /// Scrolls as little as it takes to have the line in view.
     void ensureVisible(const model::LineId &id);
     void scrollToTop();
+    [[nodiscard]] bool isInView(const model::LineId &id) const;
 
     /// The row that shows the line, or null when it is out of view.
     [[nodiscard]] LineRow *rowFor(const model::LineId &id) const { return m_rows.value(id); }

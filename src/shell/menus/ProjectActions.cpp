@@ -11,7 +11,6 @@
 #include "controller/LineEditing.h"
 #include "controller/LineGenerator.h"
 #include "controller/LineRuntime.h"
-#include "controller/MediaFiles.h"
 #include "controller/ProjectController.h"
 #include "controller/Selection.h"
 #include "controller/TabEditing.h"
@@ -37,18 +36,6 @@ QAction *projectAction(QObject *owner, const QString &title, const QString &key,
     if (!icon.isEmpty())
         action->setIcon(Icon::named(icon));
     return action;
-}
-
-/// The lines that have audio, ready to play.
-QList<audio::PlaybackLine> playable(const controller::ProjectController &controller, const QList<model::LineId> &ids) {
-    QList<audio::PlaybackLine> lines;
-    for (const model::LineId &id : ids) {
-        const model::ProjectLine *line = controller.lines().find(id);
-        const QUrl url = line == nullptr ? QUrl() : controller.media().audioURL(*line);
-        if (!url.isEmpty())
-            lines.append({id, url});
-    }
-    return lines;
 }
 
 } // namespace
@@ -98,7 +85,7 @@ ProjectActions::ProjectActions(controller::ProjectController &controller, audio:
     connectEditing();
     connectLines();
     connectTabs();
-    connectPlayback();
+    connect(&playback, &audio::PlaybackController::isPlayingChanged, this, &ProjectActions::refresh);
     connect(&controller.selection(), &controller::Selection::selectionChanged, this, &ProjectActions::refresh);
     connect(&controller, &controller::ProjectController::projectChanged, this, &ProjectActions::refresh);
     connect(&controller.runtime(), &controller::LineRuntime::statesChanged, this, &ProjectActions::refresh);
@@ -168,31 +155,9 @@ void ProjectActions::connectTabs() {
     connect(previousTab, &QAction::triggered, this, [this] { m_controller.tabs().selectPreviousTab(); });
 }
 
-void ProjectActions::connectPlayback() {
-    connect(play, &QAction::triggered, this, &ProjectActions::togglePlayback);
-    connect(playAll, &QAction::triggered, this, &ProjectActions::playWholeTab);
-    connect(&m_playback, &audio::PlaybackController::isPlayingChanged, this, &ProjectActions::refresh);
-}
-
 void ProjectActions::deleteSelectedLines() {
     m_controller.lines().deleteLines(m_controller.selection().selectedLinesInScript(),
                                      controller::LineEditing::Removal::Delete);
-}
-
-void ProjectActions::togglePlayback() {
-    if (m_playback.isPlaying()) {
-        m_playback.stop(audio::PlayheadReset::KeepPlace);
-        return;
-    }
-    const QList<audio::PlaybackLine> lines = playable(m_controller, m_controller.selection().selectedLinesInScript());
-    if (lines.size() == 1)
-        m_playback.playLine(lines.first());
-    else if (!lines.isEmpty())
-        m_playback.playAll(lines);
-}
-
-void ProjectActions::playWholeTab() {
-    m_playback.playAll(playable(m_controller, m_controller.scriptLineIds()));
 }
 
 void ProjectActions::selectEverything() {

@@ -16,7 +16,8 @@ class ProjectController;
 namespace orlenta::shell {
 
 /// The commands of one project window, for its menus and its toolbar alike, with their titles, keys and whether they
-/// can be used at the moment. Main thread; what it acts on outlives it.
+/// can be used at the moment. What concerns the window's own parts, playing among it, is the window's to carry out.
+/// Main thread; what it acts on outlives it.
 class ProjectActions final : public QObject {
     Q_OBJECT
 public:
@@ -54,17 +55,14 @@ private:
     void connectEditing();
     void connectLines();
     void connectTabs();
-    void connectPlayback();
     void deleteSelectedLines();
-    void togglePlayback();
-    void playWholeTab();
     void selectEverything();
     void refresh();
     void refreshUndo();
     void refreshTagToolbar();
 
     controller::ProjectController &m_controller;
-    audio::PlaybackController &m_playback;
+    const audio::PlaybackController &m_playback;
     controller::LineGenerator &m_generator;
 };
 

@@ -16,7 +16,8 @@ QMessageBox *ErrorAlerts::box() const {
 }
 
 void ErrorAlerts::show(const Alert &alert) {
-    const auto same = std::find_if(m_alerts.begin(), m_alerts.end(),
+    const qsizetype read = isClosing() ? 1 : 0;
+    const auto same = std::find_if(m_alerts.begin() + read, m_alerts.end(),
                                    [&](const Alert &other) { return other.source == alert.source; });
     if (same != m_alerts.end())
         *same = alert;
@@ -24,18 +25,25 @@ void ErrorAlerts::show(const Alert &alert) {
         m_alerts.append(alert);
     if (m_box == nullptr)
         showNext();
-    else
+    else if (read == 0)
         fill(m_alerts.first());
 }
 
 void ErrorAlerts::withdraw(AlertSource source) {
-    const bool isShown = m_box != nullptr && !m_alerts.isEmpty() && m_alerts.first().source == source;
-    if (isShown)
+    const qsizetype read = isClosing() ? 1 : 0;
+    if (m_box != nullptr && read == 0 && m_alerts.first().source == source) {
         m_alerts.first().dismissed = {};
-    else
-        m_alerts.removeIf([source](const Alert &alert) { return alert.source == source; });
-    if (isShown)
         m_box->accept();
+        return;
+    }
+    m_alerts.erase(std::remove_if(m_alerts.begin() + read, m_alerts.end(),
+                                  [source](const Alert &alert) { return alert.source == source; }),
+                   m_alerts.end());
+}
+
+// Between the user's answer and the end of the box, which what is told meanwhile must not get into.
+bool ErrorAlerts::isClosing() const {
+    return m_box != nullptr && !m_box->isVisible();
 }
 
 void ErrorAlerts::showNext() {

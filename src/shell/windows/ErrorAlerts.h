@@ -13,10 +13,10 @@ class QWidget;
 namespace orlenta::shell {
 
 /// Where a failure comes from. Each source has at most one alert: a newer failure takes the older one's place.
-enum class AlertSource { Save, LocalVoices };
+enum class AlertSource { Save, LocalVoices, Generation, Playback };
 
-/// The failures of one window that are no line's own, shown one at a time as sheets on it. What keeps failing changes
-/// the words of one alert instead of piling up many. Main thread.
+/// The failures of one window, shown one after the other as sheets on it, in the order in which they came. What keeps
+/// failing changes the words of one alert instead of piling up many. Main thread.
 class ErrorAlerts final : public QObject {
     Q_OBJECT
 public:
@@ -37,6 +37,7 @@ public:
     [[nodiscard]] QMessageBox *box() const;
 
 private:
+    [[nodiscard]] bool isClosing() const;
     void showNext();
     void fill(const Alert &alert);
 

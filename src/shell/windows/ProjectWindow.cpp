@@ -85,6 +85,9 @@ void ProjectWindow::connectCommands() {
     connect(m_actions->exportAudio, &QAction::triggered, this,
             [this] { m_export->exportSelectedAudio(m_toolbar->outputMode()); });
     connect(m_actions->account, &QAction::triggered, this, &ProjectWindow::showAccount);
+    ScriptCommands &commands = m_editor->commands();
+    connect(m_actions->play, &QAction::triggered, &commands, &ScriptCommands::togglePlayback);
+    connect(m_actions->playAll, &QAction::triggered, &commands, &ScriptCommands::playWholeTab);
     connect(m_actions->chooseVoice, &QAction::triggered, this, [this] {
         if (!m_inspector->isVisible())
             toggleInspector();
@@ -101,7 +104,17 @@ void ProjectWindow::connectCommands() {
 }
 
 void ProjectWindow::connectAlerts() {
-    // Generation, playback and hand-over are the editor's to tell; here stands what is the window's.
+    controller::LineGenerator &generator = m_parts.generator;
+    connect(&generator, &controller::LineGenerator::generateErrorChanged, this, [this, &generator] {
+        if (const auto message = generator.generateError())
+            m_alerts->show({AlertSource::Generation, generator.generateErrorTitle(), *message,
+                            [&generator] { generator.dismissError(); }});
+        else
+            m_alerts->withdraw(AlertSource::Generation);
+    });
+    connect(&m_parts.playback, &audio::PlaybackController::playbackFailed, this, [this](const QString &description) {
+        m_alerts->show({AlertSource::Playback, u"Playback Failed"_s, description, {}});
+    });
     const LocalVoices &localVoices = m_parts.context.localVoices;
     connect(&localVoices, &LocalVoices::stateChanged, this, [this, &localVoices] {
         // The account panel, where the switch is, tells it itself.

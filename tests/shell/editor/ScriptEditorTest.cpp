@@ -1,7 +1,6 @@
 #include <QtTest/QSignalSpy>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenu>
-#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QToolButton>
 
@@ -131,8 +130,6 @@ TEST_F(ScriptEditorTest, ARowsControlsAreReachedAndLeftByKeyboard) {
     key(Qt::Key_End);
     ASSERT_EQ(seek.size(), 1);
     EXPECT_DOUBLE_EQ(seek.first().first().toDouble(), 1.0);
-    if (auto *alert = editor->findChild<QMessageBox *>())
-        alert->accept();
     key(Qt::Key_Escape);
     EXPECT_TRUE(editor->list().hasFocus());
     key(Qt::Key_F6);
@@ -208,17 +205,6 @@ TEST_F(ScriptEditorTest, AClickInTheWaveformAsksForThatPlace) {
     QTest::mouseClick(waveform, Qt::LeftButton, {}, QPoint(waveform->width() / 4, 5));
     ASSERT_EQ(seek.size(), 1);
     EXPECT_NEAR(seek.first().first().toDouble(), 0.25, 0.01);
-}
-
-TEST_F(ScriptEditorTest, AFailedGenerationIsAnAlertThatCanBeDismissed) {
-    open(projectWith(threeTexts));
-    QTest::mouseClick(control<QPushButton>(0, QStringLiteral("Generate line 1")), Qt::LeftButton);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return editor->findChild<QMessageBox *>() != nullptr; }, 10000));
-    auto *alert = editor->findChild<QMessageBox *>();
-    EXPECT_EQ(alert->text(), QStringLiteral("Generation Failed"));
-    EXPECT_FALSE(alert->informativeText().isEmpty());
-    alert->accept();
-    EXPECT_FALSE(generator->generateError().has_value());
 }
 
 TEST_F(ScriptEditorTest, AFailedHandOverStaysBelowTheLinesUntilDismissed) {

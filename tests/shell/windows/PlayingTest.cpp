@@ -1,0 +1,105 @@
+#include <gtest/gtest.h>
+#include <QtGui/QAction>
+#include <QtTest/QTest>
+#include <QtWidgets/QToolButton>
+
+#include "controller/LineEditing.h"
+#include "controller/TakeEditing.h"
+#include "shell/editor/LineRow.h"
+#include "shell/editor/ScriptEditor.h"
+#include "shell/editor/ScriptListView.h"
+#include "shell/editor/WaveformBarsView.h"
+#include "shell/menus/ProjectActions.h"
+#include "shell/ShellSession.h"
+#include "shell/windows/ProjectWindow.h"
+#include "shell/windows/ProjectWindows.h"
+#include "support/SoundServerSession.h"
+#include "support/TestTone.h"
+
+using namespace Qt::StringLiterals;
+
+namespace orlenta::shell {
+namespace {
+
+using testing::waitUntil;
+
+/// A window on a project whose first line has a long take and a direction.
+class PlayingTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_EQ(server.failure(), QString());
+        ASSERT_TRUE(windows.openProject(session.makeProject(u"Heard"_s, {u"Hello."_s, u"Bye."_s}).folder));
+        ASSERT_TRUE(waitUntil([this] { return session.sound.state() == audio::SoundServer::State::Ready; }));
+        controller::TakeEditing &takes = project().controller().takes();
+        takes.installGeneratedAudio(testing::writeTone(session.path(u"take.wav"_s), 60.0).toLocalFile(), lineId(),
+                                    takes.generationContext(project().controller().project().lines.at(0)));
+        ASSERT_TRUE(actions().play->isEnabled());
+    }
+    void TearDown() override { project().controller().discardChanges(); }
+
+    [[nodiscard]] ProjectWindowController &project() const { return *windows.open().front(); }
+    [[nodiscard]] const audio::PlaybackController &playback() const { return project().playbackController(); }
+    [[nodiscard]] ScriptEditor &editor() const { return project().window().editor(); }
+    [[nodiscard]] const ProjectActions &actions() const { return project().window().actions(); }
+    [[nodiscard]] model::LineId lineId() const { return project().controller().project().lines.at(0).lineId; }
+    template <typename Widget>
+    [[nodiscard]] Widget *control(const QString &name) const {
+        for (Widget *widget : editor().list().rowFor(lineId())->template findChildren<Widget *>())
+            if (widget->accessibleName() == name)
+                return widget;
+        return nullptr;
+    }
+    [[nodiscard]] WaveformBarsView &waveform() const { return *control<WaveformBarsView>(u"Playhead of line 1"_s); }
+    void pressSpace() {
+        editor().list().setFocus();
+        QTest::keyClick(&editor().list(), Qt::Key_Space);
+    }
+
+    testing::SoundServerSession server{testing::SoundServerSession::Kind::PulseAudio};
+    testing::ShellSession session{QStringLiteral(ORLENTA_LOCAL_VOICES), server.address()};
+    ProjectWindows windows{session.context};
+};
+
+TEST_F(PlayingTest, EveryWayOfStoppingTakesThePlayheadAway) {
+    const QList<std::function<void()>> ways{[this] { actions().play->trigger(); }, [this] { pressSpace(); },
+                                            [this] { control<QToolButton>(u"Stop line 1"_s)->click(); }};
+    for (const auto &stop : ways) {
+        QTest::mouseClick(&waveform(), Qt::LeftButton, {}, QPoint(waveform().width() / 2, 3));
+        ASSERT_TRUE(playback().isPlaying());
+        EXPECT_TRUE(waitUntil([this] { return waveform().progress() > 0.5; }));
+        stop();
+        EXPECT_FALSE(playback().isPlaying());
+        EXPECT_FALSE(playback().currentlyPlayingLineID().has_value());
+        EXPECT_FALSE(waveform().showsProgress());
+        EXPECT_EQ(waveform().progress(), 0.0);
+    }
+}
+
+TEST_F(PlayingTest, NothingPlaysWhileATakeRecordsAndTheUserIsToldWhy) {
+    ScriptCommands &commands = editor().commands();
+    actions().play->trigger();
+    ASSERT_TRUE(playback().isPlaying());
+    const model::LineId other = project().controller().project().lines.at(1).lineId;
+    commands.direction().carryOut(DirectionWish::ToggleRecording, other, &editor());
+    EXPECT_FALSE(playback().isPlaying());
+    ASSERT_TRUE(waitUntil([&] { return commands.recordings().state(other).duration > 0.1; }));
+    const QList<std::function<void()>> ways{[this] { actions().play->trigger(); },
+                                            [this] { actions().playAll->trigger(); }, [this] { pressSpace(); },
+                                            [this] { control<QToolButton>(u"Play line 1"_s)->click(); },
+                                            [this] { QTest::mouseClick(&waveform(), Qt::LeftButton); }};
+    for (const auto &play : ways) {
+        project().controller().setSpotError(QString());
+        play();
+        EXPECT_FALSE(playback().isPlaying());
+        EXPECT_EQ(project().controller().spotError(), u"Stop the recording before playing."_s);
+    }
+    EXPECT_TRUE(commands.recordings().isRecording());
+    commands.recordings().stop(other);
+    ASSERT_TRUE(waitUntil([&] { return commands.recordings().isSettled(); }));
+    EXPECT_EQ(project().controller().spotError(), QString());
+    actions().play->trigger();
+    EXPECT_TRUE(playback().isPlaying());
+}
+
+} // namespace
+} // namespace orlenta::shell
