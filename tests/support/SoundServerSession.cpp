@@ -69,13 +69,17 @@ QProcessEnvironment SoundServerSession::environment() const {
     return values;
 }
 
+void SoundServerSession::prepare(QProcess &process) const {
+    process.setProcessEnvironment(environment());
+    // A test that dies must not leave anything behind.
+    process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
+}
+
 QProcess &SoundServerSession::start(const QString &program, const QStringList &arguments) {
     auto process = std::make_unique<QProcess>();
-    process->setProcessEnvironment(environment());
+    prepare(*process);
     process->setProcessChannelMode(QProcess::MergedChannels);
     process->setStandardOutputFile(m_folder.filePath(program + QStringLiteral(".log")));
-    // A test that dies must not leave a server behind.
-    process->setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
     process->start(program, arguments);
     process->waitForStarted();
     m_processes.push_back(std::move(process));
@@ -169,7 +173,7 @@ QString SoundServerSession::pactl(const QStringList &arguments) {
 
 QString SoundServerSession::run(const QString &program, const QStringList &arguments) {
     QProcess process;
-    process.setProcessEnvironment(environment());
+    prepare(process);
     process.start(program, arguments);
     process.waitForFinished();
     return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
@@ -177,7 +181,7 @@ QString SoundServerSession::run(const QString &program, const QStringList &argum
 
 SoundServerSession::Recording SoundServerSession::record(const QString &output, int rate) {
     auto process = std::make_unique<QProcess>();
-    process->setProcessEnvironment(environment());
+    prepare(*process);
     process->start(QStringLiteral("parec"),
                    {QStringLiteral("-d"), output + QStringLiteral(".monitor"), QStringLiteral("--rate=%1").arg(rate),
                     QStringLiteral("--channels=2"), QStringLiteral("--format=float32le"), QStringLiteral("--raw"),

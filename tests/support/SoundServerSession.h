@@ -58,6 +58,7 @@ private:
     void signalAll(int signal);
     void startPulseAudio();
     void startPipeWire();
+    void prepare(QProcess &process) const;
     QProcess &start(const QString &program, const QStringList &arguments);
     bool waitFor(const std::function<bool()> &isSo);
     [[nodiscard]] QProcessEnvironment environment() const;
