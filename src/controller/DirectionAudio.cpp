@@ -97,14 +97,21 @@ QCoro::Task<void> DirectionAudio::importDirectionAudio(QUrl source, model::LineI
 QCoro::Task<void> DirectionAudio::importDroppedFile(QUrl source, model::LineId id) {
     const UnderWay underWay(this);
     const QString name = source.fileName();
-    const auto staged = audio::AudioImporter::stageDroppedFile(source);
-    if (!staged) {
-        failToImport(name, audio::description(staged.error()));
+    const auto lent = audio::AudioImporter::openDroppedFile(source);
+    if (!lent) {
+        failToImport(name, audio::description(lent.error()));
         co_return;
     }
-    const QUrl copy = staged.value();
-    co_await import(copy, name, id);
-    QFile::remove(copy.toLocalFile());
+    const QPointer<DirectionAudio> self(this);
+    auto staging = QtConcurrent::run(&audio::AudioImporter::stageDroppedFile, lent.value());
+    const auto staged = co_await staging;
+    const QString copy = staged ? staged->toLocalFile() : QString();
+    if (self && staged)
+        co_await import(staged.value(), name, id);
+    else if (self)
+        failToImport(name, audio::description(staged.error()));
+    if (staged)
+        QFile::remove(copy);
 }
 
 QCoro::Task<void> DirectionAudio::import(QUrl source, QString name, model::LineId id) {

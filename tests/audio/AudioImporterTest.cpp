@@ -127,7 +127,10 @@ TEST(AudioImporter, AFailureKeepsTheFileThatWasThere) {
 TEST(AudioImporter, ADroppedFileIsStagedUnderItsExtension) {
     const AudioTestFolder folder;
     const QUrl source = fileURL(folder.writeBytes(QStringLiteral("drop.aiff"), "bytes"));
-    const auto staged = AudioImporter::stageDroppedFile(source);
+    const auto lent = AudioImporter::openDroppedFile(source);
+    ASSERT_TRUE(lent);
+    ASSERT_TRUE(QFile::remove(source.toLocalFile()));
+    const auto staged = AudioImporter::stageDroppedFile(lent.value());
     ASSERT_TRUE(staged);
     EXPECT_TRUE(staged->fileName().startsWith(QStringLiteral("OrlentaDroppedAudio-")));
     EXPECT_TRUE(staged->fileName().endsWith(QStringLiteral(".aiff")));
@@ -147,7 +150,7 @@ TEST(AudioImporter, WhatCannotBeImportedIsNotStaged) {
          {std::pair("film.mov", Error::unsupportedFormat), std::pair("none", Error::unsupportedFormat),
           std::pair("pipe.wav", Error::importFailed), std::pair("folder.wav", Error::importFailed),
           std::pair("gone.wav", Error::importFailed)}) {
-        const auto refused = AudioImporter::stageDroppedFile(fileURL(folder.path(QString::fromLatin1(name))));
+        const auto refused = AudioImporter::openDroppedFile(fileURL(folder.path(QString::fromLatin1(name))));
         ASSERT_FALSE(refused) << name;
         EXPECT_EQ(refused.error(), error) << name;
     }

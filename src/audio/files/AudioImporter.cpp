@@ -25,6 +25,7 @@ using ImportOutcome = base::Result<void, AudioFileError>;
 constexpr WavFormat standardDirectionFormat{48000, 1, 24};
 constexpr double standardRateTolerance = 0.5;
 constexpr qsizetype importedBlockFrames = 16384;
+constexpr qint64 stagedBlockBytes = 1 << 20;
 
 QString lowerExtension(const QUrl &url) {
     return QFileInfo(url.toLocalFile()).suffix().toLower();
@@ -173,21 +174,34 @@ base::Result<double, AudioFileError> AudioImporter::durationSeconds(const QUrl &
     return static_cast<double>(reader.value().frames()) / reader->sampleRate();
 }
 
-base::Result<QUrl, AudioImporterError> AudioImporter::stageDroppedFile(const QUrl &url) {
+base::Result<std::shared_ptr<QFile>, AudioImporterError> AudioImporter::openDroppedFile(const QUrl &url) {
     if (!isSupportedExtension(lowerExtension(url)))
         return base::fail(AudioImporterError::unsupportedFormat);
     const QString source = url.toLocalFile();
     // To copy a pipe would wait for ever for a writer.
     if (!QFileInfo(source).isFile())
         return base::fail(loggedFailure({AudioFileError::Kind::CannotOpen, source, QStringLiteral("not a file")}));
+    auto lent = std::make_shared<QFile>(source);
+    if (!lent->open(QIODevice::ReadOnly))
+        return base::fail(loggedFailure({AudioFileError::Kind::CannotOpen, source, lent->errorString()}));
+    return lent;
+}
+
+base::Result<QUrl, AudioImporterError> AudioImporter::stageDroppedFile(const std::shared_ptr<QFile> &lent) {
     const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
     const QString staged = base::PrivateFolders::temporary() + QStringLiteral("/OrlentaDroppedAudio-") + uuid + u'.' +
-                           QFileInfo(source).suffix();
-    QFile::remove(staged);
-    QFile file(source);
-    if (!file.copy(staged))
-        return base::fail(loggedFailure(copyingError(staged, file.errorString())));
-    return QUrl::fromLocalFile(staged);
+                           QFileInfo(lent->fileName()).suffix();
+    QFile copy(staged);
+    bool isCopied = copy.open(QIODevice::WriteOnly | QIODevice::Truncate);
+    while (isCopied && !lent->atEnd()) {
+        const QByteArray block = lent->read(stagedBlockBytes);
+        isCopied = !block.isEmpty() && copy.write(block) == block.size();
+    }
+    if (isCopied && copy.flush())
+        return QUrl::fromLocalFile(staged);
+    copy.remove();
+    const QFile &failed = lent->error() == QFile::NoError ? copy : *lent;
+    return base::fail(loggedFailure(copyingError(staged, failed.errorString())));
 }
 
 } // namespace orlenta::audio

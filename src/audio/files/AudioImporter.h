@@ -1,5 +1,8 @@
 #pragma once
 
+#include <memory>
+
+#include <QtCore/QFile>
 #include <QtCore/QStringList>
 #include <QtCore/QUrl>
 
@@ -39,9 +42,11 @@ public:
     [[nodiscard]] static base::Result<void, AudioFileError> convertToStandardDirectionWAV(const QUrl &source,
                                                                                           const QUrl &destination);
     [[nodiscard]] static base::Result<double, AudioFileError> durationSeconds(const QUrl &url);
-    /// Copies a dropped file, which is only lent for a moment, to the temporary folder; nothing is copied of what could
-    /// not be imported by its extension or is no regular file. The caller imports the copy and removes it.
-    [[nodiscard]] static base::Result<QUrl, AudioImporterError> stageDroppedFile(const QUrl &url);
+    /// Takes hold of a dropped file, which is only lent for a moment: what it holds stays readable when its name is
+    /// taken away. Refuses what could not be imported by its extension or is no regular file. Doesn't wait.
+    [[nodiscard]] static base::Result<std::shared_ptr<QFile>, AudioImporterError> openDroppedFile(const QUrl &url);
+    /// Copies it to the temporary folder. The caller imports the copy and removes it.
+    [[nodiscard]] static base::Result<QUrl, AudioImporterError> stageDroppedFile(const std::shared_ptr<QFile> &lent);
 };
 
 } // namespace orlenta::audio
