@@ -59,6 +59,9 @@ public:
     /// For the user; none when there is nothing to tell.
     [[nodiscard]] const std::optional<QString> &errorMessage() const { return m_errorMessage; }
 
+    /// The message has been read, or holds no longer.
+    void dismissError() { setErrorMessage({}); }
+
     /// isRecordingChanged() or errorMessageChanged() tells what came of it.
     void startRecording();
     /// recordingFinished() follows when the last samples have come, about a tenth of a second later. A take whose

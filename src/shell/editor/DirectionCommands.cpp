@@ -94,7 +94,7 @@ QUrl DirectionCommands::audioURL(const model::LineId &id) const {
 void DirectionCommands::togglePlayback(const model::LineId &id) {
     if (m_parts.playback.isPlayingSource(id))
         m_parts.playback.stop(audio::PlayheadReset::Reset);
-    else if (const QUrl url = audioURL(id); !url.isEmpty() && mayPlay())
+    else if (const QUrl url = audioURL(id); !url.isEmpty() && showsDirection(id) && mayPlay())
         m_parts.playback.playSource({id, url});
 }
 
@@ -129,6 +129,8 @@ void DirectionCommands::importFiles(const QList<QUrl> &files, const model::LineI
 }
 
 void DirectionCommands::deleteAudio(const model::LineId &id) {
+    if (!showsDirection(id))
+        return;
     if (m_parts.playback.isCurrentSource(id))
         m_parts.playback.stop(audio::PlayheadReset::Reset);
     m_parts.controller.takes().deleteDirectionAudio(id);
@@ -138,6 +140,11 @@ bool DirectionCommands::isVoiceDirected(const model::LineId &id) const {
     const model::ProjectLine *line = m_parts.controller.lines().find(id);
     return line != nullptr &&
            m_parts.controller.project().effectiveSettings(*line).directionMode == model::DirectionMode::Voice;
+}
+
+bool DirectionCommands::showsDirection(const model::LineId &id) const {
+    const DirectionRecordings::State recording = m_parts.recordings.state(id);
+    return isVoiceDirected(id) || recording.isRecording || !recording.error.isEmpty();
 }
 
 void DirectionCommands::switchMode(const model::LineId &id) {
@@ -158,7 +165,7 @@ void DirectionCommands::switchMode(const model::LineId &id) {
 
 void DirectionCommands::addToMenu(QMenu &menu, const model::LineId &id, QWidget *parent) {
     const bool isRecording = m_parts.recordings.state(id).isRecording;
-    const bool hasAudio = !audioURL(id).isEmpty();
+    const bool hasAudio = !audioURL(id).isEmpty() && showsDirection(id);
     const auto add = [&](const QString &icon, const QString &title, DirectionWish wish) {
         return menu.addAction(Icon::named(icon), title, &menu,
                               [this, wish, id, parent] { carryOut(wish, id, parent); });

@@ -56,6 +56,8 @@ private:
     void deleteAudio(const model::LineId &id);
     void switchMode(const model::LineId &id);
     [[nodiscard]] bool isVoiceDirected(const model::LineId &id) const;
+    /// Whether the line's direction is to be seen, so that the user knows what is acted on.
+    [[nodiscard]] bool showsDirection(const model::LineId &id) const;
     [[nodiscard]] QUrl audioURL(const model::LineId &id) const;
 
     Parts m_parts;

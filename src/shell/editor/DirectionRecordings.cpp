@@ -6,6 +6,7 @@
 #include <qcoro/qcorotask.h>
 
 #include "audio/devices/AudioDebugLogger.h"
+#include "audio/devices/SoundServer.h"
 #include "controller/DirectionAudio.h"
 #include "controller/LineEditing.h"
 #include "controller/ProjectController.h"
@@ -21,6 +22,10 @@ DirectionRecordings::DirectionRecordings(controller::ProjectController &controll
     // Queued, since whoever waits may take this object away.
     connect(&controller.directionAudio(), &controller::DirectionAudio::settled, this,
             &DirectionRecordings::tellIfSettled, Qt::QueuedConnection);
+    connect(&controller.directionAudio(), &controller::DirectionAudio::adopted, this,
+            &DirectionRecordings::dismissError);
+    connect(&controller, &controller::ProjectController::projectChanged, this, &DirectionRecordings::followModes);
+    connect(&parts.server, &audio::SoundServer::stateChanged, this, &DirectionRecordings::followServer);
 }
 
 DirectionRecordings::~DirectionRecordings() {
@@ -34,20 +39,42 @@ DirectionRecordings::State DirectionRecordings::state(const model::LineId &id) c
     if (recorder == nullptr)
         return {};
     return {recorder->isRecording() || recorder->isStarting(), recorder->recordingDuration(),
-            m_quiet.contains(id) ? QString() : recorder->errorMessage().value_or(QString())};
+            recorder->errorMessage().value_or(QString())};
+}
+
+std::optional<model::LineId> DirectionRecordings::recordingLine() const {
+    for (auto recorder = m_recorders.cbegin(); recorder != m_recorders.cend(); ++recorder)
+        if (state(recorder.key()).isRecording)
+            return recorder.key();
+    return std::nullopt;
 }
 
 bool DirectionRecordings::isRecording() const {
-    return std::any_of(m_recorders.cbegin(), m_recorders.cend(),
-                       [](const AudioRecorder *recorder) { return recorder->isRecording() || recorder->isStarting(); });
+    return recordingLine().has_value();
 }
 
 void DirectionRecordings::start(const model::LineId &id) {
     if (m_controller.lines().find(id) == nullptr || !m_awaitingSettled.empty())
         return;
-    m_quiet.remove(id);
+    endOtherTakes(id);
+    recorderOf(id).dismissError();
     recorderOf(id).startRecording();
     Q_EMIT changed(id);
+    Q_EMIT attentionWanted(id);
+}
+
+void DirectionRecordings::endOtherTakes(const model::LineId &id) {
+    const QList<model::LineId> ids = m_recorders.keys();
+    for (const model::LineId &other : ids) {
+        const AudioRecorder *recorder = m_recorders.value(other);
+        if (other == id)
+            continue;
+        if (state(other).isRecording)
+            stop(other);
+        else if (!recorder->hasUnfinishedTake() && !recorder->errorMessage())
+            // It may still be waiting for leave to listen, and must not begin then.
+            delete m_recorders.take(other);
+    }
 }
 
 void DirectionRecordings::stop(const model::LineId &id) {
@@ -82,10 +109,13 @@ AudioRecorder &DirectionRecordings::recorderOf(const model::LineId &id) {
     if (recorder != nullptr)
         return *recorder;
     recorder = new AudioRecorder(m_parts, this);
-    const auto tell = [this, id] { Q_EMIT changed(id); };
-    connect(recorder, &AudioRecorder::isRecordingChanged, this, tell);
-    connect(recorder, &AudioRecorder::recordingDurationChanged, this, tell);
-    connect(recorder, &AudioRecorder::errorMessageChanged, this, tell);
+    connect(recorder, &AudioRecorder::isRecordingChanged, this, [this, id, recorder = recorder] {
+        Q_EMIT changed(id);
+        if (recorder->isRecording())
+            Q_EMIT attentionWanted(id);
+    });
+    connect(recorder, &AudioRecorder::recordingDurationChanged, this, [this, id] { Q_EMIT changed(id); });
+    connect(recorder, &AudioRecorder::errorMessageChanged, this, [this, id] { tellError(id); });
     connect(recorder, &AudioRecorder::takeEnded, this, &DirectionRecordings::tellIfSettled);
     connect(recorder, &AudioRecorder::microphoneSettingsWanted, this, &DirectionRecordings::microphoneSettingsWanted);
     connect(recorder, &AudioRecorder::recordingFinished, this,
@@ -104,9 +134,48 @@ void DirectionRecordings::attach(const QUrl &take, double duration, const model:
         m_takesOfGoneLines.insert(id, {take, duration});
         return;
     }
-    m_quiet.insert(id);
-    Q_EMIT changed(id);
+    dismissError(id);
     m_controller.directionAudio().installRecording(take, duration, id);
+}
+
+void DirectionRecordings::tellError(const model::LineId &id) {
+    const bool hasError = !state(id).error.isEmpty();
+    if (hasError)
+        m_told.insert(id, {m_parts.server.state() != audio::SoundServer::State::Ready, modeOf(id)});
+    else
+        m_told.remove(id);
+    Q_EMIT changed(id);
+    if (hasError)
+        Q_EMIT attentionWanted(id);
+}
+
+void DirectionRecordings::dismissError(const model::LineId &id) {
+    if (AudioRecorder *recorder = m_recorders.value(id))
+        recorder->dismissError();
+}
+
+void DirectionRecordings::followServer() {
+    const bool isBack = m_parts.server.state() == audio::SoundServer::State::Ready;
+    const QList<model::LineId> ids = m_told.keys();
+    for (const model::LineId &id : ids) {
+        // What the server's return has just brought about stays.
+        if (isBack && m_told.value(id).isServersDoing)
+            dismissError(id);
+        else if (!isBack)
+            m_told[id].isServersDoing = true;
+    }
+}
+
+void DirectionRecordings::followModes() {
+    const QList<model::LineId> ids = m_told.keys();
+    for (const model::LineId &id : ids)
+        if (m_told.value(id).mode != modeOf(id))
+            dismissError(id);
+}
+
+model::DirectionMode DirectionRecordings::modeOf(const model::LineId &id) const {
+    const model::ProjectLine *line = m_controller.lines().find(id);
+    return line == nullptr ? model::DirectionMode::Text : m_controller.project().effectiveSettings(*line).directionMode;
 }
 
 void DirectionRecordings::followLines() {
@@ -114,12 +183,13 @@ void DirectionRecordings::followLines() {
     for (const model::LineId &id : ids) {
         if (m_controller.lines().find(id) != nullptr)
             continue;
-        if (m_recorders.value(id)->hasUnfinishedTake())
+        if (m_recorders.value(id)->hasUnfinishedTake()) {
             m_recorders.value(id)->stopRecording();
-        else
-            m_recorders.take(id)->deleteLater();
+            continue;
+        }
+        m_told.remove(id);
+        m_recorders.take(id)->deleteLater();
     }
-    m_quiet.intersect({m_recorders.keyBegin(), m_recorders.keyEnd()});
     const QList<model::LineId> waiting = m_takesOfGoneLines.keys();
     for (const model::LineId &id : waiting)
         if (m_controller.lines().find(id) != nullptr) {

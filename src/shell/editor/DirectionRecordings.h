@@ -1,15 +1,16 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include <QtCore/QHash>
 #include <QtCore/QObject>
-#include <QtCore/QSet>
 #include <QtCore/QString>
 #include <QtCore/QUrl>
 
 #include "audio/recording/AudioRecorder.h"
+#include "model/DirectionMode.h"
 #include "model/Ids.h"
 
 namespace orlenta::controller {
@@ -21,7 +22,8 @@ namespace orlenta::shell {
 /// The recorders of a script's lines, each made when its line first records. They outlive the rows, which come and go
 /// as the list scrolls, so that a take runs on while its line is out of view. A finished take goes on its line by
 /// itself, as does what there is of one that ended on its own. A line that is deleted ends its take, which waits for
-/// the line to come back. Main thread.
+/// the line to come back. An error stays until the next take, an import, a switch of the line's mode, or the return of
+/// the sound server. Main thread.
 class DirectionRecordings final : public QObject {
     Q_OBJECT
 public:
@@ -41,6 +43,9 @@ public:
     [[nodiscard]] State state(const model::LineId &id) const;
     /// Whether any line's take runs.
     [[nodiscard]] bool isRecording() const;
+    /// The line that is recorded, or whose microphone is being opened; there is one at most.
+    [[nodiscard]] std::optional<model::LineId> recordingLine() const;
+    /// The microphone is the line's from here on: a take of another line ends, and goes on that line.
     void start(const model::LineId &id);
     void stop(const model::LineId &id);
 
@@ -51,6 +56,8 @@ public:
 
 Q_SIGNALS:
     void changed(const orlenta::model::LineId &id);
+    /// A take of the line begins, or something is wrong with it: the user has to see the line.
+    void attentionWanted(const orlenta::model::LineId &id);
     /// The user has to allow the microphone in the desktop's settings.
     void microphoneSettingsWanted();
 
@@ -61,7 +68,20 @@ private:
         double duration = 0.0;
     };
 
+    /// When a line's error was told.
+    struct Told {
+        /// The server was away, or has been since.
+        bool isServersDoing = false;
+        model::DirectionMode mode = model::DirectionMode::Text;
+    };
+
     audio::AudioRecorder &recorderOf(const model::LineId &id);
+    void endOtherTakes(const model::LineId &id);
+    void tellError(const model::LineId &id);
+    void dismissError(const model::LineId &id);
+    void followServer();
+    void followModes();
+    [[nodiscard]] model::DirectionMode modeOf(const model::LineId &id) const;
     void attach(const QUrl &take, double duration, const model::LineId &id);
     void followLines();
     void tellIfSettled();
@@ -69,8 +89,8 @@ private:
     controller::ProjectController &m_controller;
     audio::AudioRecorder::Parts m_parts;
     QHash<model::LineId, audio::AudioRecorder *> m_recorders;
-    /// Lines whose last take came about: what their recorder told before that is no longer of interest.
-    QSet<model::LineId> m_quiet;
+    /// Lines that show an error, which goes with what it was about.
+    QHash<model::LineId, Told> m_told;
     QHash<model::LineId, FinishedTake> m_takesOfGoneLines;
     std::vector<std::function<void()>> m_awaitingSettled;
 };

@@ -137,7 +137,7 @@ void LineRow::showGeneration() {
     m_voiceHint->setVisible(m_content.generation == RowGeneration::NoVoice);
     m_generate->setVisible(m_content.generation != RowGeneration::NoVoice);
     m_busy->setVisible(isGenerating);
-    const bool isFirst = !m_content.hasAudio;
+    const bool isFirst = !m_content.isSpoken;
     const QString text = isGenerating ? QStringLiteral("Generating...")
                          : isFirst    ? QStringLiteral("Generate")
                                       : QStringLiteral("Regenerate");
@@ -157,7 +157,7 @@ void LineRow::showAudio() {
     m_play->setVisible(shows);
     m_waveform->setVisible(shows);
     m_duration->setVisible(shows);
-    m_takes->setVisible(shows && !m_content.takes.isEmpty());
+    showTakes();
     if (!shows)
         return;
     const bool isPlaying = m_content.playback == RowPlayback::Playing;
@@ -167,14 +167,21 @@ void LineRow::showAudio() {
     m_waveform->setShowsProgress(m_content.playback != RowPlayback::Idle);
     m_waveform->setProgress(m_content.playback == RowPlayback::Idle ? 0.0 : m_content.progress);
     m_duration->setText(m_content.duration);
-    if (m_content.activeTake >= 0) {
-        const QString title = m_content.takes.at(m_content.activeTake).title;
-        m_takes->setText(
-            m_content.takes.size() < 2 ? title : QStringLiteral("%1 of %2").arg(title).arg(m_content.takes.size()));
-    }
     const ThemeColors &colors = ThemeColors::of(palette());
     m_waveform->setColor(
         readableOn(colors.surface, m_content.stripe.isValid() ? m_content.stripe : colors.accent, 3.0));
+}
+
+void LineRow::showTakes() {
+    m_takes->setVisible(!m_content.takes.isEmpty());
+    if (m_content.activeTake < 0) {
+        m_takes->setText(QStringLiteral("Choose Take"));
+        return;
+    }
+    QString text = m_content.takes.at(m_content.activeTake).title;
+    if (m_content.takes.size() > 1)
+        text = QStringLiteral("%1 of %2").arg(text).arg(m_content.takes.size());
+    m_takes->setText(m_content.hasAudio ? text : QStringLiteral("%1, file missing").arg(text));
 }
 
 void LineRow::showNames() {
@@ -238,7 +245,8 @@ void LineRow::openTakeMenu() {
     }
     menu->addSeparator();
     menu->addAction(Icon::named(QStringLiteral("trash")), QStringLiteral("Delete Generated Audio"), this,
-                    &LineRow::deleteTakeRequested);
+                    &LineRow::deleteTakeRequested)
+        ->setEnabled(m_content.activeTake >= 0);
     m_isMenuOpen = true;
     connect(menu, &QMenu::aboutToHide, this, [this] { m_isMenuOpen = false; });
     menu->popup(m_takes->mapToGlobal(QPoint(0, m_takes->height())));

@@ -127,6 +127,7 @@ private:
     void showText(const LineRowContent &before);
     void showGeneration();
     void showAudio();
+    void showTakes();
     void showNames();
     void makeDirectionControls();
     void showDirection();

@@ -83,6 +83,9 @@ struct LineRowContent {
     QColor stripe;
     RowGeneration generation = RowGeneration::NoVoice;
     bool hasAudio = false;
+    /// Generating it makes a further take.
+    bool isSpoken = false;
+    /// Also while none of them is in use, or the file of the one in use is missing; then there is no audio.
     QList<TakeChoice> takes;
     /// Index into `takes`, or -1.
     qsizetype activeTake = -1;

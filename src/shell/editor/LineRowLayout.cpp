@@ -42,7 +42,7 @@ LineRowPlaces LineRow::placesFor(int width) const {
         y += unit;
         places.direction = below(inner, m_direction->heightForWidth(inner.width()));
     }
-    if (m_content.hasAudio) {
+    if (m_content.hasAudio || !m_content.takes.isEmpty()) {
         placeAudio(places, QRect(inner.left(), y + unit, inner.width(), 0));
         y = std::max({places.play.bottom(), places.waveform.bottom(), places.takes.bottom()}) + 1;
     }

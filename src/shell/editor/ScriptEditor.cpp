@@ -11,6 +11,7 @@
 #include "controller/LineRuntime.h"
 #include "controller/ProjectController.h"
 #include "controller/Selection.h"
+#include "controller/TabEditing.h"
 #include "controller/TypingSession.h"
 #include "shell/editor/LineRow.h"
 #include "shell/editor/NotesField.h"
@@ -123,6 +124,7 @@ void ScriptEditor::connectPlayback() {
 
 void ScriptEditor::connectDirection() {
     connect(&m_commands.recordings(), &DirectionRecordings::changed, m_list, &ScriptListView::refreshRow);
+    connect(&m_commands.recordings(), &DirectionRecordings::attentionWanted, m_list, &ScriptListView::ensureVisible);
     connect(&m_commands.recordings(), &DirectionRecordings::microphoneSettingsWanted, this,
             &ScriptEditor::microphoneSettingsWanted);
     connect(&m_commands.direction(), &DirectionCommands::notesRequested, this, [this](const model::LineId &id) {
@@ -130,6 +132,17 @@ void ScriptEditor::connectDirection() {
         if (LineRow *row = m_list->rowFor(id))
             row->editNotes();
     });
+}
+
+void ScriptEditor::showLine(const model::LineId &id) {
+    m_commands.endEditing();
+    for (const model::ProjectTab &tab : m_parts.controller.project().tabs)
+        if (tab.lineIds.contains(id)) {
+            m_parts.controller.tabs().setActiveTab(model::TabId(tab.id));
+            break;
+        }
+    m_parts.controller.selection().selectAlone(id);
+    m_list->ensureVisible(id);
 }
 
 void ScriptEditor::connectNotice() {

@@ -33,6 +33,8 @@ public:
     [[nodiscard]] ScriptListView &list() const { return *m_list; }
     [[nodiscard]] ScriptTabBar &tabBar() const { return *m_tabs; }
     [[nodiscard]] ScriptCommands &commands() { return m_commands; }
+    /// Selects the line, in whichever tab it is, and gives the keyboard to the list.
+    void showLine(const model::LineId &id);
 
 Q_SIGNALS:
     /// The microphone is blocked; the user has to allow it in the desktop's settings.

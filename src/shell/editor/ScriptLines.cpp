@@ -10,6 +10,7 @@
 #include "controller/LineEditing.h"
 #include "controller/LineRuntime.h"
 #include "controller/LineWaveforms.h"
+#include "controller/MediaFiles.h"
 #include "controller/ProjectController.h"
 #include "controller/Selection.h"
 #include "controller/VoiceCasting.h"
@@ -41,8 +42,8 @@ ScriptListSource::Outline ScriptLines::outline(const model::LineId &id) const {
     const model::ProjectLine *line = m_controller.lines().find(id);
     if (line == nullptr)
         return {};
-    return {line->text.size(), m_controller.runtime().hasGeneratedAudio(id), isVoiceDirected(m_controller, *line),
-            !line->notes.isEmpty()};
+    return {line->text.size(), m_controller.runtime().hasGeneratedAudio(id) || !line->takes.isEmpty(),
+            isVoiceDirected(m_controller, *line), !line->notes.isEmpty()};
 }
 
 LineRowContent ScriptLines::content(const model::LineId &id, qsizetype index) const {
@@ -69,10 +70,9 @@ LineRowContent ScriptLines::content(const model::LineId &id, qsizetype index) co
     content.typingFlushVersion = m_controller.typingFlushVersion();
     fillAudio(content);
     fillDirection(content);
-    if (content.hasAudio) {
-        fillTakes(content);
+    fillTakes(content);
+    if (content.hasAudio)
         fillPlayback(content);
-    }
     return content;
 }
 
@@ -91,7 +91,9 @@ void ScriptLines::fillAudio(LineRowContent &content) const {
 
 void ScriptLines::fillTakes(LineRowContent &content) const {
     const model::ProjectLine *line = m_controller.lines().find(content.id);
-    const model::Take *active = line->activeTake();
+    // Without audio in use the last take is not in use either, unless it is named and its file is missing.
+    const model::Take *active = content.hasAudio || line->activeTakeId ? line->activeTake() : nullptr;
+    content.isSpoken = content.hasAudio || (!line->takes.isEmpty() && !m_controller.media().audioURL(*line).isEmpty());
     for (qsizetype index = 0; index < line->takes.size(); ++index) {
         const model::Take &take = line->takes.at(index);
         const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(take.generatedAt.time_since_epoch());

@@ -22,11 +22,15 @@ public:
 private:
     void requestMicrophone();
     void showState();
+    [[nodiscard]] QString reason() const;
 
     audio::MicrophonePermission &m_permission;
     AppCommands &m_commands;
     QLabel *m_granted;
     QPushButton *m_grant;
+    /// Why asking came to nothing; only after somebody has asked.
+    QLabel *m_reason;
+    bool m_hasAsked = false;
 };
 
 } // namespace orlenta::shell

@@ -75,7 +75,9 @@ void ProjectWindow::layOut() {
     column->addWidget(new Separator(Qt::Horizontal));
     column->addWidget(m_splitter, 1);
     column->addWidget(new Separator(Qt::Horizontal));
-    column->addWidget(new StatusLine(m_parts.controller, m_parts.generator));
+    auto *status = new StatusLine(m_parts.controller, m_parts.generator, m_editor->commands().recordings());
+    connect(status, &StatusLine::lineWanted, m_editor, &ScriptEditor::showLine);
+    column->addWidget(status);
     setCentralWidget(content);
 }
 

@@ -11,6 +11,7 @@
 #include "controller/ProjectController.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/theme/Theme.h"
+#include "shell/windows/RecordingMark.h"
 
 using namespace Qt::StringLiterals;
 
@@ -19,7 +20,7 @@ namespace orlenta::shell {
 using speech::LineGenerationQueue;
 
 StatusLine::StatusLine(const controller::ProjectController &controller, controller::LineGenerator &generator,
-                       QWidget *parent)
+                       DirectionRecordings &recordings, QWidget *parent)
     : QWidget(parent), m_controller(controller), m_generator(generator),
       m_audio(new TextLabel({}, TextLabel::Style::Caption)),
       m_export(new TextLabel(u"Exporting audio…"_s, TextLabel::Style::Caption)),
@@ -35,6 +36,9 @@ StatusLine::StatusLine(const controller::ProjectController &controller, controll
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(unit * 3, unit, unit * 3, unit);
     layout->addWidget(m_audio);
+    auto *recording = new RecordingMark(controller, recordings);
+    connect(recording, &RecordingMark::lineWanted, this, &StatusLine::lineWanted);
+    layout->addWidget(recording);
     layout->addStretch();
     layout->addWidget(m_export);
     layout->addWidget(m_generation);

@@ -2,6 +2,8 @@
 
 #include <QtWidgets/QWidget>
 
+#include "model/Ids.h"
+
 class QLabel;
 class QProgressBar;
 
@@ -12,13 +14,19 @@ class ProjectController;
 
 namespace orlenta::shell {
 
-/// The strip below the script: how many lines have audio, whether audio is being exported, and how far a batch of
-/// generations is.
+class DirectionRecordings;
+
+/// The strip below the script: how many lines have audio, whether the microphone is on or audio is being exported, and
+/// how far a batch of generations is.
 class StatusLine final : public QWidget {
     Q_OBJECT
 public:
     StatusLine(const controller::ProjectController &controller, controller::LineGenerator &generator,
-               QWidget *parent = nullptr);
+               DirectionRecordings &recordings, QWidget *parent = nullptr);
+
+Q_SIGNALS:
+    /// The user wants to see the line that is recorded.
+    void lineWanted(const orlenta::model::LineId &id);
 
 private:
     void showAudio();

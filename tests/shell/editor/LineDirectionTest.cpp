@@ -6,6 +6,7 @@
 #include <QtWidgets/QToolButton>
 
 #include "controller/LineRuntime.h"
+#include "controller/MediaFiles.h"
 #include "controller/TakeEditing.h"
 #include "controller/UndoManager.h"
 #include "shell/editor/DirectionStrip.h"
@@ -20,6 +21,7 @@ namespace orlenta::shell {
 namespace {
 
 constexpr int deadline = 20000;
+const QString noServer = QStringLiteral("Couldn't start recording. The sound server is not available.");
 
 /// What the tests of a line's direction look at and press.
 class LineDirectionTest : public ScriptEditorFixture {
@@ -57,6 +59,10 @@ protected:
             if (label->isVisible() && label->text() == text)
                 return true;
         return false;
+    }
+    [[nodiscard]] bool isWhollyInView(qsizetype index) const {
+        const LineRow *row = rowAt(index);
+        return row != nullptr && row->y() >= 0 && row->geometry().bottom() < editor->list().viewport()->height();
     }
     /// Drops files on the text of a row, as the pointer would.
     void drop(qsizetype index, const QList<QUrl> &files) {
@@ -176,9 +182,78 @@ TEST_F(LineDirectionTest, NotesAreWrittenWhereTheyAreShownAndStayOutOfSightWitho
 
 TEST_F(LineDirectionTest, WithoutASoundServerARecordingTellsWhyItDoesNotBegin) {
     press(Qt::Key_R);
-    EXPECT_TRUE(QTest::qWaitFor(
-        [&] { return shows(QStringLiteral("Couldn't start recording. The sound server is not available.")); },
-        deadline));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shows(noServer); }, deadline));
+}
+
+TEST_F(LineDirectionTest, WhatARecordingTellsComesIntoViewAtTheLowerEdge) {
+    open(projectWith(QStringList(20, QStringLiteral("One of many lines."))));
+    controller->selection().selectAlone(idAt(12));
+    ASSERT_TRUE(isWhollyInView(12));
+    const int bare = rowAt(12)->height();
+    press(Qt::Key_R);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return shows(noServer); }, deadline));
+    EXPECT_GT(rowAt(12)->height(), bare);
+    EXPECT_TRUE(isWhollyInView(12));
+}
+
+TEST_F(LineDirectionTest, ARecordingsErrorGoesWithAnImportAndWithASwitchOfTheMode) {
+    const auto fail = [this] {
+        focusList();
+        press(Qt::Key_R);
+        return QTest::qWaitFor([&] { return shows(noServer); }, deadline);
+    };
+    ASSERT_TRUE(fail());
+    press(Qt::Key_M);
+    EXPECT_TRUE(isVoiceDirected(0));
+    EXPECT_FALSE(shows(noServer));
+    ASSERT_TRUE(fail());
+    controller->undoManager().undo();
+    EXPECT_FALSE(isVoiceDirected(0));
+    EXPECT_EQ(control<QPushButton>(0, QStringLiteral("Record direction of")), nullptr);
+    ASSERT_TRUE(fail());
+    drop(0, {tone(QStringLiteral("read.wav"))});
+    ASSERT_TRUE(waitForDirection(0));
+    EXPECT_FALSE(shows(noServer));
+}
+
+TEST_F(LineDirectionTest, TheKeysLeaveDirectionAudioAloneThatIsNotShown) {
+    drop(0, {tone(QStringLiteral("read.wav"))});
+    ASSERT_TRUE(waitForDirection(0));
+    focusList();
+    press(Qt::Key_M);
+    ASSERT_FALSE(isVoiceDirected(0));
+    press(Qt::Key_D);
+    EXPECT_FALSE(playback.isCurrentSource(idAt(0)));
+    press(Qt::Key_D, Qt::ShiftModifier);
+    EXPECT_FALSE(directionURL(0).isEmpty());
+    press(Qt::Key_M);
+    press(Qt::Key_D, Qt::ShiftModifier);
+    EXPECT_TRUE(directionURL(0).isEmpty());
+}
+
+TEST_F(LineDirectionTest, TheOtherTakesStayInReachWithoutTheOneInUse) {
+    addTake(0);
+    addTake(0);
+    const model::TakeId first = line(0).takes.constFirst().id;
+    Q_EMIT rowAt(0)->deleteTakeRequested();
+    const auto picker = [this] { return control<QToolButton>(0, QStringLiteral("Take of")); };
+    ASSERT_NE(picker(), nullptr);
+    EXPECT_EQ(picker()->text(), QStringLiteral("Choose Take"));
+    EXPECT_LE(picker()->geometry().bottom(), rowAt(0)->height());
+    EXPECT_EQ(control<QPushButton>(0, QStringLiteral("Generate"))->text(), QStringLiteral("Regenerate"));
+    EXPECT_EQ(control<QToolButton>(0, QStringLiteral("Play")), nullptr);
+    Q_EMIT rowAt(0)->takeChosen(first);
+    EXPECT_EQ(picker()->text(), QStringLiteral("Take 1"));
+    EXPECT_NE(control<QToolButton>(0, QStringLiteral("Play")), nullptr);
+
+    addTake(0);
+    const model::Take lost = line(0).takes.constLast();
+    Q_EMIT rowAt(0)->takeChosen(first);
+    ASSERT_TRUE(QFile::remove(controller->media().takeURL(lost).toLocalFile()));
+    Q_EMIT rowAt(0)->takeChosen(lost.id);
+    ASSERT_NE(picker(), nullptr);
+    EXPECT_EQ(picker()->text(), QStringLiteral("Take 2 of 2, file missing"));
+    EXPECT_EQ(control<QPushButton>(0, QStringLiteral("Generate"))->text(), QStringLiteral("Generate"));
 }
 
 TEST_F(LineDirectionTest, TheStripIsNamedAndNothingInItIsClippedAtAnyScaleAndAppearance) {
@@ -280,6 +355,41 @@ TEST_F(LineDirectionSoundTest, ATakeGoesOnWhileItsRowIsOutOfViewAndAnImpatientSt
     EXPECT_TRUE(shows(QStringLiteral("Recording is already in progress.")));
     EXPECT_TRUE(waitForDirection(0));
     EXPECT_FALSE(shows(QStringLiteral("Recording is already in progress.")));
+}
+
+TEST_F(LineDirectionSoundTest, ASecondTakeEndsTheFirstAndEachGoesOnItsLine) {
+    const DirectionRecordings &recordings = editor->commands().recordings();
+    press(Qt::Key_R);
+    ASSERT_TRUE(waitForRecordingTime(0, QStringLiteral("0:01")));
+    press(Qt::Key_Down);
+    press(Qt::Key_R);
+    EXPECT_FALSE(recordings.state(idAt(0)).isRecording);
+    EXPECT_EQ(recordings.recordingLine(), idAt(1));
+    ASSERT_TRUE(waitForDirection(0));
+    EXPECT_GE(line(0).sourceRecordings.constFirst().durationSeconds, 1.0);
+    ASSERT_TRUE(waitForRecordingTime(1, QStringLiteral("0:01")));
+    press(Qt::Key_R);
+    EXPECT_EQ(recordings.recordingLine(), std::nullopt);
+    EXPECT_TRUE(waitForDirection(1));
+    EXPECT_EQ(line(0).sourceRecordings.size(), 1);
+}
+
+TEST_F(LineDirectionSoundTest, ARecordingAtTheLowerEdgeShowsItsStrip) {
+    open(projectWith(QStringList(20, QStringLiteral("One of many lines."))));
+    controller->selection().selectAlone(idAt(12));
+    press(Qt::Key_R);
+    ASSERT_TRUE(waitForStop(12));
+    EXPECT_TRUE(isWhollyInView(12));
+}
+
+TEST_F(LineDirectionSoundTest, TheServersReturnTakesItsErrorAwayAndNoOther) {
+    sound().kill();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return server.state() == audio::SoundServer::State::Unavailable; }, deadline));
+    press(Qt::Key_R);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return shows(noServer); }, deadline));
+    sound().restart();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !shows(noServer); }, deadline));
+    EXPECT_EQ(server.state(), audio::SoundServer::State::Ready);
 }
 
 TEST_F(LineDirectionSoundTest, ADeletedLineEndsItsTakeAndGetsItWhenTheDeletionIsUndone) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
 
 #include "shell/settings/PermissionSettings.h"
 #include "shell/ShellSession.h"
@@ -89,17 +90,33 @@ TEST_F(AudioDeviceSettingsTest, TheLastRoutingFailureShowsWithItsReasonUntilSoun
     EXPECT_FALSE(shows(reason));
 }
 
-TEST_F(AudioDeviceSettingsTest, TheMicrophoneCountsAsGrantedWhileTheServerGivesAnInput) {
+TEST_F(AudioDeviceSettingsTest, TheMicrophoneCountsAsGrantedWhileTheServerGivesAnInputAndAskingTellsWhyNot) {
     const shell::PermissionSettings permissions(session.microphone, session.commands);
-    const auto isGranted = [&] {
+    const auto tells = [&](const QString &text) {
         for (const QLabel *label : permissions.findChildren<QLabel *>())
-            if (label->text() == QStringLiteral("Granted"))
+            if (label->text() == text)
                 return label->isVisibleTo(&permissions);
         return false;
     };
+    const auto isGranted = [&] { return tells(QStringLiteral("Granted")); };
+    const auto ask = [&] { permissions.findChild<QPushButton *>()->click(); };
+    const QString noInput = QStringLiteral("No microphone is connected.");
+    const QString noServer = QStringLiteral("The sound server is not available.");
     EXPECT_TRUE(isGranted());
-    server.kill();
+    const QString before = server.pactl({QStringLiteral("list"), QStringLiteral("short"), QStringLiteral("modules")});
+    for (const QString &module : before.split(QLatin1Char('\n')))
+        if (module.contains(QStringLiteral("source_name=mic_a")))
+            server.remove(module.section(QLatin1Char('\t'), 0, 0));
     EXPECT_TRUE(testing::waitUntil([&] { return !isGranted(); }));
+    EXPECT_FALSE(tells(noInput));
+    ask();
+    EXPECT_TRUE(testing::waitUntil([&] { return tells(noInput); }));
+    server.kill();
+    EXPECT_TRUE(testing::waitUntil([&] { return tells(noServer); }));
+    EXPECT_FALSE(isGranted());
+    server.restart();
+    EXPECT_TRUE(testing::waitUntil([&] { return isGranted(); }));
+    EXPECT_FALSE(tells(noServer));
 }
 
 } // namespace

@@ -1,0 +1,102 @@
+#include "shell/windows/RecordingMark.h"
+
+#include <chrono>
+
+#include <QtCore/QEvent>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+
+#include "audio/files/AudioDurations.h"
+#include "controller/ProjectController.h"
+#include "shell/controls/TextLabel.h"
+#include "shell/editor/DirectionRecordings.h"
+#include "shell/theme/Icon.h"
+#include "shell/theme/Theme.h"
+
+using namespace Qt::StringLiterals;
+
+namespace orlenta::shell {
+
+RecordingMark::RecordingMark(const controller::ProjectController &controller, DirectionRecordings &recordings,
+                             QWidget *parent)
+    : QWidget(parent), m_controller(controller), m_recordings(recordings),
+      m_line(new QPushButton(u"Recording"_s, this)), m_time(new TextLabel({}, TextLabel::Style::Caption, this)),
+      m_stop(new QPushButton(u"Stop"_s, this)) {
+    m_line->setToolTip(u"Go to the line that is recorded"_s);
+    m_time->setWordWrap(false);
+    m_time->setAccessibleName(u"Recording time"_s);
+    m_stop->setToolTip(u"Stop recording"_s);
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    for (QWidget *part :
+         {static_cast<QWidget *>(m_line), static_cast<QWidget *>(m_time), static_cast<QWidget *>(m_stop)}) {
+        // What is around must not move when a take begins: the row that is recorded may stand at the edge.
+        QSizePolicy policy = part->sizePolicy();
+        policy.setRetainSizeWhenHidden(part == m_stop);
+        part->setSizePolicy(policy);
+        layout->addWidget(part);
+    }
+    for (QPushButton *button : {m_line, m_stop})
+        Theme::setRole(button, ButtonRole::Quiet);
+    applyMeasures();
+    connect(m_line, &QPushButton::clicked, this, [this] {
+        if (const auto id = m_recordings.recordingLine())
+            Q_EMIT lineWanted(*id);
+    });
+    connect(m_stop, &QPushButton::clicked, this, [this] {
+        if (const auto id = m_recordings.recordingLine())
+            m_recordings.stop(*id);
+    });
+    connect(&recordings, &DirectionRecordings::changed, this, &RecordingMark::follow);
+    connect(&controller, &controller::ProjectController::scriptLinesChanged, this, &RecordingMark::follow);
+    connect(&controller, &controller::ProjectController::tabsChanged, this, &RecordingMark::follow);
+    follow();
+}
+
+void RecordingMark::follow() {
+    const auto id = m_recordings.recordingLine();
+    for (QWidget *part :
+         {static_cast<QWidget *>(m_line), static_cast<QWidget *>(m_time), static_cast<QWidget *>(m_stop)})
+        part->setVisible(id.has_value());
+    if (id)
+        tellOf(*id);
+}
+
+void RecordingMark::tellOf(const model::LineId &id) {
+    const QString place = placeOf(id);
+    m_line->setText(QStringLiteral("Recording %1").arg(place));
+    m_stop->setAccessibleName(QStringLiteral("Stop recording %1").arg(place));
+    const std::chrono::duration<double> duration(m_recordings.state(id).duration);
+    m_time->setText(audio::ScriptLineAudioDurationReader::text(duration));
+}
+
+QString RecordingMark::placeOf(const model::LineId &id) const {
+    if (const qsizetype index = m_controller.scriptLineIds().indexOf(id); index >= 0)
+        return QStringLiteral("line %1").arg(index + 1);
+    for (const model::ProjectTab &tab : m_controller.project().tabs) {
+        const qsizetype index = tab.lineIds.indexOf(id);
+        if (index < 0)
+            continue;
+        const QString name = fontMetrics().elidedText(tab.name, Qt::ElideRight, Theme::unit(this) * 24);
+        return QStringLiteral("line %1 of %2").arg(QString::number(index + 1), name);
+    }
+    return QStringLiteral("a deleted line");
+}
+
+void RecordingMark::applyMeasures() {
+    const int icon = Theme::iconSize(this);
+    layout()->setSpacing(Theme::unit(this));
+    m_line->setIcon(Icon::named(u"record"_s, Icon::Tint::Danger));
+    m_stop->setIcon(Icon::named(u"stop"_s, Icon::Tint::Danger));
+    for (QPushButton *button : {m_line, m_stop})
+        button->setIconSize({icon, icon});
+}
+
+void RecordingMark::changeEvent(QEvent *event) {
+    QWidget::changeEvent(event);
+    if (layout() != nullptr && (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange))
+        applyMeasures();
+}
+
+} // namespace orlenta::shell

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QtWidgets/QWidget>
+
+#include "model/Ids.h"
+
+class QLabel;
+class QPushButton;
+
+namespace orlenta::controller {
+class ProjectController;
+}
+
+namespace orlenta::shell {
+
+class DirectionRecordings;
+
+/// Says that the microphone is on, for which line and for how long, wherever the script has been scrolled to, and ends
+/// the take. Takes no room while nothing is recorded, except for its height.
+class RecordingMark final : public QWidget {
+    Q_OBJECT
+public:
+    /// Both outlive the mark's use.
+    RecordingMark(const controller::ProjectController &controller, DirectionRecordings &recordings,
+                  QWidget *parent = nullptr);
+
+Q_SIGNALS:
+    /// The user wants to see the line.
+    void lineWanted(const orlenta::model::LineId &id);
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    void tellOf(const model::LineId &id);
+    void follow();
+    void applyMeasures();
+    [[nodiscard]] QString placeOf(const model::LineId &id) const;
+
+    const controller::ProjectController &m_controller;
+    DirectionRecordings &m_recordings;
+    QPushButton *m_line;
+    QLabel *m_time;
+    QPushButton *m_stop;
+};
+
+} // namespace orlenta::shell

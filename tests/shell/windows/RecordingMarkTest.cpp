@@ -1,0 +1,63 @@
+#include "shell/windows/RecordingMark.h"
+
+#include <gtest/gtest.h>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QLabel>
+
+#include "controller/LineEditing.h"
+#include "controller/Selection.h"
+#include "controller/TabEditing.h"
+#include "shell/editor/LineRow.h"
+#include "shell/editor/ScriptEditor.h"
+#include "shell/editor/ScriptListView.h"
+#include "shell/ShellSession.h"
+#include "shell/windows/ProjectWindow.h"
+#include "shell/windows/ProjectWindows.h"
+#include "support/SoundServerSession.h"
+
+namespace orlenta::shell {
+namespace {
+
+using testing::buttonNamed;
+using testing::waitUntil;
+
+TEST(RecordingMark, TellsOfTheTakeFromAnyTabLeadsToItsLineAndEndsIt) {
+    testing::SoundServerSession server(testing::SoundServerSession::Kind::PulseAudio);
+    ASSERT_EQ(server.failure(), QString());
+    testing::ShellSession session(QString(), server.address());
+    ProjectWindows windows(session.context);
+    QStringList texts(30, QStringLiteral("A line."));
+    ASSERT_TRUE(windows.openProject(session.makeProject(QStringLiteral("Take"), texts).folder));
+    ASSERT_TRUE(waitUntil([&] { return session.sound.state() == audio::SoundServer::State::Ready; }));
+    controller::ProjectController &project = windows.open().front()->controller();
+    ScriptEditor &editor = windows.open().front()->window().editor();
+    const auto *mark = windows.open().front()->window().findChild<RecordingMark *>();
+    ASSERT_NE(mark, nullptr);
+    EXPECT_EQ(buttonNamed(*mark, QStringLiteral("Stop")), nullptr);
+    const int height = editor.height();
+
+    const model::LineId id = project.scriptLineIds().constLast();
+    editor.commands().recordings().start(id);
+    ASSERT_TRUE(waitUntil([&] { return buttonNamed(*mark, QStringLiteral("Recording line 30")) != nullptr; }));
+    EXPECT_EQ(editor.height(), height);
+    EXPECT_TRUE(waitUntil([&] { return mark->findChild<QLabel *>()->text() == QStringLiteral("0:01"); }));
+    EXPECT_TRUE(testing::unnamedControls(*mark).isEmpty());
+    EXPECT_TRUE(testing::clippedTexts(*mark).isEmpty());
+
+    project.tabs().addTab();
+    QAbstractButton *line = buttonNamed(*mark, QStringLiteral("Recording line 30 of Script 1"));
+    ASSERT_NE(line, nullptr);
+    EXPECT_NE(line->focusPolicy() & Qt::TabFocus, 0);
+    line->click();
+    EXPECT_EQ(project.scriptLineIds().constLast(), id);
+    EXPECT_EQ(project.selection().singleSelectedLineId(), id);
+    ASSERT_NE(editor.list().rowFor(id), nullptr);
+    EXPECT_LT(editor.list().rowFor(id)->geometry().bottom(), editor.list().viewport()->height());
+
+    buttonNamed(*mark, QStringLiteral("Stop"))->click();
+    EXPECT_EQ(buttonNamed(*mark, QStringLiteral("Stop")), nullptr);
+    EXPECT_TRUE(waitUntil([&] { return project.lines().find(id)->sourceRecordings.size() == 1; }));
+}
+
+} // namespace
+} // namespace orlenta::shell
