@@ -43,6 +43,12 @@ protected:
     [[nodiscard]] bool waitForError(const QString &message) {
         return QTest::qWaitFor([&] { return recorder.errorMessage() == message; }, deadline);
     }
+    /// How many listen to inputs, as the server tells it.
+    [[nodiscard]] qsizetype listeners() {
+        return session.pactl({QStringLiteral("list"), QStringLiteral("short"), QStringLiteral("source-outputs")})
+            .split(QLatin1Char('\n'), Qt::SkipEmptyParts)
+            .size();
+    }
     [[nodiscard]] std::vector<double> recorded() const { return test::readAll(recorder.recordedURL().toLocalFile()); }
 
     AudioInputRouteManager routes{server, defaults};
@@ -220,6 +226,7 @@ TEST_P(AudioRecorderTest, ASecondStartIsRefusedAndLeavesTheTakeAlone) {
 TEST_P(AudioRecorderTest, ATakeStoppedBeforeItsMicrophoneOpensIsCalledOffWithoutATrace) {
     const QDir caches(base::PrivateFolders::caches());
     const QStringList before = caches.entryList(QDir::Files);
+    const qsizetype listenersBefore = listeners();
     QSignalSpy ended(&recorder, &AudioRecorder::takeEnded);
     recorder.startRecording();
     EXPECT_TRUE(recorder.isStarting());
@@ -228,6 +235,7 @@ TEST_P(AudioRecorderTest, ATakeStoppedBeforeItsMicrophoneOpensIsCalledOffWithout
     ASSERT_TRUE(QTest::qWaitFor([&] { return ended.count() == 1; }, deadline));
     EXPECT_EQ(caches.entryList(QDir::Files), before);
     EXPECT_FALSE(recorder.errorMessage().has_value());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return listeners() == listenersBefore; }, deadline));
 
     ASSERT_TRUE(start());
     ASSERT_TRUE(waitForSeconds(0.1));
