@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cmath>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 #include <utility>
 
@@ -114,7 +115,9 @@ base::Result<WavFileWriter, AudioFileError> WavFileWriter::create(const QString 
     writer.m_descriptor = ::open(written.constData(), O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC | O_RDWR, mode);
     if (writer.m_descriptor < 0)
         return base::fail(writer.systemError());
-    if (!isInPlace)
+    if (isInPlace)
+        ::flock(writer.m_descriptor, LOCK_EX | LOCK_NB);
+    else
         writer.m_writtenPath = written;
     QByteArray header = wavHeader(0, format.sampleRate, format.channelCount, format.bitDepth);
     qToLittleEndian(unknownLength, header.data() + 4);

@@ -35,6 +35,7 @@ public:
         /// The same without the flush: for a file that can be made again at any time.
         RenamedUnflushed,
         /// The target's own name from the first byte on, for a recording that must survive a crash; flushed at the end.
+        /// The file is locked until then (flock), so that other processes can tell it from what a crash left.
         InPlace,
     };
 

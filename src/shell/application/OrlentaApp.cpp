@@ -3,12 +3,16 @@
 #include <algorithm>
 
 #include <QtCore/QFileInfo>
+#include <QtGui/QDesktopServices>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
 
+#include "audio/recording/LeftoverRecordings.h"
 #include "base/CrashReport.h"
 #include "base/LogCategories.h"
+#include "base/PrivateFolders.h"
 #include "controller/TemporarySweep.h"
 #include "shell/application/SampleProject.h"
 #include "shell/settings/MicrophoneSettings.h"
@@ -53,7 +57,8 @@ OrlentaApp::OrlentaApp()
 }
 
 OrlentaApp::~OrlentaApp() {
-    // These two may stand without a window above them.
+    // These may stand without a window above them.
+    delete m_leftovers;
     delete m_settings;
     delete m_newProject;
     m_localVoices.shutDown();
@@ -72,6 +77,35 @@ void OrlentaApp::start(const QStringList &projects) {
         m_windows.openProject(project);
     if (m_windows.isEmpty())
         showWelcome();
+    tellOfLeftoverRecordings();
+}
+
+void OrlentaApp::tellOfLeftoverRecordings() {
+    const QString folder = base::PrivateFolders::caches();
+    const qsizetype count = audio::LeftoverRecordings::find(folder, std::chrono::system_clock::now()).size();
+    if (count == 0)
+        return;
+    const QString title = u"Recordings were left over"_s;
+    const QString text = count == 1
+                             ? u"1 recording was made that is on no line of a project."_s
+                             : QStringLiteral("%1 recordings were made that are on no line of a project.").arg(count);
+    m_leftovers = new QMessageBox(QMessageBox::Information, title, text, QMessageBox::Ok);
+    m_leftovers->setAttribute(Qt::WA_DeleteOnClose);
+    m_leftovers->setModal(false);
+    m_leftovers->setTextFormat(Qt::PlainText);
+    m_leftovers->setAccessibleName(title);
+    m_leftovers->setInformativeText(
+        QStringLiteral("They are kept in %1 until you delete them. Import Direction Audio puts one on a line.")
+            .arg(folder));
+    m_leftovers->button(QMessageBox::Ok)->setToolTip(u"Leave them where they are"_s);
+    QPushButton *show = m_leftovers->addButton(u"Show in Folder"_s, QMessageBox::ActionRole);
+    show->setToolTip(u"Open the folder in the file manager"_s);
+    connect(show, &QPushButton::clicked, this, [this, folder] {
+        if (!QDesktopServices::openUrl(QUrl::fromLocalFile(folder)))
+            showFailure(u"The folder could not be opened."_s, folder);
+    });
+    m_leftovers->show();
+    m_leftovers->raise();
 }
 
 void OrlentaApp::connectCommands() {

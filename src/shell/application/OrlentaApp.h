@@ -18,6 +18,8 @@
 #include "shell/windows/ProjectWindows.h"
 #include "speech/KeychainHelper.h"
 
+class QMessageBox;
+
 namespace orlenta::shell {
 
 class NewProjectDialog;
@@ -54,6 +56,7 @@ private:
     void connectCommands();
     void showWelcome();
     void setUiScale(double scale);
+    void tellOfLeftoverRecordings();
     void showFailure(const QString &title, const QString &detail);
     [[nodiscard]] QWidget *dialogParent() const;
 
@@ -71,6 +74,7 @@ private:
     std::unique_ptr<WelcomeWindow> m_welcome;
     QPointer<SettingsDialog> m_settings;
     QPointer<NewProjectDialog> m_newProject;
+    QPointer<QMessageBox> m_leftovers;
     bool m_isResolvingTermination = false;
 };
 

@@ -5,12 +5,19 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <QtCore/QDateTime>
+#include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
+#include <QtGui/QDesktopServices>
+#include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QMessageBox>
 
+#include "base/PrivateFolders.h"
 #include "shell/ShellSession.h"
 #include "shell/theme/Theme.h"
 #include "support/SoundServerSession.h"
+#include "support/TestTone.h"
 
 namespace orlenta {
 namespace {
@@ -34,6 +41,69 @@ private:
     std::vector<std::pair<const char *, std::optional<QByteArray>>> m_before;
 };
 
+/// Takes what is to be shown in the file manager.
+class FileManager final : public QObject {
+    Q_OBJECT
+public:
+    FileManager() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open"); }
+    ~FileManager() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
+    QList<QUrl> shown;
+
+public Q_SLOTS:
+    void open(const QUrl &url) { shown.append(url); }
+};
+
+/// A home of the test's own.
+class Home final {
+public:
+    Home() {
+        for (const char *name : {"HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "TMPDIR"})
+            environment.set(name, folder.path());
+        environment.set("PULSE_SERVER", QStringLiteral("unix:%1/no-server").arg(folder.path()));
+    }
+
+    const QTemporaryDir folder;
+    Environment environment;
+};
+
+QMessageBox *leftoversBox() {
+    for (QWidget *window : QApplication::topLevelWidgets())
+        if (window->isVisible() && window->windowTitle() == QStringLiteral("Recordings were left over"))
+            return qobject_cast<QMessageBox *>(window);
+    return nullptr;
+}
+
+TEST(OrlentaApp, StartingTellsOfRecordingsThatNoLineHasAndShowsTheirFolder) {
+    const Home home;
+    FileManager files;
+    const QString caches = base::PrivateFolders::caches();
+    const QString path = caches + QStringLiteral("/direction_3F2504E0-4F89-11D3-9A0C-0305E82C3301.wav");
+    ASSERT_FALSE(testing::writeTone(path, 0.1).isEmpty());
+    {
+        shell::OrlentaApp app;
+        app.start({});
+        EXPECT_EQ(leftoversBox(), nullptr) << "it may be another process's that is just being stored";
+    }
+    QFile recording(path);
+    ASSERT_TRUE(recording.open(QFile::ReadWrite));
+    ASSERT_TRUE(recording.setFileTime(QDateTime::currentDateTime().addDays(-30), QFile::FileModificationTime));
+    recording.close();
+    {
+        shell::OrlentaApp app;
+        app.start({});
+        QMessageBox *box = leftoversBox();
+        ASSERT_NE(box, nullptr);
+        EXPECT_FALSE(box->isModal());
+        EXPECT_TRUE(box->informativeText().contains(caches));
+        testing::buttonNamed(*box, QStringLiteral("Show in Folder"))->click();
+        EXPECT_EQ(files.shown, QList<QUrl>{QUrl::fromLocalFile(caches)});
+        EXPECT_EQ(leftoversBox(), nullptr);
+    }
+    EXPECT_TRUE(QFile::exists(path));
+    shell::Theme::apply(shell::Appearance::Light);
+    shell::Theme::setUiScale(1.0);
+}
+
 TEST(OrlentaApp, StartingPutsBackTheMicrophoneThatACrashLeftChanged) {
     testing::SoundServerSession server(testing::SoundServerSession::Kind::PulseAudio);
     ASSERT_EQ(server.failure(), QString());
@@ -43,11 +113,8 @@ TEST(OrlentaApp, StartingPutsBackTheMicrophoneThatACrashLeftChanged) {
     server.pactl({QStringLiteral("set-default-source"), QStringLiteral("mic_b")});
     ASSERT_EQ(defaultSource(), QStringLiteral("mic_b"));
 
-    const QTemporaryDir folder;
-    Environment environment;
-    for (const char *name : {"HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "TMPDIR"})
-        environment.set(name, folder.path());
-    environment.set("PULSE_SERVER", server.address());
+    Home home;
+    home.environment.set("PULSE_SERVER", server.address());
     ASSERT_TRUE(base::UserDefaults().setPendingInputRouteRestoreDeviceUID(QStringLiteral("mic_a")));
     {
         shell::OrlentaApp app;
@@ -61,3 +128,5 @@ TEST(OrlentaApp, StartingPutsBackTheMicrophoneThatACrashLeftChanged) {
 
 } // namespace
 } // namespace orlenta
+
+#include "OrlentaAppTest.moc"
