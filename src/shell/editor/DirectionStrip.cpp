@@ -9,6 +9,7 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QToolButton>
 
+#include "shell/editor/NoticeLabel.h"
 #include "shell/editor/WaveformBarsView.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/StylePainting.h"
@@ -50,7 +51,7 @@ void DirectionStrip::makeControls() {
     m_play->setAutoRaise(true);
     m_waveform = new WaveformBarsView(this);
     m_waveform->setFallbackHeights(quietBars());
-    m_waveform->setToolTip(u"Click or drag to play the direction from here"_s);
+    m_waveform->setToolTip(u"Click or drag to play the direction from here (Left, Right, Home, End; Space plays)"_s);
     m_waveform->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     m_duration = new QLabel(this);
     m_record = new QPushButton(this);
@@ -61,9 +62,7 @@ void DirectionStrip::makeControls() {
     m_delete = new QToolButton(this);
     m_delete->setAutoRaise(true);
     m_delete->setToolTip(u"Delete Direction Audio (Shift+D)"_s);
-    m_error = new QLabel(this);
-    m_error->setTextFormat(Qt::PlainText);
-    m_error->setWordWrap(true);
+    m_error = new NoticeLabel(this);
     m_error->hide();
 }
 
@@ -103,9 +102,9 @@ void DirectionStrip::setContent(const DirectionContent &content) {
     if (before.number != content.number || before.isRecording != content.isRecording ||
         before.playback != content.playback)
         showNames();
-    m_recordingTime->setText(content.recordingTime);
-    m_error->setText(content.error);
-    m_error->setVisible(!content.error.isEmpty());
+    if (before.number != content.number || before.recordingTime != content.recordingTime ||
+        before.duration != content.duration || before.error != content.error)
+        showReadings();
     showAudio();
 }
 
@@ -150,7 +149,17 @@ void DirectionStrip::showAudio() {
     m_waveform->setSamples(m_content.waveform);
     m_waveform->setShowsProgress(m_content.playback != RowPlayback::Idle);
     m_waveform->setProgress(m_content.playback == RowPlayback::Idle ? 0.0 : m_content.progress);
+}
+
+// What these say is spoken with what they are about: alone, "0:04" tells nothing.
+void DirectionStrip::showReadings() {
+    const QString line = QStringLiteral("line %1").arg(m_content.number);
+    m_recordingTime->setText(m_content.recordingTime);
+    m_recordingTime->setAccessibleName(QStringLiteral("Recording time of %1, %2").arg(line, m_content.recordingTime));
     m_duration->setText(m_content.duration);
+    m_duration->setAccessibleName(QStringLiteral("Direction duration of %1, %2").arg(line, m_content.duration));
+    m_error->setNotice(QStringLiteral("Recording problem of %1").arg(line), m_content.error);
+    m_error->setVisible(!m_content.error.isEmpty());
 }
 
 void DirectionStrip::showNames() {
@@ -158,13 +167,10 @@ void DirectionStrip::showNames() {
     const auto name = [&line](QWidget *widget, const QString &words) { widget->setAccessibleName(words.arg(line)); };
     name(this, u"Direction of %1"_s);
     name(m_record, m_content.isRecording ? u"Stop recording direction of %1"_s : u"Record direction of %1"_s);
-    name(m_recordingTime, u"Recording time of %1"_s);
     name(m_play, m_content.playback == RowPlayback::Playing ? u"Stop direction of %1"_s : u"Play direction of %1"_s);
     name(m_waveform, u"Direction playhead of %1"_s);
-    name(m_duration, u"Direction duration of %1"_s);
     name(m_import, u"Import direction audio of %1"_s);
     name(m_delete, u"Delete direction audio of %1"_s);
-    name(m_error, u"Recording problem of %1"_s);
 }
 
 void DirectionStrip::applyMeasures() {
@@ -181,7 +187,7 @@ void DirectionStrip::applyMeasures() {
     m_delete->setIcon(Icon::named(u"trash"_s, Icon::Tint::Muted));
     m_waveform->setMaxBarHeight(unit * 5.0);
     m_waveform->setBars(std::max(1.5, unit / 2.0), std::max(1.0, unit * 0.375));
-    m_waveform->setColor(readableOn(colors.field, colors.textMuted, 3.0));
+    m_waveform->setColor(colors.textMuted, colors.field);
     m_waveform->setMinimumSize(unit * 8, m_waveform->sizeHint().height());
     for (QLabel *label : {m_title, m_duration, m_hint}) {
         QPalette muted = palette();

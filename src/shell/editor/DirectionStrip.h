@@ -10,6 +10,7 @@ class QToolButton;
 
 namespace orlenta::shell {
 
+class NoticeLabel;
 class WaveformBarsView;
 
 /// A line's spoken direction below its text: recording it, playing it, taking it from a file and taking it off. It
@@ -44,6 +45,7 @@ private:
     void showRecording();
     void showAudio();
     void showNames();
+    void showReadings();
     void applyMeasures();
     void fitWords();
 
@@ -58,7 +60,7 @@ private:
     QPushButton *m_import = nullptr;
     QLabel *m_hint = nullptr;
     QToolButton *m_delete = nullptr;
-    QLabel *m_error = nullptr;
+    NoticeLabel *m_error = nullptr;
 };
 
 } // namespace orlenta::shell

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include <QtGui/QAccessible>
 #include <QtGui/QActionGroup>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
@@ -67,11 +68,11 @@ void LineRow::makeControls(const ScriptTextField::Factory &makeTextField) {
     m_play = new QToolButton(this);
     m_waveform = new WaveformBarsView(this);
     m_waveform->setFallbackHeights(placeholderBars());
-    m_waveform->setToolTip(QStringLiteral("Click or drag to play from here"));
+    m_waveform->setToolTip(QStringLiteral("Click or drag to play from here (Left, Right, Home, End; Space plays)"));
     m_duration = new QLabel(this);
     m_takes = new QToolButton(this);
     m_takes->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    m_takes->setToolTip(QStringLiteral("Choose the take in use"));
+    m_takes->setToolTip(QStringLiteral("Choose the take in use (Return)"));
     m_play->setToolTip(QStringLiteral("Play this line (Space)"));
     // The mark that a menu opens stands behind the text.
     m_takes->setLayoutDirection(layoutDirection() == Qt::LeftToRight ? Qt::RightToLeft : Qt::LeftToRight);
@@ -93,8 +94,13 @@ void LineRow::setContent(const LineRowContent &content) {
         m_notes->document()->clearUndoRedoStacks();
     showNotes();
     if (before.id != content.id || before.number != content.number || before.castName != content.castName ||
-        before.playback != content.playback || before.isVoiceDirected != content.isVoiceDirected)
+        before.playback != content.playback || before.isVoiceDirected != content.isVoiceDirected ||
+        before.duration != content.duration)
         showNames();
+    else if (before.text != content.text)
+        nameRow();
+    if (before.id == content.id && before.isSelected != content.isSelected)
+        tellSelection();
     const Qt::FocusPolicy policy = content.isCurrent ? Qt::TabFocus : Qt::NoFocus;
     for (QWidget *control : focusableControls())
         control->setFocusPolicy(control != m_notes ? policy : content.isCurrent ? Qt::StrongFocus : Qt::ClickFocus);
@@ -167,35 +173,54 @@ void LineRow::showAudio() {
     m_waveform->setShowsProgress(m_content.playback != RowPlayback::Idle);
     m_waveform->setProgress(m_content.playback == RowPlayback::Idle ? 0.0 : m_content.progress);
     m_duration->setText(m_content.duration);
+    const QColor accent = ThemeColors::of(palette()).accent;
+    m_waveform->setColor(m_content.stripe.isValid() ? m_content.stripe : accent, ground());
+}
+
+QColor LineRow::ground() const {
     const ThemeColors &colors = ThemeColors::of(palette());
-    m_waveform->setColor(
-        readableOn(colors.surface, m_content.stripe.isValid() ? m_content.stripe : colors.accent, 3.0));
+    return m_content.isSelected || m_isDropTarget ? colors.surfaceSelected : colors.surface;
+}
+
+void LineRow::tellSelection() {
+    QAccessibleEvent event(this, m_content.isSelected ? QAccessible::SelectionAdd : QAccessible::SelectionRemove);
+    QAccessible::updateAccessibility(&event);
 }
 
 void LineRow::showTakes() {
     m_takes->setVisible(!m_content.takes.isEmpty());
-    if (m_content.activeTake < 0) {
-        m_takes->setText(QStringLiteral("Choose Take"));
-        return;
+    QString text = QStringLiteral("Choose Take");
+    if (m_content.activeTake >= 0) {
+        text = m_content.takes.at(m_content.activeTake).title;
+        if (m_content.takes.size() > 1)
+            text = QStringLiteral("%1 of %2").arg(text).arg(m_content.takes.size());
+        if (!m_content.hasAudio)
+            text = QStringLiteral("%1, file missing").arg(text);
     }
-    QString text = m_content.takes.at(m_content.activeTake).title;
-    if (m_content.takes.size() > 1)
-        text = QStringLiteral("%1 of %2").arg(text).arg(m_content.takes.size());
-    m_takes->setText(m_content.hasAudio ? text : QStringLiteral("%1, file missing").arg(text));
+    m_takes->setText(text);
+    const QString name = QStringLiteral("Take of line %1, %2").arg(QString::number(m_content.number), text);
+    if (m_takes->accessibleName() != name)
+        m_takes->setAccessibleName(name);
 }
 
 void LineRow::showNames() {
     const QString line = QStringLiteral("line %1").arg(m_content.number);
-    const QString cast = m_content.castName.isEmpty() ? QStringLiteral("no voice") : m_content.castName;
-    setAccessibleName(QStringLiteral("Line %1, %2").arg(m_content.number).arg(cast));
+    nameRow();
     m_text->setAccessibleName(QStringLiteral("Text of %1").arg(line));
     m_generate->setAccessibleName(QStringLiteral("Generate %1").arg(line));
     m_play->setAccessibleName(
         (m_content.playback == RowPlayback::Playing ? QStringLiteral("Stop %1") : QStringLiteral("Play %1")).arg(line));
     m_waveform->setAccessibleName(QStringLiteral("Playhead of %1").arg(line));
-    m_duration->setAccessibleName(QStringLiteral("Duration of %1").arg(line));
-    m_takes->setAccessibleName(QStringLiteral("Take of %1").arg(line));
+    m_duration->setAccessibleName(QStringLiteral("Duration of %1, %2").arg(line, m_content.duration));
     nameDirectionControls();
+}
+
+void LineRow::nameRow() {
+    const QString cast = m_content.castName.isEmpty() ? QStringLiteral("no voice") : m_content.castName;
+    const QString text = m_content.text.simplified();
+    setAccessibleName(
+        QStringLiteral("Line %1, %2, %3")
+            .arg(QString::number(m_content.number), cast, text.isEmpty() ? QStringLiteral("empty") : text));
 }
 
 void LineRow::applyColors() {
@@ -294,6 +319,8 @@ bool LineRow::eventFilter(QObject *watched, QEvent *event) {
         Q_EMIT controlsLeft();
         return true;
     }
+    if (pressControl(control, *static_cast<QKeyEvent *>(event)))
+        return true;
     if (key == Qt::Key_Tab || (arrowsMove && key == Qt::Key_Right)) {
         moveFocus(control, 1);
         return true;
@@ -303,6 +330,27 @@ bool LineRow::eventFilter(QObject *watched, QEvent *event) {
         return true;
     }
     return QWidget::eventFilter(watched, event);
+}
+
+// The list would take these keys for the line's text and its take.
+bool LineRow::pressControl(QWidget *control, const QKeyEvent &event) {
+    const bool isReturn = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    const bool isPlain = !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+    if (!isPlain || (!isReturn && event.key() != Qt::Key_Space))
+        return false;
+    auto *button = qobject_cast<QAbstractButton *>(control);
+    const bool isWaveform = qobject_cast<WaveformBarsView *>(control) != nullptr;
+    if (!isWaveform && (button == nullptr || !isReturn))
+        return false;
+    if (event.isAutoRepeat())
+        return true;
+    if (button != nullptr)
+        button->click();
+    else if (control != m_waveform)
+        Q_EMIT directionWished(DirectionWish::TogglePlayback);
+    else
+        m_play->click();
+    return true;
 }
 
 void LineRow::focusControls() {
@@ -358,14 +406,14 @@ void LineRow::paintEvent(QPaintEvent *) {
     QPainterPath outline;
     outline.addRoundedRect(card, radius, radius);
     const bool isMarked = m_content.isSelected || m_isDropTarget;
-    painter.fillPath(outline, isMarked ? colors.surfaceSelected : colors.surface);
+    painter.fillPath(outline, ground());
     if (m_content.stripe.isValid()) {
         painter.save();
         painter.setClipPath(outline);
         painter.fillRect(places.stripe, m_content.stripe);
         painter.restore();
     }
-    const bool hasKeyboard = m_content.isEditing || (m_content.isCurrent && m_listHasFocus);
+    const bool hasKeyboard = m_content.isEditing || hasListFocus();
     QPen border(isMarked ? colors.accent : colors.border, hasKeyboard || m_isDropTarget ? 2.0 : 1.0);
     if (m_isDropTarget)
         border.setStyle(Qt::DashLine);
@@ -375,8 +423,7 @@ void LineRow::paintEvent(QPaintEvent *) {
     painter.setFont(nameFont());
     painter.setPen(colors.textMuted);
     painter.drawText(places.number, Qt::AlignVCenter | Qt::AlignLeft, QString::number(m_content.number));
-    const QColor ground = isMarked ? colors.surfaceSelected : colors.surface;
-    painter.setPen(m_content.stripe.isValid() ? readableOn(ground, m_content.stripe) : colors.textMuted);
+    painter.setPen(m_content.stripe.isValid() ? readableOn(ground(), m_content.stripe) : colors.textMuted);
     const QString name = m_content.castName.isEmpty() ? QStringLiteral("No voice") : m_content.castName;
     painter.drawText(places.name, Qt::AlignVCenter | Qt::AlignLeft,
                      painter.fontMetrics().elidedText(name, Qt::ElideRight, places.name.width()));

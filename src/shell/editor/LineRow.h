@@ -61,6 +61,8 @@ public:
     [[nodiscard]] ScriptTextField &textField() const { return *m_text; }
     /// Whether the list has the keyboard, which the current row shows.
     void setListHasFocus(bool listHasFocus);
+    /// The list's keys act on this row.
+    [[nodiscard]] bool hasListFocus() const { return m_content.isCurrent && m_listHasFocus; }
     /// The row must stay with its line: it holds the focus, or its menu is open.
     [[nodiscard]] bool isPinned() const;
     /// Gives the keyboard to the row's first control.
@@ -129,6 +131,10 @@ private:
     void showAudio();
     void showTakes();
     void showNames();
+    void nameRow();
+    [[nodiscard]] QColor ground() const;
+    void tellSelection();
+    bool pressControl(QWidget *control, const QKeyEvent &event);
     void makeDirectionControls();
     void showDirection();
     void makeNotes();

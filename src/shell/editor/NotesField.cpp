@@ -5,7 +5,9 @@
 #include <QtCore/QMimeData>
 #include <QtCore/QScopedValueRollback>
 #include <QtGui/QDragEnterEvent>
+#include <QtGui/QPainter>
 
+#include "shell/theme/StylePainting.h"
 #include "shell/theme/Theme.h"
 
 namespace orlenta::shell {
@@ -41,15 +43,25 @@ int NotesField::heightForTextWidth(int width) {
 
 void NotesField::focusInEvent(QFocusEvent *event) {
     QTextEdit::focusInEvent(event);
+    viewport()->update();
     Q_EMIT entered();
 }
 
 void NotesField::focusOutEvent(QFocusEvent *event) {
     QTextEdit::focusOutEvent(event);
+    viewport()->update();
     const bool isTemporary = event->reason() == Qt::PopupFocusReason || event->reason() == Qt::MenuBarFocusReason ||
                              event->reason() == Qt::ActiveWindowFocusReason;
     if (!isTemporary)
         Q_EMIT left();
+}
+
+void NotesField::paintEvent(QPaintEvent *event) {
+    QTextEdit::paintEvent(event);
+    if (!hasFocus())
+        return;
+    QPainter painter(viewport());
+    painting::drawFocusRing(&painter, viewport()->rect(), Theme::radius(this), palette());
 }
 
 void NotesField::wheelEvent(QWheelEvent *event) {

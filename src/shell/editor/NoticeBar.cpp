@@ -1,28 +1,27 @@
 #include "shell/editor/NoticeBar.h"
 
 #include <QtCore/QEvent>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QToolButton>
 
+#include "shell/editor/NoticeLabel.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
 
 namespace orlenta::shell {
 
 NoticeBar::NoticeBar(QWidget *parent)
-    : QWidget(parent), m_icon(new QLabel(this)), m_text(new QLabel(this)), m_dismiss(new QToolButton(this)) {
-    m_text->setWordWrap(true);
-    m_text->setTextFormat(Qt::PlainText);
+    : QWidget(parent), m_icon(new QLabel(this)), m_text(new NoticeLabel(this)), m_dismiss(new QToolButton(this)) {
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_text->setAccessibleName(QStringLiteral("Message"));
     m_icon->setAccessibleName(QStringLiteral("Warning"));
     m_dismiss->setIcon(Icon::named(QStringLiteral("close")));
     m_dismiss->setAutoRaise(true);
     m_dismiss->setFocusPolicy(Qt::StrongFocus);
     m_dismiss->setAccessibleName(QStringLiteral("Dismiss message"));
-    m_dismiss->setToolTip(QStringLiteral("Dismiss"));
+    m_dismiss->setToolTip(QStringLiteral("Dismiss (Esc)"));
     auto *layout = new QHBoxLayout(this);
     layout->addWidget(m_icon);
     layout->addWidget(m_text, 1);
@@ -33,8 +32,15 @@ NoticeBar::NoticeBar(QWidget *parent)
 }
 
 void NoticeBar::setMessage(const QString &message) {
-    m_text->setText(message);
+    m_text->setNotice(QString(), message);
     setVisible(!message.isEmpty());
+}
+
+void NoticeBar::keyPressEvent(QKeyEvent *event) {
+    if (event->key() == Qt::Key_Escape)
+        Q_EMIT dismissed();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void NoticeBar::changeEvent(QEvent *event) {

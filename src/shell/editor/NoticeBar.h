@@ -7,7 +7,9 @@ class QToolButton;
 
 namespace orlenta::shell {
 
-/// A message that stays in place until it is dismissed; hidden while there is none.
+class NoticeLabel;
+
+/// A message that stays in place until it is dismissed, by its button or with Escape in it; hidden while there is none.
 class NoticeBar final : public QWidget {
     Q_OBJECT
 public:
@@ -21,13 +23,14 @@ Q_SIGNALS:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
     void applyMeasures();
 
     QLabel *m_icon = nullptr;
-    QLabel *m_text = nullptr;
+    NoticeLabel *m_text = nullptr;
     QToolButton *m_dismiss = nullptr;
 };
 

@@ -5,9 +5,11 @@
 
 #include <QtCore/QScopedValueRollback>
 #include <QtCore/QSignalBlocker>
+#include <QtGui/QAccessible>
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QScrollBar>
 
+#include "shell/editor/ScriptAccessibility.h"
 #include "shell/editor/ScriptListSource.h"
 #include "shell/theme/Theme.h"
 
@@ -18,7 +20,10 @@ ScriptListView::ScriptListView(ScriptListSource &source, ScriptTextField::Factor
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::StrongFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    installScriptAccessibility();
     setAccessibleName(QStringLiteral("Script lines"));
+    setAccessibleDescription(QStringLiteral("Up and Down choose a line, Return edits its text, Right goes to its "
+                                            "controls, Escape comes back, F6 leaves the list"));
     viewport()->setBackgroundRole(QPalette::Window);
     verticalScrollBar()->setAccessibleName(QStringLiteral("Scroll script lines"));
 }
@@ -74,6 +79,7 @@ void ScriptListView::refreshRows() {
             row->setContent(m_source.content(row->lineId(), m_indexes.value(row->lineId())));
     }
     layOutRows();
+    tellFocusLater();
 }
 
 void ScriptListView::refreshRow(const model::LineId &id) {
@@ -301,6 +307,8 @@ void ScriptListView::mousePressEvent(QMouseEvent *) {
 void ScriptListView::focusInEvent(QFocusEvent *event) {
     QAbstractScrollArea::focusInEvent(event);
     showFocusOnRows();
+    m_toldLine.reset();
+    tellFocusLater();
 }
 
 void ScriptListView::focusOutEvent(QFocusEvent *event) {
@@ -311,6 +319,28 @@ void ScriptListView::focusOutEvent(QFocusEvent *event) {
 void ScriptListView::showFocusOnRows() {
     for (LineRow *row : std::as_const(m_rows))
         row->setListHasFocus(hasFocus());
+}
+
+LineRow *ScriptListView::currentRow() const {
+    const auto row = std::find_if(m_rows.begin(), m_rows.end(),
+                                  [](const LineRow *candidate) { return candidate->content().isCurrent; });
+    return row == m_rows.end() ? nullptr : *row;
+}
+
+// By then the row has been scrolled into view, and the list's own focus has been told.
+void ScriptListView::tellFocusLater() {
+    if (QAccessible::isActive() && !std::exchange(m_isTellingFocus, true))
+        QMetaObject::invokeMethod(this, &ScriptListView::tellFocus, Qt::QueuedConnection);
+}
+
+void ScriptListView::tellFocus() {
+    m_isTellingFocus = false;
+    LineRow *row = hasFocus() ? currentRow() : nullptr;
+    if (row == nullptr || m_toldLine == row->lineId())
+        return;
+    m_toldLine = row->lineId();
+    QAccessibleEvent event(row, QAccessible::Focus);
+    QAccessible::updateAccessibility(&event);
 }
 
 void ScriptListView::changeEvent(QEvent *event) {

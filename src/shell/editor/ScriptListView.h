@@ -35,6 +35,8 @@ public:
 
     /// The row that shows the line, or null when it is out of view.
     [[nodiscard]] LineRow *rowFor(const model::LineId &id) const { return m_rows.value(id); }
+    /// The row of the line on which the keyboard acts, or null when it is out of view.
+    [[nodiscard]] LineRow *currentRow() const;
     [[nodiscard]] QList<LineRow *> rows() const { return m_rows.values(); }
     /// Rows that exist, in view or waiting in the pool.
     [[nodiscard]] qsizetype poolSize() const { return m_rows.size() + static_cast<qsizetype>(m_free.size()); }
@@ -84,6 +86,8 @@ private:
     void release(const model::LineId &id);
     void releaseOutside(const Span &span);
     void showFocusOnRows();
+    void tellFocusLater();
+    void tellFocus();
     [[nodiscard]] int margin() const;
     [[nodiscard]] int clampedScroll(qint64 scroll) const;
 
@@ -99,6 +103,9 @@ private:
     int m_layoutWidth = -1;
     int m_scroll = 0;
     bool m_isLayingOut = false;
+    /// The line last told to assistive technology as the one with the keyboard.
+    std::optional<model::LineId> m_toldLine;
+    bool m_isTellingFocus = false;
 };
 
 } // namespace orlenta::shell

@@ -24,7 +24,6 @@ ScriptToolbar::ScriptToolbar(const ScriptCommands::Parts &parts, ScriptCommands 
     Theme::setRole(m_add, ButtonRole::Quiet);
     m_add->setIcon(Icon::named(QStringLiteral("plus")));
     m_add->setToolTip(QStringLiteral("Add a line at the end of the tab (Ctrl+Alt+L)"));
-    m_status->setAccessibleName(QStringLiteral("Selected lines"));
     auto *layout = new QHBoxLayout(this);
     layout->addWidget(m_generate);
     layout->addWidget(m_play);

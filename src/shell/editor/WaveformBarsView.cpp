@@ -9,6 +9,7 @@
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 
+#include "shell/editor/ScriptAccessibility.h"
 #include "shell/theme/StylePainting.h"
 #include "shell/theme/Theme.h"
 
@@ -18,12 +19,33 @@ namespace {
 constexpr int progressSteps = 10000;
 constexpr qreal shortestBar = 2.0;
 constexpr qreal cornerSize = 0.5;
-// Without a playhead all bars look alike, calmer than what is being played.
-constexpr qreal idleOpacity = 0.72;
+// How calm bars look where contrast allows it: all of them without a playhead, and those it has not reached.
+constexpr qreal calmestIdle = 0.72;
+constexpr qreal calmestResting = 0.32;
+constexpr double playedContrast = 4.5;
+// A little more than 3 and 2.5, which rounding to the screen's colours takes off.
+constexpr double idleContrast = 3.1;
+constexpr double restingContrast = 2.6;
+
+/// The least opacity from `least` on at which the colour keeps that contrast to the ground below it.
+qreal opacityFor(const QColor &color, const QColor &ground, qreal least, double contrast) {
+    constexpr qreal step = 0.02;
+    for (qreal opacity = least; opacity < 1.0; opacity += step) {
+        const auto mixed = [&](float over, float below) {
+            return below + (over - below) * static_cast<float>(opacity);
+        };
+        const QColor seen = QColor::fromRgbF(mixed(color.redF(), ground.redF()), mixed(color.greenF(), ground.greenF()),
+                                             mixed(color.blueF(), ground.blueF()));
+        if (contrastRatio(seen, ground) >= contrast)
+            return opacity;
+    }
+    return 1.0;
+}
 
 } // namespace
 
 WaveformBarsView::WaveformBarsView(QWidget *parent) : QAbstractSlider(parent) {
+    installScriptAccessibility();
     setRange(0, progressSteps);
     setSingleStep(progressSteps / 50);
     setPageStep(progressSteps / 10);
@@ -52,10 +74,14 @@ void WaveformBarsView::setFallbackHeights(const QList<qreal> &heights) {
     update();
 }
 
-void WaveformBarsView::setColor(const QColor &color) {
-    if (m_color == color)
+void WaveformBarsView::setColor(const QColor &color, const QColor &ground) {
+    if (m_color == color && m_ground == ground)
         return;
     m_color = color;
+    m_ground = ground;
+    m_played = readableOn(ground, color, playedContrast);
+    m_idleOpacity = opacityFor(m_played, ground, calmestIdle, idleContrast);
+    m_restingOpacity = opacityFor(m_played, ground, calmestResting, restingContrast);
     update();
 }
 
@@ -105,7 +131,7 @@ void WaveformBarsView::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(m_color);
+    painter.setBrush(m_played);
     const int bars = barCount();
     const qreal pitch = m_barWidth + m_barSpacing;
     const qreal inset = std::max(0.0, (width() - (m_barWidth * bars + m_barSpacing * (bars - 1))) / 2.0);
@@ -116,7 +142,7 @@ void WaveformBarsView::paintEvent(QPaintEvent *) {
     for (int bar = 0; bar < bars; ++bar) {
         const qreal barTall = snapped(barHeight(bar, bars));
         const bool isResting = showsPlayed && static_cast<double>(bar) / bars > played;
-        painter.setOpacity(!showsPlayed ? idleOpacity : isResting ? m_restingOpacity : m_activeOpacity);
+        painter.setOpacity(!showsPlayed ? m_idleOpacity : isResting ? m_restingOpacity : 1.0);
         painter.drawRoundedRect(
             QRectF(snapped(inset + pitch * bar), snapped((height() - barTall) / 2.0), m_barWidth, barTall), cornerSize,
             cornerSize);

@@ -24,7 +24,9 @@ public:
     /// Peaks, 0 to 1; without any, the fall-back heights are shown.
     void setSamples(const QList<float> &samples);
     void setFallbackHeights(const QList<qreal> &heights);
-    void setColor(const QColor &color);
+    /// The colour of what has been played, on that ground. Other bars are calmer shades of it, no calmer than it takes
+    /// to tell them from the ground.
+    void setColor(const QColor &color, const QColor &ground);
     void setMaxBarHeight(qreal height);
     void setBars(qreal barWidth, qreal barSpacing);
     /// `progress` is 0 to 1.
@@ -59,14 +61,16 @@ private:
     QList<float> m_samples;
     QList<qreal> m_fallbackHeights;
     QColor m_color;
+    QColor m_played;
+    QColor m_ground;
+    qreal m_idleOpacity = 1.0;
+    qreal m_restingOpacity = 1.0;
     bool m_showsProgress = false;
     std::optional<double> m_scrub;
     /// The place of the drag's last seek.
     double m_sought = 0.0;
     QTimer m_scrubTimer;
     qreal m_maxBarHeight = 24.0;
-    qreal m_restingOpacity = 0.32;
-    qreal m_activeOpacity = 1.0;
     qreal m_barWidth = 2.0;
     qreal m_barSpacing = 1.5;
 };

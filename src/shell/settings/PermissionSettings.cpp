@@ -16,6 +16,8 @@ PermissionSettings::PermissionSettings(audio::MicrophonePermission &permission, 
     : QWidget(parent), m_permission(permission), m_commands(commands),
       m_granted(new TextLabel(u"Granted"_s, TextLabel::Style::Body)), m_grant(new QPushButton(u"Grant Access"_s)),
       m_reason(new TextLabel({}, TextLabel::Style::Caption)) {
+    // Return in one of the dialog's fields must not ask for it.
+    m_grant->setAutoDefault(false);
     m_grant->setToolTip(u"Ask for access to the microphone"_s);
     auto *state = new QWidget;
     auto *row = new QHBoxLayout(state);

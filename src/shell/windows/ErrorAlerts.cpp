@@ -52,7 +52,7 @@ void ErrorAlerts::showNext() {
     auto *box = new QMessageBox(QMessageBox::Warning, u"Orlenta"_s, {}, QMessageBox::Ok, &m_window);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText);
-    box->button(QMessageBox::Ok)->setToolTip(u"Dismiss this message"_s);
+    box->button(QMessageBox::Ok)->setToolTip(u"Dismiss this message (Esc)"_s);
     m_box = box;
     fill(m_alerts.first());
     connect(box, &QMessageBox::finished, this, [this] {

@@ -35,7 +35,8 @@ protected:
     Widget *control(qsizetype index, const QString &name) {
         const QString full = QStringLiteral("%1 line %2").arg(name).arg(index + 1);
         for (Widget *widget : rowAt(index)->template findChildren<Widget *>())
-            if (widget->accessibleName() == full && widget->isVisible())
+            if ((widget->accessibleName() + QLatin1Char(',')).startsWith(full + QLatin1Char(',')) &&
+                widget->isVisible())
                 return widget;
         return nullptr;
     }

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <memory>
 
 #include <QtWidgets/QAbstractButton>
@@ -9,6 +10,7 @@
 
 #include "controller/TabEditing.h"
 #include "controller/TakeEditing.h"
+#include "shell/editor/NotesField.h"
 #include "shell/editor/ScriptEditorFixture.h"
 #include "shell/editor/ScriptTabBar.h"
 #include "shell/editor/WaveformBarsView.h"
@@ -104,16 +106,39 @@ TEST_F(ScriptEditorLooksTest, NothingIsClippedAtAnyInterfaceScale) {
     }
 }
 
+TEST_F(ScriptEditorLooksTest, WaveformsAtRestStandOutInEveryRowAndAppearance) {
+    controller->selection().selectAlone(idAt(0));
+    rowAt(0)->directionWished(DirectionWish::SwitchMode);
+    for (const Appearance appearance : {Appearance::Light, Appearance::Dark}) {
+        Theme::apply(appearance);
+        for (const qsizetype selected : {0, 3}) {
+            controller->selection().selectAlone(idAt(selected));
+            settle();
+            const auto *waveform = rowAt(0)->findChild<WaveformBarsView *>(QString(), Qt::FindDirectChildrenOnly);
+            const QImage row = rowAt(0)->grab().toImage();
+            const QRect place = waveform->geometry();
+            const QColor ground = row.pixelColor(place.left() - 2, place.center().y());
+            EXPECT_EQ(ground, selected == 0 ? ThemeColors::of(editor->palette()).surfaceSelected
+                                            : ThemeColors::of(editor->palette()).surface);
+            double contrast = 0.0;
+            for (int x = place.left(); x <= place.right(); ++x)
+                contrast = std::max(contrast, contrastRatio(row.pixelColor(x, place.center().y()), ground));
+            EXPECT_GE(contrast, 3.0) << "line " << selected + 1 << " selected, " << ground.name().toStdString();
+        }
+    }
+}
+
 TEST_F(ScriptEditorLooksTest, AControlWithTheFocusLooksDifferent) {
+    controller->lines().setNotes(idAt(0), QStringLiteral("Softer."));
     QWidgetList controls;
     for (QWidget *widget : editor->findChildren<QWidget *>()) {
-        const bool isControl = qobject_cast<QAbstractButton *>(widget) != nullptr ||
-                               qobject_cast<WaveformBarsView *>(widget) != nullptr ||
-                               qobject_cast<QTabBar *>(widget) != nullptr;
+        const bool isControl =
+            qobject_cast<QAbstractButton *>(widget) != nullptr || qobject_cast<WaveformBarsView *>(widget) != nullptr ||
+            qobject_cast<NotesField *>(widget) != nullptr || qobject_cast<QTabBar *>(widget) != nullptr;
         if (isControl && widget->isVisible() && widget->isEnabled() && widget->focusPolicy() != Qt::NoFocus)
             controls.append(widget);
     }
-    ASSERT_GE(controls.size(), 8);
+    ASSERT_GE(controls.size(), 9);
     for (QWidget *control : controls) {
         focusList();
         const QImage without = control->grab().toImage();

@@ -24,7 +24,7 @@ protected:
     template <typename Widget>
     Widget *control(qsizetype index, const QString &name) {
         for (Widget *widget : rowAt(index)->template findChildren<Widget *>())
-            if (widget->accessibleName() == name)
+            if ((widget->accessibleName() + QLatin1Char(',')).startsWith(name + QLatin1Char(',')))
                 return widget;
         return nullptr;
     }
@@ -135,6 +135,43 @@ TEST_F(ScriptEditorTest, ARowsControlsAreReachedAndLeftByKeyboard) {
     key(Qt::Key_F6);
     EXPECT_FALSE(editor->list().hasFocus());
     EXPECT_FALSE(editor->list().isAncestorOf(QApplication::focusWidget()));
+}
+
+TEST_F(ScriptEditorTest, ReturnPressesTheFocusedControlInsteadOfOpeningTheText) {
+    open(projectWith(threeTexts));
+    addTake(0);
+    rowAt(0)->focusControls();
+    ASSERT_EQ(QApplication::focusWidget()->accessibleName(), QStringLiteral("Direction mode of line 1"));
+    key(Qt::Key_Return);
+    EXPECT_TRUE(rowAt(0)->content().isVoiceDirected);
+    EXPECT_FALSE(controller->selection().editingLineId().has_value());
+    auto *picker = control<QToolButton>(0, QStringLiteral("Take of line 1"));
+    picker->setFocus();
+    key(Qt::Key_Enter);
+    auto *menu = rowAt(0)->findChild<QMenu *>();
+    ASSERT_NE(menu, nullptr);
+    menu->close();
+    EXPECT_FALSE(controller->selection().editingLineId().has_value());
+}
+
+TEST_F(ScriptEditorTest, SpaceOnAWaveformPlaysWhatTheWaveformShows) {
+    open(projectWith(threeTexts));
+    addTake(0);
+    controller->selection().selectAlone(idAt(1));
+    QSignalSpy play(rowAt(0), &LineRow::playRequested);
+    QSignalSpy direction(rowAt(0), &LineRow::directionWished);
+    auto *take = control<WaveformBarsView>(0, QStringLiteral("Playhead of line 1"));
+    QTest::keyClick(take, Qt::Key_Space);
+    EXPECT_EQ(play.size(), 1);
+    EXPECT_EQ(direction.size(), 0);
+    rowAt(0)->directionWished(DirectionWish::SwitchMode);
+    auto *read = control<WaveformBarsView>(0, QStringLiteral("Direction playhead of line 1"));
+    ASSERT_NE(read, nullptr);
+    direction.clear();
+    QTest::keyClick(read, Qt::Key_Space);
+    ASSERT_EQ(direction.size(), 1);
+    EXPECT_EQ(direction.first().first().value<DirectionWish>(), DirectionWish::TogglePlayback);
+    EXPECT_EQ(play.size(), 1);
 }
 
 TEST_F(ScriptEditorTest, ARowShowsHowItsSpeechStands) {

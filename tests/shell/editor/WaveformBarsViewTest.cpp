@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
+#include <QtGui/QAccessible>
 #include <QtGui/QWheelEvent>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 
 #include "shell/editor/WaveformBarsView.h"
+#include "shell/theme/ThemeColors.h"
 
 namespace orlenta::shell {
 namespace {
@@ -31,7 +33,7 @@ protected:
         view.resize(100, 40);
         view.setBars(4.0, 4.0);
         view.setMaxBarHeight(30.0);
-        view.setColor(Qt::black);
+        view.setColor(Qt::black, Qt::white);
         view.setShowsProgress(true);
         view.setProgress(1.0);
     }
@@ -112,6 +114,47 @@ TEST_F(WaveformBarsViewTest, TheWheelIsLeftToTheList) {
     view.setProgress(0.5);
     QApplication::sendEvent(&view, &event);
     EXPECT_EQ(view.progress(), 0.5);
+}
+
+TEST_F(WaveformBarsViewTest, BarsStandOutFromEveryGroundInEveryCastColour) {
+    view.setSamples({1.0F});
+    const auto contrastAt = [&](int x, const QColor &ground) {
+        QImage image(view.size(), QImage::Format_RGB32);
+        image.fill(ground);
+        view.render(&image, {}, {}, QWidget::RenderFlags());
+        return contrastRatio(image.pixelColor(x, 20), ground);
+    };
+    for (const ThemeColors *colors : {&ThemeColors::light(), &ThemeColors::dark()})
+        for (const QColor &ground : {colors->surface, colors->surfaceSelected, colors->field})
+            for (const QColor &cast : {QColor(0x3FA7D6), QColor(0xF2B134), QColor(0x101010), QColor(0xFFFFFF),
+                                       colors->accent, colors->textMuted}) {
+                const std::string what = (cast.name() + QStringLiteral(" on ") + ground.name()).toStdString();
+                view.setColor(cast, ground);
+                view.setShowsProgress(false);
+                EXPECT_GE(contrastAt(6, ground), 3.0) << what;
+                view.setShowsProgress(true);
+                view.setProgress(0.5);
+                EXPECT_GE(contrastAt(94, ground), 2.5) << what;
+                EXPECT_GE(contrastAt(6, ground), 1.4 * contrastAt(94, ground)) << what;
+            }
+}
+
+TEST_F(WaveformBarsViewTest, AssistiveTechnologySeesPercentAndMovesThePlayheadByThem) {
+    QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(&view);
+    ASSERT_NE(interface, nullptr);
+    EXPECT_EQ(interface->role(), QAccessible::Slider);
+    QAccessibleValueInterface *value = interface->valueInterface();
+    ASSERT_NE(value, nullptr);
+    view.setProgress(0.25);
+    EXPECT_EQ(value->currentValue().toInt(), 25);
+    EXPECT_EQ(value->maximumValue().toInt(), 100);
+    EXPECT_EQ(interface->text(QAccessible::Value), QStringLiteral("25%"));
+    QSignalSpy seek(&view, &WaveformBarsView::seekRequested);
+    value->setCurrentValue(70);
+    ASSERT_EQ(seek.count(), 1);
+    EXPECT_DOUBLE_EQ(seek.takeFirst().first().toDouble(), 0.7);
+    value->setCurrentValue(1000);
+    EXPECT_DOUBLE_EQ(seek.takeFirst().first().toDouble(), 1.0);
 }
 
 TEST_F(WaveformBarsViewTest, TimeRunsFromLeftToRightInARightToLeftWindowToo) {

@@ -1,10 +1,12 @@
 #include "shell/settings/SettingsDialog.h"
 
 #include <gtest/gtest.h>
+#include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
 
 #include "shell/ShellSession.h"
 #include "shell/theme/Theme.h"
@@ -76,6 +78,18 @@ TEST(SettingsDialog, AThemeAndAScaleTakeEffectAtOnce) {
     EXPECT_GT(QFontMetricsF(QApplication::font()).height(), height * 1.3);
     shell::Theme::apply(shell::Appearance::Light);
     shell::Theme::setUiScale(1.0);
+}
+
+TEST(SettingsDialog, ReturnInAPickerDoesNotAskForTheMicrophone) {
+    ShellSession session;
+    SettingsDialog dialog(session.context);
+    dialog.show();
+    const auto *grant = qobject_cast<QPushButton *>(testing::buttonNamed(dialog, QStringLiteral("Grant Access")));
+    ASSERT_NE(grant, nullptr);
+    QSignalSpy pressed(grant, &QPushButton::clicked);
+    picker(dialog, QStringLiteral("Theme"))->setFocus();
+    QTest::keyClick(picker(dialog, QStringLiteral("Theme")), Qt::Key_Return);
+    EXPECT_EQ(pressed.size(), 0);
 }
 
 TEST(SettingsDialog, ADeviceThatIsAwayShowsAsTheDefaultAndStaysStored) {

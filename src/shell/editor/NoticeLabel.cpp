@@ -1,0 +1,36 @@
+#include "shell/editor/NoticeLabel.h"
+
+#include <QtGui/QAccessible>
+
+#include "shell/editor/ScriptAccessibility.h"
+
+namespace orlenta::shell {
+namespace {
+
+void tell(QObject *object, QAccessible::Event what) {
+    QAccessibleEvent event(object, what);
+    QAccessible::updateAccessibility(&event);
+}
+
+} // namespace
+
+NoticeLabel::NoticeLabel(QWidget *parent) : QLabel(parent) {
+    installScriptAccessibility();
+    setTextFormat(Qt::PlainText);
+    setWordWrap(true);
+}
+
+void NoticeLabel::setNotice(const QString &subject, const QString &text) {
+    setAccessibleName(subject.isEmpty() || text.isEmpty() ? text : QStringLiteral("%1: %2").arg(subject, text));
+    if (this->text() == text)
+        return;
+    setText(text);
+    if (text.isEmpty())
+        return;
+    tell(this, QAccessible::Alert);
+    // What a desktop's screen reader listens to is that a notification shows, and this one shows already.
+    if (isVisible())
+        tell(this, QAccessible::ObjectShow);
+}
+
+} // namespace orlenta::shell

@@ -1,0 +1,126 @@
+#include "shell/editor/ScriptAccessibility.h"
+
+#include <algorithm>
+
+#include <QtWidgets/QAccessibleWidget>
+#include <QtWidgets/QScrollBar>
+
+#include "shell/editor/LineRow.h"
+#include "shell/editor/NoticeLabel.h"
+#include "shell/editor/ScriptListView.h"
+#include "shell/editor/WaveformBarsView.h"
+
+namespace orlenta::shell {
+namespace {
+
+/// The lines in view are its children, in their order, and the scroll bar behind them.
+class ScriptListInterface final : public QAccessibleWidget {
+public:
+    explicit ScriptListInterface(ScriptListView *list) : QAccessibleWidget(list, QAccessible::List) {}
+
+    int childCount() const override { return static_cast<int>(items().size()); }
+    QAccessibleInterface *child(int index) const override {
+        return QAccessible::queryAccessibleInterface(items().value(index));
+    }
+    int indexOfChild(const QAccessibleInterface *child) const override {
+        return static_cast<int>(items().indexOf(qobject_cast<QWidget *>(child->object())));
+    }
+    QAccessibleInterface *focusChild() const override {
+        LineRow *row = list().hasFocus() ? list().currentRow() : nullptr;
+        return row != nullptr ? QAccessible::queryAccessibleInterface(row) : QAccessibleWidget::focusChild();
+    }
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.multiSelectable = true;
+        state.extSelectable = true;
+        return state;
+    }
+
+private:
+    [[nodiscard]] ScriptListView &list() const { return *static_cast<ScriptListView *>(widget()); }
+    [[nodiscard]] QList<QWidget *> items() const {
+        QList<LineRow *> rows = list().rows();
+        std::sort(rows.begin(), rows.end(),
+                  [](const LineRow *a, const LineRow *b) { return a->content().number < b->content().number; });
+        QList<QWidget *> items(rows.begin(), rows.end());
+        if (list().verticalScrollBar()->isVisible())
+            items.append(list().verticalScrollBar());
+        return items;
+    }
+};
+
+class LineRowInterface final : public QAccessibleWidget {
+public:
+    explicit LineRowInterface(LineRow *row) : QAccessibleWidget(row, QAccessible::ListItem) {}
+
+    QAccessibleInterface *parent() const override {
+        // The viewport between the two is nothing to anyone.
+        return QAccessible::queryAccessibleInterface(row().parentWidget()->parentWidget());
+    }
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.selectable = true;
+        state.multiSelectable = true;
+        state.selected = row().content().isSelected;
+        state.focusable = true;
+        state.focused = row().hasListFocus();
+        state.offscreen = !row().parentWidget()->rect().intersects(row().geometry());
+        return state;
+    }
+    QStringList actionNames() const override { return {pressAction(), setFocusAction()}; }
+    void doAction(const QString &name) override {
+        if (actionNames().contains(name))
+            Q_EMIT row().clicked(Qt::NoModifier, false);
+    }
+
+private:
+    [[nodiscard]] LineRow &row() const { return *static_cast<LineRow *>(widget()); }
+};
+
+/// The playhead in percent of the sound.
+class WaveformInterface final : public QAccessibleWidget, public QAccessibleValueInterface {
+public:
+    explicit WaveformInterface(WaveformBarsView *waveform) : QAccessibleWidget(waveform, QAccessible::Slider) {}
+
+    void *interface_cast(QAccessible::InterfaceType type) override {
+        if (type == QAccessible::ValueInterface)
+            return static_cast<QAccessibleValueInterface *>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
+    QString text(QAccessible::Text kind) const override {
+        return kind == QAccessible::Value ? QStringLiteral("%1%").arg(percent()) : QAccessibleWidget::text(kind);
+    }
+    QVariant currentValue() const override { return percent(); }
+    void setCurrentValue(const QVariant &value) override {
+        Q_EMIT waveform().seekRequested(std::clamp(value.toDouble() / 100.0, 0.0, 1.0));
+    }
+    QVariant maximumValue() const override { return 100; }
+    QVariant minimumValue() const override { return 0; }
+    QVariant minimumStepSize() const override {
+        return 100 * waveform().singleStep() / (waveform().maximum() - waveform().minimum());
+    }
+
+private:
+    [[nodiscard]] WaveformBarsView &waveform() const { return *static_cast<WaveformBarsView *>(widget()); }
+    [[nodiscard]] int percent() const { return qRound(waveform().progress() * 100.0); }
+};
+
+QAccessibleInterface *makeScriptInterface(const QString &, QObject *object) {
+    if (auto *list = qobject_cast<ScriptListView *>(object))
+        return new ScriptListInterface(list);
+    if (auto *row = qobject_cast<LineRow *>(object))
+        return new LineRowInterface(row);
+    if (auto *waveform = qobject_cast<WaveformBarsView *>(object))
+        return new WaveformInterface(waveform);
+    if (auto *notice = qobject_cast<NoticeLabel *>(object))
+        return new QAccessibleWidget(notice, QAccessible::Notification);
+    return nullptr;
+}
+
+} // namespace
+
+void installScriptAccessibility() {
+    QAccessible::installFactory(makeScriptInterface);
+}
+
+} // namespace orlenta::shell
