@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include <QtCore/QEvent>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QProgressBar>
 
@@ -64,6 +65,28 @@ void StatusLine::showAudio() {
         return m_controller.runtime().hasGeneratedAudio(id);
     });
     m_audio->setText(QStringLiteral("%1 of %2 lines have audio").arg(generated).arg(script.size()));
+}
+
+// What is under way comes first where there is no room for all.
+void StatusLine::fit() {
+    const QMargins margins = layout()->contentsMargins();
+    int needed = margins.left() + margins.right() + m_audio->sizeHint().width();
+    for (const QWidget *other : findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
+        if (other != m_audio && !other->isHidden())
+            needed += layout()->spacing() + other->sizeHint().expandedTo(other->minimumSize()).width();
+    m_audio->setVisible(needed <= width());
+}
+
+bool StatusLine::event(QEvent *event) {
+    // One of those in the strip has come, gone or changed its size.
+    if (event->type() == QEvent::LayoutRequest)
+        fit();
+    return QWidget::event(event);
+}
+
+void StatusLine::resizeEvent(QResizeEvent *event) {
+    QWidget::resizeEvent(event);
+    fit();
 }
 
 void StatusLine::showExport() {

@@ -28,7 +28,12 @@ Q_SIGNALS:
     /// The user wants to see the line that is recorded.
     void lineWanted(const orlenta::model::LineId &id);
 
+protected:
+    bool event(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
+    void fit();
     void showAudio();
     void showExport();
     void showGeneration();

@@ -11,6 +11,7 @@
 #include "shell/editor/ScriptEditor.h"
 #include "shell/editor/ScriptListView.h"
 #include "shell/ShellSession.h"
+#include "shell/theme/Theme.h"
 #include "shell/windows/ProjectWindow.h"
 #include "shell/windows/ProjectWindows.h"
 #include "support/SoundServerSession.h"
@@ -48,6 +49,21 @@ TEST(RecordingMark, TellsOfTheTakeFromAnyTabLeadsToItsLineAndEndsIt) {
     QAbstractButton *line = buttonNamed(*mark, QStringLiteral("Recording line 30 of Script 1"));
     ASSERT_NE(line, nullptr);
     EXPECT_NE(line->focusPolicy() & Qt::TabFocus, 0);
+    ProjectWindow &window = windows.open().front()->window();
+    project.tabs().renameTab(project.project().tabs.constFirst().id, QString(60, QLatin1Char('M')));
+    for (const double scale : {1.0, 1.5, 2.0}) {
+        Theme::setUiScale(scale);
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+        window.resize(window.minimumSize());
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+        EXPECT_EQ(testing::clippedTexts(*mark->parentWidget()), QStringList()) << scale;
+    }
+    Theme::setUiScale(1.0);
+    window.resize(1000, 700);
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::processEvents();
     line->click();
     EXPECT_EQ(project.scriptLineIds().constLast(), id);
     EXPECT_EQ(project.selection().singleSelectedLineId(), id);
