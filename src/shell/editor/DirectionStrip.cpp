@@ -51,7 +51,7 @@ void DirectionStrip::makeControls() {
     m_play->setAutoRaise(true);
     m_waveform = new WaveformBarsView(this);
     m_waveform->setFallbackHeights(quietBars());
-    m_waveform->setToolTip(u"Click or drag to play the direction from here (Left, Right, Home, End; Space plays)"_s);
+    m_waveform->setToolTip(u"Click to play the direction from here (Left, Right, Home, End; Space plays)"_s);
     m_waveform->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     m_duration = new QLabel(this);
     m_record = new QPushButton(this);

@@ -68,7 +68,7 @@ void LineRow::makeControls(const ScriptTextField::Factory &makeTextField) {
     m_play = new QToolButton(this);
     m_waveform = new WaveformBarsView(this);
     m_waveform->setFallbackHeights(placeholderBars());
-    m_waveform->setToolTip(QStringLiteral("Click or drag to play from here (Left, Right, Home, End; Space plays)"));
+    m_waveform->setToolTip(QStringLiteral("Click to play from here (Left, Right, Home, End; Space plays)"));
     m_duration = new QLabel(this);
     m_takes = new QToolButton(this);
     m_takes->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);

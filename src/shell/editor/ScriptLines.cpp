@@ -86,7 +86,7 @@ void ScriptLines::fillAudio(LineRowContent &content) const {
     content.waveform = state.waveformSamples;
     if (content.waveform.isEmpty())
         m_controller.waveforms().request(content.id, controller::WaveformKind::Generated);
-    content.duration = durationText(content.id, state.generatedAudioURL);
+    content.duration = durationText(content.id, state.generatedAudioURL, QStringLiteral("ScriptLineView.takeDuration"));
 }
 
 void ScriptLines::fillTakes(LineRowContent &content) const {
@@ -123,7 +123,8 @@ void ScriptLines::fillDirection(LineRowContent &content) const {
     direction.waveform = state.directionWaveformSamples;
     if (direction.waveform.isEmpty())
         m_controller.waveforms().request(content.id, controller::WaveformKind::SourceRecording);
-    direction.duration = durationText(content.id, state.directionAudioURL);
+    direction.duration =
+        durationText(content.id, state.directionAudioURL, QStringLiteral("ScriptLineView.audioDuration"));
     if (m_playback.isCurrentSource(content.id)) {
         direction.playback = m_playback.isPlaying() ? RowPlayback::Playing : RowPlayback::Current;
         direction.progress = m_heard == state.directionAudioURL ? m_playback.playbackProgress() : 0.0;
@@ -138,11 +139,10 @@ void ScriptLines::fillPlayback(LineRowContent &content) const {
     content.progress = m_heard == file ? m_playback.playbackProgress() : 0.0;
 }
 
-QString ScriptLines::durationText(const model::LineId &id, const QUrl &file) const {
+QString ScriptLines::durationText(const model::LineId &id, const QUrl &file, const QString &context) const {
     // Whichever row shows the line by then asks for its content again.
     controller::LineRuntimeSignal *signal = m_controller.runtime().signalFor(id);
-    return LineDurations::text(LineDurations::duration(file, QStringLiteral("ScriptLineView.audioDuration"), signal,
-                                                       [signal] { signal->bump(); }));
+    return LineDurations::text(LineDurations::duration(file, context, signal, [signal] { signal->bump(); }));
 }
 
 QMetaObject::Connection ScriptLines::watch(const model::LineId &id, LineRow *row) {

@@ -37,7 +37,7 @@ private:
     void fillTakes(LineRowContent &content) const;
     void fillDirection(LineRowContent &content) const;
     void fillPlayback(LineRowContent &content) const;
-    [[nodiscard]] QString durationText(const model::LineId &id, const QUrl &file) const;
+    [[nodiscard]] QString durationText(const model::LineId &id, const QUrl &file, const QString &context) const;
 
     controller::ProjectController &m_controller;
     audio::PlaybackController &m_playback;

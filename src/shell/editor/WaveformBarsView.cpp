@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QKeyEvent>
@@ -53,13 +52,6 @@ WaveformBarsView::WaveformBarsView(QWidget *parent) : QAbstractSlider(parent) {
     // Sound runs from left to right in every script; otherwise the arrow keys would turn round with the interface.
     setLayoutDirection(Qt::LeftToRight);
     setCursor(Qt::PointingHandCursor);
-    m_scrubTimer.setSingleShot(true);
-    m_scrubTimer.setInterval(scrubInterval);
-    connect(&m_scrubTimer, &QTimer::timeout, this, [this] {
-        // The end would complete what plays under the pointer; only letting go there means it.
-        if (m_scrub && *m_scrub < 1.0)
-            seekToScrub();
-    });
 }
 
 void WaveformBarsView::setSamples(const QList<float> &samples) {
@@ -137,12 +129,11 @@ void WaveformBarsView::paintEvent(QPaintEvent *) {
     const qreal inset = std::max(0.0, (width() - (m_barWidth * bars + m_barSpacing * (bars - 1))) / 2.0);
     const qreal scale = std::max(1.0, devicePixelRatioF());
     const auto snapped = [scale](qreal position) { return std::floor(position * scale) / scale; };
-    const double played = m_scrub.value_or(progress());
-    const bool showsPlayed = m_showsProgress || m_scrub;
+    const double played = progress();
     for (int bar = 0; bar < bars; ++bar) {
         const qreal barTall = snapped(barHeight(bar, bars));
-        const bool isResting = showsPlayed && static_cast<double>(bar) / bars > played;
-        painter.setOpacity(!showsPlayed ? m_idleOpacity : isResting ? m_restingOpacity : 1.0);
+        const bool isResting = m_showsProgress && static_cast<double>(bar) / bars > played;
+        painter.setOpacity(!m_showsProgress ? m_idleOpacity : isResting ? m_restingOpacity : 1.0);
         painter.drawRoundedRect(
             QRectF(snapped(inset + pitch * bar), snapped((height() - barTall) / 2.0), m_barWidth, barTall), cornerSize,
             cornerSize);
@@ -158,56 +149,12 @@ void WaveformBarsView::mousePressEvent(QMouseEvent *event) {
         event->ignore();
         return;
     }
-    scrubTo(*event);
-    m_sought = *m_scrub;
-    m_scrubTimer.start();
-    Q_EMIT seekRequested(m_sought);
-}
-
-void WaveformBarsView::mouseMoveEvent(QMouseEvent *event) {
-    if (!m_scrub)
-        return event->ignore();
-    scrubTo(*event);
-    if (!m_scrubTimer.isActive())
-        m_scrubTimer.start();
-}
-
-void WaveformBarsView::mouseReleaseEvent(QMouseEvent *event) {
-    if (event->button() != Qt::LeftButton || !m_scrub)
-        return event->ignore();
-    scrubTo(*event);
-    seekToScrub();
-    endScrub();
-}
-
-void WaveformBarsView::scrubTo(const QMouseEvent &event) {
-    m_scrub = std::clamp(event.position().x() / std::max(1, width()), 0.0, 1.0);
-    update();
-}
-
-void WaveformBarsView::seekToScrub() {
-    if (m_scrub && *m_scrub != m_sought) {
-        m_sought = *m_scrub;
-        Q_EMIT seekRequested(m_sought);
-    }
-}
-
-void WaveformBarsView::endScrub() {
-    m_scrubTimer.stop();
-    if (std::exchange(m_scrub, std::nullopt))
-        update();
+    Q_EMIT seekRequested(std::clamp(event->position().x() / std::max(1, width()), 0.0, 1.0));
 }
 
 void WaveformBarsView::wheelEvent(QWheelEvent *event) {
     // It scrolls the list.
     event->ignore();
-}
-
-bool WaveformBarsView::event(QEvent *event) {
-    // The button may come up elsewhere then: behind an alert, or on a row that shows another line.
-    if (event->type() == QEvent::Hide || event->type() == QEvent::WindowDeactivate)
-        endScrub();
-    return QAbstractSlider::event(event);
 }
 
 void WaveformBarsView::keyPressEvent(QKeyEvent *event) {

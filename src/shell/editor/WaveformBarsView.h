@@ -1,24 +1,16 @@
 #pragma once
 
-#include <chrono>
-#include <optional>
-
 #include <QtCore/QList>
-#include <QtCore/QTimer>
 #include <QtGui/QColor>
 #include <QtWidgets/QAbstractSlider>
 
 namespace orlenta::shell {
 
 /// A line's audio as bars, with the share that has been played. Clicking in it asks for a seek, as do the arrow keys,
-/// Page Up, Page Down, Home and End while it has the focus. While the pointer is dragged the bars follow it and the
-/// seeks come after it at intervals, for each one costs a new stream. Measures are in logical pixels.
+/// Page Up, Page Down, Home and End while it has the focus. Measures are in logical pixels.
 class WaveformBarsView final : public QAbstractSlider {
     Q_OBJECT
 public:
-    /// Between two seeks of a drag, at least.
-    static constexpr std::chrono::milliseconds scrubInterval{50};
-
     explicit WaveformBarsView(QWidget *parent = nullptr);
 
     /// Peaks, 0 to 1; without any, the fall-back heights are shown.
@@ -35,8 +27,6 @@ public:
 
     [[nodiscard]] double progress() const;
     [[nodiscard]] bool showsProgress() const { return m_showsProgress; }
-    /// Where the pointer holds the playhead, 0 to 1.
-    [[nodiscard]] std::optional<double> scrubbedTo() const { return m_scrub; }
     [[nodiscard]] int barCount() const;
     [[nodiscard]] QSize sizeHint() const override;
 
@@ -46,16 +36,10 @@ Q_SIGNALS:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
-    bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    void scrubTo(const QMouseEvent &event);
-    void seekToScrub();
-    void endScrub();
     [[nodiscard]] qreal barHeight(int bar, int bars) const;
 
     QList<float> m_samples;
@@ -66,10 +50,6 @@ private:
     qreal m_idleOpacity = 1.0;
     qreal m_restingOpacity = 1.0;
     bool m_showsProgress = false;
-    std::optional<double> m_scrub;
-    /// The place of the drag's last seek.
-    double m_sought = 0.0;
-    QTimer m_scrubTimer;
     qreal m_maxBarHeight = 24.0;
     qreal m_barWidth = 2.0;
     qreal m_barSpacing = 1.5;

@@ -70,41 +70,6 @@ TEST_F(WaveformBarsViewTest, BarsPastThePlayheadRest) {
     EXPECT_LT(qAlpha(image.pixel(94, 20)), 128);
 }
 
-TEST_F(WaveformBarsViewTest, ADragMovesTheShownPlaceAtOnceAndAsksForSeeksNowAndThen) {
-    const auto send = [this](QEvent::Type type, double x, Qt::MouseButton button, Qt::MouseButtons buttons) {
-        QMouseEvent event(type, {x, 20.0}, view.mapToGlobal(QPointF(x, 20.0)), button, buttons, Qt::NoModifier);
-        QApplication::sendEvent(&view, &event);
-    };
-    const auto isPlayedAt = [this](int x) { return qAlpha(pictureOf(view).pixel(x, 20)) == 255; };
-    view.setSamples({1.0F});
-    view.setShowsProgress(false);
-    QSignalSpy seek(&view, &WaveformBarsView::seekRequested);
-    send(QEvent::MouseButtonPress, 25, Qt::LeftButton, Qt::LeftButton);
-    for (const double x : {30.0, 40.0, 60.0}) {
-        send(QEvent::MouseMove, x, Qt::NoButton, Qt::LeftButton);
-        view.setProgress(0.3); // what plays goes on meanwhile
-    }
-    EXPECT_EQ(view.scrubbedTo(), 0.6);
-    EXPECT_TRUE(isPlayedAt(54));
-    EXPECT_FALSE(isPlayedAt(70));
-    ASSERT_EQ(seek.count(), 1);
-    ASSERT_TRUE(seek.wait());
-    EXPECT_EQ(seek.count(), 2);
-    EXPECT_DOUBLE_EQ(seek.at(1).first().toDouble(), 0.6);
-    send(QEvent::MouseMove, 70, Qt::NoButton, Qt::LeftButton);
-    send(QEvent::MouseButtonRelease, 75, Qt::LeftButton, Qt::NoButton);
-    ASSERT_EQ(seek.count(), 3);
-    EXPECT_DOUBLE_EQ(seek.at(2).first().toDouble(), 0.75);
-    EXPECT_FALSE(view.scrubbedTo().has_value());
-    send(QEvent::MouseMove, 10, Qt::NoButton, Qt::NoButton);
-    EXPECT_EQ(seek.count(), 3);
-
-    send(QEvent::MouseButtonPress, 25, Qt::LeftButton, Qt::LeftButton);
-    QEvent elsewhere(QEvent::WindowDeactivate);
-    QApplication::sendEvent(&view, &elsewhere);
-    EXPECT_FALSE(view.scrubbedTo().has_value());
-}
-
 TEST_F(WaveformBarsViewTest, TheWheelIsLeftToTheList) {
     QWheelEvent event({50.0, 20.0}, {50.0, 20.0}, {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
                       false);
