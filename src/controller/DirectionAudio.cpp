@@ -33,6 +33,12 @@ base::Result<void, ProjectControllerError> copyRecording(const QString &from, co
     return {};
 }
 
+/// A recording that an earlier run left behind has found its line, and need not be told of again.
+void removeLeftover(const QUrl &source) {
+    if (isOwnTemporaryRecording(source.toLocalFile()))
+        QFile::remove(source.toLocalFile());
+}
+
 } // namespace
 
 /// One file on its way, for as long as this lives.
@@ -91,7 +97,9 @@ QCoro::Task<void> DirectionAudio::installRecording(QUrl file, double durationSec
 QCoro::Task<void> DirectionAudio::importDirectionAudio(QUrl source, model::LineId id) {
     const UnderWay underWay(this);
     const QString name = source.fileName();
-    co_await import(source, name, id);
+    const bool isImported = co_await import(source, name, id);
+    if (isImported)
+        removeLeftover(source);
 }
 
 QCoro::Task<void> DirectionAudio::importDroppedFile(QUrl source, model::LineId id) {
@@ -106,37 +114,41 @@ QCoro::Task<void> DirectionAudio::importDroppedFile(QUrl source, model::LineId i
     auto staging = QtConcurrent::run(&audio::AudioImporter::stageDroppedFile, lent.value());
     const auto staged = co_await staging;
     const QString copy = staged ? staged->toLocalFile() : QString();
+    bool isImported = false;
     if (self && staged)
-        co_await import(staged.value(), name, id);
+        isImported = co_await import(staged.value(), name, id);
     else if (self)
         failToImport(name, audio::description(staged.error()));
+    if (isImported)
+        removeLeftover(source);
     if (staged)
         QFile::remove(copy);
 }
 
-QCoro::Task<void> DirectionAudio::import(QUrl source, QString name, model::LineId id) {
+QCoro::Task<bool> DirectionAudio::import(QUrl source, QString name, model::LineId id) {
     if (m_parts.document.findLine(id) == nullptr)
-        co_return;
+        co_return false;
     const QString folder = m_parts.document.folder();
     const auto to = newPath(tags::cleanedClipName(QFileInfo(name).completeBaseName()));
     if (!to) {
         failToImport(name, to.error().description());
-        co_return;
+        co_return false;
     }
     const QPointer<DirectionAudio> self(this);
     auto importing =
         QtConcurrent::run(&audio::AudioImporter::importDirectionAudio, source, QUrl::fromLocalFile(to.value()));
     const auto imported = co_await importing;
     if (!self)
-        co_return;
+        co_return false;
     if (!imported) {
         failToImport(name, audio::description(imported.error()));
-        co_return;
+        co_return false;
     }
     if (m_parts.document.folder() != folder)
         co_await installRecording(imported->url, imported->durationSeconds, id);
     else
         adopt(imported->url.toLocalFile(), imported->durationSeconds, id);
+    co_return true;
 }
 
 base::Result<QString, ProjectControllerError> DirectionAudio::newPath(const QString &stem) const {

@@ -51,7 +51,8 @@ Q_SIGNALS:
 private:
     class UnderWay;
 
-    QCoro::Task<void> import(QUrl source, QString name, model::LineId id);
+    /// Whether it came to its line.
+    QCoro::Task<bool> import(QUrl source, QString name, model::LineId id);
     /// A path for a new recording of that name, in a folder that exists.
     [[nodiscard]] base::Result<QString, ProjectControllerError> newPath(const QString &stem) const;
     /// The undo step is "Import Direction Audio".

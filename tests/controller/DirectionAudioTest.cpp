@@ -172,6 +172,18 @@ TEST_F(DirectionAudioTest, ALineDeletedMeanwhileEndsTheImportWithoutAWord) {
     EXPECT_EQ(undo.undoActionName(), QStringLiteral("Delete Line"));
 }
 
+TEST_F(DirectionAudioTest, ALeftoverRecordingThatIsImportedIsLeftOverNoMore) {
+    const QUrl leftover = recorded(0.2);
+    import(leftover, project.id(0));
+    EXPECT_EQ(project.line(0).sourceRecordings.size(), 1);
+    EXPECT_FALSE(QFile::exists(leftover.toLocalFile()));
+
+    const QUrl users = testing::writeTone(elsewhere.filePath(QStringLiteral("mine.wav")), 0.2, 44100);
+    import(users, project.id(0));
+    EXPECT_EQ(project.line(0).sourceRecordings.size(), 2);
+    EXPECT_TRUE(QFile::exists(users.toLocalFile()));
+}
+
 TEST_F(DirectionAudioTest, WithoutAProjectFolderTheRecordingStaysInTheCaches) {
     ScriptProject unsaved({{QStringLiteral("a")}});
     const QUrl take = recorded(0.1);
