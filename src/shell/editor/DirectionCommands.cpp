@@ -17,6 +17,8 @@
 #include "shell/editor/LineRow.h"
 #include "shell/theme/Icon.h"
 
+using namespace Qt::StringLiterals;
+
 namespace orlenta::shell {
 namespace {
 
@@ -163,24 +165,32 @@ void DirectionCommands::switchMode(const model::LineId &id) {
     project.presets().updateSettings(settings);
 }
 
+QList<DirectionCommand> DirectionCommands::menuCommands(const std::optional<model::LineId> &id) const {
+    const bool hasLine = id && m_parts.controller.lines().find(*id) != nullptr;
+    const bool isRecording = hasLine && m_parts.recordings.state(*id).isRecording;
+    const bool isPlaying = hasLine && m_parts.playback.isPlayingSource(*id);
+    const bool hasAudio = hasLine && !audioURL(*id).isEmpty() && showsDirection(*id);
+    const bool isVoice = hasLine && isVoiceDirected(*id);
+    return {{DirectionWish::ToggleRecording, u"record"_s, isRecording ? u"Stop Recording"_s : u"Record Direction"_s,
+             QKeySequence(Qt::Key_R), hasLine},
+            {DirectionWish::TogglePlayback, u"play"_s, isPlaying ? u"Stop Direction"_s : u"Play Direction"_s,
+             QKeySequence(Qt::Key_D), hasAudio},
+            {DirectionWish::Import, u"import"_s, u"Import Direction Audio..."_s, QKeySequence(Qt::Key_I), hasLine},
+            {DirectionWish::DeleteAudio, u"trash"_s, u"Delete Direction Audio"_s,
+             QKeySequence(Qt::ShiftModifier | Qt::Key_D), hasAudio},
+            {DirectionWish::SwitchMode, u"microphone"_s, isVoice ? u"Direct by Text"_s : u"Direct by Voice"_s,
+             QKeySequence(Qt::Key_M), hasLine},
+            {DirectionWish::EditNotes, u"note"_s, u"Edit Notes"_s, QKeySequence(Qt::Key_N), hasLine}};
+}
+
 void DirectionCommands::addToMenu(QMenu &menu, const model::LineId &id, QWidget *parent) {
-    const bool isRecording = m_parts.recordings.state(id).isRecording;
-    const bool hasAudio = !audioURL(id).isEmpty() && showsDirection(id);
-    const auto add = [&](const QString &icon, const QString &title, DirectionWish wish) {
-        return menu.addAction(Icon::named(icon), title, &menu,
-                              [this, wish, id, parent] { carryOut(wish, id, parent); });
-    };
-    add(QStringLiteral("record"), isRecording ? QStringLiteral("Stop Recording") : QStringLiteral("Record Direction"),
-        DirectionWish::ToggleRecording);
-    add(QStringLiteral("play"), QStringLiteral("Play Direction"), DirectionWish::TogglePlayback)
-        ->setEnabled(hasAudio && !isRecording);
-    add(QStringLiteral("import"), QStringLiteral("Import Direction Audio..."), DirectionWish::Import);
-    add(QStringLiteral("close"), QStringLiteral("Delete Direction Audio"), DirectionWish::DeleteAudio)
-        ->setEnabled(hasAudio);
-    add(QStringLiteral("microphone"),
-        isVoiceDirected(id) ? QStringLiteral("Direct by Text") : QStringLiteral("Direct by Voice"),
-        DirectionWish::SwitchMode);
-    add(QStringLiteral("note"), QStringLiteral("Edit Notes"), DirectionWish::EditNotes);
+    const QList<DirectionCommand> commands = menuCommands(id);
+    for (const DirectionCommand &command : commands) {
+        QAction *action = menu.addAction(Icon::named(command.icon), command.title, &menu,
+                                         [this, wish = command.wish, id, parent] { carryOut(wish, id, parent); });
+        action->setShortcut(command.key);
+        action->setEnabled(command.isEnabled);
+    }
 }
 
 } // namespace orlenta::shell

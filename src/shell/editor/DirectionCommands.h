@@ -1,7 +1,10 @@
 #pragma once
 
+#include <optional>
+
 #include <QtCore/QObject>
 #include <QtCore/QUrl>
+#include <QtGui/QKeySequence>
 
 #include "model/Ids.h"
 #include "shell/editor/LineRowContent.h"
@@ -20,6 +23,16 @@ namespace orlenta::shell {
 
 class DirectionRecordings;
 class LineRow;
+
+/// One of a line's direction commands as menus show it.
+struct DirectionCommand {
+    DirectionWish wish = DirectionWish::ToggleRecording;
+    QString icon;
+    QString title;
+    /// What does the same while the script list has the keyboard.
+    QKeySequence key;
+    bool isEnabled = false;
+};
 
 /// What the user can do with the spoken direction and the notes of lines, in terms of the project. Main thread.
 class DirectionCommands final : public QObject {
@@ -42,6 +55,8 @@ public:
     /// Whether something may be played now; tells the user why not while a take records.
     [[nodiscard]] bool mayPlay();
     void importFiles(const QList<QUrl> &files, const model::LineId &id);
+    /// All of them, in the order of menus, as they stand for the line; without one none is enabled.
+    [[nodiscard]] QList<DirectionCommand> menuCommands(const std::optional<model::LineId> &id) const;
     void addToMenu(QMenu &menu, const model::LineId &id, QWidget *parent);
 
 Q_SIGNALS:

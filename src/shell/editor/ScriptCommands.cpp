@@ -228,26 +228,32 @@ void ScriptCommands::openLineMenu(const model::LineId &id, const QPoint &globalP
     const bool hasAudio = project.runtime().hasGeneratedAudio(id);
     auto *menu = new QMenu(parent);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    const auto add = [menu](const char *icon, const QString &title, bool isEnabled, auto action) {
-        menu->addAction(Icon::named(QString::fromLatin1(icon)), title, menu, action)->setEnabled(isEnabled);
+    // The keys are the ones that do the same for the selection, shown and not taken: a menu of its own has no
+    // shortcuts.
+    const auto add = [menu](const char *icon, const QString &title, const char *key, bool isEnabled, auto action) {
+        QAction *entry = menu->addAction(Icon::named(QString::fromLatin1(icon)), title, menu, action);
+        entry->setShortcut(QKeySequence(QString::fromLatin1(key)));
+        entry->setEnabled(isEnabled);
     };
-    add("pencil", QStringLiteral("Edit Text"), true, [this, id] { edit(id); });
-    add("waveform", hasAudio ? QStringLiteral("Regenerate") : QStringLiteral("Generate"),
+    add("pencil", QStringLiteral("Edit Text"), "Return", true, [this, id] { edit(id); });
+    add("waveform", hasAudio ? QStringLiteral("Regenerate") : QStringLiteral("Generate"), "Ctrl+G",
         m_parts.generator.canGenerate(id), [this, id] { generate(id); });
-    add("play", QStringLiteral("Play"), hasAudio, [this, id] { play(id); });
+    add("play", QStringLiteral("Play"), "Space", hasAudio, [this, id] { play(id); });
     menu->addSeparator();
     m_direction.addToMenu(*menu, id, parent);
     menu->addSeparator();
-    add("duplicate", QStringLiteral("Duplicate Line"), true, [&project, id] { project.lines().duplicateLine(id); });
-    add("split", QStringLiteral("Split into Sentences"), project.lines().canSplitLine(),
+    add("duplicate", QStringLiteral("Duplicate Line"), "Ctrl+D", true,
+        [&project, id] { project.lines().duplicateLine(id); });
+    add("split", QStringLiteral("Split into Sentences"), "Ctrl+Shift+Return", project.lines().canSplitLine(),
         [&project] { project.lines().splitLine(); });
-    add("chevron-up", QStringLiteral("Move Line Up"), project.lines().canMoveUp(),
+    add("chevron-up", QStringLiteral("Move Line Up"), "Ctrl+Alt+Up", project.lines().canMoveUp(),
         [&project] { project.lines().moveLineUp(); });
-    add("chevron-down", QStringLiteral("Move Line Down"), project.lines().canMoveDown(),
+    add("chevron-down", QStringLiteral("Move Line Down"), "Ctrl+Alt+Down", project.lines().canMoveDown(),
         [&project] { project.lines().moveLineDown(); });
     menu->addSeparator();
-    add("close", QStringLiteral("Delete Generated Audio"), hasAudio, [this, id] { deleteTake(id); });
-    add("trash", QStringLiteral("Delete Line"), true, [&project, id] { project.lines().deleteLine(id); });
+    add("trash", QStringLiteral("Delete Generated Audio"), "", hasAudio, [this, id] { deleteTake(id); });
+    add("trash", QStringLiteral("Delete Line"), "Ctrl+Backspace", true,
+        [&project, id] { project.lines().deleteLine(id); });
     menu->popup(globalPosition);
 }
 

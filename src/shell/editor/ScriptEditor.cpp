@@ -13,6 +13,7 @@
 #include "controller/Selection.h"
 #include "controller/TabEditing.h"
 #include "controller/TypingSession.h"
+#include "shell/editor/DirectionActions.h"
 #include "shell/editor/LineRow.h"
 #include "shell/editor/NotesField.h"
 #include "shell/editor/NoticeBar.h"
@@ -29,26 +30,6 @@ namespace {
 // Percent of the height that the tag palette's rows may take: the script stays what the editor is about.
 constexpr int paletteShare = 40;
 
-std::optional<DirectionWish> directionWishOf(const QKeyEvent &event) {
-    const bool hasShift = event.modifiers().testFlag(Qt::ShiftModifier);
-    if (event.key() == Qt::Key_D)
-        return hasShift ? DirectionWish::DeleteAudio : DirectionWish::TogglePlayback;
-    if (hasShift)
-        return std::nullopt;
-    switch (event.key()) {
-    case Qt::Key_R:
-        return DirectionWish::ToggleRecording;
-    case Qt::Key_I:
-        return DirectionWish::Import;
-    case Qt::Key_M:
-        return DirectionWish::SwitchMode;
-    case Qt::Key_N:
-        return DirectionWish::EditNotes;
-    default:
-        return std::nullopt;
-    }
-}
-
 } // namespace
 
 ScriptEditor::ScriptEditor(const ScriptCommands::Parts &parts, QWidget *parent)
@@ -62,7 +43,10 @@ ScriptEditor::ScriptEditor(const ScriptCommands::Parts &parts, const ScriptTextF
       m_tabs(new ScriptTabBar(parts.controller, this)), m_toolbar(new ScriptToolbar(parts, m_commands, this)),
       m_palette(new TagPalette(
           parts.controller, [this](const tags::TagItem &item) { m_commands.insertTag(item); }, this)),
-      m_list(new ScriptListView(*m_lines, makeTextField, this)), m_notice(new NoticeBar(this)) {
+      m_list(new ScriptListView(*m_lines, makeTextField, this)),
+      m_directionActions(new DirectionActions({parts.controller, parts.playback, m_commands.recordings()},
+                                              m_commands.direction(), *m_list)),
+      m_notice(new NoticeBar(this)) {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -271,20 +255,14 @@ bool ScriptEditor::handleListKey(QKeyEvent *event) {
         if (LineRow *row = m_seenFocusId ? m_list->rowFor(*m_seenFocusId) : nullptr)
             row->focusControls();
         return true;
+    case Qt::Key_Escape:
+        if (m_parts.controller.spotError().isEmpty())
+            return false;
+        m_parts.controller.setSpotError(QString());
+        return true;
     default:
-        return handleDirectionKey(event);
-    }
-}
-
-bool ScriptEditor::handleDirectionKey(QKeyEvent *event) {
-    const auto id = m_parts.controller.selection().singleSelectedLineId();
-    const auto target = id ? id : m_seenFocusId;
-    const auto wish = directionWishOf(*event);
-    if (!wish || !target)
         return false;
-    if (!event->isAutoRepeat())
-        m_commands.direction().carryOut(*wish, *target, this);
-    return true;
+    }
 }
 
 void ScriptEditor::resizeEvent(QResizeEvent *event) {

@@ -10,6 +10,7 @@
 
 namespace orlenta::shell {
 
+class DirectionActions;
 class NoticeBar;
 class ScriptLines;
 class ScriptListView;
@@ -19,7 +20,8 @@ class TagPalette;
 
 /// The script of one project: its tabs, the toolbar of the selection, the tag palette, and the active tab's lines. It
 /// shows what the controller holds, follows its selection and what plays, and shows a failed hand-over of audio as a
-/// message below the lines. F6 and Shift+F6 leave the list, which keeps Tab to itself.
+/// message below the lines. F6 and Shift+F6 leave the list, which keeps Tab to itself; Escape
+/// in it takes the message away.
 class ScriptEditor final : public QWidget {
     Q_OBJECT
 public:
@@ -33,6 +35,7 @@ public:
     [[nodiscard]] ScriptListView &list() const { return *m_list; }
     [[nodiscard]] ScriptTabBar &tabBar() const { return *m_tabs; }
     [[nodiscard]] ScriptCommands &commands() { return m_commands; }
+    [[nodiscard]] const DirectionActions &directionActions() const { return *m_directionActions; }
     /// Selects the line, in whichever tab it is, and gives the keyboard to the list.
     void showLine(const model::LineId &id);
 
@@ -59,7 +62,6 @@ private:
     void showHeardLine();
     [[nodiscard]] QUrl audioAtPlayhead(const model::LineId &id) const;
     void connectDirection();
-    bool handleDirectionKey(QKeyEvent *event);
     void focusEditedText();
     void step(bool forward);
     void leaveList(bool forward);
@@ -72,6 +74,7 @@ private:
     ScriptToolbar *m_toolbar = nullptr;
     TagPalette *m_palette = nullptr;
     ScriptListView *m_list = nullptr;
+    DirectionActions *m_directionActions = nullptr;
     NoticeBar *m_notice = nullptr;
     std::optional<model::LineId> m_seenFocusId;
     std::optional<model::LineId> m_heardId;

@@ -30,6 +30,8 @@ AppActions::AppActions(AppCommands &commands, QObject *parent)
       zoomIn(appAction(this, u"Zoom In"_s, QKeySequence(u"Ctrl+="_s), u"Make text and controls larger"_s)),
       zoomOut(appAction(this, u"Zoom Out"_s, QKeySequence(u"Ctrl+-"_s), u"Make text and controls smaller"_s)),
       actualSize(appAction(this, u"Actual Size"_s, QKeySequence(u"Ctrl+0"_s), u"Show text and controls at size 1"_s)),
+      keyboardShortcuts(
+          appAction(this, u"Keyboard Shortcuts"_s, QKeySequence(u"F1"_s), u"Show all keys of this window"_s)),
       about(appAction(this, u"About Orlenta"_s, {}, u"Version and licence"_s)) {
     zoomIn->setShortcuts({QKeySequence(u"Ctrl+="_s), QKeySequence(u"Ctrl++"_s)});
     newProject->setIcon(Icon::named(u"plus"_s));

@@ -22,6 +22,8 @@ public:
     QAction *zoomIn;
     QAction *zoomOut;
     QAction *actualSize;
+    /// Carried out by whoever has the menu bar whose keys are shown.
+    QAction *keyboardShortcuts;
     QAction *about;
 };
 

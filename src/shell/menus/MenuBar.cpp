@@ -3,8 +3,10 @@
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 
+#include "shell/editor/DirectionActions.h"
 #include "shell/menus/AppActions.h"
 #include "shell/menus/ProjectActions.h"
+#include "shell/menus/ShortcutsDialog.h"
 
 using namespace Qt::StringLiterals;
 
@@ -13,7 +15,10 @@ namespace {
 
 void addHelpMenu(QMenuBar &bar, const AppActions &app) {
     QMenu *help = bar.addMenu(u"&Help"_s);
+    help->addAction(app.keyboardShortcuts);
+    help->addSeparator();
     help->addAction(app.about);
+    QObject::connect(app.keyboardShortcuts, &QAction::triggered, &bar, [&bar] { ShortcutsDialog::showFor(bar); });
 }
 
 void addViewMenu(QMenuBar &bar, const AppActions &app, QAction *toggleInspector) {
@@ -27,7 +32,8 @@ void addViewMenu(QMenuBar &bar, const AppActions &app, QAction *toggleInspector)
 
 } // namespace
 
-void fillMenuBar(QMenuBar &bar, const AppActions &app, const ProjectActions &project) {
+void fillMenuBar(QMenuBar &bar, const AppActions &app, const ProjectActions &project,
+                 const DirectionActions &direction) {
     QMenu *file = bar.addMenu(u"&File"_s);
     file->addActions({app.newProject, app.openProject, app.openSample});
     file->addSeparator();
@@ -52,6 +58,8 @@ void fillMenuBar(QMenuBar &bar, const AppActions &app, const ProjectActions &pro
     script->addActions({project.moveLineUp, project.moveLineDown});
     script->addSeparator();
     script->addAction(project.toggleTagToolbar);
+
+    bar.addMenu(u"&Direction"_s)->addActions(direction.all());
 
     QMenu *tabs = bar.addMenu(u"&Tabs"_s);
     tabs->addActions({project.newTab, project.closeTab});

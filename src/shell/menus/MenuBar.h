@@ -5,10 +5,12 @@ class QMenuBar;
 namespace orlenta::shell {
 
 class AppActions;
+class DirectionActions;
 class ProjectActions;
 
 /// Puts the menus of a project window, or those of a window without a project, into its menu bar.
-void fillMenuBar(QMenuBar &bar, const AppActions &app, const ProjectActions &project);
+void fillMenuBar(QMenuBar &bar, const AppActions &app, const ProjectActions &project,
+                 const DirectionActions &direction);
 void fillMenuBar(QMenuBar &bar, const AppActions &app);
 
 } // namespace orlenta::shell

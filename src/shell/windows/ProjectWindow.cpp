@@ -47,7 +47,7 @@ ProjectWindow::ProjectWindow(const Parts &parts)
            {parts.context.sound, parts.context.defaults, parts.context.inputRoutes, parts.context.microphone}},
           this)),
       m_inspector(new Inspector(parts.controller, parts.service)), m_splitter(new QSplitter(Qt::Horizontal)) {
-    fillMenuBar(*menuBar(), *new AppActions(parts.context.commands, this), *m_actions);
+    fillMenuBar(*menuBar(), *new AppActions(parts.context.commands, this), *m_actions, m_editor->directionActions());
     layOut();
     connectCommands();
     connectAlerts();

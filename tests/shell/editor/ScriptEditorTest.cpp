@@ -200,6 +200,21 @@ TEST_F(ScriptEditorTest, ARowShowsHowItsSpeechStands) {
     EXPECT_EQ(generate->text(), QStringLiteral("Regenerate"));
 }
 
+TEST_F(ScriptEditorTest, ALinesMenuShowsTheKeysOfItsCommands) {
+    open(projectWith(threeTexts));
+    editor->commands().openLineMenu(idAt(1), editor->mapToGlobal(QPoint(50, 50)), rowAt(1));
+    auto *menu = rowAt(1)->findChild<QMenu *>();
+    ASSERT_NE(menu, nullptr);
+    QHash<QString, QString> keys;
+    for (const QAction *action : menu->actions())
+        keys.insert(action->text(), action->shortcut().toString());
+    EXPECT_EQ(keys.value(QStringLiteral("Edit Text")), QStringLiteral("Return"));
+    EXPECT_EQ(keys.value(QStringLiteral("Record Direction")), QStringLiteral("R"));
+    EXPECT_EQ(keys.value(QStringLiteral("Delete Direction Audio")), QStringLiteral("Shift+D"));
+    EXPECT_EQ(keys.value(QStringLiteral("Delete Line")), QStringLiteral("Ctrl+Backspace"));
+    menu->close();
+}
+
 TEST_F(ScriptEditorTest, TheTakePickerSwitchesTakes) {
     open(projectWith(threeTexts));
     addTake(1);
@@ -256,6 +271,10 @@ TEST_F(ScriptEditorTest, AFailedHandOverStaysBelowTheLinesUntilDismissed) {
     QTest::mouseClick(dismiss, Qt::LeftButton);
     EXPECT_EQ(controller->spotError(), QString());
     EXPECT_FALSE(dismiss->isVisible());
+    controller->setSpotError(QStringLiteral("No lines selected."));
+    focusList();
+    key(Qt::Key_Escape);
+    EXPECT_EQ(controller->spotError(), QString());
 }
 
 } // namespace

@@ -1,0 +1,56 @@
+#include "shell/editor/DirectionActions.h"
+
+#include <QtGui/QAction>
+#include <QtWidgets/QWidget>
+
+#include "audio/playback/PlaybackController.h"
+#include "controller/LineRuntime.h"
+#include "controller/ProjectController.h"
+#include "controller/Selection.h"
+#include "shell/editor/DirectionRecordings.h"
+#include "shell/theme/Icon.h"
+
+namespace orlenta::shell {
+
+DirectionActions::DirectionActions(const DirectionCommands::Parts &parts, DirectionCommands &commands, QWidget &list)
+    : QObject(&list), m_parts(parts), m_commands(commands) {
+    const QList<DirectionCommand> all = commands.menuCommands({});
+    for (const DirectionCommand &command : all) {
+        auto *action = new QAction(Icon::named(command.icon), command.title, this);
+        action->setShortcut(command.key);
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        action->setAutoRepeat(false);
+        connect(action, &QAction::triggered, this, [this, wish = command.wish, &list] {
+            if (const auto id = target())
+                m_commands.carryOut(wish, *id, &list);
+        });
+        m_actions.append(action);
+    }
+    list.addActions(m_actions);
+    using Playback = audio::PlaybackController;
+    connect(&parts.controller.selection(), &controller::Selection::selectionChanged, this, &DirectionActions::refresh);
+    connect(&parts.controller, &controller::ProjectController::projectChanged, this, &DirectionActions::refresh);
+    connect(&parts.controller.runtime(), &controller::LineRuntime::statesChanged, this, &DirectionActions::refresh);
+    connect(&parts.playback, &Playback::isPlayingChanged, this, &DirectionActions::refresh);
+    connect(&parts.playback, &Playback::currentAudioSourceChanged, this, &DirectionActions::refresh);
+    connect(&parts.recordings, &DirectionRecordings::changed, this, &DirectionActions::refresh);
+    refresh();
+}
+
+std::optional<model::LineId> DirectionActions::target() const {
+    const controller::Selection &selection = m_parts.controller.selection();
+    const auto alone = selection.singleSelectedLineId();
+    return alone ? alone : selection.selectionFocusId();
+}
+
+void DirectionActions::refresh() {
+    const QList<DirectionCommand> commands = m_commands.menuCommands(target());
+    for (qsizetype index = 0; index < m_actions.size(); ++index) {
+        QAction *action = m_actions.at(index);
+        action->setText(commands.at(index).title);
+        action->setEnabled(commands.at(index).isEnabled);
+        action->setStatusTip(action->text());
+    }
+}
+
+} // namespace orlenta::shell

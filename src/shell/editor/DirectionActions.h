@@ -1,0 +1,34 @@
+#pragma once
+
+#include <optional>
+
+#include <QtCore/QObject>
+
+#include "shell/editor/DirectionCommands.h"
+
+class QAction;
+
+namespace orlenta::shell {
+
+/// The direction commands of the line on which the keyboard acts, for the menu bar. Their keys are single letters, so
+/// they count only while the script list or a control in it has the focus and no text does; on a keyboard whose letters
+/// are not Latin, the key that has the letter in another of the user's layouts counts. Main thread.
+class DirectionActions final : public QObject {
+    Q_OBJECT
+public:
+    /// `list` is where the keys count. What it is given outlives the actions.
+    DirectionActions(const DirectionCommands::Parts &parts, DirectionCommands &commands, QWidget &list);
+
+    /// In the order of menus.
+    [[nodiscard]] const QList<QAction *> &all() const { return m_actions; }
+
+private:
+    [[nodiscard]] std::optional<model::LineId> target() const;
+    void refresh();
+
+    DirectionCommands::Parts m_parts;
+    DirectionCommands &m_commands;
+    QList<QAction *> m_actions;
+};
+
+} // namespace orlenta::shell
