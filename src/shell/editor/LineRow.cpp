@@ -150,6 +150,7 @@ void LineRow::showGeneration() {
     if (m_generate->text() == text)
         return;
     m_generate->setText(text);
+    m_generate->setAccessibleDescription(text);
     m_generate->setEnabled(!isGenerating);
     Theme::setRole(m_generate, isFirst ? ButtonRole::Normal : ButtonRole::Quiet);
     m_generate->setIcon(

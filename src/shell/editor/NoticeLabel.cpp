@@ -7,7 +7,7 @@
 namespace orlenta::shell {
 namespace {
 
-void tell(QObject *object, QAccessible::Event what) {
+void tellOfNotice(QObject *object, QAccessible::Event what) {
     QAccessibleEvent event(object, what);
     QAccessible::updateAccessibility(&event);
 }
@@ -27,10 +27,10 @@ void NoticeLabel::setNotice(const QString &subject, const QString &text) {
     setText(text);
     if (text.isEmpty())
         return;
-    tell(this, QAccessible::Alert);
+    tellOfNotice(this, QAccessible::Alert);
     // What a desktop's screen reader listens to is that a notification shows, and this one shows already.
     if (isVisible())
-        tell(this, QAccessible::ObjectShow);
+        tellOfNotice(this, QAccessible::ObjectShow);
 }
 
 } // namespace orlenta::shell

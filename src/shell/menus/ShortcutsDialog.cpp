@@ -22,7 +22,8 @@ QString withoutMnemonic(const QString &title) {
 
 QTreeWidgetItem *addShortcutGroup(QTreeWidget &tree, const QString &title) {
     auto *group = new QTreeWidgetItem(&tree, {title});
-    QFont strong = tree.font();
+    // The rest of the font is the list's, at any interface scale.
+    QFont strong;
     strong.setWeight(QFont::DemiBold);
     group->setFont(0, strong);
     return group;
