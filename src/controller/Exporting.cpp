@@ -1,14 +1,15 @@
 #include "controller/Exporting.h"
 
-#include <mutex>
 #include <utility>
 
 #include <qcoro/qcorofuture.h>
 #include <QtConcurrent/QtConcurrentRun>
+#include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QPointer>
 #include <QtCore/QSet>
+#include <QtCore/QThreadPool>
 
 #include "audio/files/Concatenation.h"
 #include "base/LogCategories.h"
@@ -22,13 +23,25 @@ namespace orlenta::controller {
 namespace {
 
 using JoinedAudio = base::Result<std::shared_ptr<const JoinedFile>, audio::ConcatenationError>;
-using CopyOutcome = base::Result<void, base::FileError>;
 
-/// One clip at a time of the whole process: two exports to one folder must not take the same name.
-std::mutex &exportTurn() {
-    static std::mutex turn;
-    return turn;
-}
+/// The copying of all the process's exports: one at a time, since two to one folder must not take the same name, and
+/// apart from the threads of other work, which must not wait for a slow disk.
+class ExportThread final {
+public:
+    ExportThread() {
+        m_thread.setMaxThreadCount(1);
+        // What fails at the very end is still to be logged, and the log goes before the application does.
+        QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, &m_thread,
+                         [this] { m_thread.waitForDone(); });
+    }
+    [[nodiscard]] static QThreadPool *get() {
+        static ExportThread exports;
+        return &exports.m_thread;
+    }
+
+private:
+    QThreadPool m_thread;
+};
 
 JoinedAudio joinForExport(const QList<QUrl> &urls) {
     const auto joined = audio::concatenateAudio(urls, audio::ConcatenationOwner::Caller);
@@ -37,9 +50,17 @@ JoinedAudio joinForExport(const QList<QUrl> &urls) {
     return JoinedAudio(std::make_shared<const JoinedFile>(joined->toLocalFile()));
 }
 
-CopyOutcome copyForExport(const QString &path, const QString &destination) {
-    const std::scoped_lock turn(exportTurn());
-    return copyFile(path, destination);
+/// On the worker, as nobody may be left to hear of it afterwards.
+QString loggedExportFailure(const QString &failure) {
+    qCWarning(base::log::project).noquote() << "[Exporting]" << failure;
+    return failure;
+}
+
+/// Gives what is to be told; nothing where all went well.
+QString copyForExport(const QString &path, const QString &destination) {
+    const auto copied = copyFile(path, destination);
+    return copied ? QString()
+                  : loggedExportFailure(QStringLiteral("Export failed: %1").arg(copied.error().description()));
 }
 
 QString freeExportName(const Exporting::Clip &clip, const QString &folder, const QSet<QString> &used) {
@@ -52,18 +73,19 @@ QString freeExportName(const Exporting::Clip &clip, const QString &folder, const
     return name;
 }
 
-/// Gives the names that could not be written.
-QStringList copyClips(const QList<Exporting::Clip> &clips, const QString &folder) {
+/// Gives what is to be told: the names that could not be written.
+QString copyClips(const QList<Exporting::Clip> &clips, const QString &folder) {
     QSet<QString> used;
     QStringList failed;
     for (const Exporting::Clip &clip : clips) {
-        const std::scoped_lock turn(exportTurn());
         const QString name = freeExportName(clip, folder, used);
         used.insert(name.toLower());
         if (!copyFile(clip.path, folder + u'/' + name))
             failed.append(name);
     }
-    return failed;
+    return failed.isEmpty()
+               ? QString()
+               : loggedExportFailure(QStringLiteral("Export failed for: %1").arg(failed.join(QStringLiteral(", "))));
 }
 
 } // namespace
@@ -122,32 +144,23 @@ QCoro::Task<Exporting::Plan> Exporting::plan(MultiLineOutput output) {
 }
 
 QCoro::Task<void> Exporting::exportTo(SingleFile file, QString destination) {
-    const QPointer<Exporting> self(this);
-    begin();
-    auto copying = QtConcurrent::run(&copyForExport, file.path, destination);
-    const CopyOutcome copied = co_await copying;
-    if (self)
-        end();
-    if (!copied)
-        tell(self, QStringLiteral("Export failed: %1").arg(copied.error().description()));
+    // The copy's source may be a joined file, which goes with `file`.
+    auto copying = QtConcurrent::run(ExportThread::get(), &copyForExport, file.path, destination);
+    co_await finish(std::move(copying));
 }
 
 QCoro::Task<void> Exporting::exportToFolder(Folder folder, QString destination) {
-    const QPointer<Exporting> self(this);
-    begin();
-    auto copying = QtConcurrent::run(&copyClips, folder.clips, destination);
-    const QStringList failed = co_await copying;
-    if (self)
-        end();
-    if (!failed.isEmpty())
-        tell(self, QStringLiteral("Export failed for: %1").arg(failed.join(QStringLiteral(", "))));
+    return finish(QtConcurrent::run(ExportThread::get(), &copyClips, folder.clips, destination));
 }
 
-void Exporting::tell(const QPointer<Exporting> &exporting, const QString &failure) {
-    if (exporting)
-        exporting->m_parts.document.setSpotError(failure);
-    else
-        qCWarning(base::log::project).noquote() << "[Exporting]" << failure;
+QCoro::Task<void> Exporting::finish(QFuture<QString> copying) {
+    const QPointer<Exporting> self(this);
+    begin();
+    const QString failure = co_await copying;
+    if (self)
+        end();
+    if (self && !failure.isEmpty())
+        m_parts.document.setSpotError(failure);
 }
 
 void Exporting::begin() {

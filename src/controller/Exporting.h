@@ -4,9 +4,9 @@
 #include <variant>
 
 #include <qcoro/qcorotask.h>
+#include <QtCore/QFuture>
 #include <QtCore/QList>
 #include <QtCore/QObject>
-#include <QtCore/QPointer>
 #include <QtCore/QString>
 
 #include "model/Ids.h"
@@ -35,9 +35,9 @@ private:
     QString m_path;
 };
 
-/// Copies the selected lines' audio to where the user wants it. Failures go to the controller's spotError, or to the
-/// log where the project has gone by then. Main thread; joining and copying run on workers, and go on when the project
-/// goes.
+/// Copies the selected lines' audio to where the user wants it. Failures go to the controller's spotError; a copy's go
+/// to the log as well, however little of the project is left by then. Main thread; joining runs on workers, copying on
+/// one thread for all the process's exports. Both go on when the project goes, and quitting waits for the copies.
 class Exporting final : public QObject {
     Q_OBJECT
 public:
@@ -93,7 +93,8 @@ Q_SIGNALS:
 private:
     void begin();
     void end();
-    static void tell(const QPointer<Exporting> &exporting, const QString &failure);
+    /// Waits for a copy that gives what is to be told of it.
+    QCoro::Task<void> finish(QFuture<QString> copying);
 
     Parts m_parts;
     int m_running = 0;

@@ -113,6 +113,70 @@ TEST(Mp3Stream, JoinedFilesAreReadToTheEndOfTheLast) {
     }
 }
 
+TEST(Mp3Stream, ATagWhoseFramesDontFitItsBytesIsNotBelieved) {
+    const AudioTestFolder folder;
+    for (const auto &[name, bytes] : taggedFiles(folder)) {
+        const qsizetype tag = std::max(bytes.indexOf("Xing"), bytes.indexOf("Info"));
+        ASSERT_GT(tag, 0) << name;
+        for (const quint32 frames : {3U, 1000000U, 0xFFFFFFF0U, 0xFFFFFFFFU}) {
+            SCOPED_TRACE(std::string(name) + " with " + std::to_string(frames) + " frames");
+            QByteArray lying = bytes;
+            qToBigEndian<quint32>(frames, lying.data() + tag + 8);
+            for (const QByteArray &junk : {QByteArray(), QByteArray(300, '\0')}) {
+                const QString path = folder.writeBytes(QStringLiteral("lying.mp3"), junk + lying);
+                const auto stream = Mp3Stream::find(path);
+                ASSERT_TRUE(stream);
+                EXPECT_FALSE(stream->tellsLength);
+                const auto samples = readAll(path);
+                EXPECT_GE(samples.size(), sourceFrames);
+                EXPECT_LT(samples.size(), sourceFrames + 4 * 1152);
+                EXPECT_NEAR(static_cast<double>(loudestAt(samples)), static_cast<double>(impulsePlace), 2 * 1152);
+                auto reader = AudioFileReader::open(path);
+                ASSERT_TRUE(reader);
+                EXPECT_EQ(reader.value().frames(), static_cast<qint64>(samples.size()));
+            }
+        }
+    }
+}
+
+TEST(Mp3Stream, GoodTagsAreBelievedAtEveryBitRate) {
+    const AudioTestFolder folder;
+    folder.write(QStringLiteral("noise.wav"), noise(sourceFrames, 16), {44100, 1, wav16});
+    folder.write(QStringLiteral("silence.wav"), std::vector<double>(sourceFrames), {44100, 1, wav16});
+    struct Encoding {
+        const char *program;
+        const char *arguments;
+    };
+    const std::vector<Encoding> encodings{{"lame", "--quiet -b 320 %1 out.mp3"},
+                                          {"lame", "--quiet -b 64 %1 out.mp3"},
+                                          {"lame", "--quiet -V 0 %1 out.mp3"},
+                                          {"lame", "--quiet -V 9 %1 out.mp3"},
+                                          {"lame", "--quiet --abr 150 %1 out.mp3"},
+                                          {"lame", "--quiet --resample 48 -b 320 %1 out.mp3"},
+                                          {"lame", "--quiet --resample 22.05 -b 160 %1 out.mp3"},
+                                          {"lame", "--quiet --resample 24 -V 9 %1 out.mp3"},
+                                          {"lame", "--quiet --resample 8 -b 32 %1 out.mp3"},
+                                          {"lame", "--quiet --resample 8 -V 9 %1 out.mp3"},
+                                          {"lame", "--quiet --freeformat -b 400 %1 out.mp3"},
+                                          {"ffmpeg", "-i %1 -b:a 320k -y out.mp3"},
+                                          {"ffmpeg", "-i %1 -b:a 32k -y out.mp3"},
+                                          {"ffmpeg", "-i %1 -q:a 0 -y out.mp3"},
+                                          {"ffmpeg", "-i %1 -q:a 9 -y out.mp3"},
+                                          {"ffmpeg", "-i %1 -ar 8000 -b:a 8k -y out.mp3"},
+                                          {"ffmpeg", "-i %1 -ar 16000 -q:a 9 -y out.mp3"}};
+    for (const char *input : {"noise.wav", "silence.wav"}) {
+        for (const auto &[program, arguments] : encodings) {
+            SCOPED_TRACE(std::string(program) + ' ' + arguments + ' ' + input);
+            const QString command = QString::fromLatin1(arguments).arg(QString::fromLatin1(input));
+            folder.run(QString::fromLatin1(program), command);
+            const auto stream = Mp3Stream::find(folder.path(QStringLiteral("out.mp3")));
+            ASSERT_TRUE(stream);
+            EXPECT_TRUE(stream->tellsLength);
+            EXPECT_EQ(stream->junkBytes, 0);
+        }
+    }
+}
+
 TEST(Mp3FrameHeader, TellsTheDistanceToTheNext) {
     struct HeaderCase {
         QByteArray bytes;

@@ -1,15 +1,20 @@
 #include "controller/Exporting.h"
 
+#include <deque>
 #include <fcntl.h>
+#include <mutex>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
 #include <qcoro/qcorotask.h>
+#include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QThreadPool>
+#include <QtCore/QTimer>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
@@ -42,6 +47,33 @@ public:
 
 private:
     QString m_path;
+};
+
+/// What exports log while it lives, from whichever thread. The application's message handler is one function.
+class ExportLog final {
+public:
+    ExportLog() : m_before(qInstallMessageHandler(&ExportLog::keep)) {
+        const std::scoped_lock guard(lock);
+        lines.clear();
+    }
+    ~ExportLog() { qInstallMessageHandler(m_before); }
+    ExportLog(const ExportLog &) = delete;
+    ExportLog &operator=(const ExportLog &) = delete;
+    [[nodiscard]] static QStringList logged() {
+        const std::scoped_lock guard(lock);
+        return lines;
+    }
+
+private:
+    static void keep(QtMsgType, const QMessageLogContext &, const QString &message) {
+        const std::scoped_lock guard(lock);
+        if (message.startsWith(QStringLiteral("[Exporting]")))
+            lines.append(message);
+    }
+
+    static inline std::mutex lock;
+    static inline QStringList lines;
+    QtMessageHandler m_before;
 };
 
 class ExportingTest : public ::testing::Test {
@@ -162,6 +194,7 @@ TEST_F(ExportingTest, AJoinedFileIsThereForAsLongAsItsPlan) {
 
 TEST_F(ExportingTest, CopyingIsAWorkersAndTheExportIsBusyMeanwhile) {
     const HeldSource held(source.filePath(QStringLiteral("held.wav")));
+    const ExportLog log;
     const QSignalSpy changes(&exporting, &Exporting::isBusyChanged);
     const Exporting::Folder clips{{{project.id(0), held.path(), QStringLiteral("A")},
                                    {project.id(1), sourceOf("b"), QStringLiteral("B")},
@@ -174,10 +207,20 @@ TEST_F(ExportingTest, CopyingIsAWorkersAndTheExportIsBusyMeanwhile) {
     EXPECT_EQ(changes.count(), 2);
     EXPECT_EQ(exported(), (QStringList{QStringLiteral("A.wav"), QStringLiteral("B.wav")}));
     EXPECT_EQ(project->spotError(), QStringLiteral("Export failed for: C.aif"));
+    EXPECT_EQ(ExportLog::logged(), QStringList{QStringLiteral("[Exporting] Export failed for: C.aif")});
+}
+
+TEST_F(ExportingTest, AFileThatCannotBeCopiedIsToldAndLoggedOnce) {
+    const ExportLog log;
+    QCoro::waitFor(exporting.exportTo({QStringLiteral("/nowhere/take.wav"), QStringLiteral("x.wav")},
+                                      target.filePath(QStringLiteral("x.wav"))));
+    EXPECT_TRUE(project->spotError().startsWith(QStringLiteral("Export failed: ")));
+    EXPECT_EQ(ExportLog::logged(), QStringList{QStringLiteral("[Exporting] ") + project->spotError()});
 }
 
 TEST_F(ExportingTest, AnExportGoesOnWhenItsProjectGoes) {
     const HeldSource held(source.filePath(QStringLiteral("held.wav")));
+    const ExportLog log;
     {
         const ScriptProject other({{QStringLiteral("One")}});
         const Exporting::Folder clips{{{other.id(0), held.path(), QStringLiteral("A")},
@@ -186,10 +229,44 @@ TEST_F(ExportingTest, AnExportGoesOnWhenItsProjectGoes) {
         other->exporting().exportToFolder(clips, target.path());
     }
     held.letGo();
-    ASSERT_TRUE(QThreadPool::globalInstance()->waitForDone(deadline));
-    QCoreApplication::processEvents();
+    const QStringList failure{QStringLiteral("[Exporting] Export failed for: B.aif")};
+    ASSERT_TRUE(QTest::qWaitFor([&] { return ExportLog::logged() == failure; }, deadline));
     EXPECT_EQ(bytesOf(target.filePath(QStringLiteral("C.wav"))), "c");
     EXPECT_EQ(project->spotError(), QString());
+}
+
+TEST_F(ExportingTest, QuittingWaitsForTheExportAndLogsItsFailure) {
+    const HeldSource held(source.filePath(QStringLiteral("held.wav")));
+    const ExportLog log;
+    Exporting::Folder clips{{{project.id(0), held.path(), QStringLiteral("A")}}};
+    for (int clip = 0; clip < 50; ++clip)
+        clips.clips.append({project.id(0), sourceOf("b"), QStringLiteral("B%1").arg(clip)});
+    clips.clips.append({project.id(0), QStringLiteral("/nowhere/take.aif"), QStringLiteral("C")});
+    exporting.exportToFolder(clips, target.path());
+    std::jthread slowDisk;
+    QTimer::singleShot(0, QCoreApplication::instance(), [&] {
+        slowDisk = std::jthread([&] { held.letGo(); });
+        QCoreApplication::quit();
+    });
+    QCoreApplication::exec();
+    EXPECT_EQ(ExportLog::logged(), QStringList{QStringLiteral("[Exporting] Export failed for: C.aif")});
+    EXPECT_EQ(exported().size(), 51);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !exporting.isBusy(); }, deadline));
+}
+
+TEST_F(ExportingTest, HoweverManyExportsWaitOtherWorkGoesOn) {
+    std::deque<HeldSource> held;
+    for (int number = 0; number < QThreadPool::globalInstance()->maxThreadCount(); ++number) {
+        const QString name = QString::number(number);
+        held.emplace_back(source.filePath(name));
+        exporting.exportToFolder({{{project.id(0), held.back().path(), name}}}, target.path());
+    }
+    const QFuture<void> other = QtConcurrent::run([] {});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return other.isFinished(); }, deadline));
+    for (const HeldSource &disk : held)
+        disk.letGo();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !exporting.isBusy(); }, deadline));
+    EXPECT_EQ(exported().size(), QThreadPool::globalInstance()->maxThreadCount());
 }
 
 TEST_F(ExportingTest, TwoExportsToOneFolderDontTakeOneName) {

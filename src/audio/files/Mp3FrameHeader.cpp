@@ -7,10 +7,16 @@ namespace {
 
 constexpr std::array<int, 15> mpeg1BitRates{0, 32, 40, 48, 56, 64, 80, 96, 112, 128, 160, 192, 224, 256, 320};
 constexpr std::array<int, 15> mpeg2BitRates{0, 8, 16, 24, 32, 40, 48, 56, 64, 80, 96, 112, 128, 144, 160};
+// The most that encoders offer where the rate is free.
+constexpr int highestFreeBitRate = 640;
 constexpr std::array<int, 3> mpeg1Rates{44100, 48000, 32000};
 
 quint8 headerByteAt(QByteArrayView bytes, qsizetype index) {
     return static_cast<quint8>(bytes[index]);
+}
+
+qsizetype unpaddedBytes(const Mp3FrameHeader &header, int kilobitsASecond) {
+    return (header.version == Mp3FrameHeader::Version::Mpeg1 ? 144 : 72) * 1000 * kilobitsASecond / header.sampleRate;
 }
 
 bool isOfOneStream(const Mp3FrameHeader &first, const Mp3FrameHeader &second) {
@@ -51,9 +57,9 @@ std::optional<Mp3FrameHeader> Mp3FrameHeader::parse(QByteArrayView bytes) {
     const bool isMpeg1 = header.version == Version::Mpeg1;
     header.sampleRate = mpeg1Rates[rateIndex] / (isMpeg1 ? 1 : header.version == Version::Mpeg2 ? 2 : 4);
     header.isMono = (headerByteAt(bytes, 3) & 0xC0) == 0xC0;
-    const int bitRate = 1000 * (isMpeg1 ? mpeg1BitRates : mpeg2BitRates)[bitRateIndex];
+    const int bitRate = (isMpeg1 ? mpeg1BitRates : mpeg2BitRates)[bitRateIndex];
     if (bitRate > 0)
-        header.frameBytes = (isMpeg1 ? 144 : 72) * bitRate / header.sampleRate + ((headerByteAt(bytes, 2) >> 1) & 1);
+        header.frameBytes = unpaddedBytes(header, bitRate) + ((headerByteAt(bytes, 2) >> 1) & 1);
     return header;
 }
 
@@ -61,6 +67,12 @@ qsizetype Mp3FrameHeader::sideInformationBytes() const {
     if (version == Version::Mpeg1)
         return isMono ? 17 : 32;
     return isMono ? 9 : 17;
+}
+
+std::pair<qsizetype, qsizetype> Mp3FrameHeader::frameBytesRange() const {
+    const auto &bitRates = version == Version::Mpeg1 ? mpeg1BitRates : mpeg2BitRates;
+    const int highest = frameBytes == 0 ? highestFreeBitRate : bitRates.back();
+    return {unpaddedBytes(*this, bitRates[1]), unpaddedBytes(*this, highest) + 1};
 }
 
 std::optional<qsizetype> findMp3Frames(QByteArrayView bytes, int count) {

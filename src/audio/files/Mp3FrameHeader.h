@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <utility>
 
 #include <QtCore/QByteArrayView>
 
@@ -23,6 +24,8 @@ struct Mp3FrameHeader {
     [[nodiscard]] static std::optional<Mp3FrameHeader> parse(QByteArrayView bytes);
     /// Bytes between this header and a Xing or LAME tag, or the audio itself.
     [[nodiscard]] qsizetype sideInformationBytes() const;
+    /// The fewest and the most bytes that a frame of this version and sample rate takes, at whatever bit rate.
+    [[nodiscard]] std::pair<qsizetype, qsizetype> frameBytesRange() const;
 };
 
 /// The first place in `bytes` where `count` frames of one stream follow each other, or where the last of fewer ends

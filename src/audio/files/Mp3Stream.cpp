@@ -61,6 +61,13 @@ bool isEndOfAudio(QFile &file, qint64 at) {
     return rest <= junkReach && !findMp3Frames(mp3BytesAt(file, start, rest), framesThatProveMoreAudio);
 }
 
+// A damaged number would cut the audio short, or promise hours of it.
+bool fitsItsBytes(const Mp3Tag &tag, const Mp3FrameHeader &header) {
+    const auto [least, most] = header.frameBytesRange();
+    const qint64 frames = qint64{tag.mpegFrames} + 1;
+    return frames * least <= tag.streamBytes && tag.streamBytes <= frames * most;
+}
+
 } // namespace
 
 std::optional<Mp3Stream> Mp3Stream::find(const QString &path) {
@@ -69,7 +76,8 @@ std::optional<Mp3Stream> Mp3Stream::find(const QString &path) {
         return std::nullopt;
     const qint64 plainStart = afterTags(file, 0, Tags::Id3v2Only);
     qint64 start = plainStart;
-    auto tag = Mp3Tag::parse(mp3BytesAt(file, start, tagReach));
+    QByteArray first = mp3BytesAt(file, start, tagReach);
+    auto tag = Mp3Tag::parse(first);
     if (!tag) {
         start = afterTags(file, plainStart, Tags::AllKinds);
         const QByteArray front = mp3BytesAt(file, start, junkReach);
@@ -77,7 +85,14 @@ std::optional<Mp3Stream> Mp3Stream::find(const QString &path) {
         if (!found)
             return std::nullopt;
         start += *found;
-        tag = Mp3Tag::parse(QByteArrayView(front).sliced(*found));
+        first = front.mid(*found, tagReach);
+        tag = Mp3Tag::parse(first);
+    }
+    const auto header = Mp3FrameHeader::parse(first);
+    if (tag && header && !fitsItsBytes(*tag, *header)) {
+        // A reader that saw the tag would cut out what it takes for the padding at the end.
+        start += header->frameBytes;
+        tag.reset();
     }
     Mp3Stream stream;
     stream.junkBytes = start == plainStart ? 0 : start;

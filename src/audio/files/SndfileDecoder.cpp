@@ -61,6 +61,12 @@ bool isFloatingPointFormat(int format) {
     return coding == SF_FORMAT_FLOAT || coding == SF_FORMAT_DOUBLE;
 }
 
+// libsndfile says so of whatever calls itself an MP3 and isn't; who opens files here knows that it is one.
+QString openingFailure() {
+    const QString words = QString::fromUtf8(sf_strerror(nullptr));
+    return words.startsWith(QLatin1String("File does not exist")) ? QString() : words;
+}
+
 template <typename Sample>
 void silenceNonNumbers(std::span<Sample> samples) {
     for (Sample &sample : samples) {
@@ -81,8 +87,7 @@ base::Result<std::unique_ptr<SndfileDecoder>, AudioFileError> SndfileDecoder::op
     SF_INFO info{};
     SNDFILE *file = sf_open(QFile::encodeName(path).constData(), SFM_READ, &info);
     if (file == nullptr)
-        return base::fail(
-            AudioFileError{AudioFileError::Kind::UnsupportedFormat, path, QString::fromUtf8(sf_strerror(nullptr))});
+        return base::fail(AudioFileError{AudioFileError::Kind::UnsupportedFormat, path, openingFailure()});
     auto decoder = std::unique_ptr<SndfileDecoder>(new SndfileDecoder(path, file));
     if (!isReadContainer(info.format) || !isUsableFormat(info.samplerate, info.channels))
         return base::fail(AudioFileError{AudioFileError::Kind::UnsupportedFormat, path, {}});
