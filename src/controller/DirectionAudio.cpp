@@ -1,5 +1,7 @@
 #include "controller/DirectionAudio.h"
 
+#include <chrono>
+
 #include <qcoro/qcorofuture.h>
 #include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QDir>
@@ -9,6 +11,7 @@
 #include <QtCore/QUuid>
 
 #include "audio/files/AudioImporter.h"
+#include "audio/recording/LeftoverRecordings.h"
 #include "base/PrivateFolders.h"
 #include "controller/FileCopy.h"
 #include "controller/LineRuntime.h"
@@ -35,8 +38,11 @@ base::Result<void, ProjectControllerError> copyRecording(const QString &from, co
 
 /// A recording that an earlier run left behind has found its line, and need not be told of again.
 void removeLeftover(const QUrl &source) {
-    if (isOwnTemporaryRecording(source.toLocalFile()))
-        QFile::remove(source.toLocalFile());
+    const QString path = QFileInfo(source.toLocalFile()).absoluteFilePath();
+    if (isOwnTemporaryRecording(path) &&
+        audio::LeftoverRecordings::find(base::PrivateFolders::caches(), std::chrono::system_clock::now())
+            .contains(path))
+        QFile::remove(path);
 }
 
 } // namespace
@@ -44,10 +50,13 @@ void removeLeftover(const QUrl &source) {
 /// One file on its way, for as long as this lives.
 class DirectionAudio::UnderWay final {
 public:
-    explicit UnderWay(DirectionAudio *audio) : m_audio(audio) { ++audio->m_underWay; }
+    explicit UnderWay(DirectionAudio *audio) : m_audio(audio) {
+        if (++audio->m_underWay == 1)
+            Q_EMIT audio->isBusyChanged();
+    }
     ~UnderWay() {
         if (m_audio && --m_audio->m_underWay == 0)
-            Q_EMIT m_audio->settled();
+            Q_EMIT m_audio->isBusyChanged();
     }
     UnderWay(const UnderWay &) = delete;
     UnderWay &operator=(const UnderWay &) = delete;
@@ -61,8 +70,10 @@ DirectionAudio::DirectionAudio(const Parts &parts, QObject *parent) : QObject(pa
 QCoro::Task<void> DirectionAudio::installRecording(QUrl file, double durationSeconds, model::LineId id) {
     const UnderWay underWay(this);
     const model::ProjectLine *line = m_parts.document.findLine(id);
-    if (line == nullptr)
+    if (line == nullptr) {
+        Q_EMIT lineGone(file, durationSeconds, id);
         co_return;
+    }
     const QString from = file.toLocalFile();
     const QString folder = m_parts.document.folder();
     if (folder.isEmpty()) {
@@ -83,6 +94,12 @@ QCoro::Task<void> DirectionAudio::installRecording(QUrl file, double durationSec
         co_return;
     if (!copied) {
         failToStore(from, copied.error());
+        co_return;
+    }
+    // The line may have gone in the meantime, and come back by undo.
+    if (m_parts.document.findLine(id) == nullptr) {
+        QFile::remove(to.value());
+        Q_EMIT lineGone(file, durationSeconds, id);
         co_return;
     }
     if (isOwnTemporaryRecording(from))
@@ -144,6 +161,10 @@ QCoro::Task<bool> DirectionAudio::import(QUrl source, QString name, model::LineI
         failToImport(name, audio::description(imported.error()));
         co_return false;
     }
+    if (m_parts.document.findLine(id) == nullptr) {
+        QFile::remove(imported->url.toLocalFile());
+        co_return false;
+    }
     if (m_parts.document.folder() != folder)
         co_await installRecording(imported->url, imported->durationSeconds, id);
     else
@@ -166,8 +187,6 @@ base::Result<QString, ProjectControllerError> DirectionAudio::newPath(const QStr
 
 void DirectionAudio::adopt(const QString &path, double durationSeconds, const model::LineId &id) {
     Document &document = m_parts.document;
-    if (document.findLine(id) == nullptr)
-        return;
     const Document::Change change(document);
     const StoreUndoSnapshot before = m_parts.history.takeSnapshot();
     model::SourceRecording recording;

@@ -45,8 +45,9 @@ public:
 Q_SIGNALS:
     /// A recording or an imported file has become the line's direction.
     void adopted(const orlenta::model::LineId &id);
-    /// The last file that was on its way has arrived, or could not.
-    void settled();
+    void isBusyChanged();
+    /// A finished recording of that length in seconds has no line to go on any more; its file is where it was.
+    void lineGone(const QUrl &file, double durationSeconds, const orlenta::model::LineId &id);
 
 private:
     class UnderWay;

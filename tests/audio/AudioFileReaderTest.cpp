@@ -86,6 +86,25 @@ TEST(AudioFileReader, ChannelsStayInTheirOrder) {
     }
 }
 
+TEST(AudioFileReader, AFileThatIsDeletedMeanwhileCanBeReadAgainFromItsStart) {
+    const AudioTestFolder folder;
+    folder.write(QStringLiteral("in.wav"), std::vector<double>(30000, 0.5), {44100, 1, wav16});
+    folder.run(QStringLiteral("lame"), QStringLiteral("--quiet -m s -b 320 in.wav out.mp3"));
+    folder.run(QStringLiteral("ffmpeg"), QStringLiteral("-i in.wav -c:a alac -y out.m4a"));
+    for (const char *name : {"in.wav", "out.m4a", "out.mp3"}) {
+        auto opened = AudioFileReader::open(folder.path(QString::fromLatin1(name)));
+        ASSERT_TRUE(opened) << name;
+        AudioFileReader reader = std::move(opened).value();
+        ASSERT_TRUE(reader.seek(20000)) << name;
+        ASSERT_TRUE(QFile::remove(reader.path())) << name;
+        ASSERT_TRUE(reader.seek(100)) << name;
+        std::vector<double> samples(64);
+        const auto read = reader.readFrames(std::span(samples));
+        ASSERT_TRUE(read) << name;
+        EXPECT_EQ(*read, 64) << name;
+    }
+}
+
 TEST(AudioFileReader, AnMp3WithoutALengthIsReadToItsEnd) {
     const AudioTestFolder folder;
     // Loud, then silent: from the first frames' size one would guess a far shorter file.

@@ -270,6 +270,23 @@ TEST_P(AudioRecorderTest, ATakeBegunWhileTheServerIsBeingReachedWaitsForIt) {
     EXPECT_EQ(asked.authorizationStatus(), MicrophoneAuthorization::Authorized);
 }
 
+TEST_P(AudioRecorderTest, ATakeThatIsCalledOffWhileTheServerIsBeingReachedDoesNotBegin) {
+    SoundServer fresh(session.address());
+    MicrophonePermission asked(fresh);
+    AudioRecorder early({fresh, defaults, routes, asked});
+    early.startRecording();
+    EXPECT_TRUE(early.isStarting());
+    early.stopRecording();
+    EXPECT_FALSE(early.hasUnfinishedTake());
+    bool isAnswered = false;
+    asked.requestAccess(&early, [&](bool) { isAnswered = true; }); // answered after the recorder's own
+    ASSERT_TRUE(QTest::qWaitFor([&] { return isAnswered; }, deadline));
+    EXPECT_FALSE(early.hasUnfinishedTake());
+
+    early.startRecording();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return early.isRecording(); }, deadline));
+}
+
 TEST_P(AudioRecorderTest, AFullDiskIsToldAndWhatWasRecordedStaysReadable) {
     const QDir caches(base::PrivateFolders::caches());
     const QStringList before = caches.entryList(QDir::Files);

@@ -71,6 +71,22 @@ TEST_P(OutputStreamTest, StopsAndSeeksDoNotClick) {
     EXPECT_LT(largestStep(samples), 0.065F);
 }
 
+TEST_P(OutputStreamTest, TheEndOfTheApplicationDoesNotClick) {
+    auto heard = session.record(QStringLiteral("spk_a"), 48000);
+    {
+        SoundServer last(session.address());
+        ASSERT_TRUE(QTest::qWaitFor([&] { return last.state() == SoundServer::State::Ready; }, deadline));
+        RoutedAudioPlayer going(last);
+        ASSERT_TRUE(going.load(tone(20.0)));
+        ASSERT_TRUE(going.play());
+        ASSERT_TRUE(QTest::qWaitFor([&] { return going.currentTime() >= 0.3; }, deadline));
+    }
+    ASSERT_TRUE(QTest::qWaitFor([&] { return streams().isEmpty(); }, deadline));
+    const std::vector<float> samples = heard.stop();
+    ASSERT_GT(*std::max_element(samples.begin(), samples.end()), 0.4F);
+    EXPECT_LT(largestStep(samples), 0.035F);
+}
+
 TEST_P(OutputStreamTest, AStreamThatIsStoppedBeforeItHasBegunLeavesNothingAtTheServer) {
     ASSERT_TRUE(player.load(tone(5.0)));
     for (int i = 0; i < 30; ++i) {

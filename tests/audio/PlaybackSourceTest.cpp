@@ -15,7 +15,7 @@ class PlaybackSourceTest : public ::testing::Test {
 protected:
     /// What a device of that rate gets, asked for in blocks of an odd size.
     [[nodiscard]] std::vector<float> played(qint64 startFrame, double deviceRate) {
-        PlaybackSource source(reader, startFrame, deviceRate);
+        PlaybackSource source({reader, reader->sampleRate(), reader->channelCount(), startFrame}, deviceRate);
         std::vector<float> all;
         std::vector<float> block(2 * 37);
         for (auto frames = source.read(block); frames && *frames > 0; frames = source.read(block))

@@ -129,6 +129,7 @@ TEST_P(RoutedAudioPlayerTest, ASeekAtTheMomentTheOutputVanishesGoesOnAtTheDefaul
     // Without a turn of the event loop, so that the player has not been told.
     while (server.devices().findOutput(id))
         QThread::yieldCurrentThread();
+    player.seek(0.5);
     player.seek(0.75);
     ASSERT_TRUE(QTest::qWaitFor([&] { return !player.outputDeviceID().has_value(); }, deadline));
     EXPECT_TRUE(player.isPlaybackActive());

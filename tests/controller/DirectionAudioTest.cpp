@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <qcoro/qcorotask.h>
+#include <QtCore/QDateTime>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 
@@ -172,8 +173,31 @@ TEST_F(DirectionAudioTest, ALineDeletedMeanwhileEndsTheImportWithoutAWord) {
     EXPECT_EQ(undo.undoActionName(), QStringLiteral("Delete Line"));
 }
 
+TEST_F(DirectionAudioTest, ATakeWhoseLineGoesWhileItIsStoredIsHandedBack) {
+    const QUrl take = recorded(0.5);
+    const model::LineId id = project.id(0);
+    QList<QUrl> handedBack;
+    QObject::connect(&project->directionAudio(), &DirectionAudio::lineGone, &project->directionAudio(),
+                     [&](const QUrl &file, double, const model::LineId &) { handedBack.append(file); });
+    auto installing = project->directionAudio().installRecording(take, 0.5, id);
+    project->lines().deleteLine(id);
+    QCoro::waitFor(installing);
+    EXPECT_EQ(handedBack, QList<QUrl>{take});
+    EXPECT_TRUE(QFile::exists(take.toLocalFile()));
+    EXPECT_TRUE(QDir(project.folder() + QStringLiteral("/Audio Files/Recordings")).entryList(QDir::Files).isEmpty());
+
+    undo.undo();
+    install(take, 0.5, id);
+    EXPECT_EQ(project.line(0).sourceRecordings.size(), 1);
+    EXPECT_FALSE(QFile::exists(take.toLocalFile()));
+}
+
 TEST_F(DirectionAudioTest, ALeftoverRecordingThatIsImportedIsLeftOverNoMore) {
     const QUrl leftover = recorded(0.2);
+    QFile file(leftover.toLocalFile());
+    ASSERT_TRUE(file.open(QFile::ReadWrite));
+    ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTime().addSecs(-60), QFile::FileModificationTime));
+    file.close();
     import(leftover, project.id(0));
     EXPECT_EQ(project.line(0).sourceRecordings.size(), 1);
     EXPECT_FALSE(QFile::exists(leftover.toLocalFile()));

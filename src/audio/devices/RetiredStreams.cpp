@@ -68,8 +68,30 @@ void RetiredStreams::clear() {
     m_streams.clear();
 }
 
+void RetiredStreams::waitForEnd(std::chrono::microseconds atMost) {
+    struct Deadline {
+        pa_threaded_mainloop *mainloop;
+        bool hasPassed = false;
+        static void onPassed(pa_mainloop_api *, pa_time_event *, const timeval *, void *deadline) {
+            auto *self = static_cast<Deadline *>(deadline);
+            self->hasPassed = true;
+            pa_threaded_mainloop_signal(self->mainloop, 0);
+        }
+    } deadline{m_mainloop};
+    if (m_streams.empty())
+        return;
+    pa_context *context = pa_stream_get_context(m_streams.front()->stream);
+    pa_time_event *event = pa_context_rttime_new(context, pa_rtclock_now() + static_cast<pa_usec_t>(atMost.count()),
+                                                 &Deadline::onPassed, &deadline);
+    while (event && !m_streams.empty() && !deadline.hasPassed)
+        pa_threaded_mainloop_wait(m_mainloop);
+    if (event)
+        pa_threaded_mainloop_get_api(m_mainloop)->time_free(event);
+}
+
 void RetiredStreams::end(const Retired &retired) {
     std::erase_if(m_streams, [&](const auto &each) { return each.get() == &retired; });
+    pa_threaded_mainloop_signal(m_mainloop, 0);
 }
 
 } // namespace orlenta::audio

@@ -23,6 +23,8 @@ public:
     void add(pa_stream *stream, std::chrono::microseconds lingering);
     /// Lets go of all of them; what they are connected by is about to be closed.
     void clear();
+    /// Waits until all have ended, at most that long.
+    void waitForEnd(std::chrono::microseconds atMost);
 
 private:
     struct Retired;

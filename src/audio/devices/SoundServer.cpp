@@ -22,6 +22,9 @@ const SoundDevice *findByUID(const QList<SoundDevice> &devices, const QString &u
 /// Servers count outputs and inputs apart; this keeps their ids from meeting.
 constexpr std::uint32_t inputBit = 0x8000'0000;
 
+/// How long the end of the connection waits for streams on their way out.
+constexpr auto longestFarewell = std::chrono::milliseconds(100);
+
 } // namespace
 
 const SoundDevice *SoundDeviceTable::findOutput(std::uint32_t deviceID) const {
@@ -90,6 +93,12 @@ private:
 SoundServer::Link::Link(SoundServer &owner) : mainloop(pa_threaded_mainloop_new()), retired(mainloop), m_owner(owner) {}
 
 SoundServer::Link::~Link() {
+    {
+        // What was stopped just now is still fading.
+        const SoundServerLock lock(mainloop);
+        if (m_isRunning && context && pa_context_get_state(context) == PA_CONTEXT_READY)
+            retired.waitForEnd(longestFarewell);
+    }
     close();
     if (m_isRunning)
         pa_threaded_mainloop_stop(mainloop);

@@ -58,8 +58,8 @@ DecoderResult openDecoder(const QString &path) {
 
 } // namespace
 
-AudioFileReader::AudioFileReader(QString path, std::unique_ptr<AudioDecoder> decoder)
-    : m_path(std::move(path)), m_decoder(std::move(decoder)) {}
+AudioFileReader::AudioFileReader(QString path, std::unique_ptr<QFile> file, std::unique_ptr<AudioDecoder> decoder)
+    : m_path(std::move(path)), m_file(std::move(file)), m_decoder(std::move(decoder)) {}
 AudioFileReader::AudioFileReader(AudioFileReader &&) noexcept = default;
 AudioFileReader &AudioFileReader::operator=(AudioFileReader &&) noexcept = default;
 AudioFileReader::~AudioFileReader() = default;
@@ -68,7 +68,14 @@ base::Result<AudioFileReader, AudioFileError> AudioFileReader::open(const QStrin
     auto decoder = openDecoder(path);
     if (!decoder)
         return base::fail(decoder.error());
-    return AudioFileReader(path, std::move(decoder).value());
+    auto file = std::make_unique<QFile>(path);
+    if (!file->open(QIODevice::ReadOnly))
+        return base::fail(AudioFileError{AudioFileError::Kind::CannotOpen, path, file->errorString()});
+    return AudioFileReader(path, std::move(file), std::move(decoder).value());
+}
+
+QString AudioFileReader::heldPath() const {
+    return QStringLiteral("/proc/self/fd/%1").arg(m_file->handle());
 }
 
 const AudioFileFormat &AudioFileReader::format() const {
@@ -93,7 +100,7 @@ qint64 AudioFileReader::frames() {
     if (m_countedFrames)
         return *m_countedFrames;
     qint64 counted = 0;
-    if (auto decoder = openDecoder(m_path)) {
+    if (auto decoder = openDecoder(heldPath())) {
         std::vector<float> block(static_cast<size_t>(skippedBlockFrames * channelCount()));
         // A read error ends the count: a reader gets no further either.
         for (auto read = decoder.value()->read(block); read && *read > 0; read = decoder.value()->read(block))
@@ -133,7 +140,7 @@ base::Result<void, AudioFileError> AudioFileReader::seek(qint64 frame) {
         return {};
     }
     if (frame < m_position) {
-        auto decoder = openDecoder(m_path);
+        auto decoder = openDecoder(heldPath());
         if (!decoder)
             return base::fail(decoder.error());
         m_decoder = std::move(decoder).value();

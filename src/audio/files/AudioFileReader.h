@@ -4,6 +4,7 @@
 #include <optional>
 #include <span>
 
+#include <QtCore/QFile>
 #include <QtCore/QString>
 
 #include "audio/files/AudioFileError.h"
@@ -45,11 +46,16 @@ public:
     base::Result<void, AudioFileError> seek(qint64 frame);
 
 private:
-    AudioFileReader(QString path, std::unique_ptr<AudioDecoder> decoder);
+    AudioFileReader(QString path, std::unique_ptr<QFile> file, std::unique_ptr<AudioDecoder> decoder);
     template <typename Sample>
     base::Result<qsizetype, AudioFileError> readSamples(std::span<Sample> samples);
 
+    /// A way to the open file that holds when its name has gone.
+    [[nodiscard]] QString heldPath() const;
+
     QString m_path;
+    /// Held open: what was opened is what is read to the end, whatever becomes of its name.
+    std::unique_ptr<QFile> m_file;
     std::unique_ptr<AudioDecoder> m_decoder;
     std::optional<qint64> m_countedFrames;
     qint64 m_position = 0;

@@ -330,7 +330,8 @@ void OutputStream::Link::onTick(pa_mainloop_api *, pa_time_event *event, const t
 }
 
 base::Result<std::unique_ptr<OutputStream>, RoutedAudioPlayerError>
-OutputStream::open(SoundServer &server, std::optional<std::uint32_t> deviceID, const Stretch &stretch, Events events) {
+OutputStream::open(SoundServer &server, std::optional<std::uint32_t> deviceID, QThreadPool &readers,
+                   const PlaybackSource::Stretch &stretch, Events events) {
     pa_context *const context = server.context();
     if (!context)
         return base::fail(RoutedAudioPlayerError::soundServerUnavailable({}));
@@ -343,8 +344,8 @@ OutputStream::open(SoundServer &server, std::optional<std::uint32_t> deviceID, c
         return base::fail(RoutedAudioPlayerError{RoutedAudioPlayerError::Kind::NoOutput, 0, PA_ERR_NOENTITY, {}});
     const double rate = sink && sink->sampleRate > 0 ? sink->sampleRate : stretch.sampleRate;
     const QByteArray name = sink ? sink->info.uid.toUtf8() : QByteArray();
-    auto link = std::make_unique<Link>(Link::Parts{server, context, stretch.readers},
-                                       PlaybackSource(stretch.reader, stretch.startFrame, rate), std::move(events));
+    auto link =
+        std::make_unique<Link>(Link::Parts{server, context, readers}, PlaybackSource(stretch, rate), std::move(events));
     if (auto error = link->connect(deviceID, name))
         return base::fail(*std::move(error));
     return std::unique_ptr<OutputStream>(new OutputStream(std::move(link)));

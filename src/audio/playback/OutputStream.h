@@ -7,6 +7,7 @@
 
 #include <QtCore/QString>
 
+#include "audio/playback/PlaybackSource.h"
 #include "audio/playback/RoutedAudioPlayerError.h"
 #include "base/Result.h"
 
@@ -15,7 +16,6 @@ class QThreadPool;
 
 namespace orlenta::audio {
 
-class AudioFileReader;
 class SoundServer;
 
 /// One stretch of one file on its way to one sink: made for each play, seek and change of device, since a fresh stream
@@ -24,16 +24,6 @@ class SoundServer;
 /// thread; sending runs on the sound server's.
 class OutputStream final {
 public:
-    /// What is played.
-    struct Stretch {
-        /// Nobody else may touch it, but the streams before and after on the same `readers`.
-        std::shared_ptr<AudioFileReader> reader;
-        /// Hertz, of the file.
-        double sampleRate = 0.0;
-        qint64 startFrame = 0;
-        /// One thread, on which the file is read.
-        QThreadPool &readers;
-    };
     /// What a stream can lose.
     enum class Loss { Output, Server };
     /// What becomes of the stream. Each is called on `receiver`'s thread, later than the call that caused it, and may
@@ -49,10 +39,11 @@ public:
         std::function<void(const QString &description)> broken;
     };
 
-    /// Starts playing. Without a device, on the system's default output, following it when it changes; with one, on
-    /// that sink and no other.
+    /// Starts playing what nobody else reads but the streams before and after, on the one thread of `readers`. Without
+    /// a device, on the system's default output, following it when it changes; with one, on that sink and no other.
     [[nodiscard]] static base::Result<std::unique_ptr<OutputStream>, RoutedAudioPlayerError>
-    open(SoundServer &server, std::optional<std::uint32_t> deviceID, const Stretch &stretch, Events events);
+    open(SoundServer &server, std::optional<std::uint32_t> deviceID, QThreadPool &readers,
+         const PlaybackSource::Stretch &stretch, Events events);
     ~OutputStream();
     OutputStream(const OutputStream &) = delete;
     OutputStream &operator=(const OutputStream &) = delete;

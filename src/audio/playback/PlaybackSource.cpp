@@ -2,16 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 #include "audio/playback/FadeCurve.h"
 
 namespace orlenta::audio {
 
-PlaybackSource::PlaybackSource(std::shared_ptr<AudioFileReader> reader, qint64 startFrame, double deviceRate)
-    : m_reader(std::move(reader)), m_fileRate(m_reader->sampleRate()), m_channelCount(m_reader->channelCount()),
-      m_startFrame(startFrame), m_deviceRate(deviceRate) {
-    if (startFrame > 0)
+PlaybackSource::PlaybackSource(const Stretch &stretch, double deviceRate)
+    : m_reader(stretch.reader), m_fileRate(stretch.sampleRate), m_channelCount(stretch.channelCount),
+      m_startFrame(stretch.startFrame), m_deviceRate(deviceRate) {
+    if (m_startFrame > 0)
         m_fadeFrames = std::llround(std::chrono::duration<double>(fadeLength).count() * deviceRate);
 }
 

@@ -18,8 +18,17 @@ class PlaybackSource final {
 public:
     static constexpr std::chrono::milliseconds fadeLength{5};
 
-    /// `deviceRate` in hertz. Wherever `reader` stands, reading begins at `startFrame`.
-    PlaybackSource(std::shared_ptr<AudioFileReader> reader, qint64 startFrame, double deviceRate);
+    /// A part of a file. Wherever `reader` stands, reading begins at `startFrame`.
+    struct Stretch {
+        std::shared_ptr<AudioFileReader> reader;
+        /// Hertz, of the file, as is the number of channels: the reader can't be asked for them while somebody reads.
+        double sampleRate = 0.0;
+        int channelCount = 0;
+        qint64 startFrame = 0;
+    };
+
+    /// `deviceRate` in hertz.
+    PlaybackSource(const Stretch &stretch, double deviceRate);
 
     PlaybackSource(PlaybackSource &&) noexcept = default;
     PlaybackSource &operator=(PlaybackSource &&) noexcept = default;
@@ -38,7 +47,7 @@ private:
     void fadeIn(std::span<float> samples);
 
     std::shared_ptr<AudioFileReader> m_reader;
-    /// Hertz. The reader's own can't be asked for while it reads.
+    /// Hertz.
     double m_fileRate;
     int m_channelCount;
     qint64 m_startFrame;

@@ -56,6 +56,7 @@ RoutedAudioPlayer::Outcome RoutedAudioPlayer::load(const QUrl &url) {
     m_loadedURL = url;
     m_length = m_audioFile->frames();
     m_sampleRate = m_audioFile->sampleRate();
+    m_channelCount = m_audioFile->channelCount();
     m_scheduledStartFrame = 0;
     AudioDebugLogger::log(
         QStringLiteral("RoutedAudioPlayer.load complete frames=%1, sampleRate=%2").arg(m_length).arg(m_sampleRate));
@@ -119,8 +120,8 @@ RoutedAudioPlayer::Outcome RoutedAudioPlayer::schedulePlayback(qint64 startingFr
     events.broken = [this, generation](const QString &why) {
         handleStreamBroken(generation, RoutedAudioPlayerError::fileUnreadable(why));
     };
-    auto stream = OutputStream::open(m_server, m_appliedOutputDeviceID, {m_audioFile, m_sampleRate, start, m_readers},
-                                     std::move(events));
+    auto stream = OutputStream::open(m_server, m_appliedOutputDeviceID, m_readers,
+                                     {m_audioFile, m_sampleRate, m_channelCount, start}, std::move(events));
     if (!stream)
         return base::fail(stream.error());
     m_stream = std::move(stream).value();
@@ -181,6 +182,8 @@ void RoutedAudioPlayer::seek(double fraction) {
 
 /// The stream that was to tell of the loss has been ended by the seek, so nobody else will.
 void RoutedAudioPlayer::recoverFromFailedSeek(const RoutedAudioPlayerError &error) {
+    // Another seek may come before that, and has to go on playing as well.
+    m_isNodePlaying = true;
     QMetaObject::invokeMethod(
         this,
         [this, error, generation = m_scheduleGeneration] {

@@ -47,7 +47,8 @@ public:
 
     /// Stops, and opens a local file. A failure leaves nothing loaded.
     Outcome load(const QUrl &url);
-    /// Plays from the place of the last seek or stop. At the end of the file it completes at once, a turn later.
+    /// Plays from the place of the last seek, or else from where the last play began. At the end of the file it
+    /// completes at once, a turn later.
     Outcome play();
     /// The sound falls away at once; the completion handler isn't called.
     void stop();
@@ -77,6 +78,7 @@ private:
     std::shared_ptr<AudioFileReader> m_audioFile;
     qint64 m_length = 0;
     double m_sampleRate = 0.0;
+    int m_channelCount = 0;
     std::unique_ptr<OutputStream> m_stream;
     std::optional<std::uint32_t> m_outputDeviceID;
     std::optional<std::uint32_t> m_appliedOutputDeviceID;

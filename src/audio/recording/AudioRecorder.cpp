@@ -69,14 +69,7 @@ void AudioRecorder::startRecording() {
         Q_EMIT microphoneSettingsWanted();
         break;
     case MicrophoneAuthorization::NotDetermined:
-        m_parts.permission.requestAccess(this, [this](bool isGranted) {
-            if (isGranted)
-                beginRecording();
-            else if (m_parts.server.state() == SoundServer::State::Unavailable)
-                setErrorMessage(QStringLiteral("Couldn't start recording. The sound server is not available."));
-            else
-                deny(QStringLiteral("Microphone permission denied. Check System Settings > Privacy > Microphone"));
-        });
+        requestAccess();
         break;
     case MicrophoneAuthorization::Authorized:
         beginRecording();
@@ -85,6 +78,22 @@ void AudioRecorder::startRecording() {
         deny(QStringLiteral("Microphone status unavailable. Check System Settings > Privacy > Microphone"));
         break;
     }
+}
+
+void AudioRecorder::requestAccess() {
+    m_isAwaitingAccess = true;
+    m_parts.permission.requestAccess(this, [this, request = ++m_accessRequest](bool isGranted) {
+        if (request != m_accessRequest || !std::exchange(m_isAwaitingAccess, false))
+            return;
+        if (isGranted)
+            beginRecording();
+        else if (m_parts.server.state() == SoundServer::State::Unavailable)
+            setErrorMessage(QStringLiteral("Couldn't start recording. The sound server is not available."));
+        else
+            deny(QStringLiteral("Microphone permission denied. Check System Settings > Privacy > Microphone"));
+        if (!m_audioRecorder)
+            Q_EMIT takeEnded();
+    });
 }
 
 void AudioRecorder::deny(const QString &message) {
@@ -210,16 +219,28 @@ void AudioRecorder::failToStart(const QString &message, const QString &logLine, 
     restoreRoute(context);
 }
 
+void AudioRecorder::callOff() {
+    m_isAwaitingAccess = false;
+    if (m_audioRecorder)
+        m_audioRecorder->discard();
+    clearRecorder();
+    restoreRoute(QStringLiteral("AudioRecorder.stopRecording"));
+}
+
 void AudioRecorder::stopRecording() {
     m_recordingTimer.stop();
+    if (m_isAwaitingAccess) {
+        callOff();
+        return;
+    }
     if (!m_audioRecorder) {
         AudioDebugLogger::log(QStringLiteral("AudioRecorder: stopRecording called but no audioRecorder exists"));
         restoreRoute(QStringLiteral("stopRecording without recorder"));
         return;
     }
-    if (isStarting()) {
-        clearRecorder();
-        restoreRoute(QStringLiteral("AudioRecorder.stopRecording"));
+    // One that has sound already was just not told of yet.
+    if (isStarting() && m_audioRecorder->currentTime() == 0.0) {
+        callOff();
         return;
     }
     setRecordingDuration(m_audioRecorder->currentTime());

@@ -44,11 +44,13 @@ public:
     }
 
     [[nodiscard]] bool isRecording() const { return m_isRecording; }
-    /// A take has been begun whose microphone has not opened yet.
-    [[nodiscard]] bool isStarting() const { return m_audioRecorder && !m_isRecording && !m_isUserInitiatedStop; }
+    /// A take has been begun whose microphone has not opened yet, be it that leave to listen is still being asked for.
+    [[nodiscard]] bool isStarting() const {
+        return m_isAwaitingAccess || (m_audioRecorder && !m_isRecording && !m_isUserInitiatedStop);
+    }
     /// A take has been begun whose file is not complete yet: it is about to run, it runs, or its last samples are on
     /// their way.
-    [[nodiscard]] bool hasUnfinishedTake() const { return m_audioRecorder != nullptr; }
+    [[nodiscard]] bool hasUnfinishedTake() const { return m_audioRecorder || m_isAwaitingAccess; }
     /// The finished file; empty before there is one.
     [[nodiscard]] const QUrl &recordedURL() const { return m_recordedURL; }
     /// A preview of the take is running.
@@ -91,6 +93,8 @@ private:
     };
 
     void deny(const QString &message);
+    void requestAccess();
+    void callOff();
     void beginRecording();
     [[nodiscard]] InputStream::Source chosenSource() const;
     [[nodiscard]] InputStream::Source defaultSource() const;
@@ -121,6 +125,9 @@ private:
     /// The server has refused the chosen source once, so that the take goes through the default input.
     bool m_isThroughDefault = false;
     bool m_isUserInitiatedStop = false;
+    bool m_isAwaitingAccess = false;
+    /// Counts the times that leave to listen was asked for: only the last asking counts.
+    int m_accessRequest = 0;
     bool m_isRecording = false;
     bool m_isPlaying = false;
     bool m_permissionDenied = false;

@@ -30,7 +30,7 @@ FileRecorder::~FileRecorder() {
     m_stream.reset();
     const bool hasFile = m_writer != nullptr;
     m_writer.reset();
-    if (hasFile && m_isEmpty)
+    if (hasFile && (m_isEmpty || m_isDiscarded))
         QFile::remove(m_path);
 }
 

@@ -36,6 +36,8 @@ public:
     base::Result<void, QString> record();
     /// Ends the take now; finished() follows when the samples that were on their way have come.
     void stop();
+    /// Whatever has come by now, the file goes with this object.
+    void discard() { m_isDiscarded = true; }
 
 Q_SIGNALS:
     void started();
@@ -60,6 +62,7 @@ private:
     double m_currentTime = 0.0;
     bool m_isRecording = false;
     bool m_isEmpty = true;
+    bool m_isDiscarded = false;
 };
 
 } // namespace orlenta::audio

@@ -230,6 +230,8 @@ void OrlentaApp::requestQuit() {
             return;
         m_localVoices.shutDown();
         QApplication::quit();
+        // A window that has just got something to save keeps the application running.
+        m_isResolvingTermination = m_windows.isEmpty();
     });
 }
 

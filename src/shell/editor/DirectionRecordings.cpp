@@ -20,10 +20,14 @@ DirectionRecordings::DirectionRecordings(controller::ProjectController &controll
     : QObject(parent), m_controller(controller), m_parts(parts) {
     connect(&controller, &controller::ProjectController::scriptLinesChanged, this, &DirectionRecordings::followLines);
     // Queued, since whoever waits may take this object away.
-    connect(&controller.directionAudio(), &controller::DirectionAudio::settled, this,
+    connect(&controller.directionAudio(), &controller::DirectionAudio::isBusyChanged, this,
             &DirectionRecordings::tellIfSettled, Qt::QueuedConnection);
     connect(&controller.directionAudio(), &controller::DirectionAudio::adopted, this,
             &DirectionRecordings::dismissError);
+    connect(&controller.directionAudio(), &controller::DirectionAudio::lineGone, this,
+            [this](const QUrl &take, double duration, const model::LineId &id) {
+                m_takesOfGoneLines.insert(id, {take, duration});
+            });
     connect(&controller, &controller::ProjectController::projectChanged, this, &DirectionRecordings::followModes);
     connect(&parts.server, &audio::SoundServer::stateChanged, this, &DirectionRecordings::followServer);
 }
@@ -130,10 +134,6 @@ AudioRecorder &DirectionRecordings::recorderOf(const model::LineId &id) {
 }
 
 void DirectionRecordings::attach(const QUrl &take, double duration, const model::LineId &id) {
-    if (m_controller.lines().find(id) == nullptr) {
-        m_takesOfGoneLines.insert(id, {take, duration});
-        return;
-    }
     dismissError(id);
     m_controller.directionAudio().installRecording(take, duration, id);
 }

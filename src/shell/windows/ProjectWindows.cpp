@@ -133,12 +133,23 @@ void ProjectWindows::forget(ProjectWindowController *closed) {
             Qt::QueuedConnection);
 }
 
+bool ProjectWindows::settleAll(const std::function<void()> &settled) {
+    const auto waitedFor = std::make_shared<qsizetype>(0);
+    for (const auto &window : m_open) {
+        if (window->isSettled())
+            continue;
+        ++*waitedFor;
+        window->settle([waitedFor, settled] {
+            if (--*waitedFor == 0)
+                settled();
+        });
+    }
+    return *waitedFor > 0;
+}
+
 void ProjectWindows::resolveUnsavedProjects(const QuitCompletion &completion) {
-    for (const auto &window : m_open)
-        if (!window->isSettled()) {
-            window->settle([this, completion] { resolveUnsavedProjects(completion); });
-            return;
-        }
+    if (settleAll([this, completion] { resolveUnsavedProjects(completion); }))
+        return;
     std::vector<ProjectWindowController *> unsaved = open();
     std::erase_if(unsaved, [](ProjectWindowController *window) { return !window->controller().hasUnsavedChanges(); });
     resolveNext(std::move(unsaved), completion);
@@ -169,7 +180,14 @@ void ProjectWindows::resolveNext(std::vector<ProjectWindowController *> waiting,
         });
         return;
     }
-    completion(Outcome::Proceed);
+    // While the user was being asked, something may have been recorded, generated or written elsewhere.
+    const bool isAllDone = std::all_of(m_open.begin(), m_open.end(), [](const auto &window) {
+        return window->isSettled() && !window->controller().hasUnsavedChanges();
+    });
+    if (isAllDone)
+        completion(Outcome::Proceed);
+    else
+        resolveUnsavedProjects(completion);
 }
 
 } // namespace orlenta::shell

@@ -48,6 +48,8 @@ private:
     void show(const model::StoredProject &stored);
     void report(const model::ProjectStoreError &error);
     void forget(ProjectWindowController *closed);
+    /// Ends what records in all windows; `settled` follows when nothing is on its way any more. False when nothing was.
+    bool settleAll(const std::function<void()> &settled);
     void resolveNext(std::vector<ProjectWindowController *> waiting, const QuitCompletion &completion);
 
     AppContext &m_context;

@@ -25,7 +25,6 @@ RecordingMark::RecordingMark(const controller::ProjectController &controller, Di
       m_stop(new QPushButton(u"Stop"_s, this)) {
     m_line->setToolTip(u"Go to the line that is recorded"_s);
     m_time->setWordWrap(false);
-    m_time->setAccessibleName(u"Recording time"_s);
     m_stop->setToolTip(u"Stop recording"_s);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -69,6 +68,7 @@ void RecordingMark::tellOf(const model::LineId &id) {
     m_stop->setAccessibleName(QStringLiteral("Stop recording %1").arg(place));
     const std::chrono::duration<double> duration(m_recordings.state(id).duration);
     m_time->setText(audio::ScriptLineAudioDurationReader::text(duration));
+    m_time->setAccessibleName(QStringLiteral("Recording time, %1").arg(m_time->text()));
 }
 
 QString RecordingMark::placeOf(const model::LineId &id) const {

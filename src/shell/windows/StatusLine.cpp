@@ -1,11 +1,13 @@
 #include "shell/windows/StatusLine.h"
 
 #include <algorithm>
+#include <chrono>
 
 #include <QtCore/QEvent>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QProgressBar>
 
+#include "controller/DirectionAudio.h"
 #include "controller/Exporting.h"
 #include "controller/LineGenerator.h"
 #include "controller/LineRuntime.h"
@@ -20,13 +22,23 @@ namespace orlenta::shell {
 
 using speech::LineGenerationQueue;
 
+namespace {
+
+/// Most imports are over before that, and need no telling.
+constexpr std::chrono::milliseconds importDelay{300};
+
+} // namespace
+
 StatusLine::StatusLine(const controller::ProjectController &controller, controller::LineGenerator &generator,
                        DirectionRecordings &recordings, QWidget *parent)
     : QWidget(parent), m_controller(controller), m_generator(generator),
       m_audio(new TextLabel({}, TextLabel::Style::Caption)),
+      m_import(new TextLabel(u"Importing audio…"_s, TextLabel::Style::Caption)),
       m_export(new TextLabel(u"Exporting audio…"_s, TextLabel::Style::Caption)),
       m_generation(new TextLabel({}, TextLabel::Style::Caption)), m_progress(new QProgressBar) {
     m_audio->setWordWrap(false);
+    m_import->setWordWrap(false);
+    m_import->hide();
     m_export->setWordWrap(false);
     m_generation->setWordWrap(false);
     m_progress->setTextVisible(false);
@@ -41,12 +53,17 @@ StatusLine::StatusLine(const controller::ProjectController &controller, controll
     connect(recording, &RecordingMark::lineWanted, this, &StatusLine::lineWanted);
     layout->addWidget(recording);
     layout->addStretch();
+    layout->addWidget(m_import);
     layout->addWidget(m_export);
     layout->addWidget(m_generation);
     layout->addWidget(m_progress);
 
     connect(&controller, &controller::ProjectController::scriptLinesChanged, this, &StatusLine::showAudio);
     connect(&controller.runtime(), &controller::LineRuntime::statesChanged, this, &StatusLine::showAudio);
+    m_importDelay.setSingleShot(true);
+    m_importDelay.setInterval(importDelay);
+    connect(&m_importDelay, &QTimer::timeout, m_import, &QWidget::show);
+    connect(&controller.directionAudio(), &controller::DirectionAudio::isBusyChanged, this, &StatusLine::followImport);
     connect(&controller.exporting(), &controller::Exporting::isBusyChanged, this, &StatusLine::showExport);
     connect(&generator.queue(), &LineGenerationQueue::isActiveChanged, this, &StatusLine::showGeneration);
     connect(&generator.queue(), &LineGenerationQueue::activeLineIdChanged, this, [this] {
@@ -87,6 +104,13 @@ bool StatusLine::event(QEvent *event) {
 void StatusLine::resizeEvent(QResizeEvent *event) {
     QWidget::resizeEvent(event);
     fit();
+}
+
+void StatusLine::followImport() {
+    if (m_controller.directionAudio().isBusy())
+        return m_importDelay.start();
+    m_importDelay.stop();
+    m_import->hide();
 }
 
 void StatusLine::showExport() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QTimer>
 #include <QtWidgets/QWidget>
 
 #include "model/Ids.h"
@@ -16,8 +17,8 @@ namespace orlenta::shell {
 
 class DirectionRecordings;
 
-/// The strip below the script: how many lines have audio, whether the microphone is on or audio is being exported, and
-/// how far a batch of generations is.
+/// The strip below the script: how many lines have audio, whether the microphone is on, audio is being imported or
+/// exported, and how far a batch of generations is.
 class StatusLine final : public QWidget {
     Q_OBJECT
 public:
@@ -35,12 +36,15 @@ protected:
 private:
     void fit();
     void showAudio();
+    void followImport();
     void showExport();
     void showGeneration();
 
     const controller::ProjectController &m_controller;
     controller::LineGenerator &m_generator;
     QLabel *m_audio;
+    QLabel *m_import;
+    QTimer m_importDelay;
     QLabel *m_export;
     QLabel *m_generation;
     QProgressBar *m_progress;

@@ -220,6 +220,22 @@ TEST(ProjectWindow, QuittingAsksAboutEachProjectAndACancelKeepsAll) {
     EXPECT_EQ(outcomes.first(), ProjectWindowController::CloseOutcome::Proceed);
 }
 
+TEST(ProjectWindow, QuittingAsksAboutWhatChangesWhileItAsks) {
+    OpenProjects it;
+    ProjectWindowController &first = it.open(QStringLiteral("First"), {QStringLiteral("Hello.")});
+    ProjectWindowController &second = it.open(QStringLiteral("Second"), {QStringLiteral("Hello.")});
+    OpenProjects::edit(first);
+    QList<ProjectWindowController::CloseOutcome> outcomes;
+    it.windows.resolveUnsavedProjects(
+        [&outcomes](ProjectWindowController::CloseOutcome outcome) { outcomes.append(outcome); });
+    OpenProjects::edit(second);
+    answer(first, QStringLiteral("Save"));
+    EXPECT_TRUE(outcomes.isEmpty());
+    answer(second, QStringLiteral("Save"));
+    EXPECT_EQ(outcomes, QList{ProjectWindowController::CloseOutcome::Proceed});
+    EXPECT_FALSE(second.controller().hasUnsavedChanges());
+}
+
 TEST(ProjectWindow, GeneratingALineEndsInATakeThatRedoesAsATake) {
     OpenProjects it;
     ASSERT_TRUE(it.session.startLocalVoices());
