@@ -244,7 +244,8 @@ void LineRow::applyColors() {
 }
 
 bool LineRow::isPinned() const {
-    const QWidget *focus = QApplication::focusWidget();
+    // Another window in front doesn't take it: it comes back here.
+    const QWidget *focus = window()->focusWidget();
     return m_isMenuOpen || (focus != nullptr && isAncestorOf(focus));
 }
 

@@ -207,7 +207,7 @@ void ScriptEditor::followProgress() {
 
 void ScriptEditor::showHeardLine() {
     const bool isWriting = m_parts.controller.selection().editingLineId() ||
-                           qobject_cast<NotesField *>(QApplication::focusWidget()) != nullptr;
+                           qobject_cast<NotesField *>(window()->focusWidget()) != nullptr;
     if (m_heardId && !isWriting)
         m_list->ensureVisible(*m_heardId);
 }

@@ -35,22 +35,29 @@ void ScriptListView::reload() {
         for (LineRow *row : std::as_const(m_rows))
             if (row->y() == before->y && m_indexes.value(row->lineId(), -1) == before->index)
                 topId = row->lineId();
-    m_indexes.clear();
-    m_ids = m_source.lineIds();
-    m_indexes.reserve(m_ids.size());
-    for (qsizetype index = 0; index < m_ids.size(); ++index)
-        m_indexes.insert(m_ids.at(index), index);
-    const QList<model::LineId> shown = m_rows.keys();
-    for (const model::LineId &id : shown)
-        if (!m_indexes.contains(id))
-            release(id);
-    rebuildHeights();
+    takeOverLines();
     const auto top = topId ? m_indexes.constFind(*topId) : m_indexes.constEnd();
     if (top != m_indexes.constEnd())
         layOutFrom({*top, before->y});
     else
         layOutFrom(anchorAt(std::min(m_scroll, clampedScroll(m_scroll))));
     refreshRows();
+}
+
+void ScriptListView::takeOverLines() {
+    // A row that loses the focus may change its height; the rest is laid out once every row that has to go is gone.
+    const QScopedValueRollback guard(m_isLayingOut, true);
+    m_indexes.clear();
+    m_ids = m_source.lineIds();
+    m_indexes.reserve(m_ids.size());
+    for (qsizetype index = 0; index < m_ids.size(); ++index)
+        m_indexes.insert(m_ids.at(index), index);
+    // Before any row goes: whatever follows the focus finds a height for every line.
+    rebuildHeights();
+    const QList<model::LineId> shown = m_rows.keys();
+    for (const model::LineId &id : shown)
+        if (!m_indexes.contains(id))
+            release(id);
 }
 
 void ScriptListView::rebuildHeights() {

@@ -71,6 +71,7 @@ private:
         int top = 0;
     };
 
+    void takeOverLines();
     void rebuildHeights();
     void layOutRows();
     void measureAnew();

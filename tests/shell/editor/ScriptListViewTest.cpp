@@ -1,7 +1,11 @@
 #include <algorithm>
+#include <functional>
 
 #include <QtWidgets/QScrollBar>
 
+#include "controller/TabEditing.h"
+#include "controller/UndoManager.h"
+#include "shell/editor/NotesField.h"
 #include "shell/editor/ScriptEditorFixture.h"
 
 namespace orlenta::shell {
@@ -94,6 +98,25 @@ TEST_F(ScriptListViewTest, ARowBeingEditedKeepsItsLineOutOfView) {
     expectOneUnbrokenColumn();
 }
 
+TEST_F(ScriptListViewTest, ARowKeepsItsCaretOutOfViewWhileAnotherWindowIsInFront) {
+    open(projectWith(manyTexts(2000)));
+    rowAt(0)->editNotes();
+    LineRow *noted = rowAt(0);
+    auto *notes = qobject_cast<NotesField *>(QApplication::focusWidget());
+    ASSERT_NE(notes, nullptr);
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    list().verticalScrollBar()->setValue(30000);
+    EXPECT_EQ(rowAt(0), noted);
+    editor->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(editor.get()));
+    EXPECT_TRUE(notes->hasFocus());
+    QTest::keyClicks(notes, QStringLiteral("softer"));
+    EXPECT_EQ(controller->lines().find(idAt(0))->notes, QStringLiteral("softer"));
+}
+
 TEST_F(ScriptListViewTest, ARecycledRowCarriesNothingOver) {
     open(projectWith(manyTexts(300)));
     QTest::keyClick(&list(), Qt::Key_Return);
@@ -120,6 +143,47 @@ TEST_F(ScriptListViewTest, RowsBelowMakeRoomForTextThatGrows) {
     QTest::keyClicks(&rowAt(0)->textField(), QStringLiteral("a second paragraph"));
     EXPECT_GT(rowAt(1)->y(), before + 10);
     expectOneUnbrokenColumn();
+}
+
+/// The caret is in the empty notes of a line that leaves the list.
+TEST_F(ScriptListViewTest, ALineWithItsNotesOpenMayGo) {
+    struct Case {
+        const char *what;
+        qsizetype line;
+        std::function<void()> takeAway;
+    };
+    const Case cases[] = {
+        {"another tab", 2, [this] { controller->tabs().selectNextTab(); }},
+        {"a new tab", 2, [this] { controller->tabs().addTab(); }},
+        {"the last line deleted", 3, [this] { controller->lines().deleteLine(idAt(3)); }},
+        {"a middle line deleted", 1, [this] { controller->lines().deleteLine(idAt(1)); }},
+        {"an added line undone", 4, [this] { controller->undoManager().undo(); }},
+    };
+    for (const Case &each : cases) {
+        SCOPED_TRACE(each.what);
+        open(projectWith(manyTexts(4)));
+        controller->tabs().addTab();
+        controller->tabs().selectPreviousTab();
+        if (each.line == 4) {
+            controller->lines().addLine();
+            ASSERT_TRUE(hasCaret(4));
+            controller->selection().setEditingLineId({});
+        }
+        rowAt(each.line)->editNotes();
+        auto *notes = qobject_cast<NotesField *>(QApplication::focusWidget());
+        ASSERT_NE(notes, nullptr);
+        const model::LineId gone = idAt(each.line);
+        each.takeAway();
+        EXPECT_EQ(list().rowFor(gone), nullptr);
+        EXPECT_FALSE(notes->hasFocus());
+        int y = rowsTopDown().first()->y();
+        for (const LineRow *row : rowsTopDown()) {
+            EXPECT_EQ(row->y(), y);
+            EXPECT_EQ(row->height(), row->heightForWidth(row->width()));
+            y += row->height();
+        }
+        EXPECT_EQ(rowsTopDown().size(), controller->scriptLineIds().size());
+    }
 }
 
 TEST_F(ScriptListViewTest, FollowsLinesThatComeGoAndMove) {
