@@ -31,7 +31,8 @@ bool isPartOfControl(const QWidget &widget) {
 
 bool isControl(const QWidget &widget) {
     return widget.inherits("QAbstractButton") || widget.inherits("QLineEdit") || widget.inherits("QComboBox") ||
-           widget.inherits("QAbstractSlider") || widget.inherits("QAbstractItemView");
+           widget.inherits("QAbstractSlider") || widget.inherits("orlenta::shell::WaveformBarsView") ||
+           widget.inherits("QAbstractItemView");
 }
 
 bool labelFits(const QLabel &label) {

@@ -112,7 +112,7 @@ void DirectionStrip::setProgress(double progress) {
     if (m_content.playback == RowPlayback::Idle)
         return;
     m_content.progress = progress;
-    m_waveform->setProgress(progress);
+    m_waveform->setProgress(progress, m_content.playback);
 }
 
 void DirectionStrip::showRecording() {
@@ -148,7 +148,7 @@ void DirectionStrip::showAudio() {
     m_play->setToolTip(isPlaying ? u"Stop (D)"_s : u"Play the direction (D)"_s);
     m_waveform->setSamples(m_content.waveform);
     m_waveform->setShowsProgress(m_content.playback != RowPlayback::Idle);
-    m_waveform->setProgress(m_content.playback == RowPlayback::Idle ? 0.0 : m_content.progress);
+    m_waveform->setProgress(m_content.playback == RowPlayback::Idle ? 0.0 : m_content.progress, m_content.playback);
 }
 
 // What these say is spoken with what they are about: alone, "0:04" tells nothing.

@@ -8,7 +8,6 @@
 #include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QPushButton>
@@ -116,7 +115,7 @@ void LineRow::setProgress(RowAudio audio, double progress) {
         }
     } else if (m_content.playback != RowPlayback::Idle) {
         m_content.progress = progress;
-        m_waveform->setProgress(progress);
+        m_waveform->setProgress(progress, m_content.playback);
     }
 }
 
@@ -172,7 +171,7 @@ void LineRow::showAudio() {
     m_play->setToolTip(isPlaying ? QStringLiteral("Stop (Space)") : QStringLiteral("Play this line (Space)"));
     m_waveform->setSamples(m_content.waveform);
     m_waveform->setShowsProgress(m_content.playback != RowPlayback::Idle);
-    m_waveform->setProgress(m_content.playback == RowPlayback::Idle ? 0.0 : m_content.progress);
+    m_waveform->setProgress(m_content.playback == RowPlayback::Idle ? 0.0 : m_content.progress, m_content.playback);
     m_duration->setText(m_content.duration);
     const QColor accent = ThemeColors::of(palette()).accent;
     m_waveform->setColor(m_content.stripe.isValid() ? m_content.stripe : accent, ground());

@@ -88,21 +88,17 @@ public:
         return QAccessibleWidget::interface_cast(type);
     }
     QString text(QAccessible::Text kind) const override {
-        return kind == QAccessible::Value ? QStringLiteral("%1%").arg(percent()) : QAccessibleWidget::text(kind);
+        return kind == QAccessible::Value ? QStringLiteral("%1%").arg(waveform().percent())
+                                          : QAccessibleWidget::text(kind);
     }
-    QVariant currentValue() const override { return percent(); }
-    void setCurrentValue(const QVariant &value) override {
-        Q_EMIT waveform().seekRequested(std::clamp(value.toDouble() / 100.0, 0.0, 1.0));
-    }
+    QVariant currentValue() const override { return waveform().percent(); }
+    void setCurrentValue(const QVariant &value) override { waveform().seek(value.toDouble() / 100.0); }
     QVariant maximumValue() const override { return 100; }
     QVariant minimumValue() const override { return 0; }
-    QVariant minimumStepSize() const override {
-        return 100 * waveform().singleStep() / (waveform().maximum() - waveform().minimum());
-    }
+    QVariant minimumStepSize() const override { return qRound(100.0 * WaveformBarsView::keyStep); }
 
 private:
     [[nodiscard]] WaveformBarsView &waveform() const { return *static_cast<WaveformBarsView *>(widget()); }
-    [[nodiscard]] int percent() const { return qRound(waveform().progress() * 100.0); }
 };
 
 QAccessibleInterface *makeScriptInterface(const QString &, QObject *object) {

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <utility>
 
-#include <QtCore/QSignalBlocker>
+#include <QtGui/QAccessible>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
@@ -15,7 +17,6 @@
 namespace orlenta::shell {
 namespace {
 
-constexpr int progressSteps = 10000;
 constexpr qreal shortestBar = 2.0;
 constexpr qreal cornerSize = 0.5;
 // How calm bars look where contrast allows it: all of them without a playhead, and those it has not reached.
@@ -41,16 +42,33 @@ qreal opacityFor(const QColor &color, const QColor &ground, qreal least, double 
     return 1.0;
 }
 
+/// Where the key leads from that place. Sound runs from left to right in every script, whichever way the interface
+/// does.
+std::optional<double> placeForKey(int key, double from) {
+    switch (key) {
+    case Qt::Key_Left:
+    case Qt::Key_Down:
+        return from - WaveformBarsView::keyStep;
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+        return from + WaveformBarsView::keyStep;
+    case Qt::Key_PageDown:
+        return from - WaveformBarsView::pageStep;
+    case Qt::Key_PageUp:
+        return from + WaveformBarsView::pageStep;
+    case Qt::Key_Home:
+        return 0.0;
+    case Qt::Key_End:
+        return 1.0;
+    default:
+        return {};
+    }
+}
+
 } // namespace
 
-WaveformBarsView::WaveformBarsView(QWidget *parent) : QAbstractSlider(parent) {
+WaveformBarsView::WaveformBarsView(QWidget *parent) : QWidget(parent) {
     installScriptAccessibility();
-    setRange(0, progressSteps);
-    setSingleStep(progressSteps / 50);
-    setPageStep(progressSteps / 10);
-    setOrientation(Qt::Horizontal);
-    // Sound runs from left to right in every script; otherwise the arrow keys would turn round with the interface.
-    setLayoutDirection(Qt::LeftToRight);
     setCursor(Qt::PointingHandCursor);
 }
 
@@ -88,9 +106,20 @@ void WaveformBarsView::setBars(qreal barWidth, qreal barSpacing) {
     update();
 }
 
-void WaveformBarsView::setProgress(double progress) {
-    const QSignalBlocker blocker(this);
-    setValue(qRound(std::clamp(progress, 0.0, 1.0) * progressSteps));
+void WaveformBarsView::setProgress(double progress, RowPlayback playback) {
+    const double place = std::clamp(progress, 0.0, 1.0);
+    if (std::exchange(m_progress, place) != place)
+        update();
+    if (playback != RowPlayback::Playing)
+        tellProgress();
+}
+
+void WaveformBarsView::tellProgress() {
+    if (std::exchange(m_toldPercent, percent()) == percent())
+        return;
+    QAccessibleValueChangeEvent event(this, percent());
+    QAccessible::updateAccessibility(&event);
+    Q_EMIT placeTold(percent());
 }
 
 void WaveformBarsView::setShowsProgress(bool showsProgress) {
@@ -100,8 +129,8 @@ void WaveformBarsView::setShowsProgress(bool showsProgress) {
     update();
 }
 
-double WaveformBarsView::progress() const {
-    return static_cast<double>(value()) / progressSteps;
+int WaveformBarsView::percent() const {
+    return qRound(m_progress * 100.0);
 }
 
 int WaveformBarsView::barCount() const {
@@ -129,7 +158,7 @@ void WaveformBarsView::paintEvent(QPaintEvent *) {
     const qreal inset = std::max(0.0, (width() - (m_barWidth * bars + m_barSpacing * (bars - 1))) / 2.0);
     const qreal scale = std::max(1.0, devicePixelRatioF());
     const auto snapped = [scale](qreal position) { return std::floor(position * scale) / scale; };
-    const double played = progress();
+    const double played = m_progress;
     for (int bar = 0; bar < bars; ++bar) {
         const qreal barTall = snapped(barHeight(bar, bars));
         const bool isResting = m_showsProgress && static_cast<double>(bar) / bars > played;
@@ -149,24 +178,23 @@ void WaveformBarsView::mousePressEvent(QMouseEvent *event) {
         event->ignore();
         return;
     }
-    Q_EMIT seekRequested(std::clamp(event->position().x() / std::max(1, width()), 0.0, 1.0));
-}
-
-void WaveformBarsView::wheelEvent(QWheelEvent *event) {
-    // It scrolls the list.
-    event->ignore();
+    seek(event->position().x() / std::max(1, width()));
 }
 
 void WaveformBarsView::keyPressEvent(QKeyEvent *event) {
-    const int before = value();
-    {
-        const QSignalBlocker blocker(this);
-        QAbstractSlider::keyPressEvent(event);
-    }
-    if (value() == before)
+    const std::optional<double> wanted = placeForKey(event->key(), m_progress);
+    if (!wanted)
+        return event->ignore();
+    const double place = std::clamp(*wanted, 0.0, 1.0);
+    if (std::exchange(m_progress, place) == place)
         return;
     update();
-    Q_EMIT seekRequested(progress());
+    seek(place);
+}
+
+void WaveformBarsView::seek(double fraction) {
+    Q_EMIT seekRequested(std::clamp(fraction, 0.0, 1.0));
+    tellProgress();
 }
 
 } // namespace orlenta::shell

@@ -1,3 +1,4 @@
+#include <QtTest/QSignalSpy>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QToolButton>
 
@@ -79,12 +80,14 @@ TEST_F(PlaybackFollowingTest, TheMovingPlayheadDrawsNothingOfTheRowButTheWavefor
     PaintCounter button;
     PaintCounter bars;
     const double before = waveform(0).progress();
+    QSignalSpy told(&waveform(0), &WaveformBarsView::placeTold);
     stop->installEventFilter(&button);
     waveform(0).installEventFilter(&bars);
     ASSERT_TRUE(waitForTicks(10));
     EXPECT_GT(waveform(0).progress(), before);
     EXPECT_GT(bars.paints, 0);
     EXPECT_EQ(button.paints, 0);
+    EXPECT_EQ(told.count(), 0);
     // What is read anew later shows the same place.
     editor->list().refreshRow(idAt(0));
     EXPECT_NEAR(waveform(0).progress(), playback.playbackProgress(), 0.001);
@@ -138,6 +141,16 @@ TEST_F(PlaybackFollowingTest, PlayAllLeavesTheViewToWhoeverScrollsAwayOrWrites) 
     editor->commands().playWholeTab();
     editor->commands().edit(idAt(0));
     ASSERT_TRUE(hasCaret(0));
+    ASSERT_TRUE(editor->list().isInView(idAt(0)));
+    goOn();
+    controller->selection().setEditingLineId({});
+    playback.stop(audio::PlayheadReset::Reset);
+    editor->commands().playWholeTab();
+    rowAt(0)->editNotes();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
     ASSERT_TRUE(editor->list().isInView(idAt(0)));
     goOn();
 }

@@ -35,7 +35,7 @@ protected:
         view.setMaxBarHeight(30.0);
         view.setColor(Qt::black, Qt::white);
         view.setShowsProgress(true);
-        view.setProgress(1.0);
+        view.setProgress(1.0, RowPlayback::Current);
     }
     WaveformBarsView view;
 };
@@ -64,7 +64,7 @@ TEST_F(WaveformBarsViewTest, TheFallbackStandsInUntilThereAreSamples) {
 
 TEST_F(WaveformBarsViewTest, BarsPastThePlayheadRest) {
     view.setSamples({1.0F});
-    view.setProgress(0.5);
+    view.setProgress(0.5, RowPlayback::Current);
     const QImage image = pictureOf(view);
     EXPECT_EQ(qAlpha(image.pixel(6, 20)), 255);
     EXPECT_LT(qAlpha(image.pixel(94, 20)), 128);
@@ -76,7 +76,7 @@ TEST_F(WaveformBarsViewTest, TheWheelIsLeftToTheList) {
     QApplication::sendEvent(&view, &event);
     EXPECT_FALSE(event.isAccepted());
     EXPECT_EQ(view.progress(), 1.0);
-    view.setProgress(0.5);
+    view.setProgress(0.5, RowPlayback::Current);
     QApplication::sendEvent(&view, &event);
     EXPECT_EQ(view.progress(), 0.5);
 }
@@ -98,7 +98,7 @@ TEST_F(WaveformBarsViewTest, BarsStandOutFromEveryGroundInEveryCastColour) {
                 view.setShowsProgress(false);
                 EXPECT_GE(contrastAt(6, ground), 3.0) << what;
                 view.setShowsProgress(true);
-                view.setProgress(0.5);
+                view.setProgress(0.5, RowPlayback::Current);
                 EXPECT_GE(contrastAt(94, ground), 2.5) << what;
                 EXPECT_GE(contrastAt(6, ground), 1.4 * contrastAt(94, ground)) << what;
             }
@@ -110,7 +110,7 @@ TEST_F(WaveformBarsViewTest, AssistiveTechnologySeesPercentAndMovesThePlayheadBy
     EXPECT_EQ(interface->role(), QAccessible::Slider);
     QAccessibleValueInterface *value = interface->valueInterface();
     ASSERT_NE(value, nullptr);
-    view.setProgress(0.25);
+    view.setProgress(0.25, RowPlayback::Current);
     EXPECT_EQ(value->currentValue().toInt(), 25);
     EXPECT_EQ(value->maximumValue().toInt(), 100);
     EXPECT_EQ(interface->text(QAccessible::Value), QStringLiteral("25%"));
@@ -122,6 +122,44 @@ TEST_F(WaveformBarsViewTest, AssistiveTechnologySeesPercentAndMovesThePlayheadBy
     EXPECT_DOUBLE_EQ(seek.takeFirst().first().toDouble(), 1.0);
 }
 
+TEST_F(WaveformBarsViewTest, ThePlaceIsToldAtRestAndForTheUsersSeeksButNotWhileItMoves) {
+    QAccessibleValueInterface *value = QAccessible::queryAccessibleInterface(&view)->valueInterface();
+    QSignalSpy told(&view, &WaveformBarsView::placeTold);
+    for (int step = 0; step <= 50; ++step)
+        view.setProgress(step / 100.0, RowPlayback::Playing);
+    EXPECT_EQ(told.count(), 0);
+    EXPECT_EQ(value->currentValue().toInt(), 50);
+    QTest::keyClick(&view, Qt::Key_Right);
+    ASSERT_EQ(told.count(), 1);
+    EXPECT_EQ(told.takeFirst().first().toInt(), 52);
+    view.setProgress(0.6, RowPlayback::Playing);
+    view.setProgress(0.6, RowPlayback::Current);
+    view.setProgress(0.6, RowPlayback::Current);
+    ASSERT_EQ(told.count(), 1);
+    EXPECT_EQ(told.takeFirst().first().toInt(), 60);
+}
+
+TEST_F(WaveformBarsViewTest, KeysStartFromTheShownPlaceAndEndAtTheEnds) {
+    struct Case {
+        Qt::Key key;
+        double from;
+        double to;
+    };
+    for (const Case &each :
+         {Case{Qt::Key_Right, 0.5, 0.52}, Case{Qt::Key_Up, 0.5, 0.52}, Case{Qt::Key_Left, 0.5, 0.48},
+          Case{Qt::Key_Down, 0.01, 0.0}, Case{Qt::Key_PageUp, 0.5, 0.6}, Case{Qt::Key_PageDown, 0.5, 0.4},
+          Case{Qt::Key_Home, 0.5, 0.0}, Case{Qt::Key_End, 0.5, 1.0}}) {
+        QSignalSpy seek(&view, &WaveformBarsView::seekRequested);
+        view.setProgress(each.from, RowPlayback::Playing);
+        QTest::keyClick(&view, each.key);
+        ASSERT_EQ(seek.count(), 1) << each.key;
+        EXPECT_NEAR(seek.first().first().toDouble(), each.to, 1e-9) << each.key;
+    }
+    QSignalSpy seek(&view, &WaveformBarsView::seekRequested);
+    QTest::keyClick(&view, Qt::Key_End);
+    EXPECT_EQ(seek.count(), 0);
+}
+
 TEST_F(WaveformBarsViewTest, TimeRunsFromLeftToRightInARightToLeftWindowToo) {
     QWidget window;
     window.setLayoutDirection(Qt::RightToLeft);
@@ -130,7 +168,7 @@ TEST_F(WaveformBarsViewTest, TimeRunsFromLeftToRightInARightToLeftWindowToo) {
     QTest::mouseClick(&view, Qt::LeftButton, {}, {25, 20});
     ASSERT_EQ(seek.count(), 1);
     EXPECT_DOUBLE_EQ(seek.takeFirst().first().toDouble(), 0.25);
-    view.setProgress(0.5);
+    view.setProgress(0.5, RowPlayback::Current);
     QTest::keyClick(&view, Qt::Key_Right);
     ASSERT_EQ(seek.count(), 1);
     EXPECT_GT(seek.takeFirst().first().toDouble(), 0.5);
