@@ -22,18 +22,32 @@ NotesField::NotesField(QWidget *parent) : QTextEdit(parent) {
     setToolTip(QStringLiteral("Notes on this line (N)"));
     viewport()->setAutoFillBackground(false);
     document()->setDocumentMargin(4);
-    connect(this, &QTextEdit::textChanged, this, [this] {
-        if (!m_isUpdating)
-            Q_EMIT notesEdited(toPlainText());
-    });
+    connect(this, &QTextEdit::textChanged, this, &NotesField::followText);
     applyColors();
 }
 
 void NotesField::setNotes(const QString &notes) {
-    if (toPlainText() == notes)
+    if (m_notes == notes)
         return;
     const QScopedValueRollback guard(m_isUpdating, true);
     setPlainText(notes);
+    m_notes = notes;
+    m_text = text();
+}
+
+void NotesField::followText() {
+    // It is told of changes in looks, too.
+    if (m_isUpdating || m_text == text())
+        return;
+    m_text = text();
+    m_notes = m_text;
+    Q_EMIT notesEdited(m_notes);
+}
+
+QString NotesField::text() const {
+    // toPlainText() makes plain spaces of those that hold words together.
+    QString text = document()->toRawText();
+    return text.replace(QChar::ParagraphSeparator, QChar::LineFeed).replace(QChar::LineSeparator, QChar::LineFeed);
 }
 
 int NotesField::heightForTextWidth(int width) {

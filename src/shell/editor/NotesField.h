@@ -11,7 +11,8 @@ class NotesField final : public QTextEdit {
 public:
     explicit NotesField(QWidget *parent = nullptr);
 
-    /// Puts the line's notes in place, which is no change of the user's. The caret stays when they are the same.
+    /// Puts the line's notes in place, which is no change of the user's. The caret and what can be undone stay when
+    /// they are the same.
     void setNotes(const QString &notes);
     /// Height of the text at a width, in pixels; at least one line.
     [[nodiscard]] int heightForTextWidth(int width);
@@ -32,8 +33,13 @@ protected:
 
 private:
     void applyColors();
+    void followText();
+    [[nodiscard]] QString text() const;
 
     bool m_isUpdating = false;
+    /// The line's notes, and what the field made of them: it has its own line ends.
+    QString m_notes;
+    QString m_text;
 };
 
 } // namespace orlenta::shell

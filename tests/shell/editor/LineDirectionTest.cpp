@@ -181,6 +181,27 @@ TEST_F(LineDirectionTest, NotesAreWrittenWhereTheyAreShownAndStayOutOfSightWitho
     EXPECT_EQ(rowAt(0)->height(), bare);
 }
 
+TEST_F(LineDirectionTest, NotesWithForeignLineEndsAndFirmSpacesKeepTheCaretAndTheSpaces) {
+    const QString firm = QStringLiteral("Second") + QChar(QChar::Nbsp) + QStringLiteral("half.");
+    const QString written = QStringLiteral("First.\r\n") + firm;
+    controller->lines().setNotes(idAt(0), written);
+    press(Qt::Key_N);
+    auto *notes = qobject_cast<NotesField *>(QApplication::focusWidget());
+    ASSERT_NE(notes, nullptr);
+    QTextCursor caret = notes->textCursor();
+    caret.setPosition(3);
+    notes->setTextCursor(caret);
+    editor->list().refreshRows();
+    EXPECT_EQ(notes->textCursor().position(), 3);
+    EXPECT_EQ(line(0).notes, written);
+    QTest::keyClicks(notes, QStringLiteral("!"));
+    editor->list().refreshRows();
+    EXPECT_EQ(line(0).notes, QStringLiteral("Fir!st.\n") + firm);
+    EXPECT_EQ(notes->textCursor().position(), 4);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(line(0).notes, QStringLiteral("First.\n") + firm);
+}
+
 TEST_F(LineDirectionTest, WithoutASoundServerARecordingTellsWhyItDoesNotBegin) {
     press(Qt::Key_R);
     EXPECT_TRUE(QTest::qWaitFor([&] { return shows(noServer); }, deadline));
