@@ -34,9 +34,11 @@ DirectionCommands::DirectionCommands(const Parts &parts, QObject *parent) : QObj
 
 bool DirectionCommands::mayPlay() {
     // The microphone would hear it.
-    if (m_parts.recordings.isRecording())
+    const bool mayPlay = !m_parts.recordings.isRecording();
+    // A message that waits to be read matters more: it may be the only one to say where something is.
+    if (!mayPlay && m_parts.controller.spotError().isEmpty())
         m_parts.controller.setSpotError(playingRefused());
-    return !m_parts.recordings.isRecording();
+    return mayPlay;
 }
 
 void DirectionCommands::forgetRefusal() {

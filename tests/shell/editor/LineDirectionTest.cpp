@@ -396,6 +396,20 @@ TEST_F(LineDirectionSoundTest, ASecondTakeEndsTheFirstAndEachGoesOnItsLine) {
     EXPECT_EQ(line(0).sourceRecordings.size(), 1);
 }
 
+TEST_F(LineDirectionSoundTest, PlayingThatIsRefusedLeavesAMessageThatWaitsToBeRead) {
+    addTake(0);
+    const QString kept = QStringLiteral("The recording is kept in \"Scene\".");
+    controller->setSpotError(kept);
+    press(Qt::Key_R);
+    ASSERT_TRUE(waitForRecordingTime(0, QStringLiteral("0:01")));
+    press(Qt::Key_Space);
+    EXPECT_FALSE(playback.isPlaying());
+    EXPECT_EQ(controller->spotError(), kept);
+    press(Qt::Key_R);
+    ASSERT_TRUE(waitForDirection(0));
+    EXPECT_EQ(controller->spotError(), kept);
+}
+
 TEST_F(LineDirectionSoundTest, ARecordingAtTheLowerEdgeShowsItsStrip) {
     open(projectWith(QStringList(20, QStringLiteral("One of many lines."))));
     controller->selection().selectAlone(idAt(12));
