@@ -6,13 +6,13 @@
 
 #include <benchmark/benchmark.h>
 
-#include "controller/LineEditing.h"
-#include "controller/PresetEditing.h"
+#include "controller/casting/PresetEditing.h"
+#include "controller/document/TypingSession.h"
+#include "controller/document/UndoManager.h"
 #include "controller/ProjectController.h"
-#include "controller/Selection.h"
-#include "controller/TakeEditing.h"
-#include "controller/TypingSession.h"
-#include "controller/UndoManager.h"
+#include "controller/script/LineEditing.h"
+#include "controller/script/Selection.h"
+#include "controller/takes/TakeEditing.h"
 #include "support/ProjectGenerator.h"
 
 namespace orlenta::benchmarks {

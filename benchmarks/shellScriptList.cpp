@@ -23,15 +23,15 @@
 #include "audio/recording/AudioInputRouteManager.h"
 #include "audio/recording/MicrophonePermission.h"
 #include "base/UserDefaults.h"
-#include "controller/LineGenerator.h"
+#include "controller/generation/LineGenerator.h"
 #include "controller/ProjectController.h"
 #include "shell/editor/LineRow.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/editor/ScriptLines.h"
 #include "shell/editor/ScriptListView.h"
 #include "shell/theme/Theme.h"
-#include "speech/ElevenLabsService.h"
-#include "speech/KeychainHelper.h"
+#include "speech/account/ElevenLabsService.h"
+#include "speech/account/KeychainHelper.h"
 
 namespace orlenta::shell {
 namespace {

@@ -7,8 +7,8 @@
 
 #include "base/Clock.h"
 #include "base/Result.h"
-#include "controller/ProjectControllerError.h"
-#include "controller/TextRange.h"
+#include "controller/document/ProjectControllerError.h"
+#include "controller/script/TextRange.h"
 #include "model/Project.h"
 
 namespace orlenta::controller {

@@ -9,8 +9,8 @@
 #include <QtCore/QThread>
 #include <unistd.h>
 
-#include "localvoices/LocalVoicesServer.h"
-#include "localvoices/SpeechWorker.h"
+#include "localvoices/server/LocalVoicesServer.h"
+#include "localvoices/server/SpeechWorker.h"
 
 using namespace Qt::StringLiterals;
 using orlenta::localvoices::FaultOrders;

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "base/PrivateFolders.h"
-#include "controller/Selection.h"
-#include "controller/TakeEditing.h"
+#include "controller/script/Selection.h"
+#include "controller/takes/TakeEditing.h"
 #include "model/ProjectStore.h"
 #include "support/TestTone.h"
 

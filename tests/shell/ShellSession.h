@@ -15,7 +15,7 @@
 #include "shell/account/LocalVoices.h"
 #include "shell/application/AppCommands.h"
 #include "shell/application/AppContext.h"
-#include "speech/KeychainHelper.h"
+#include "speech/account/KeychainHelper.h"
 
 class QAbstractButton;
 class QWidget;

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <QtCore/QCoreApplication>
 
-#include "speech/Completion.h"
+#include "speech/http/Completion.h"
 
 namespace orlenta::speech {
 

@@ -2,9 +2,9 @@
 #include <QtTest/QSignalSpy>
 
 #include "audio/files/AudioFileReader.h"
+#include "speech/account/ServiceUnderTest.h"
 #include "speech/LocalVoicesProcess.h"
-#include "speech/ServiceUnderTest.h"
-#include "speech/TTSRequest.h"
+#include "speech/synthesis/TTSRequest.h"
 
 namespace orlenta::speech {
 

@@ -16,7 +16,7 @@
 #include "shell/controls/ToggleSwitch.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
-#include "speech/ElevenLabsService.h"
+#include "speech/account/ElevenLabsService.h"
 
 using namespace Qt::StringLiterals;
 

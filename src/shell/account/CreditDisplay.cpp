@@ -5,7 +5,7 @@
 #include "shell/account/LocalVoices.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
-#include "speech/ElevenLabsService.h"
+#include "speech/account/ElevenLabsService.h"
 
 using namespace Qt::StringLiterals;
 

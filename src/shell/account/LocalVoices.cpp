@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "base/UserDefaults.h"
-#include "speech/ElevenLabsService.h"
+#include "speech/account/ElevenLabsService.h"
+#include "speech/account/ServiceAddresses.h"
 #include "speech/LocalVoicesProcess.h"
-#include "speech/ServiceAddresses.h"
 
 namespace orlenta::shell {
 

@@ -13,7 +13,7 @@
 #include "base/CrashReport.h"
 #include "base/LogCategories.h"
 #include "base/PrivateFolders.h"
-#include "controller/TemporarySweep.h"
+#include "controller/takes/TemporarySweep.h"
 #include "shell/application/SampleProject.h"
 #include "shell/settings/MicrophoneSettings.h"
 #include "shell/settings/SettingsDialog.h"

@@ -16,7 +16,7 @@
 #include "shell/application/AppCommands.h"
 #include "shell/application/AppContext.h"
 #include "shell/windows/ProjectWindows.h"
-#include "speech/KeychainHelper.h"
+#include "speech/account/KeychainHelper.h"
 
 class QMessageBox;
 

@@ -16,8 +16,8 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QToolButton>
 
-#include "controller/LineRuntime.h"
-#include "controller/Selection.h"
+#include "controller/script/Selection.h"
+#include "controller/takes/LineRuntime.h"
 #include "shell/account/AccountDialog.h"
 #include "shell/application/OrlentaApp.h"
 #include "shell/application/SampleProject.h"

@@ -4,9 +4,9 @@
 #include <QtWidgets/QWidget>
 
 #include "audio/playback/PlaybackController.h"
-#include "controller/LineRuntime.h"
 #include "controller/ProjectController.h"
-#include "controller/Selection.h"
+#include "controller/script/Selection.h"
+#include "controller/takes/LineRuntime.h"
 #include "shell/editor/DirectionRecordings.h"
 #include "shell/theme/Icon.h"
 

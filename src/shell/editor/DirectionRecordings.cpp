@@ -7,9 +7,9 @@
 
 #include "audio/devices/AudioDebugLogger.h"
 #include "audio/devices/SoundServer.h"
-#include "controller/DirectionAudio.h"
-#include "controller/LineEditing.h"
+#include "controller/direction/DirectionAudio.h"
 #include "controller/ProjectController.h"
+#include "controller/script/LineEditing.h"
 
 namespace orlenta::shell {
 

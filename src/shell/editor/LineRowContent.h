@@ -6,7 +6,7 @@
 #include <QtCore/QString>
 #include <QtGui/QColor>
 
-#include "controller/TextRange.h"
+#include "controller/script/TextRange.h"
 #include "model/Ids.h"
 
 namespace orlenta::shell {

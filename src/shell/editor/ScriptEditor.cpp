@@ -8,11 +8,11 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include "audio/playback/PlaybackController.h"
-#include "controller/LineRuntime.h"
+#include "controller/document/TypingSession.h"
 #include "controller/ProjectController.h"
-#include "controller/Selection.h"
-#include "controller/TabEditing.h"
-#include "controller/TypingSession.h"
+#include "controller/script/Selection.h"
+#include "controller/script/TabEditing.h"
+#include "controller/takes/LineRuntime.h"
 #include "shell/editor/DirectionActions.h"
 #include "shell/editor/LineRow.h"
 #include "shell/editor/NotesField.h"

@@ -12,7 +12,7 @@
 #include <QtWidgets/QToolButton>
 
 #include "controller/ProjectController.h"
-#include "controller/TabEditing.h"
+#include "controller/script/TabEditing.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
 

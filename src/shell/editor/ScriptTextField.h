@@ -5,7 +5,7 @@
 
 #include <QtWidgets/QTextEdit>
 
-#include "controller/TextRange.h"
+#include "controller/script/TextRange.h"
 
 namespace orlenta::shell {
 

@@ -5,11 +5,11 @@
 #include <QtWidgets/QPushButton>
 
 #include "audio/playback/PlaybackController.h"
-#include "controller/LineEditing.h"
-#include "controller/LineGenerator.h"
-#include "controller/LineRuntime.h"
+#include "controller/generation/LineGenerator.h"
 #include "controller/ProjectController.h"
-#include "controller/Selection.h"
+#include "controller/script/LineEditing.h"
+#include "controller/script/Selection.h"
+#include "controller/takes/LineRuntime.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
 

@@ -7,7 +7,7 @@
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QVBoxLayout>
 
-#include "controller/ModelCatalogue.h"
+#include "controller/casting/ModelCatalogue.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/theme/Theme.h"
 

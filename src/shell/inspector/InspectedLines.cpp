@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "controller/LineEditing.h"
-#include "controller/PresetEditing.h"
+#include "controller/casting/PresetEditing.h"
 #include "controller/ProjectController.h"
-#include "controller/Selection.h"
+#include "controller/script/LineEditing.h"
+#include "controller/script/Selection.h"
 
 namespace orlenta::shell {
 namespace {

@@ -7,8 +7,8 @@
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QVBoxLayout>
 
-#include "controller/LineEditing.h"
 #include "controller/ProjectController.h"
+#include "controller/script/LineEditing.h"
 #include "shell/controls/Separator.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/inspector/DeliveryTipsDialog.h"

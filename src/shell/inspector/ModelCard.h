@@ -2,7 +2,7 @@
 
 #include <QtWidgets/QRadioButton>
 
-#include "controller/ModelCatalogue.h"
+#include "controller/casting/ModelCatalogue.h"
 
 namespace orlenta::shell {
 

@@ -9,12 +9,12 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
-#include "controller/PresetEditing.h"
+#include "controller/casting/PresetEditing.h"
 #include "controller/ProjectController.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/inspector/InspectedLines.h"
 #include "shell/theme/Icon.h"
-#include "speech/ElevenLabsService.h"
+#include "speech/account/ElevenLabsService.h"
 
 using namespace Qt::StringLiterals;
 

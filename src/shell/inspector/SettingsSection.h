@@ -3,7 +3,7 @@
 #include <QtCore/QList>
 #include <QtWidgets/QWidget>
 
-#include "controller/ModelCatalogue.h"
+#include "controller/casting/ModelCatalogue.h"
 #include "model/ProjectLineSettings.h"
 
 class QButtonGroup;

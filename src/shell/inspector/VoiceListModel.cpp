@@ -6,7 +6,7 @@
 #include <QtGui/QColor>
 
 #include "controller/ProjectController.h"
-#include "speech/ElevenLabsService.h"
+#include "speech/account/ElevenLabsService.h"
 
 using namespace Qt::StringLiterals;
 

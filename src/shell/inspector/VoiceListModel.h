@@ -3,7 +3,7 @@
 #include <QtCore/QAbstractListModel>
 #include <QtCore/QList>
 
-#include "speech/ServiceRecords.h"
+#include "speech/account/ServiceRecords.h"
 
 namespace orlenta::controller {
 class ProjectController;

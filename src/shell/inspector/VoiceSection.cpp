@@ -10,15 +10,15 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
+#include "controller/casting/VoiceCasting.h"
 #include "controller/ProjectController.h"
-#include "controller/VoiceCasting.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/inspector/InspectedLines.h"
 #include "shell/inspector/VoiceDelegate.h"
 #include "shell/inspector/VoiceListModel.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
-#include "speech/ElevenLabsService.h"
+#include "speech/account/ElevenLabsService.h"
 
 using namespace Qt::StringLiterals;
 

@@ -4,8 +4,8 @@
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
 
-#include "controller/LineClipboard.h"
 #include "controller/ProjectController.h"
+#include "controller/script/LineClipboard.h"
 
 namespace orlenta::shell {
 namespace {

@@ -7,7 +7,7 @@
 
 #include "base/UserDefaults.h"
 #include "shell/controls/TextLabel.h"
-#include "speech/AudioOutputPreferences.h"
+#include "speech/synthesis/AudioOutputPreferences.h"
 
 using namespace Qt::StringLiterals;
 

@@ -13,8 +13,8 @@
 #include <QtWidgets/QToolButton>
 
 #include "controller/ProjectController.h"
-#include "controller/Selection.h"
-#include "controller/TagEditing.h"
+#include "controller/script/Selection.h"
+#include "controller/script/TagEditing.h"
 #include "shell/controls/FlowLayout.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/tags/TagChip.h"

@@ -3,7 +3,7 @@
 #include <qcoro/qcorotask.h>
 #include <QtCore/QObject>
 
-#include "controller/Exporting.h"
+#include "controller/export/Exporting.h"
 
 class QFileDialog;
 class QWidget;

@@ -10,7 +10,7 @@
 #include <QtWidgets/QToolButton>
 
 #include "base/UserDefaults.h"
-#include "controller/Exporting.h"
+#include "controller/export/Exporting.h"
 #include "shell/account/CreditDisplay.h"
 #include "shell/controls/Separator.h"
 #include "shell/menus/ProjectActions.h"

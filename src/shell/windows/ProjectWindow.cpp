@@ -9,7 +9,7 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include "audio/playback/PlaybackController.h"
-#include "controller/LineGenerator.h"
+#include "controller/generation/LineGenerator.h"
 #include "controller/ProjectController.h"
 #include "shell/account/AccountDialog.h"
 #include "shell/account/LocalVoices.h"

@@ -9,7 +9,7 @@
 #include <QtWidgets/QPushButton>
 
 #include "base/LogCategories.h"
-#include "controller/LineEditing.h"
+#include "controller/script/LineEditing.h"
 #include "shell/account/LocalVoices.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/windows/ErrorAlerts.h"

@@ -6,11 +6,11 @@
 #include <QtCore/QObject>
 
 #include "audio/playback/PlaybackController.h"
-#include "controller/LineGenerator.h"
+#include "controller/generation/LineGenerator.h"
 #include "controller/ProjectController.h"
 #include "model/ProjectStore.h"
 #include "shell/application/AppContext.h"
-#include "speech/ElevenLabsService.h"
+#include "speech/account/ElevenLabsService.h"
 
 class QMessageBox;
 

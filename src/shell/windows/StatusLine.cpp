@@ -7,11 +7,11 @@
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QProgressBar>
 
-#include "controller/DirectionAudio.h"
-#include "controller/Exporting.h"
-#include "controller/LineGenerator.h"
-#include "controller/LineRuntime.h"
+#include "controller/direction/DirectionAudio.h"
+#include "controller/export/Exporting.h"
+#include "controller/generation/LineGenerator.h"
 #include "controller/ProjectController.h"
+#include "controller/takes/LineRuntime.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/theme/Theme.h"
 #include "shell/windows/RecordingMark.h"

@@ -7,8 +7,8 @@
 
 #include "shell/controls/ToggleSwitch.h"
 #include "shell/ShellSession.h"
-#include "speech/AccountReplies.h"
-#include "speech/ElevenLabsService.h"
+#include "speech/account/AccountReplies.h"
+#include "speech/account/ElevenLabsService.h"
 #include "support/LoopbackServer.h"
 
 namespace orlenta {

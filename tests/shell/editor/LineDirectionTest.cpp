@@ -5,10 +5,10 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QToolButton>
 
-#include "controller/LineRuntime.h"
-#include "controller/MediaFiles.h"
-#include "controller/TakeEditing.h"
-#include "controller/UndoManager.h"
+#include "controller/document/UndoManager.h"
+#include "controller/takes/LineRuntime.h"
+#include "controller/takes/MediaFiles.h"
+#include "controller/takes/TakeEditing.h"
 #include "shell/editor/DirectionStrip.h"
 #include "shell/editor/NotesField.h"
 #include "shell/editor/ScriptEditorFixture.h"

@@ -2,9 +2,9 @@
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QToolButton>
 
-#include "controller/LineRuntime.h"
-#include "controller/MediaFiles.h"
-#include "controller/UndoManager.h"
+#include "controller/document/UndoManager.h"
+#include "controller/takes/LineRuntime.h"
+#include "controller/takes/MediaFiles.h"
 #include "shell/editor/ScriptEditorFixture.h"
 #include "shell/editor/WaveformBarsView.h"
 #include "support/SoundServerSession.h"

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "audio/files/WavFileWriter.h"
-#include "controller/TakeEditing.h"
+#include "controller/takes/TakeEditing.h"
 #include "model/ProjectStore.h"
 #include "shell/theme/Theme.h"
 

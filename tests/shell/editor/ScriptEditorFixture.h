@@ -14,16 +14,16 @@
 #include "audio/recording/AudioInputRouteManager.h"
 #include "audio/recording/MicrophonePermission.h"
 #include "base/UserDefaults.h"
-#include "controller/LineEditing.h"
-#include "controller/LineGenerator.h"
+#include "controller/generation/LineGenerator.h"
 #include "controller/ProjectController.h"
-#include "controller/Selection.h"
+#include "controller/script/LineEditing.h"
+#include "controller/script/Selection.h"
 #include "model/Project.h"
 #include "shell/editor/LineRow.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/editor/ScriptListView.h"
-#include "speech/ElevenLabsService.h"
-#include "speech/KeychainHelper.h"
+#include "speech/account/ElevenLabsService.h"
+#include "speech/account/KeychainHelper.h"
 
 namespace orlenta::shell {
 

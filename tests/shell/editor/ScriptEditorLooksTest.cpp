@@ -8,8 +8,8 @@
 #include <QtWidgets/QTabBar>
 #include <QtWidgets/QToolButton>
 
-#include "controller/TabEditing.h"
-#include "controller/TakeEditing.h"
+#include "controller/script/TabEditing.h"
+#include "controller/takes/TakeEditing.h"
 #include "shell/editor/NotesField.h"
 #include "shell/editor/ScriptEditorFixture.h"
 #include "shell/editor/ScriptTabBar.h"

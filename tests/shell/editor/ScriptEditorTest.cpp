@@ -4,10 +4,10 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QToolButton>
 
-#include "controller/LineRuntime.h"
-#include "controller/TakeEditing.h"
-#include "controller/TypingSession.h"
-#include "controller/UndoManager.h"
+#include "controller/document/TypingSession.h"
+#include "controller/document/UndoManager.h"
+#include "controller/takes/LineRuntime.h"
+#include "controller/takes/TakeEditing.h"
 #include "shell/editor/ScriptEditorFixture.h"
 #include "shell/editor/WaveformBarsView.h"
 

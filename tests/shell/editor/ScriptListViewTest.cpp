@@ -3,8 +3,8 @@
 
 #include <QtWidgets/QScrollBar>
 
-#include "controller/TabEditing.h"
-#include "controller/UndoManager.h"
+#include "controller/document/UndoManager.h"
+#include "controller/script/TabEditing.h"
 #include "shell/editor/NotesField.h"
 #include "shell/editor/ScriptEditorFixture.h"
 

@@ -2,8 +2,8 @@
 #include <QtWidgets/QTabBar>
 #include <QtWidgets/QToolButton>
 
-#include "controller/TabEditing.h"
-#include "controller/UndoManager.h"
+#include "controller/document/UndoManager.h"
+#include "controller/script/TabEditing.h"
 #include "shell/editor/ScriptEditorFixture.h"
 #include "shell/editor/ScriptTabBar.h"
 

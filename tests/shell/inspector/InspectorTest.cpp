@@ -10,11 +10,11 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QSlider>
 
-#include "controller/LineEditing.h"
-#include "controller/PresetEditing.h"
+#include "controller/casting/PresetEditing.h"
+#include "controller/document/UndoManager.h"
 #include "controller/ProjectController.h"
-#include "controller/Selection.h"
-#include "controller/UndoManager.h"
+#include "controller/script/LineEditing.h"
+#include "controller/script/Selection.h"
 #include "shell/controls/SettingSlider.h"
 #include "shell/inspector/InspectedLines.h"
 #include "shell/inspector/ModelCard.h"
@@ -24,7 +24,7 @@
 #include "shell/inspector/VoiceListModel.h"
 #include "shell/inspector/VoiceSection.h"
 #include "shell/ShellSession.h"
-#include "speech/ElevenLabsService.h"
+#include "speech/account/ElevenLabsService.h"
 
 namespace orlenta {
 namespace {

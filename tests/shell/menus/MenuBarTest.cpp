@@ -7,9 +7,9 @@
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QTreeWidget>
 
-#include "controller/LineEditing.h"
 #include "controller/ProjectController.h"
-#include "controller/Selection.h"
+#include "controller/script/LineEditing.h"
+#include "controller/script/Selection.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/editor/ScriptListView.h"
 #include "shell/menus/ShortcutsDialog.h"

@@ -5,8 +5,8 @@
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QToolButton>
 
-#include "controller/TagEditing.h"
-#include "controller/UndoManager.h"
+#include "controller/document/UndoManager.h"
+#include "controller/script/TagEditing.h"
 #include "shell/editor/ScriptEditorFixture.h"
 #include "shell/menus/ProjectActions.h"
 #include "shell/ShellSession.h"

@@ -2,7 +2,7 @@
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QMessageBox>
 
-#include "controller/LineEditing.h"
+#include "controller/script/LineEditing.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/ShellSession.h"
 #include "shell/windows/ProjectWindow.h"

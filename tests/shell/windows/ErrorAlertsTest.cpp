@@ -6,9 +6,9 @@
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QWidget>
 
-#include "controller/LineEditing.h"
-#include "controller/MediaFiles.h"
-#include "controller/TakeEditing.h"
+#include "controller/script/LineEditing.h"
+#include "controller/takes/MediaFiles.h"
+#include "controller/takes/TakeEditing.h"
 #include "shell/menus/ProjectActions.h"
 #include "shell/ShellSession.h"
 #include "shell/windows/ProjectWindow.h"

@@ -14,9 +14,9 @@
 #include <QtWidgets/QLineEdit>
 
 #include "base/PrivateFolders.h"
-#include "controller/MediaFiles.h"
-#include "controller/Selection.h"
-#include "controller/TakeEditing.h"
+#include "controller/script/Selection.h"
+#include "controller/takes/MediaFiles.h"
+#include "controller/takes/TakeEditing.h"
 #include "shell/menus/ProjectActions.h"
 #include "shell/ShellSession.h"
 #include "shell/windows/ProjectWindow.h"

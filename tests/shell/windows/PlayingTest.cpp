@@ -3,8 +3,8 @@
 #include <QtTest/QTest>
 #include <QtWidgets/QToolButton>
 
-#include "controller/LineEditing.h"
-#include "controller/TakeEditing.h"
+#include "controller/script/LineEditing.h"
+#include "controller/takes/TakeEditing.h"
 #include "shell/editor/LineRow.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/editor/ScriptListView.h"

@@ -10,9 +10,9 @@
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QMessageBox>
 
-#include "controller/LineEditing.h"
-#include "controller/LineRuntime.h"
-#include "controller/Selection.h"
+#include "controller/script/LineEditing.h"
+#include "controller/script/Selection.h"
+#include "controller/takes/LineRuntime.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/editor/ScriptToolbar.h"
 #include "shell/menus/ProjectActions.h"

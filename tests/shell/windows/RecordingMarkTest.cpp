@@ -4,9 +4,9 @@
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QLabel>
 
-#include "controller/LineEditing.h"
-#include "controller/Selection.h"
-#include "controller/TabEditing.h"
+#include "controller/script/LineEditing.h"
+#include "controller/script/Selection.h"
+#include "controller/script/TabEditing.h"
 #include "shell/editor/LineRow.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/editor/ScriptListView.h"

@@ -1,0 +1,184 @@
+#include "controller/export/Exporting.h"
+
+#include <utility>
+
+#include <qcoro/qcorofuture.h>
+#include <QtConcurrent/QtConcurrentRun>
+#include <QtCore/QCoreApplication>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QPointer>
+#include <QtCore/QSet>
+#include <QtCore/QThreadPool>
+
+#include "audio/files/Concatenation.h"
+#include "base/LogCategories.h"
+#include "controller/document/Document.h"
+#include "controller/FileCopy.h"
+#include "controller/script/Selection.h"
+#include "controller/takes/MediaFiles.h"
+#include "controller/takes/TakeEditing.h"
+
+namespace orlenta::controller {
+namespace {
+
+using JoinedAudio = base::Result<std::shared_ptr<const JoinedFile>, audio::ConcatenationError>;
+
+/// The copying of all the process's exports: one at a time, since two to one folder must not take the same name, and
+/// apart from the threads of other work, which must not wait for a slow disk.
+class ExportThread final {
+public:
+    ExportThread() {
+        m_thread.setMaxThreadCount(1);
+        // What fails at the very end is still to be logged, and the log goes before the application does.
+        QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, &m_thread,
+                         [this] { m_thread.waitForDone(); });
+    }
+    [[nodiscard]] static QThreadPool *get() {
+        static ExportThread exports;
+        return &exports.m_thread;
+    }
+
+private:
+    QThreadPool m_thread;
+};
+
+JoinedAudio joinForExport(const QList<QUrl> &urls) {
+    const auto joined = audio::concatenateAudio(urls, audio::ConcatenationOwner::Caller);
+    if (!joined)
+        return base::fail(joined.error());
+    return JoinedAudio(std::make_shared<const JoinedFile>(joined->toLocalFile()));
+}
+
+/// On the worker, as nobody may be left to hear of it afterwards.
+QString loggedExportFailure(const QString &failure) {
+    qCWarning(base::log::project).noquote() << "[Exporting]" << failure;
+    return failure;
+}
+
+/// Gives what is to be told; nothing where all went well.
+QString copyForExport(const QString &path, const QString &destination) {
+    const auto copied = copyFile(path, destination);
+    return copied ? QString()
+                  : loggedExportFailure(QStringLiteral("Export failed: %1").arg(copied.error().description()));
+}
+
+QString freeExportName(const Exporting::Clip &clip, const QString &folder, const QSet<QString> &used) {
+    const QString suffix = QFileInfo(clip.path).suffix();
+    const QString extension = suffix.isEmpty() ? QStringLiteral("wav") : suffix;
+    QString name = clip.clipName + u'.' + extension;
+    const auto isTaken = [&] { return used.contains(name.toLower()) || QFileInfo::exists(folder + u'/' + name); };
+    for (int number = 2; isTaken(); ++number)
+        name = QStringLiteral("%1 %2.%3").arg(clip.clipName, QString::number(number), extension);
+    return name;
+}
+
+/// Gives what is to be told: the names that could not be written.
+QString copyClips(const QList<Exporting::Clip> &clips, const QString &folder) {
+    QSet<QString> used;
+    QStringList failed;
+    for (const Exporting::Clip &clip : clips) {
+        const QString name = freeExportName(clip, folder, used);
+        used.insert(name.toLower());
+        if (!copyFile(clip.path, folder + u'/' + name))
+            failed.append(name);
+    }
+    return failed.isEmpty()
+               ? QString()
+               : loggedExportFailure(QStringLiteral("Export failed for: %1").arg(failed.join(QStringLiteral(", "))));
+}
+
+} // namespace
+
+JoinedFile::JoinedFile(QString path) : m_path(std::move(path)) {}
+
+JoinedFile::~JoinedFile() {
+    QFile::remove(m_path);
+}
+
+Exporting::Exporting(const Parts &parts, QObject *parent) : QObject(parent), m_parts(parts) {}
+
+QList<Exporting::Clip> Exporting::linesToExport() const {
+    QList<Clip> clips;
+    const QList<model::LineId> selected = m_parts.selection.selectedLinesInScript();
+    for (const model::LineId &id : selected) {
+        const model::ProjectLine &line = *m_parts.document.findLine(id);
+        const QString path = m_parts.media.audioURL(line).toLocalFile();
+        if (path.isEmpty())
+            return {};
+        clips.append({id, path, m_parts.takes.clipName(line)});
+    }
+    return clips;
+}
+
+QCoro::Task<Exporting::Plan> Exporting::plan(MultiLineOutput output) {
+    const QList<Clip> clips = linesToExport();
+    if (clips.isEmpty())
+        co_return NothingToExport{};
+    if (clips.size() == 1)
+        co_return SingleFile{clips.first().path, clips.first().clipName + QStringLiteral(".wav")};
+    if (output == MultiLineOutput::Individual)
+        co_return Folder{clips};
+    QList<QUrl> urls;
+    QList<model::LineId> lines;
+    for (const Clip &clip : clips) {
+        urls.append(QUrl::fromLocalFile(clip.path));
+        lines.append(clip.lineId);
+    }
+    const QString name = m_parts.takes.continuousClipName(lines) + QStringLiteral(".wav");
+    const QPointer<Exporting> self(this);
+    begin();
+    auto joining = QtConcurrent::run(&joinForExport, urls);
+    const JoinedAudio joined = co_await joining;
+    if (!self)
+        co_return NothingToExport{};
+    end();
+    if (!joined) {
+        const QString description = joined.error().description();
+        qCWarning(base::log::concatenation, "Export concatenation failed: %s", qUtf8Printable(description));
+        m_parts.document.setSpotError(QStringLiteral("Could not prepare export audio: %1").arg(description));
+        co_return NothingToExport{};
+    }
+    const Plan prepared = SingleFile{joined.value()->path(), name, joined.value()};
+    co_return prepared;
+}
+
+QCoro::Task<void> Exporting::exportTo(SingleFile file, QString destination) {
+    // The copy's source may be a joined file, which goes with `file`.
+    auto copying = QtConcurrent::run(ExportThread::get(), &copyForExport, file.path, destination);
+    co_await finish(std::move(copying));
+}
+
+QCoro::Task<void> Exporting::exportToFolder(Folder folder, QString destination) {
+    return finish(QtConcurrent::run(ExportThread::get(), &copyClips, folder.clips, destination));
+}
+
+QCoro::Task<void> Exporting::finish(QFuture<QString> copying) {
+    const QPointer<Exporting> self(this);
+    begin();
+    const QString failure = co_await copying;
+    if (self)
+        end();
+    if (self && !failure.isEmpty())
+        m_parts.document.setSpotError(failure);
+}
+
+void Exporting::begin() {
+    if (++m_running == 1)
+        Q_EMIT isBusyChanged();
+}
+
+void Exporting::end() {
+    if (--m_running == 0)
+        Q_EMIT isBusyChanged();
+}
+
+QString Exporting::dialogTitle() {
+    return QStringLiteral("Export Audio");
+}
+
+QString Exporting::folderMessage(const Folder &folder) {
+    return QStringLiteral("Choose a folder for the %1 exported clips.").arg(folder.clips.size());
+}
+
+} // namespace orlenta::controller

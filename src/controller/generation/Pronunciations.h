@@ -1,0 +1,58 @@
+#pragma once
+
+#include <optional>
+
+#include <qcoro/qcorotask.h>
+#include <QtCore/QObject>
+#include <QtCore/QString>
+
+#include "base/Result.h"
+#include "controller/document/Document.h"
+#include "speech/http/SpeechError.h"
+
+namespace orlenta::speech {
+class ElevenLabsService;
+}
+
+namespace orlenta::controller {
+
+class UndoHistory;
+
+/// The project's pronunciation entries, and what the speech service holds of them. Main thread.
+class Pronunciations final : public QObject {
+    Q_OBJECT
+public:
+    Pronunciations(Document &document, UndoHistory &history, QObject *parent = nullptr);
+
+    [[nodiscard]] const QList<model::PronunciationEntry> &entries() const;
+    /// The dictionary of the last upload; in memory only, so a project opened again uploads anew.
+    [[nodiscard]] std::optional<QString> pronunciationDictionaryId() const { return m_dictionaryId; }
+    [[nodiscard]] std::optional<QString> pronunciationDictionaryVersionId() const { return m_dictionaryVersionId; }
+    /// The entries may differ from the uploaded dictionary.
+    [[nodiscard]] bool pronunciationDirty() const;
+    /// Raised by every change of the entries.
+    [[nodiscard]] int pronunciationRevision() const;
+
+    void addPronunciationEntry(const model::PronunciationEntry &entry);
+    void updatePronunciationEntry(const model::PronunciationEntry &entry);
+    void deletePronunciationEntry(const model::PronunciationId &id);
+    enum class Enabled { No, Yes };
+    void setPronunciationEntryEnabled(const model::PronunciationId &id, Enabled enabled);
+
+    /// The text with the words of the simple entries replaced, tags left alone.
+    [[nodiscard]] QString applyingLocalPronunciation(const QString &text) const;
+    /// Makes the service hold the enabled entries. A failure changes nothing.
+    QCoro::Task<base::Result<void, speech::SpeechError>>
+    uploadPronunciationDictionary(speech::ElevenLabsService &service);
+
+private:
+    void change(const QList<model::PronunciationEntry> &entries, const QString &actionName);
+    [[nodiscard]] qsizetype indexOf(const model::PronunciationId &id) const;
+
+    Document &m_document;
+    UndoHistory &m_history;
+    std::optional<QString> m_dictionaryId;
+    std::optional<QString> m_dictionaryVersionId;
+};
+
+} // namespace orlenta::controller

@@ -1,0 +1,141 @@
+#include "controller/takes/MediaFiles.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+
+#include "controller/document/Document.h"
+#include "controller/takes/LineRuntime.h"
+#include "model/FileNameGuard.h"
+
+namespace orlenta::controller {
+namespace {
+
+bool liesBelow(const QString &path, const QString &folder) {
+    return !folder.isEmpty() && path.startsWith(folder + u'/');
+}
+
+bool isPlainName(const QString &name) {
+    return !name.isEmpty() && model::guardedFileName(name) == name;
+}
+
+} // namespace
+
+/// One kind's folder, checked once for any number of names.
+class MediaFiles::Resolver final {
+public:
+    Resolver(const QString &projectFolder, AudioKind kind) {
+        if (projectFolder.isEmpty())
+            return;
+        m_folder = QDir::cleanPath(projectFolder + u'/' + audioKindPath(kind));
+        m_root = QFileInfo(projectFolder).canonicalFilePath();
+        const QString canonical = QFileInfo(m_folder).canonicalFilePath();
+        // A folder that doesn't exist yet leads nowhere; one that does must not lead out of the project.
+        if (!canonical.isEmpty() && !liesBelow(canonical, m_root))
+            m_folder.clear();
+    }
+
+    [[nodiscard]] const QString &folder() const { return m_folder; }
+
+    [[nodiscard]] QUrl url(const QString &name) const {
+        if (m_folder.isEmpty() || !isPlainName(name))
+            return {};
+        const QString path = QDir::cleanPath(m_folder + u'/' + name);
+        if (!liesBelow(path, m_folder))
+            return {};
+        const QFileInfo file(path);
+        if (file.isSymLink() && !liesBelow(file.canonicalFilePath(), m_root))
+            return {};
+        return QUrl::fromLocalFile(path);
+    }
+
+    [[nodiscard]] QUrl existing(const QString &name) const {
+        const QUrl found = url(name);
+        return QFileInfo::exists(found.toLocalFile()) ? found : QUrl();
+    }
+
+private:
+    QString m_folder;
+    QString m_root;
+};
+
+MediaFiles::MediaFiles(Document &document, LineRuntime &runtime) : m_document(document), m_runtime(runtime) {}
+
+QUrl MediaFiles::takeURL(const model::Take &take) const {
+    return Resolver(m_document.folder(), AudioKind::Generated).url(take.filename);
+}
+
+QUrl MediaFiles::recordingURL(const model::SourceRecording &recording) const {
+    return Resolver(m_document.folder(), AudioKind::SourceRecording).url(recording.filename);
+}
+
+QUrl MediaFiles::audioURL(const model::ProjectLine &line) const {
+    const QUrl inUse = m_runtime.state(line.lineId).generatedAudioURL;
+    const model::Take *take = line.activeTake();
+    if (!inUse.isEmpty() || take == nullptr)
+        return inUse;
+    return Resolver(m_document.folder(), AudioKind::Generated).existing(take->filename);
+}
+
+QUrl MediaFiles::existingTakeURL(const model::Take &take) const {
+    return Resolver(m_document.folder(), AudioKind::Generated).existing(take.filename);
+}
+
+base::Result<QString, ProjectControllerError> MediaFiles::audioFolder(AudioKind kind) const {
+    using Error = ProjectControllerError;
+    if (m_document.folder().isEmpty())
+        return base::fail(Error(Error::ProjectNotBacked()));
+    QString path = QDir::cleanPath(m_document.folder());
+    const QStringList components = audioKindPath(kind).split(u'/');
+    for (const QString &component : components) {
+        path += u'/' + component;
+        if (QFileInfo(path).isSymLink())
+            return base::fail(Error(Error::MediaFolderLinked{QUrl::fromLocalFile(path)}));
+    }
+    if (!QDir().mkpath(path))
+        return base::fail(Error(Error::AudioFolderUnavailable{kind}));
+    return path;
+}
+
+void MediaFiles::rebuildRuntimeAudio() {
+    const Resolver generated(m_document.folder(), AudioKind::Generated);
+    const Resolver recordings(m_document.folder(), AudioKind::SourceRecording);
+    const model::LineList &lines = m_document.project().lines;
+    LineRuntimeMap states = m_runtime.states();
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        const model::ProjectLine &line = lines.at(i);
+        const LineRuntimeState before = states.value(line.lineId);
+        LineRuntimeState after = before;
+        const model::Take *take = line.activeTake();
+        const model::SourceRecording *recording = line.activeRecording();
+        after.generatedAudioURL = take != nullptr ? generated.existing(take->filename) : QUrl();
+        after.directionAudioURL = recording != nullptr ? recordings.existing(recording->filename) : QUrl();
+        if (after.generatedAudioURL != before.generatedAudioURL)
+            after.waveformSamples.clear();
+        if (after.directionAudioURL != before.directionAudioURL)
+            after.directionWaveformSamples.clear();
+        if (after != before)
+            states.set(line.lineId, after);
+    }
+    m_runtime.replaceAll(states, EditKey());
+}
+
+void MediaFiles::rebase(LineRuntimeMap &states) const {
+    const Resolver generated(m_document.folder(), AudioKind::Generated);
+    const Resolver recordings(m_document.folder(), AudioKind::SourceRecording);
+    const LineRuntimeMap before = states;
+    before.forEach([&](const model::LineId &id, const LineRuntimeState &state) {
+        LineRuntimeState moved = state;
+        const model::ProjectLine *line = m_document.findLine(id);
+        const model::Take *take = line != nullptr ? line->activeTake() : nullptr;
+        const model::SourceRecording *recording = line != nullptr ? line->activeRecording() : nullptr;
+        if (!state.generatedAudioURL.isEmpty() && !liesBelow(state.generatedAudioURL.toLocalFile(), generated.folder()))
+            moved.generatedAudioURL = take != nullptr ? generated.existing(take->filename) : QUrl();
+        if (!state.directionAudioURL.isEmpty() &&
+            !liesBelow(state.directionAudioURL.toLocalFile(), recordings.folder()))
+            moved.directionAudioURL = recording != nullptr ? recordings.existing(recording->filename) : QUrl();
+        if (moved != state)
+            states.set(id, moved);
+    });
+}
+
+} // namespace orlenta::controller

@@ -1,0 +1,75 @@
+#include "localvoices/engines/EspeakEngine.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+#include <espeak-ng/speak_lib.h>
+
+namespace orlenta::localvoices {
+
+namespace {
+
+constexpr double usualWordsPerMinute = 175.0;
+constexpr double usualRange = 50.0;
+
+// The library's callback has no context of its own that survives espeak_Synth's copy, so the receiver is kept here.
+std::vector<float> *espeakReceiver = nullptr;
+
+int receiveEspeakFrames(short *frames, int count, espeak_EVENT *) {
+    if (frames == nullptr || espeakReceiver == nullptr)
+        return 0;
+    for (int i = 0; i < count; ++i)
+        espeakReceiver->push_back(static_cast<float>(frames[i]) / 32768.0F);
+    return 0;
+}
+
+QByteArray espeakInput(const std::vector<SpokenRun> &runs) {
+    QByteArray input;
+    for (const SpokenRun &run : runs) {
+        if (!run.phones.empty()) {
+            input += " [[" + espeakMnemonics(run.phones) + "]] ";
+            continue;
+        }
+        QString text = run.text;
+        // Double brackets in the text itself would be taken for phonemes.
+        text.replace(u'[', u' ').replace(u']', u' ').remove(QChar(u'\0'));
+        input += text.toUtf8();
+    }
+    return input.trimmed();
+}
+
+} // namespace
+
+EspeakEngine::EspeakEngine() {
+    m_rate = espeak_Initialize(AUDIO_OUTPUT_SYNCHRONOUS, 0, nullptr, espeakINITIALIZE_DONT_EXIT);
+    if (isReady())
+        espeak_SetSynthCallback(receiveEspeakFrames);
+}
+
+bool EspeakEngine::selectVoice(const QByteArray &language, const QByteArray &variant) {
+    return espeak_SetVoiceByName((language + '+' + variant).constData()) == EE_OK;
+}
+
+double EspeakEngine::paceOf(const SpeechSettings &settings) {
+    return std::clamp(settings.speed, 80.0 / usualWordsPerMinute, 450.0 / usualWordsPerMinute);
+}
+
+Sound EspeakEngine::speak(const std::vector<SpokenRun> &runs, const SpeechSettings &settings) {
+    Sound sound{{}, m_rate};
+    const QByteArray input = espeakInput(runs);
+    if (input.isEmpty())
+        return sound;
+    // Breath is drawn from rand(), whose state differs from process to process once anything else has drawn.
+    std::srand(settings.seed);
+    espeak_SetParameter(espeakRATE, static_cast<int>(std::lround(usualWordsPerMinute * paceOf(settings))), 0);
+    espeak_SetParameter(espeakRANGE, static_cast<int>(std::lround(std::min(usualRange * settings.melody(), 100.0))), 0);
+    espeakReceiver = &sound.frames;
+    espeak_Synth(input.constData(), static_cast<size_t>(input.size()) + 1, 0, POS_CHARACTER, 0,
+                 espeakCHARS_UTF8 | espeakPHONEMES, nullptr, nullptr);
+    espeak_Synchronize();
+    espeakReceiver = nullptr;
+    return sound;
+}
+
+} // namespace orlenta::localvoices

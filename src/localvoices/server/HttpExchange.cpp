@@ -1,0 +1,64 @@
+#include "localvoices/server/HttpExchange.h"
+
+#include <QtHttpServer/QHttpServerRequest>
+
+namespace orlenta::localvoices {
+
+namespace {
+
+QByteArray methodName(QHttpServerRequest::Method method) {
+    if (method == QHttpServerRequest::Method::Get)
+        return "GET";
+    if (method == QHttpServerRequest::Method::Post)
+        return "POST";
+    return "OTHER";
+}
+
+QByteArray reasonPhrase(int status) {
+    switch (status) {
+    case 200:
+        return "OK";
+    case 400:
+        return "Bad Request";
+    case 401:
+        return "Unauthorized";
+    case 402:
+        return "Payment Required";
+    case 403:
+        return "Forbidden";
+    case 404:
+        return "Not Found";
+    case 405:
+        return "Method Not Allowed";
+    case 422:
+        return "Unprocessable Entity";
+    case 429:
+        return "Too Many Requests";
+    default:
+        return status < 500 ? "Refused" : "Internal Server Error";
+    }
+}
+
+} // namespace
+
+HttpRequest HttpRequest::from(const QHttpServerRequest &request) {
+    return {methodName(request.method()), request.url().path(), request.query(), request.headers(), request.body()};
+}
+
+QByteArray HttpRequest::header(const QByteArray &name) const {
+    for (const HttpHeader &header : headers)
+        if (header.first.compare(name, Qt::CaseInsensitive) == 0)
+            return header.second;
+    return {};
+}
+
+QByteArray HttpAnswer::head(qint64 bodyLength) const {
+    QByteArray text = "HTTP/1.1 " + QByteArray::number(status) + ' ' + reasonPhrase(status) + "\r\n";
+    text += "Content-Type: " + contentType + "\r\nContent-Length: " + QByteArray::number(bodyLength) + "\r\n";
+    for (const HttpHeader &header : headers)
+        text += header.first + ": " + header.second + "\r\n";
+    // Answers may come in another order than requests, so a connection carries one of each.
+    return text + "Connection: close\r\n\r\n";
+}
+
+} // namespace orlenta::localvoices

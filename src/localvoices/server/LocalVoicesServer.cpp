@@ -1,0 +1,175 @@
+#include "localvoices/server/LocalVoicesServer.h"
+
+#include <chrono>
+#include <utility>
+
+#include <QtCore/QCryptographicHash>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QUuid>
+#include <QtHttpServer/QHttpServerRequest>
+#include <QtNetwork/QHostAddress>
+
+#include "localvoices/protocol/MultipartForm.h"
+#include "localvoices/protocol/OutputFormat.h"
+#include "localvoices/protocol/ServiceError.h"
+#include "localvoices/protocol/VoiceJson.h"
+#include "localvoices/voices/VoiceCatalogue.h"
+
+namespace orlenta::localvoices {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::chrono::milliseconds workerTimeLimit{180'000};
+
+HttpAnswer objectAnswer(const QJsonObject &object) {
+    HttpAnswer answer;
+    answer.body = QJsonDocument(object).toJson(QJsonDocument::Compact);
+    return answer;
+}
+
+HttpAnswer missingField(const QString &key) {
+    return validationAnswer({validationFault({u"body"_s, key}, u"Field required"_s, u"missing"_s)});
+}
+
+/// The endpoint's name in a fault script; empty for a path that isn't one of the five.
+QString endpointOf(const HttpRequest &request) {
+    const QString &path = request.path;
+    if (request.method == "GET")
+        return path == u"/v1/user"_s ? u"user"_s : path == u"/v1/voices"_s ? u"voices"_s : QString();
+    if (request.method != "POST")
+        return {};
+    if (path == u"/v1/pronunciation-dictionaries/add-from-file"_s)
+        return u"lexicon"_s;
+    const QStringList parts = path.split(u'/');
+    if (parts.size() != 4 || parts.at(1) != u"v1"_s || parts.at(3).isEmpty())
+        return {};
+    if (parts.at(2) == u"text-to-speech"_s)
+        return u"tts"_s;
+    return parts.at(2) == u"speech-to-speech"_s ? u"sts"_s : QString();
+}
+
+} // namespace
+
+LocalVoicesServer::LocalVoicesServer(ServerSettings settings, QObject *parent)
+    : QAbstractHttpServer(parent), m_settings(std::move(settings)), m_account(m_settings.characterLimit),
+      m_workers(m_settings.workerProgram, m_settings.workerArguments, m_settings.workersAtOnce, workerTimeLimit),
+      m_previewToken(QUuid::createUuid().toString(QUuid::Id128)) {}
+
+quint16 LocalVoicesServer::start() {
+    const quint16 port = listen(QHostAddress::LocalHost, 0);
+    m_origin = u"http://127.0.0.1:%1"_s.arg(port);
+    return port;
+}
+
+bool LocalVoicesServer::handleRequest(const QHttpServerRequest &request, QTcpSocket *socket) {
+    route(HttpRequest::from(request), socket);
+    return true;
+}
+
+void LocalVoicesServer::missingHandler(const QHttpServerRequest &, QTcpSocket *) {}
+
+bool LocalVoicesServer::isKey(const QByteArray &key) const {
+    // Digests of one length are compared in full, so the time tells nothing of where two keys part.
+    const QByteArray given = QCryptographicHash::hash(key, QCryptographicHash::Sha256);
+    const QByteArray known = QCryptographicHash::hash(m_settings.key, QCryptographicHash::Sha256);
+    int difference = 0;
+    for (qsizetype i = 0; i < known.size(); ++i)
+        difference |= given.at(i) ^ known.at(i);
+    return difference == 0;
+}
+
+Fault LocalVoicesServer::faultFor(const HttpRequest &request, const QString &endpoint) {
+    const QByteArray ordered = request.header("x-local-fault");
+    if (m_settings.faultOrders == FaultOrders::Accepted && !ordered.isEmpty()) {
+        base::Result<FaultScript, QString> script = FaultScript::parse(QString::fromLatin1(ordered));
+        return script ? script.value().take(endpoint) : Fault{FaultKind::Status, 400, script.error(), 0};
+    }
+    return m_settings.faults.take(endpoint);
+}
+
+void LocalVoicesServer::route(const HttpRequest &request, QTcpSocket *socket) {
+    const Delivery plain(socket, {});
+    if (request.method == "GET" && request.path.startsWith(u"/previews/"_s)) {
+        sendPreview(request, plain);
+        return;
+    }
+    const QByteArray key = request.header("xi-api-key");
+    if (!isKey(key)) {
+        plain.send((key.isEmpty() ? missingApiKey() : invalidApiKey()).answer());
+        return;
+    }
+    if (m_settings.faultOrders == FaultOrders::Accepted && request.path == u"/local/faults"_s) {
+        plain.send(orderFaults(request));
+        return;
+    }
+    const QString endpoint = endpointOf(request);
+    if (endpoint.isEmpty()) {
+        plain.send(plainDetailAnswer(404, u"Not Found"_s));
+        return;
+    }
+    const Delivery delivery(socket, faultFor(request, endpoint));
+    if (delivery.answerByFault())
+        return;
+    if (endpoint == u"user"_s)
+        delivery.send(objectAnswer(m_account.userJson()));
+    else if (endpoint == u"voices"_s)
+        delivery.send(voicesAnswer());
+    else if (endpoint == u"lexicon"_s)
+        delivery.send(addDictionary(request));
+    else
+        routeSpeech(request, delivery);
+}
+
+HttpAnswer LocalVoicesServer::voicesAnswer() const {
+    return objectAnswer(voicesJson(m_origin + u"/previews/"_s + m_previewToken));
+}
+
+HttpAnswer LocalVoicesServer::orderFaults(const HttpRequest &request) {
+    base::Result<FaultScript, QString> script = FaultScript::parse(QString::fromUtf8(request.body));
+    if (!script)
+        return plainDetailAnswer(400, script.error());
+    m_settings.faults = std::move(script).value();
+    return objectAnswer({});
+}
+
+HttpAnswer LocalVoicesServer::addDictionary(const HttpRequest &request) {
+    const std::optional<MultipartForm> form = MultipartForm::parse(request.header("content-type"), request.body);
+    const std::optional<QString> name = form ? form->text(u"name"_s) : std::nullopt;
+    if (!name)
+        return missingField(u"name"_s);
+    const FormPart *file = form->findPart(u"file"_s);
+    if (file == nullptr)
+        return missingField(u"file"_s);
+    base::Result<std::vector<PronunciationRule>, QString> rules = readLexicon(file->content);
+    if (!rules)
+        return unreadableLexicon().answer();
+    return objectAnswer(m_dictionaries.add(*name, form->text(u"description"_s), std::move(rules).value()));
+}
+
+void LocalVoicesServer::sendPreview(const HttpRequest &request, const Delivery &delivery) {
+    const QStringList parts = request.path.split(u'/');
+    const QString id = parts.value(3).section(u'.', 0, 0);
+    const std::optional<VoiceProfile> voice = findVoice(id);
+    if (parts.size() != 4 || parts.at(2) != m_previewToken || !voice) {
+        delivery.send(plainDetailAnswer(404, u"Not Found"_s));
+        return;
+    }
+    if (const auto made = m_previews.find(id); made != m_previews.end()) {
+        delivery.send(made->second);
+        return;
+    }
+    SpeechJob job;
+    job.voiceId = id;
+    job.outputFormat = u"mp3_44100_128"_s;
+    job.text = introductionOf(*voice);
+    const auto free = [](const QByteArray &) { return qint64{0}; };
+    runJob(job, free, delivery, [this, id, delivery](const HttpAnswer &answer) {
+        if (answer.status == 200)
+            m_previews.insert_or_assign(id, answer);
+        delivery.send(answer);
+    });
+}
+
+} // namespace orlenta::localvoices

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <functional>
+#include <map>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+#include <QtHttpServer/QAbstractHttpServer>
+
+#include "localvoices/lexicon/DictionaryShelf.h"
+#include "localvoices/protocol/SpeechModel.h"
+#include "localvoices/server/AccountBook.h"
+#include "localvoices/server/FaultScript.h"
+#include "localvoices/server/HttpExchange.h"
+#include "localvoices/server/WorkerPool.h"
+#include "localvoices/voices/Delivery.h"
+
+namespace orlenta::localvoices {
+
+struct TextToSpeechRequest;
+struct SpeechToSpeechRequest;
+
+/// Whether requests may order faults for themselves and others.
+enum class FaultOrders { Refused, Accepted };
+
+struct ServerSettings {
+    /// The one key that is let in.
+    QByteArray key;
+    /// The program that is started for each piece of work, and what tells it so.
+    QString workerProgram;
+    QStringList workerArguments;
+    int workersAtOnce = 2;
+    qint64 characterLimit = 1'000'000'000;
+    FaultOrders faultOrders = FaultOrders::Refused;
+    FaultScript faults;
+};
+
+/// The speech service's five endpoints on this machine's loopback address. Main thread; listens from `start` until it
+/// is destroyed.
+///
+/// Where faults are accepted, POST /local/faults with a script as its body takes the place of what is left of the
+/// script before, and the header x-local-fault orders one fault for its own request.
+class LocalVoicesServer final : public QAbstractHttpServer {
+    Q_OBJECT
+
+public:
+    explicit LocalVoicesServer(ServerSettings settings, QObject *parent = nullptr);
+
+    /// Listens on a port that the system chooses, and returns it; 0 when that fails.
+    [[nodiscard]] quint16 start();
+
+private:
+    // A QHttpServer's responder may outlive its connection's end by a dangling pointer in Qt 6.4's release builds, so
+    // answers are written to the connections themselves.
+    bool handleRequest(const QHttpServerRequest &request, QTcpSocket *socket) override;
+    void missingHandler(const QHttpServerRequest &request, QTcpSocket *socket) override;
+
+    void route(const HttpRequest &request, QTcpSocket *socket);
+    void routeSpeech(const HttpRequest &request, const Delivery &delivery);
+    [[nodiscard]] Fault faultFor(const HttpRequest &request, const QString &endpoint);
+    [[nodiscard]] bool isKey(const QByteArray &key) const;
+
+    [[nodiscard]] HttpAnswer voicesAnswer() const;
+    [[nodiscard]] HttpAnswer orderFaults(const HttpRequest &request);
+    [[nodiscard]] HttpAnswer addDictionary(const HttpRequest &request);
+    void sendPreview(const HttpRequest &request, const Delivery &delivery);
+    void speak(const TextToSpeechRequest &request, SpeechJob job, const Delivery &delivery);
+    void convert(const SpeechToSpeechRequest &request, SpeechJob job, const Delivery &delivery);
+
+    using Answered = std::function<void(const HttpAnswer &)>;
+    /// The credits that audio costs.
+    using Costing = std::function<qint64(const QByteArray &)>;
+    void runJob(const SpeechJob &job, const Costing &costOf, const Delivery &delivery, const Answered &answered);
+
+    ServerSettings m_settings;
+    AccountBook m_account;
+    DictionaryShelf m_dictionaries;
+    WorkerPool m_workers;
+    QString m_origin;
+    /// Stands in the addresses of the previews, which are fetched without the key.
+    QString m_previewToken;
+    std::map<QString, HttpAnswer> m_previews;
+};
+
+} // namespace orlenta::localvoices

@@ -1,0 +1,119 @@
+#include "speech/http/HttpTransfer.h"
+
+#include <QtNetwork/QNetworkAccessManager>
+#include <QtNetwork/QNetworkRequest>
+
+namespace orlenta::speech {
+
+namespace {
+
+constexpr qsizetype jsonLimit = qsizetype{8} * 1024 * 1024;
+// A server that writes faster than this thread reads keeps Qt from saying that there is something to read, while its
+// buffer grows; a bounded buffer makes the server wait instead.
+constexpr qint64 readBuffer = qint64{1024} * 1024;
+constexpr qsizetype audioLimit = qsizetype{64} * 1024 * 1024;
+
+QNetworkRequest networkRequestFor(const HttpRequest &request) {
+    QNetworkRequest network(request.url);
+    network.setRawHeader("xi-api-key", request.apiKey.toUtf8());
+    if (!request.contentType.isEmpty())
+        network.setRawHeader("Content-Type", request.contentType);
+    // The default policy would take the key along to another host.
+    network.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
+    network.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
+    network.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    network.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
+    return network;
+}
+
+/// Whether the reply is a refusal of the server's, as against a failure on the way to it or back.
+bool cameFromServer(const QNetworkReply &reply) {
+    switch (reply.error()) {
+    case QNetworkReply::UnknownNetworkError:
+    case QNetworkReply::ProtocolUnknownError:
+    case QNetworkReply::ProtocolFailure:
+        return false;
+    default:
+        // Below stand the network's and the proxy's errors, above those that Qt makes of an HTTP status.
+        return reply.error() == QNetworkReply::NoError || reply.error() > QNetworkReply::UnknownProxyError;
+    }
+}
+
+} // namespace
+
+HttpTransfer::HttpTransfer(QNetworkAccessManager &network, const HttpRequest &request, const SpeechTiming &timing,
+                           QObject *parent)
+    : QObject(parent), m_limit(request.replyKind == HttpRequest::ReplyKind::Audio ? audioLimit : jsonLimit) {
+    const QNetworkRequest networkRequest = networkRequestFor(request);
+    m_reply = request.method == HttpRequest::Method::Post ? network.post(networkRequest, request.body)
+                                                          : network.get(networkRequest);
+    m_reply->setReadBufferSize(readBuffer);
+    m_stallTimer.setSingleShot(true);
+    m_stallTimer.setInterval(timing.stallTimeout);
+    m_exchangeTimer.setSingleShot(true);
+    m_exchangeTimer.setInterval(timing.exchangeTimeout);
+    const auto moved = [this] { m_stallTimer.start(); };
+    connect(m_reply, &QNetworkReply::uploadProgress, this, moved);
+    connect(m_reply, &QNetworkReply::metaDataChanged, this, moved);
+    connect(m_reply, &QNetworkReply::readyRead, this, &HttpTransfer::collect);
+    connect(m_reply, &QNetworkReply::finished, this, &HttpTransfer::replyFinished);
+    for (QTimer *timer : {&m_stallTimer, &m_exchangeTimer})
+        connect(timer, &QTimer::timeout, this, [this] { finish(base::fail(SpeechError::timedOut())); });
+    if (request.cancellation)
+        connect(request.cancellation.get(), &Cancellation::cancelled, this, &HttpTransfer::cancel);
+    m_stallTimer.start();
+    m_exchangeTimer.start();
+}
+
+HttpTransfer::~HttpTransfer() {
+    cancel();
+}
+
+void HttpTransfer::cancel() {
+    finish(base::fail(SpeechError::cancelled()));
+}
+
+void HttpTransfer::collect() {
+    m_stallTimer.start();
+    m_body += m_reply->readAll();
+    if (m_body.size() > m_limit)
+        finish(base::fail(SpeechError::replyTooLarge()));
+}
+
+void HttpTransfer::replyFinished() {
+    collect();
+    if (m_finished)
+        return;
+    const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    if (!cameFromServer(*m_reply)) {
+        finish(base::fail(SpeechError::transport(m_reply->errorString())));
+        return;
+    }
+    if (status == 0) {
+        finish(base::fail(SpeechError(ElevenLabsError::invalidResponse())));
+        return;
+    }
+    HttpReply reply;
+    reply.status = status;
+    reply.retryAfter = m_reply->rawHeader("Retry-After");
+    reply.location = m_reply->rawHeader("Location");
+    reply.body = m_body;
+    finish(reply);
+}
+
+void HttpTransfer::finish(const Outcome &outcome) {
+    if (m_finished)
+        return;
+    m_finished = true;
+    m_stallTimer.stop();
+    m_exchangeTimer.stop();
+    m_reply->disconnect(this);
+    m_reply->abort();
+    m_reply->deleteLater();
+    deleteLater();
+    // Last: whoever waits goes on inside this call, and may destroy this object.
+    const Completion<Outcome> completion = m_completion;
+    completion.resolve(outcome);
+}
+
+} // namespace orlenta::speech

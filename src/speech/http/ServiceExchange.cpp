@@ -1,0 +1,99 @@
+#include "speech/http/ServiceExchange.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include <QtCore/QPointer>
+
+#include "base/LogCategories.h"
+#include "speech/account/ServiceAddresses.h"
+#include "speech/http/ResponseCheck.h"
+
+namespace orlenta::speech {
+
+namespace {
+
+constexpr std::array retryBackoffs{1.0, 2.0, 4.0};
+constexpr double longestRetryDelay = 10.0;
+
+QString secondsText(double seconds) {
+    const bool isWhole = seconds == std::floor(seconds);
+    return isWhole ? QString::number(static_cast<int>(seconds)) : QString::asprintf("%.1f", seconds);
+}
+
+} // namespace
+
+ServiceExchange::ServiceExchange(const SpeechTiming &timing)
+    : m_timing(timing), m_baseURL(defaultEndpoint()), m_http(timing) {}
+
+ServiceExchange::~ServiceExchange() {
+    close();
+}
+
+QUrl ServiceExchange::address(const QString &path) const {
+    return QUrl(m_baseURL.toString(QUrl::StripTrailingSlash) + path, QUrl::StrictMode);
+}
+
+QCoro::Task<base::Result<HttpReply, SpeechError>> ServiceExchange::send(HttpRequest request) {
+    const QPointer<ServiceExchange> self(this);
+    for (std::size_t attempt = 0;; ++attempt) {
+        auto exchanged = co_await m_http.perform(request);
+        if (!self)
+            co_return base::fail(SpeechError::cancelled());
+        if (!exchanged)
+            co_return exchanged;
+        const auto refusal = checkResponse(*exchanged, m_timing.clock());
+        if (!refusal) {
+            if (attempt > 0)
+                qCInfo(base::log::rateLimit).noquote() << "retry succeeded";
+            co_return exchanged;
+        }
+        if (refusal->kind() != ElevenLabsError::Kind::RateLimited || attempt == retryBackoffs.size())
+            co_return base::fail(SpeechError(*refusal));
+        const double delay =
+            std::min(longestRetryDelay, std::max(retryBackoffs.at(attempt), refusal->retryAfter().value_or(0.0)));
+        qCInfo(base::log::rateLimit).noquote()
+            << QStringLiteral("429 received, retrying in %1s (attempt %2/3)").arg(secondsText(delay)).arg(attempt + 1);
+        const auto wait = std::chrono::milliseconds(std::lround(delay * 1000.0));
+        if (!co_await pause(wait, request.cancellation))
+            co_return base::fail(SpeechError::cancelled());
+        if (!self)
+            co_return base::fail(SpeechError::cancelled());
+    }
+}
+
+QCoro::Task<base::Result<QByteArray, SpeechError>> ServiceExchange::get(QString path, QString apiKey,
+                                                                        CancellationPtr cancellation) {
+    HttpRequest request(address(path), apiKey);
+    request.cancellation = cancellation;
+    auto reply = co_await send(request);
+    if (!reply)
+        co_return base::fail(reply.error());
+    co_return reply->body;
+}
+
+QCoro::Task<bool> ServiceExchange::pause(std::chrono::milliseconds delay, CancellationPtr cancellation) {
+    const QPointer<ServiceExchange> self(this);
+    const Completion<bool> ended;
+    if (cancellation && cancellation->isCancelled())
+        co_return false;
+    m_timing.callLater(delay, [ended] { ended.resolve(true); });
+    QMetaObject::Connection connection;
+    if (cancellation)
+        connection = connect(cancellation.get(), &Cancellation::cancelled, this, [ended] { ended.resolve(false); });
+    m_pauses.append(ended);
+    const bool ran = co_await ended;
+    disconnect(connection);
+    if (self)
+        m_pauses.removeIf([&ended](const Completion<bool> &pause) { return pause.isSameAs(ended); });
+    co_return ran;
+}
+
+void ServiceExchange::close() {
+    m_http.close();
+    for (const Completion<bool> &ended : QList(m_pauses))
+        ended.resolve(false);
+}
+
+} // namespace orlenta::speech

@@ -1,0 +1,127 @@
+#include "speech/synthesis/TTSRequest.h"
+
+#include <QtCore/QTextBoundaryFinder>
+
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+namespace orlenta::speech {
+
+namespace {
+
+// Qt's own writer sorts the keys; the service's records are sent in the order of their fields.
+using RecordWriter = rapidjson::Writer<rapidjson::StringBuffer>;
+
+void writeText(RecordWriter &writer, const char *key, const QString &value) {
+    const QByteArray utf8 = value.toUtf8();
+    writer.Key(key);
+    writer.String(utf8.constData(), static_cast<rapidjson::SizeType>(utf8.size()));
+}
+
+void writeNumber(RecordWriter &writer, const char *key, double value) {
+    writer.Key(key);
+    writer.Double(value);
+}
+
+void writeSettings(RecordWriter &writer, const V3VoiceSettings &settings) {
+    writer.StartObject();
+    writeNumber(writer, "stability", settings.stability);
+    writeNumber(writer, "similarity_boost", settings.similarityBoost);
+    writeNumber(writer, "style", settings.style);
+    writer.EndObject();
+}
+
+void writeSettings(RecordWriter &writer, const VoiceSettings &settings) {
+    writer.StartObject();
+    writeNumber(writer, "stability", settings.stability);
+    writeNumber(writer, "similarity_boost", settings.similarityBoost);
+    writeNumber(writer, "style", settings.style);
+    writeNumber(writer, "speed", settings.speed);
+    writer.EndObject();
+}
+
+QByteArray bytesOf(const rapidjson::StringBuffer &buffer) {
+    return {buffer.GetString(), static_cast<qsizetype>(buffer.GetSize())};
+}
+
+QString flashModelId() {
+    return QStringLiteral("eleven_flash_v2_5");
+}
+
+} // namespace
+
+QByteArray TTSRequest::toJson() const {
+    rapidjson::StringBuffer buffer;
+    RecordWriter writer(buffer);
+    writer.StartObject();
+    writeText(writer, "text", text);
+    writeText(writer, "model_id", modelId);
+    if (previousText)
+        writeText(writer, "previous_text", *previousText);
+    if (pronunciationDictionaryLocators) {
+        writer.Key("pronunciation_dictionary_locators");
+        writer.StartArray();
+        for (const PronunciationDictionaryLocator &locator : *pronunciationDictionaryLocators) {
+            writer.StartObject();
+            writeText(writer, "pronunciation_dictionary_id", locator.pronunciationDictionaryId);
+            writeText(writer, "version_id", locator.versionId);
+            writer.EndObject();
+        }
+        writer.EndArray();
+    }
+    if (v3VoiceSettings) {
+        writer.Key("voice_settings");
+        writeSettings(writer, *v3VoiceSettings);
+    } else if (voiceSettings) {
+        writer.Key("voice_settings");
+        writeSettings(writer, *voiceSettings);
+    }
+    writer.EndObject();
+    return bytesOf(buffer);
+}
+
+QByteArray toJson(const VoiceSettings &settings) {
+    rapidjson::StringBuffer buffer;
+    RecordWriter writer(buffer);
+    writeSettings(writer, settings);
+    return bytesOf(buffer);
+}
+
+std::optional<QList<PronunciationDictionaryLocator>> dictionaryLocators(const std::optional<QString> &dictionaryId,
+                                                                        const std::optional<QString> &versionId) {
+    if (!dictionaryId || !versionId || dictionaryId->isEmpty())
+        return std::nullopt;
+    return QList<PronunciationDictionaryLocator>{{*dictionaryId, *versionId}};
+}
+
+QString serviceModelId(const QString &model) {
+    if (model == QLatin1String("Flash"))
+        return flashModelId();
+    if (model == QLatin1String("v2"))
+        return QStringLiteral("eleven_multilingual_v2");
+    return QStringLiteral("eleven_v3");
+}
+
+QString speechToSpeechModelId() {
+    return QStringLiteral("eleven_english_sts_v2");
+}
+
+double stabilityToSend(const model::ProjectLineSettings &settings) {
+    if (settings.model != QLatin1String("v3"))
+        return settings.stability;
+    if (settings.mode == QLatin1String("Creative"))
+        return 0.3;
+    if (settings.mode == QLatin1String("Robust"))
+        return 0.8;
+    return 0.5;
+}
+
+int estimatedCharacters(const QString &text, const QString &modelId) {
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+    int count = 0;
+    while (finder.toNextBoundary() > 0)
+        ++count;
+    return modelId == flashModelId() ? (count + 1) / 2 : count;
+}
+
+} // namespace orlenta::speech

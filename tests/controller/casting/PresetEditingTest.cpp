@@ -1,0 +1,109 @@
+#include "controller/casting/PresetEditing.h"
+
+#include <gtest/gtest.h>
+
+#include "controller/casting/CastPalette.h"
+#include "controller/casting/VoiceCasting.h"
+#include "controller/document/UndoManager.h"
+#include "controller/ScriptProject.h"
+
+namespace orlenta::controller {
+namespace {
+
+using test::ScriptProject;
+
+class PresetEditingTest : public ::testing::Test {
+protected:
+    ScriptProject project{{{QStringLiteral("a"), QStringLiteral("b")}}};
+    PresetEditing &presets = project->presets();
+    UndoManager &undo = project->undoManager();
+
+    /// Casts Ana on the first line and keeps it as a preset of that name.
+    model::PresetId savedPreset(const QString &name) {
+        model::ProjectLineSettings settings = *project.line(0).settings;
+        settings.stability = 0.25;
+        settings.model = QStringLiteral("Flash");
+        project->voices().assignVoice({project.id(0)},
+                                      {QStringLiteral("ana-id"), QStringLiteral("Ana - warm narrator")});
+        presets.updateSettings(project.id(0), settings);
+        presets.savePresetAs(name, project.id(0));
+        return project->project().presets.last().id;
+    }
+};
+
+} // namespace
+
+TEST_F(PresetEditingTest, APresetIsMadeOfALineAndGivesItsSettingsAndVoiceToOthers) {
+    const model::PresetId preset = savedPreset(QStringLiteral("Whisper"));
+    EXPECT_EQ(project.line(0).presetId, preset);
+    EXPECT_EQ(undo.undoActionName(), QStringLiteral("Save Preset"));
+    EXPECT_EQ(presets.applyPreset(preset, {model::LineId::create(), project.id(1)}, std::nullopt), std::nullopt);
+    EXPECT_EQ(project.line(1).settings, project.line(0).settings);
+    EXPECT_EQ(project.line(1).voiceId, project.line(0).voiceId);
+    EXPECT_EQ(project.line(1).presetId, preset);
+    EXPECT_EQ(project->project().voices.size(), 1);
+    EXPECT_EQ(undo.undoActionName(), QStringLiteral("Change Preset"));
+}
+
+TEST_F(PresetEditingTest, AVoiceThatLeftTheAccountIsNamedAndTheLineKeepsItsOwn) {
+    const model::PresetId preset = savedPreset(QStringLiteral("Whisper"));
+    const auto missing = presets.applyPreset(preset, {project.id(1)}, QSet<QString>{QStringLiteral("someone else")});
+    ASSERT_TRUE(missing);
+    EXPECT_EQ(project.line(1).voiceId, std::nullopt);
+    EXPECT_EQ(project.line(1).settings, project.line(0).settings);
+    EXPECT_EQ(
+        PresetEditing::presetNotice(*missing),
+        QStringLiteral("Settings applied. This preset's voice, Ana, is no longer in your ElevenLabs voice library, "
+                       "so the line kept its current voice."));
+    EXPECT_EQ(presets.applyPreset(preset, {project.id(1)}, QSet<QString>{QStringLiteral("ana-id")}), std::nullopt);
+    EXPECT_EQ(project.line(1).voiceId, project.line(0).voiceId);
+}
+
+TEST_F(PresetEditingTest, APresetVoiceWithoutAColorTakesTheNextOne) {
+    model::Project records = test::scriptProject({{QStringLiteral("a")}});
+    model::ProjectPreset preset = model::ProjectPreset::processDefault();
+    preset.voice = model::ProjectPresetVoice{QStringLiteral("x"), QStringLiteral("X"), QStringLiteral("X"), {}};
+    records.presets = {preset};
+    const ScriptProject plain(records);
+    plain->presets().applyPreset(preset.id, {plain.id(0)}, std::nullopt);
+    EXPECT_EQ(plain->voices().projectVoiceFor(plain.id(0))->colorStripeHex, castPalette().at(1));
+}
+
+TEST_F(PresetEditingTest, SavingWritesTheLineIntoItsPreset) {
+    const model::PresetId preset = savedPreset(QStringLiteral("Whisper"));
+    model::ProjectLineSettings settings = *project.line(0).settings;
+    settings.speed = 1.125;
+    presets.updateSettings(project.id(0), settings);
+    project->voices().assignVoice({project.id(0)}, {QStringLiteral("ben-id"), QStringLiteral("Ben")});
+    presets.savePreset(project.id(0));
+    const model::ProjectPreset &saved = *project->project().findPreset(preset);
+    EXPECT_EQ(saved.settings, settings);
+    ASSERT_TRUE(saved.voice);
+    EXPECT_EQ(saved.voice->castName, QStringLiteral("Ben"));
+    undo.undo();
+    EXPECT_EQ(project->project().findPreset(preset)->voice->castName, QStringLiteral("Ana - warm narrator"));
+}
+
+TEST_F(PresetEditingTest, LinesOfADeletedPresetTakeTheDefaultAndItsSettings) {
+    const model::PresetId defaultId = project->project().presets.first().id;
+    const model::PresetId preset = savedPreset(QStringLiteral("Whisper"));
+    presets.deletePreset(preset);
+    EXPECT_EQ(project.line(0).presetId, defaultId);
+    EXPECT_EQ(project.line(0).settings, model::ProjectLineSettings::fallback());
+    EXPECT_FALSE(presets.canDeletePreset());
+    presets.deletePreset(defaultId);
+    EXPECT_EQ(project->project().presets.size(), 1);
+    EXPECT_EQ(undo.undoActionName(), QStringLiteral("Delete Preset"));
+}
+
+TEST_F(PresetEditingTest, SettingsOfSeveralLinesChangeInOneStepAndSameOnesInNone) {
+    model::ProjectLineSettings settings = *project.line(0).settings;
+    settings.style = 0.5;
+    presets.updateSettings({project.id(0), project.id(1)}, settings);
+    presets.updateSettings({project.id(0), project.id(1)}, settings);
+    undo.undo();
+    EXPECT_EQ(project.line(1).settings->style, 0.0);
+    EXPECT_FALSE(undo.canUndo());
+}
+
+} // namespace orlenta::controller
