@@ -1,0 +1,144 @@
+#pragma once
+
+#include <array>
+#include <memory>
+
+#include <QtCore/QHash>
+
+namespace orlenta::base {
+
+/// A map as a value whose copies share what they have in common. Its entries lie in 256 shared buckets, so keeping a
+/// copy while one entry changes costs one bucket, not the map. Copying is a reference count. One value is not
+/// thread-safe; copies may go to different threads.
+template <typename Key, typename Value>
+class SharedMap final {
+public:
+    [[nodiscard]] qsizetype size() const { return m_size; }
+    [[nodiscard]] bool contains(const Key &key) const { return find(key) != nullptr; }
+    /// The entry of that key, or null. The pointer holds until the next change.
+    [[nodiscard]] const Value *find(const Key &key) const;
+    [[nodiscard]] Value value(const Key &key) const;
+
+    /// Adds the entry or puts it in place of the one that has the key.
+    void insert(const Key &key, Value value);
+    void remove(const Key &key);
+
+    /// Calls visit(key, value) for each entry, in no particular order.
+    template <typename Visit>
+    void forEach(Visit visit) const;
+    /// Calls visit(key, mine, theirs) for each key whose entries differ; a missing one is null. Skips what both share.
+    template <typename Visit>
+    void forEachDifference(const SharedMap &other, Visit visit) const;
+
+    friend bool operator==(const SharedMap &a, const SharedMap &b) {
+        bool isEqual = a.m_size == b.m_size;
+        if (isEqual)
+            a.forEachDifference(b, [&isEqual](const auto &...) { isEqual = false; });
+        return isEqual;
+    }
+
+private:
+    static constexpr size_t bucketCount = 256;
+    using Entries = QHash<Key, Value>;
+    using Buckets = std::array<std::shared_ptr<Entries>, bucketCount>;
+
+    // The hash's upper bits, spread: a bucket's own hash table goes by its lower ones.
+    static size_t bucketOf(const Key &key) {
+        return static_cast<size_t>((quint64{qHash(key, QHashSeed::globalSeed())} * Q_UINT64_C(0x9E3779B97F4A7C15)) >>
+                                   56);
+    }
+    [[nodiscard]] const Entries *entriesFor(const Key &key) const {
+        return m_buckets ? (*m_buckets)[bucketOf(key)].get() : nullptr;
+    }
+    Entries &detached(const Key &key);
+
+    std::shared_ptr<Buckets> m_buckets;
+    qsizetype m_size = 0;
+};
+
+template <typename Key, typename Value>
+const Value *SharedMap<Key, Value>::find(const Key &key) const {
+    const Entries *entries = entriesFor(key);
+    if (entries == nullptr)
+        return nullptr;
+    const auto found = entries->constFind(key);
+    return found == entries->cend() ? nullptr : &found.value();
+}
+
+template <typename Key, typename Value>
+Value SharedMap<Key, Value>::value(const Key &key) const {
+    const Value *found = find(key);
+    return found != nullptr ? *found : Value();
+}
+
+template <typename Key, typename Value>
+void SharedMap<Key, Value>::insert(const Key &key, Value value) {
+    Entries &entries = detached(key);
+    const qsizetype before = entries.size();
+    entries.insert(key, std::move(value));
+    m_size += entries.size() - before;
+}
+
+template <typename Key, typename Value>
+void SharedMap<Key, Value>::remove(const Key &key) {
+    if (!contains(key))
+        return;
+    detached(key).remove(key);
+    --m_size;
+}
+
+template <typename Key, typename Value>
+template <typename Visit>
+void SharedMap<Key, Value>::forEach(Visit visit) const {
+    if (!m_buckets)
+        return;
+    for (const auto &entries : *m_buckets) {
+        if (!entries)
+            continue;
+        for (auto entry = entries->cbegin(); entry != entries->cend(); ++entry)
+            visit(entry.key(), entry.value());
+    }
+}
+
+template <typename Key, typename Value>
+template <typename Visit>
+void SharedMap<Key, Value>::forEachDifference(const SharedMap &other, Visit visit) const {
+    if (m_buckets == other.m_buckets)
+        return;
+    static const Buckets noBuckets;
+    static const Entries none;
+    const Buckets &mine = m_buckets ? *m_buckets : noBuckets;
+    const Buckets &theirs = other.m_buckets ? *other.m_buckets : noBuckets;
+    for (size_t i = 0; i < bucketCount; ++i) {
+        if (mine[i] == theirs[i])
+            continue;
+        const Entries &left = mine[i] ? *mine[i] : none;
+        const Entries &right = theirs[i] ? *theirs[i] : none;
+        for (auto entry = left.cbegin(); entry != left.cend(); ++entry) {
+            const auto match = right.constFind(entry.key());
+            if (match == right.cend())
+                visit(entry.key(), &entry.value(), static_cast<const Value *>(nullptr));
+            else if (!(match.value() == entry.value()))
+                visit(entry.key(), &entry.value(), &match.value());
+        }
+        for (auto entry = right.cbegin(); entry != right.cend(); ++entry)
+            if (!left.contains(entry.key()))
+                visit(entry.key(), static_cast<const Value *>(nullptr), &entry.value());
+    }
+}
+
+template <typename Key, typename Value>
+typename SharedMap<Key, Value>::Entries &SharedMap<Key, Value>::detached(const Key &key) {
+    if (!m_buckets)
+        m_buckets = std::make_shared<Buckets>();
+    else if (m_buckets.use_count() > 1)
+        m_buckets = std::make_shared<Buckets>(*m_buckets);
+    std::shared_ptr<Entries> &entries = (*m_buckets)[bucketOf(key)];
+    if (!entries)
+        entries = std::make_shared<Entries>();
+    else if (entries.use_count() > 1)
+        entries = std::make_shared<Entries>(*entries);
+    return *entries;
+}
+
+} // namespace orlenta::base
