@@ -11,31 +11,26 @@ constexpr int takesPerLine = 3;
 
 void snapshotAndEdit(benchmark::State &state) {
     model::Project project = generateProject(lineCount, takesPerLine);
-    const model::LineId edited = project.lines.at(lineCount / 2).lineId;
+    const model::LineId edited = project.linesInOrder().at(lineCount / 2)->lineId;
     for (auto _ : state) {
         const model::Project snapshot = project;
-        const qsizetype index = project.lines.indexOf(edited);
-        model::ProjectLine line = project.lines.at(index);
-        line.text += u'x';
-        if (line.text.size() > 300)
-            line.text.truncate(100);
-        project.lines.replace(index, std::move(line));
+        project.lines.update(edited, [](model::ProjectLine &line) {
+            line.text += u'x';
+            if (line.text.size() > 300)
+                line.text.truncate(100);
+        });
         benchmark::DoNotOptimize(snapshot);
     }
 }
 
 void insertInTheMiddle(benchmark::State &state) {
     const model::Project original = generateProject(lineCount, takesPerLine);
-    std::vector<qsizetype> positions;
-    for (qsizetype i = 0; i < lineCount; ++i) {
-        if (i == lineCount / 2)
-            positions.push_back(lineCount);
-        positions.push_back(i);
-    }
     for (auto _ : state) {
         model::Project project = original;
-        project.lines.append(model::ProjectLine::makeNew());
-        project.lines.rearrange(positions);
+        const model::ProjectLine line = model::ProjectLine::makeNew();
+        project.lines.insert(line);
+        model::LineIdList &ids = project.tabs[project.tabs.size() / 2].lineIds;
+        ids.insert(ids.size() / 2, line.lineId);
         benchmark::DoNotOptimize(project);
     }
 }
@@ -43,7 +38,7 @@ void insertInTheMiddle(benchmark::State &state) {
 void compareWithSnapshot(benchmark::State &state) {
     const model::Project project = generateProject(lineCount, takesPerLine);
     model::Project other = project;
-    other.lines.replace(lineCount - 1, model::ProjectLine::makeNew());
+    other.lines.update(other.tabs.last().lineIds.last(), [](model::ProjectLine &line) { line.text += u'x'; });
     for (auto _ : state)
         benchmark::DoNotOptimize(project == other);
 }

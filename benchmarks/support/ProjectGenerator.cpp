@@ -7,7 +7,6 @@ namespace orlenta::benchmarks {
 namespace {
 
 using namespace Qt::StringLiterals;
-using model::LineList;
 using model::Project;
 using model::ProjectLine;
 using model::ProjectPreset;
@@ -36,13 +35,13 @@ QString sentence(std::mt19937 &random) {
     return text;
 }
 
-Take generatedTake(const Project &project, const ProjectLine &line, int number, std::mt19937 &random) {
+Take generatedTake(const Project &project, const ProjectLine &line, const QString &filename, std::mt19937 &random) {
     Take take;
     take.id = TakeId::create();
-    take.filename = u"Scene %1 ANNA Take %2.wav"_s.arg(line.order + 1).arg(number + 1);
+    take.filename = filename;
     take.generatedAt = firstDay + std::chrono::seconds(random() % 10'000'000);
     take.voiceId = *line.voiceId;
-    if (number % 2 == 0)
+    if (random() % 2 == 0)
         take.presetId = project.presets.first().id;
     take.settingsSnapshot = project.effectiveSettings(line);
     take.settingsSnapshot.stability = static_cast<double>(random() % 100) / 100.0;
@@ -51,11 +50,12 @@ Take generatedTake(const Project &project, const ProjectLine &line, int number, 
 }
 
 ProjectLine generatedLine(const Project &project, int order, int takes, std::mt19937 &random) {
-    ProjectLine line = ProjectLine::makeNew(order);
+    ProjectLine line = ProjectLine::makeNew();
     line.text = sentence(random);
     line.voiceId = project.voices.at(order % voiceCount).id;
     for (int i = 0; i < takes; ++i)
-        line.takes.append(generatedTake(project, line, i, random));
+        line.takes.append(
+            generatedTake(project, line, u"Scene %1 ANNA Take %2.wav"_s.arg(order + 1).arg(i + 1), random));
     if (takes > 0)
         line.activeTakeId = line.takes.last().id;
     if (order % 10 == 0)
@@ -75,15 +75,13 @@ Project generateProject(int lines, int takesPerLine) {
         project.voices.append(
             {VoiceId::create(), u"service-voice-%1"_s.arg(i), name, name.toUpper(), model::defaultStripeColor()});
     }
-    std::vector<ProjectLine> generated;
+    project.lines = {};
     project.tabs.clear();
     for (int i = 0; i < lines; ++i) {
-        generated.push_back(generatedLine(project, i, takesPerLine, random));
         if (i % linesPerTab == 0)
             project.tabs.append({TabId::create(), u"Scene %1"_s.arg(i / linesPerTab + 1), {}});
-        project.tabs.last().lineIds.append(generated.back().lineId);
+        project.appendLine(generatedLine(project, i, takesPerLine, random));
     }
-    project.lines = LineList(std::move(generated));
     project.activeTabId = project.tabs.isEmpty() ? std::nullopt : std::optional(project.tabs.first().id);
     return project;
 }

@@ -53,6 +53,7 @@ public:
     void removeAt(qsizetype index);
     /// Takes the element out and puts it where `to` is in the list without it.
     void move(qsizetype from, qsizetype to);
+    /// Asks the predicate once for each element, in order.
     template <typename Predicate>
     void removeIf(Predicate predicate);
 
@@ -207,16 +208,17 @@ template <typename Predicate>
 void SharedList<T>::removeIf(Predicate predicate) {
     for (size_t chunk = 0; chunk < (m_chunks ? m_chunks->size() : 0);) {
         const Items &before = *(*m_chunks)[chunk].items;
-        if (std::none_of(before.begin(), before.end(), predicate)) {
+        Items kept;
+        std::copy_if(before.begin(), before.end(), std::back_inserter(kept),
+                     [&predicate](const T &item) { return !predicate(item); });
+        if (kept.size() == before.size()) {
             ++chunk;
-            continue;
-        }
-        Chunks &chunks = detachedChunks();
-        std::erase_if(detachedItems(chunk), predicate);
-        if (chunks[chunk].items->empty())
+        } else if (kept.empty()) {
+            Chunks &chunks = detachedChunks();
             chunks.erase(chunks.begin() + static_cast<std::ptrdiff_t>(chunk));
-        else
-            ++chunk;
+        } else {
+            detachedChunks()[chunk++].items = std::make_shared<Items>(std::move(kept));
+        }
     }
     if (m_chunks)
         recount(0);

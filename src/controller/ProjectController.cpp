@@ -6,19 +6,19 @@
 #include "controller/casting/PresetEditing.h"
 #include "controller/casting/VoiceCasting.h"
 #include "controller/direction/DirectionAudio.h"
-#include "controller/document/Document.h"
+#include "controller/document/Edit.h"
+#include "controller/document/Notices.h"
 #include "controller/document/ProjectRepair.h"
 #include "controller/document/TypingSession.h"
-#include "controller/document/UndoHistory.h"
 #include "controller/document/UndoManager.h"
 #include "controller/export/Exporting.h"
 #include "controller/generation/Pronunciations.h"
 #include "controller/script/LineClipboard.h"
 #include "controller/script/LineEditing.h"
-#include "controller/script/ScriptStructure.h"
 #include "controller/script/Selection.h"
 #include "controller/script/TabEditing.h"
 #include "controller/script/TagEditing.h"
+#include "controller/takes/AudioInstaller.h"
 #include "controller/takes/LineRuntime.h"
 #include "controller/takes/LineWaveforms.h"
 #include "controller/takes/MediaFiles.h"
@@ -27,98 +27,75 @@
 
 namespace orlenta::controller {
 
-/// Every subject after those it stands on; they go in the opposite order.
 struct ProjectController::Subjects {
-    Subjects(model::Project project, const QUrl &projectURL, base::Clock clock)
-        : document(std::move(project), projectURL, std::move(clock)) {}
+    explicit Subjects(ProjectController &controller)
+        : typing(controller), selection(controller), runtime(controller), media(controller), waveforms(controller),
+          installer(controller), voices(controller), presets(controller), lines(controller), clipboard(controller),
+          tabs(controller), tagEditing(controller), takes(controller), directionAudio(controller),
+          pronunciations(controller), exporting(controller) {}
 
-    Document document;
     UndoManager undoManager;
-    TypingSession typing{document, undoManager};
-    Selection selection{document, typing};
-    LineRuntime runtime{document};
-    MediaFiles media{document, runtime};
-    LineWaveforms waveforms{document, runtime, media};
-    ScriptStructure structure{document, typing, selection, runtime};
-    UndoHistory history{{document, undoManager, typing, selection, structure, runtime, media}};
-    VoiceCasting voices{document, history};
-    PresetEditing presets{document, history, voices};
-    LineEditing lines{{document, history, selection, structure, runtime, voices, presets}};
-    LineClipboard clipboard{{document, history, selection, structure, runtime, lines}};
-    TabEditing tabs{{document, history, selection, structure, runtime}};
-    TagEditing tagEditing{document, history, selection};
-    TakeEditing takes{{document, history, runtime, media, waveforms}};
-    DirectionAudio directionAudio{{document, history, runtime, media, waveforms}};
-    Pronunciations pronunciations{document, history};
-    Exporting exporting{{document, selection, media, takes}};
+    Notices notices;
+    TypingSession typing;
+    Selection selection;
+    LineRuntime runtime;
+    MediaFiles media;
+    LineWaveforms waveforms;
+    AudioInstaller installer;
+    VoiceCasting voices;
+    PresetEditing presets;
+    LineEditing lines;
+    LineClipboard clipboard;
+    TabEditing tabs;
+    TagEditing tagEditing;
+    TakeEditing takes;
+    DirectionAudio directionAudio;
+    Pronunciations pronunciations;
+    Exporting exporting;
 };
 
 ProjectController::ProjectController(model::Project project, const QUrl &projectURL, base::Clock clock, QObject *parent)
-    : QObject(parent),
-      m_subjects(std::make_unique<Subjects>(repairedProject(std::move(project)), projectURL, std::move(clock))) {
-    Document &document = m_subjects->document;
-    m_subjects->selection.normalise(std::nullopt, Selection::AutoSelect::On);
-    const auto voiceCount = static_cast<int>(document.project().voices.size());
+    : QObject(parent), m_clock(std::move(clock)) {
+    m_state.project = repairedProject(std::move(project));
+    m_state.projectURL = projectURL;
+    const auto voiceCount = static_cast<int>(m_state.project.voices.size());
     const int nextColor = voiceCount % static_cast<int>(castPalette().size());
-    document.setNextColorIndex(nextColor == 0 ? 1 : nextColor, EditKey());
-    m_subjects->media.rebuildRuntimeAudio();
-    connect(&document, &Document::projectChanged, this, &ProjectController::projectChanged);
-    connect(&document, &Document::scriptLinesChanged, this, &ProjectController::scriptLinesChanged);
-    connect(&document, &Document::tabsChanged, this, &ProjectController::tabsChanged);
-    connect(&document, &Document::activeTabIdChanged, this, &ProjectController::activeTabIdChanged);
-    connect(&document, &Document::hasUnsavedChangesChanged, this, &ProjectController::hasUnsavedChangesChanged);
-    connect(&document, &Document::spotErrorChanged, this, &ProjectController::spotErrorChanged);
-    connect(&document, &Document::typingFlushVersionChanged, this, &ProjectController::typingFlushVersionChanged);
+    m_state.nextColorIndex = nextColor == 0 ? 1 : nextColor;
+    m_subjects = std::make_unique<Subjects>(*this);
+    const Edit edit(*this);
+    selection().normalise(edit, std::nullopt, Selection::AutoSelect::On);
+    media().rebuildRuntimeAudio(edit);
 }
 
 ProjectController::~ProjectController() = default;
 
-const model::Project &ProjectController::project() const {
-    return m_subjects->document.project();
-}
-
-QUrl ProjectController::projectURL() const {
-    return m_subjects->document.projectURL();
-}
-
-bool ProjectController::hasUnsavedChanges() const {
-    return m_subjects->document.hasUnsavedChanges();
-}
-
-const model::ProjectTab *ProjectController::activeTab() const {
-    return m_subjects->document.activeTab();
-}
-
-const QList<model::LineId> &ProjectController::scriptLineIds() const {
-    return m_subjects->document.scriptLineIds();
-}
-
-QString ProjectController::spotError() const {
-    return m_subjects->document.spotError();
-}
-
-void ProjectController::setSpotError(const QString &message) {
-    m_subjects->document.setSpotError(message);
-}
-
-int ProjectController::typingFlushVersion() const {
-    return m_subjects->document.typingFlushVersion();
-}
-
 base::Result<void, ProjectControllerError> ProjectController::save() {
-    Document &document = m_subjects->document;
-    if (document.folder().isEmpty())
+    if (m_state.folder().isEmpty())
         return base::fail(ProjectControllerError(ProjectControllerError::ProjectNotBacked()));
-    const auto saved = model::ProjectStore::save(document.project(), document.folder(), document.now());
+    const auto saved = model::ProjectStore::save(m_state.project, m_state.folder(), now());
     if (!saved)
         return base::fail(ProjectControllerError(saved.error()));
-    document.edit(EditKey()).modifiedAt = saved->modifiedAt;
-    document.setClean(EditKey());
+    const Edit edit(*this);
+    edit->project.modifiedAt = saved->modifiedAt;
+    edit->hasUnsavedChanges = false;
     return {};
 }
 
 void ProjectController::discardChanges() {
-    m_subjects->document.setClean(EditKey());
+    const Edit edit(*this);
+    edit->hasUnsavedChanges = false;
+}
+
+void ProjectController::setSpotError(const QString &message) {
+    if (message.isEmpty())
+        notices().withdraw(Notice::Kind::SpotError);
+    else
+        notices().post({Notice::Kind::SpotError, message});
+}
+
+QString ProjectController::spotError() const {
+    const auto notice = notices().find(Notice::Kind::SpotError);
+    return notice ? notice->text : QString();
 }
 
 UndoManager &ProjectController::undoManager() const {
@@ -157,6 +134,10 @@ DirectionAudio &ProjectController::directionAudio() const {
     return m_subjects->directionAudio;
 }
 
+AudioInstaller &ProjectController::audioInstaller() const {
+    return m_subjects->installer;
+}
+
 MediaFiles &ProjectController::media() const {
     return m_subjects->media;
 }
@@ -183,6 +164,10 @@ Pronunciations &ProjectController::pronunciations() const {
 
 Exporting &ProjectController::exporting() const {
     return m_subjects->exporting;
+}
+
+Notices &ProjectController::notices() const {
+    return m_subjects->notices;
 }
 
 } // namespace orlenta::controller

@@ -3,16 +3,16 @@
 #include <memory>
 
 #include <QtCore/QObject>
-#include <QtCore/QUrl>
 
 #include "base/Clock.h"
 #include "base/Result.h"
+#include "controller/document/ProjectChange.h"
 #include "controller/document/ProjectControllerError.h"
-#include "controller/script/TextRange.h"
-#include "model/Project.h"
+#include "controller/document/ProjectState.h"
 
 namespace orlenta::controller {
 
+class AudioInstaller;
 class DirectionAudio;
 class Exporting;
 class LineClipboard;
@@ -20,6 +20,7 @@ class LineEditing;
 class LineRuntime;
 class LineWaveforms;
 class MediaFiles;
+class Notices;
 class PresetEditing;
 class Pronunciations;
 class Selection;
@@ -30,8 +31,9 @@ class TypingSession;
 class UndoManager;
 class VoiceCasting;
 
-/// The document object of one open project: the one writer of its records. It owns the state, the dirty mark and the
-/// save; each subject's operations stand in a class of its own that it owns. Main thread.
+/// The document object of one open project: the one writer of its records. It holds the state and saves it; each
+/// subject's operations stand in a class of its own that it owns, and only those change the state, through an Edit.
+/// Main thread.
 class ProjectController final : public QObject {
     Q_OBJECT
 public:
@@ -41,23 +43,23 @@ public:
                       QObject *parent = nullptr);
     ~ProjectController() override;
 
-    [[nodiscard]] const model::Project &project() const;
-    [[nodiscard]] QUrl projectURL() const;
-    [[nodiscard]] bool hasUnsavedChanges() const;
+    [[nodiscard]] const ProjectState &state() const { return m_state; }
+    [[nodiscard]] const model::Project &project() const { return m_state.project; }
+    [[nodiscard]] QUrl projectURL() const { return m_state.projectURL; }
+    [[nodiscard]] bool hasUnsavedChanges() const { return m_state.hasUnsavedChanges; }
     /// The active tab, or null.
-    [[nodiscard]] const model::ProjectTab *activeTab() const;
-    /// The ids of the active tab's lines that exist, in display order.
-    [[nodiscard]] const QList<model::LineId> &scriptLineIds() const;
-    /// Why the last hand-over of audio failed, for the user; empty when nothing did.
-    [[nodiscard]] QString spotError() const;
-    void setSpotError(const QString &message);
-    /// Bumped to make text views drop their pending text and read the line again.
-    [[nodiscard]] int typingFlushVersion() const;
+    [[nodiscard]] const model::ProjectTab *activeTab() const { return m_state.activeTab(); }
+    /// The ids of the active tab's lines in display order.
+    [[nodiscard]] const model::LineIdList &scriptLineIds() const { return m_state.scriptLineIds(); }
+    [[nodiscard]] base::Timestamp now() const { return base::wholeSeconds(m_clock); }
 
     /// Writes the project file; on success the project is clean.
     base::Result<void, ProjectControllerError> save();
     /// The user's choice not to save: the project counts as clean.
     void discardChanges();
+    /// Tells why audio couldn't be taken in or handed on; the empty text takes that back.
+    void setSpotError(const QString &message);
+    [[nodiscard]] QString spotError() const;
 
     [[nodiscard]] UndoManager &undoManager() const;
     [[nodiscard]] Selection &selection() const;
@@ -68,6 +70,7 @@ public:
     [[nodiscard]] TagEditing &tagEditing() const;
     [[nodiscard]] TakeEditing &takes() const;
     [[nodiscard]] DirectionAudio &directionAudio() const;
+    [[nodiscard]] AudioInstaller &audioInstaller() const;
     [[nodiscard]] MediaFiles &media() const;
     [[nodiscard]] LineRuntime &runtime() const;
     [[nodiscard]] LineWaveforms &waveforms() const;
@@ -75,22 +78,40 @@ public:
     [[nodiscard]] PresetEditing &presets() const;
     [[nodiscard]] Pronunciations &pronunciations() const;
     [[nodiscard]] Exporting &exporting() const;
+    [[nodiscard]] Notices &notices() const;
 
 Q_SIGNALS:
-    /// Any part of the document has changed.
-    void projectChanged();
-    /// The active tab's list of lines has changed: lines came, went or moved, or another tab is active.
-    void scriptLinesChanged();
-    void tabsChanged();
-    void activeTabIdChanged();
-    void hasUnsavedChangesChanged();
-    void spotErrorChanged();
-    void typingFlushVersionChanged();
+    /// An edit has ended; once for each thing that it changed. Use onChange().
+    void changed(const orlenta::controller::ProjectChange &change);
 
 private:
+    friend class Edit;
     struct Subjects;
 
+    void announce(const ProjectChange &change) { Q_EMIT changed(change); }
+
+    base::Clock m_clock;
+    ProjectState m_state;
+    int m_openEdits = 0;
     std::unique_ptr<Subjects> m_subjects;
 };
+
+/// Calls slot(change) for each change of that kind for as long as the receiver lives.
+template <typename Change, typename Slot>
+QMetaObject::Connection onChange(const ProjectController &controller, const QObject *receiver, Slot slot) {
+    return QObject::connect(&controller, &ProjectController::changed, receiver, [slot](const ProjectChange &change) {
+        if (const auto *wanted = std::get_if<Change>(&change))
+            slot(*wanted);
+    });
+}
+
+/// Calls slot() for each change of one of those kinds for as long as the receiver lives.
+template <typename... Changes, typename Slot>
+QMetaObject::Connection onAnyChange(const ProjectController &controller, const QObject *receiver, Slot slot) {
+    return QObject::connect(&controller, &ProjectController::changed, receiver, [slot](const ProjectChange &change) {
+        if ((std::holds_alternative<Changes>(change) || ...))
+            slot();
+    });
+}
 
 } // namespace orlenta::controller

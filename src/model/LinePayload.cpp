@@ -11,9 +11,10 @@ QByteArray encodeLinePayload(const LinePayload &payload) {
     writer.beginObject();
     writer.key("lines");
     writer.beginArray();
+    std::int64_t order = 0;
     for (const ProjectLine &line : payload.lines) {
         writer.element();
-        json::write(writer, line);
+        json::write(writer, line, order++);
     }
     writer.endArray();
     writer.key("projectId");
@@ -29,7 +30,7 @@ std::optional<LinePayload> decodeLinePayload(const QByteArray &bytes) {
     const auto outcome = json::RecordReader::read(bytes, json::linePayloadDocument(), &draft, {});
     if (outcome.problem || draft.version != LinePayload::currentVersion)
         return std::nullopt;
-    return LinePayload{draft.projectId, std::move(draft.lines)};
+    return LinePayload{draft.projectId, QList<ProjectLine>(draft.lines.begin(), draft.lines.end())};
 }
 
 } // namespace orlenta::model

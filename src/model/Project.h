@@ -2,13 +2,14 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include <QtCore/QList>
 #include <QtCore/QString>
 
 #include "base/Clock.h"
 #include "model/Ids.h"
-#include "model/LineList.h"
+#include "model/LineTable.h"
 #include "model/ProjectPreset.h"
 #include "model/ProjectTab.h"
 #include "model/ProjectVoice.h"
@@ -48,7 +49,8 @@ struct Project {
     AudioSettings audioSettings;
     QList<ProjectVoice> voices;
     QList<ProjectPreset> presets;
-    LineList lines;
+    /// Each stands in exactly one tab, once a reader or a controller has repaired the project.
+    LineTable lines;
     SelectionState selection;
     QList<PronunciationEntry> pronunciations;
     QList<ProjectTab> tabs;
@@ -60,10 +62,17 @@ struct Project {
     [[nodiscard]] const ProjectVoice *findVoice(const VoiceId &id) const;
     [[nodiscard]] const ProjectPreset *findPreset(const PresetId &id) const;
     [[nodiscard]] const ProjectTab *findTab(const TabId &id) const;
+    /// The tab that the line stands in, or null.
+    [[nodiscard]] const ProjectTab *tabOf(const LineId &id) const;
+    /// All lines, tab by tab. The pointers hold until the next change.
+    [[nodiscard]] std::vector<const ProjectLine *> linesInOrder() const;
     /// The voice cast on a line, or null.
     [[nodiscard]] const ProjectVoice *voiceOf(const ProjectLine &line) const;
     /// The line's own settings, or else its preset's, or else the fall-back.
     [[nodiscard]] ProjectLineSettings effectiveSettings(const ProjectLine &line) const;
+
+    /// Puts the line at the end of the last tab, making "Script 1" where there is none.
+    void appendLine(const ProjectLine &line);
 
     friend bool operator==(const Project &, const Project &) = default;
 };

@@ -8,6 +8,7 @@
 #include "model/json/RecordReader.h"
 #include "model/json/RecordTables.h"
 #include "model/json/RecordWriting.h"
+#include "model/TabRepair.h"
 
 namespace orlenta::model {
 namespace {
@@ -27,32 +28,28 @@ private:
     QSet<Id> m_seen;
 };
 
-using SharedLines = std::vector<std::shared_ptr<ProjectLine>>;
-
-ProjectTab tabOfAllLines(const SharedLines &lines) {
-    SharedLines sequence = lines;
-    std::stable_sort(sequence.begin(), sequence.end(),
-                     [](const auto &a, const auto &b) { return a->order < b->order; });
-    ProjectTab tab{TabId::create(), QStringLiteral("Script 1"), {}};
-    tab.lineIds.reserve(static_cast<qsizetype>(sequence.size()));
-    for (const auto &line : sequence)
-        tab.lineIds.append(line->lineId);
-    return tab;
+QList<LineId> sequenceOf(std::vector<std::shared_ptr<json::LineDraft>> lines) {
+    std::stable_sort(lines.begin(), lines.end(), [](const auto &a, const auto &b) { return a->order < b->order; });
+    QList<LineId> sequence;
+    sequence.reserve(static_cast<qsizetype>(lines.size()));
+    for (const auto &line : lines)
+        sequence.append(line->lineId);
+    return sequence;
 }
 
 Project repaired(json::ProjectDraft draft) {
     Project &project = draft.project;
-    IdRenewal<LineId> lineIds(static_cast<qsizetype>(draft.lines.size()));
-    for (const auto &line : draft.lines)
-        lineIds.renewIfRepeated(line->lineId);
+    for (const auto &line : draft.lines) {
+        while (project.lines.contains(line->lineId))
+            line->lineId = LineId::create();
+        project.lines.insert(line);
+    }
     IdRenewal<TabId> tabIds(project.tabs.size());
     for (ProjectTab &tab : project.tabs)
         tabIds.renewIfRepeated(tab.id);
-    if (project.tabs.isEmpty())
-        project.tabs.append(tabOfAllLines(draft.lines));
+    repairTabs(project, sequenceOf(std::move(draft.lines)));
     if (!project.activeTabId)
         project.activeTabId = project.tabs.first().id;
-    project.lines = LineList(LineList::Pointers(draft.lines.begin(), draft.lines.end()));
     return std::move(project);
 }
 
@@ -60,8 +57,8 @@ qsizetype likelySize(const Project &project) {
     constexpr qsizetype perLine = 900;
     constexpr qsizetype perTake = 560;
     qsizetype size = 64 * 1024;
-    for (qsizetype i = 0; i < project.lines.size(); ++i)
-        size += perLine + project.lines.at(i).text.size() + project.lines.at(i).takes.size() * perTake;
+    project.lines.forEach(
+        [&size](const ProjectLine &line) { size += perLine + line.text.size() + line.takes.size() * perTake; });
     return size;
 }
 

@@ -4,10 +4,9 @@
 
 namespace orlenta::model {
 
-ProjectLine ProjectLine::makeNew(std::int64_t order) {
+ProjectLine ProjectLine::makeNew() {
     ProjectLine line;
     line.lineId = LineId::create();
-    line.order = order;
     line.settings = ProjectLineSettings::newLineDefaults();
     return line;
 }

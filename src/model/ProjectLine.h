@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 
 #include <QtCore/QList>
@@ -13,11 +12,9 @@
 
 namespace orlenta::model {
 
-/// One script line.
+/// One script line. Its place is its tab's knowledge.
 struct ProjectLine {
     LineId lineId;
-    /// The line's place in the sequence across all tabs.
-    std::int64_t order = 0;
     QString text;
     std::optional<VoiceId> voiceId;
     std::optional<PresetId> presetId;
@@ -30,7 +27,7 @@ struct ProjectLine {
     QString notes;
 
     /// A fresh, empty line with the new-line settings.
-    [[nodiscard]] static ProjectLine makeNew(std::int64_t order = 0);
+    [[nodiscard]] static ProjectLine makeNew();
 
     /// The take in use: the one named by activeTakeId, or else the last. Null when there is none.
     [[nodiscard]] const Take *activeTake() const;

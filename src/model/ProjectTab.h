@@ -1,17 +1,20 @@
 #pragma once
 
-#include <QtCore/QList>
 #include <QtCore/QString>
 
+#include "base/SharedList.h"
 #include "model/Ids.h"
 
 namespace orlenta::model {
 
-/// One script tab and its lines in display order.
+/// Ids of lines in display order.
+using LineIdList = base::SharedList<LineId>;
+
+/// One script tab and its lines.
 struct ProjectTab {
     TabId id;
     QString name;
-    QList<LineId> lineIds;
+    LineIdList lineIds;
 
     friend bool operator==(const ProjectTab &, const ProjectTab &) = default;
 };

@@ -79,13 +79,15 @@ QString clipName(const QString &text, qsizetype number, const QString &castName)
     return withSuffix(base, QStringLiteral(".%1").arg(number, 2, 10, QLatin1Char('0')));
 }
 
-QString continuousClipName(const QString &scriptName, const QList<model::LineId> &scriptLineIds,
+QString continuousClipName(const QString &scriptName, const model::LineIdList &scriptLineIds,
                            const QList<model::LineId> &clipLineIds) {
     const QSet<model::LineId> wanted(clipLineIds.begin(), clipLineIds.end());
     QList<qsizetype> positions;
-    for (qsizetype i = 0; i < scriptLineIds.size(); ++i) {
-        if (wanted.contains(scriptLineIds.at(i)))
-            positions.append(i + 1);
+    qsizetype position = 0;
+    for (const model::LineId &id : scriptLineIds) {
+        ++position;
+        if (wanted.contains(id))
+            positions.append(position);
     }
     const bool foundAll = !positions.isEmpty() && positions.size() == clipLineIds.size();
     const QString suffix = foundAll

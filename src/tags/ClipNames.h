@@ -18,7 +18,7 @@ namespace orlenta::tags {
 
 /// The name of a joined clip of some lines of a script. `scriptName` is the selected tab's name, `scriptLineIds` that
 /// tab's lines in display order.
-[[nodiscard]] QString continuousClipName(const QString &scriptName, const QList<model::LineId> &scriptLineIds,
+[[nodiscard]] QString continuousClipName(const QString &scriptName, const model::LineIdList &scriptLineIds,
                                          const QList<model::LineId> &clipLineIds);
 
 /// A name without the characters that file systems refuse, its white space collapsed, cut to 60 user-perceived

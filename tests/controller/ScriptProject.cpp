@@ -1,6 +1,7 @@
 #include "controller/ScriptProject.h"
 
 #include <gtest/gtest.h>
+#include <qcoro/qcorotask.h>
 
 #include "base/PrivateFolders.h"
 #include "controller/script/Selection.h"
@@ -27,17 +28,16 @@ model::Project onDisk(model::Project project, const QString &folder) {
 
 model::Project scriptProject(const QList<QStringList> &tabs) {
     model::Project project = model::Project::makeNew(QStringLiteral("Scene"), someTime);
-    project.lines = model::LineList();
+    project.lines = {};
     project.tabs.clear();
     for (const QStringList &texts : tabs) {
-        model::ProjectTab tab{model::TabId::create(), QStringLiteral("Script %1").arg(project.tabs.size() + 1), {}};
+        const QString name = QStringLiteral("Script %1").arg(project.tabs.size() + 1);
+        project.tabs.append({model::TabId::create(), name, {}});
         for (const QString &text : texts) {
-            model::ProjectLine line = model::ProjectLine::makeNew(project.lines.size());
+            model::ProjectLine line = model::ProjectLine::makeNew();
             line.text = text;
-            tab.lineIds.append(line.lineId);
-            project.lines.append(line);
+            project.appendLine(line);
         }
-        project.tabs.append(tab);
     }
     project.activeTabId = project.tabs.first().id;
     return project;
@@ -76,6 +76,12 @@ QStringList ScriptProject::tabNames() const {
     return names;
 }
 
+void ScriptProject::clearSelection() {
+    const QSet<model::LineId> selected = m_controller->selection().selectedLineIds();
+    for (const model::LineId &id : selected)
+        m_controller->selection().toggle(id);
+}
+
 QString ScriptProject::folder() const {
     return m_controller->projectURL().toLocalFile();
 }
@@ -83,7 +89,7 @@ QString ScriptProject::folder() const {
 void ScriptProject::reopen() {
     const QUrl url = m_controller->projectURL();
     auto stored = model::ProjectStore::load(url.toLocalFile(), someTime);
-    ASSERT_TRUE(stored);
+    ASSERT_TRUE(stored) << stored.error().failureReason().value_or(QString()).toStdString();
     m_controller = std::make_unique<controller::ProjectController>(stored.value().project, url, fixedClock());
 }
 
@@ -91,7 +97,8 @@ model::TakeId ScriptProject::addTake(qsizetype index) {
     const QString path = base::PrivateFolders::caches() + QStringLiteral("/tts_take.wav");
     testing::writeTone(path, 0.05);
     const model::LineId lineId = id(index);
-    m_controller->takes().installGeneratedAudio(path, lineId, m_controller->takes().generationContext(line(index)));
+    QCoro::waitFor(m_controller->takes().installGeneratedAudio(path, lineId,
+                                                               m_controller->takes().generationContext(line(index))));
     return m_controller->project().lines.find(lineId)->takes.last().id;
 }
 
@@ -109,13 +116,11 @@ void expectSound(const controller::ProjectController &controller) {
     }
     ASSERT_EQ(named.size(), project.lines.size());
     ASSERT_EQ(count, project.lines.size());
-    for (qsizetype i = 0; i < project.lines.size(); ++i) {
-        const model::ProjectLine &line = project.lines.at(i);
-        ASSERT_EQ(line.order, i);
-        ASSERT_TRUE(named.contains(line.lineId));
-        ASSERT_TRUE(!line.activeTakeId || line.activeTake()->id == *line.activeTakeId);
-    }
-    const QList<model::LineId> &script = controller.scriptLineIds();
+    project.lines.forEach([&](const model::ProjectLine &line) {
+        EXPECT_TRUE(named.contains(line.lineId));
+        EXPECT_TRUE(!line.activeTakeId || line.activeTake()->id == *line.activeTakeId);
+    });
+    const model::LineIdList &script = controller.scriptLineIds();
     ASSERT_EQ(script, controller.activeTab()->lineIds);
     const controller::Selection &selection = controller.selection();
     for (const model::LineId &id : selection.selectedLineIds())

@@ -28,6 +28,7 @@ public:
     [[nodiscard]] QStringList texts() const;
     [[nodiscard]] QStringList tabNames() const;
     [[nodiscard]] QString folder() const;
+    void clearSelection();
     /// Opens the project of the folder anew, as after a restart.
     void reopen();
     /// Writes a short tone and installs it as a take of the line; gives the take's id.

@@ -88,24 +88,24 @@ TEST(ProjectEncoding, OlderKeysAreNotWrittenAgain) {
 
 TEST(ProjectEncoding, WhatJsonCantHoldBecomesTheNearestItCan) {
     Project project = Project::makeNew(u"x"_s, sampleMoment() + std::chrono::years(9000));
-    ProjectLine line = ProjectLine::makeNew();
+    ProjectLine line = *project.linesInOrder().front();
     line.text = QString(QChar(0xD800)) + u"a"_s;
     line.sourceRecordings = {{RecordingId::create(), u"f"_s, sampleMoment(), std::numeric_limits<double>::quiet_NaN()},
                              {RecordingId::create(), u"f"_s, sampleMoment(), std::numeric_limits<double>::infinity()}};
-    project.lines.replace(0, line);
+    project.lines.insert(line);
     const auto read = decodeProject(encodeProject(project), sampleMoment());
     ASSERT_TRUE(read);
-    EXPECT_EQ(read->lines.at(0).text, u"\uFFFDa"_s);
-    EXPECT_EQ(read->lines.at(0).sourceRecordings.first().durationSeconds, 0.0);
+    EXPECT_EQ(read->linesInOrder().front()->text, u"\uFFFDa"_s);
+    EXPECT_EQ(read->linesInOrder().front()->sourceRecordings.first().durationSeconds, 0.0);
     EXPECT_TRUE(encodeProject(*read).contains(R"("created_at": "9999-12-31T23:59:59Z")"));
 }
 
 TEST(ProjectEncoding, NumbersSurviveAnyNumberOfSaves) {
     Project project = Project::makeNew(u"x"_s, sampleMoment());
-    ProjectLine line = ProjectLine::makeNew();
+    ProjectLine line = *project.linesInOrder().front();
     for (const double duration : {0.1 + 0.2, 1.0 / 3.0, 123456.78901234567, 5e-324, 1.7976931348623157e308, 2.0})
         line.sourceRecordings.append({RecordingId::create(), u"f"_s, sampleMoment(), duration});
-    project.lines.replace(0, line);
+    project.lines.insert(line);
     const auto read = decodeProject(encodeProject(project), sampleMoment());
     ASSERT_TRUE(read);
     EXPECT_EQ(*read, project);

@@ -9,8 +9,8 @@ ProjectLineSettings sampleSettings() {
     return {0.1, 0.2, 0.30000000000000004, 1.1, u"v3"_s, u"Creative"_s, DirectionMode::Voice};
 }
 
-ProjectLine fullLine(int number) {
-    ProjectLine line = ProjectLine::makeNew(number);
+ProjectLine fullLine() {
+    ProjectLine line = ProjectLine::makeNew();
     line.text = u"[whispers] \"Grüße\" / C:\\x\n\t\u0001 日本 \U0001F600"_s;
     line.notes = u"note"_s;
     line.voiceId = VoiceId(sampleUuid(1));
@@ -44,9 +44,11 @@ Project fullProject() {
     project.presets = {ProjectPreset::processDefault(),
                        {PresetId(sampleUuid(2)), u"Loud"_s, sampleSettings(),
                         ProjectPresetVoice{u"service-1"_s, u"Anna"_s, u"A"_s, u"#445566"_s}}};
-    project.lines.append(fullLine(1));
-    project.lines.append(fullLine(2));
-    project.selection = {{project.lines.at(1).lineId, project.lines.at(2).lineId}, project.lines.at(1).lineId};
+    project.tabs.append({TabId::create(), u"Two"_s, {}});
+    project.appendLine(fullLine());
+    project.appendLine(fullLine());
+    const LineIdList &added = project.tabs.last().lineIds;
+    project.selection = {added.toList(), added.first()};
     project.pronunciations = {{PronunciationId::create(),
                                u"Orlenta"_s,
                                PronunciationMode::Simple,
@@ -63,7 +65,6 @@ Project fullProject() {
                                sampleMoment(),
                                PhonemeAlphabet::Ipa,
                                true}};
-    project.tabs.append({TabId::create(), u"Two"_s, {project.lines.at(1).lineId, project.lines.at(2).lineId}});
     project.activeTabId = project.tabs.last().id;
     return project;
 }

@@ -29,7 +29,7 @@ TEST(CustomTagJson, AnythingElseIsNothing) {
 
 TEST(LinePayload, LinesReadBackEqual) {
     const Project project = fullProject();
-    const LinePayload payload{project.projectId, {project.lines.at(1), project.lines.at(0)}};
+    const LinePayload payload{project.projectId, {*project.linesInOrder().at(1), *project.linesInOrder().at(0)}};
     EXPECT_EQ(decodeLinePayload(encodeLinePayload(payload)), payload);
 }
 

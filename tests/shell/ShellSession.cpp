@@ -64,10 +64,10 @@ bool ShellSession::startLocalVoices() {
 model::StoredProject ShellSession::makeProject(const QString &name, const QStringList &lines) {
     const base::Timestamp now = base::wholeSeconds(base::systemClock());
     model::Project project = model::Project::makeNew(name, now);
-    model::LineList list;
-    project.tabs.first().lineIds.clear();
+    project.lines = {};
+    project.tabs.first().lineIds = {};
     for (const QString &text : lines) {
-        model::ProjectLine line = model::ProjectLine::makeNew(list.size());
+        model::ProjectLine line = model::ProjectLine::makeNew();
         const qsizetype colon = text.indexOf(QLatin1Char(':'));
         line.text = text.mid(colon + 1).trimmed();
         if (colon > 0) {
@@ -77,10 +77,8 @@ model::StoredProject ShellSession::makeProject(const QString &name, const QStrin
                 {model::VoiceId::create(), serviceId, voiceName, voiceName, QStringLiteral("#3A59D1")});
             line.voiceId = project.voices.last().id;
         }
-        project.tabs.first().lineIds.append(line.lineId);
-        list.append(line);
+        project.appendLine(line);
     }
-    project.lines = list;
     auto stored = model::ProjectStore::create(path(name), name, project, now);
     return stored ? stored.value() : model::StoredProject{};
 }

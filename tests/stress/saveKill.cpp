@@ -35,17 +35,16 @@ constexpr base::Timestamp savingTime{std::chrono::seconds(1'700'000'000)};
 Project bulkyProject() {
     Project project = Project::makeNew(u"Stress"_s, savingTime);
     for (int i = 1; i < 500; ++i) {
-        ProjectLine line = ProjectLine::makeNew(i);
+        ProjectLine line = ProjectLine::makeNew();
         line.text = u"A line of some length, so that a save takes its time. "_s.repeated(10);
-        project.lines.append(line);
+        project.appendLine(line);
     }
     return project;
 }
 
 Project numbered(Project project, qint64 number) {
-    ProjectLine line = project.lines.at(0);
-    line.notes = QString::number(number);
-    project.lines.replace(0, line);
+    project.lines.update(project.tabs.first().lineIds.first(),
+                         [number](ProjectLine &line) { line.notes = QString::number(number); });
     return project;
 }
 
@@ -151,7 +150,7 @@ qint64 judge(const QString &folder, qint64 acknowledged, Tally &tally) {
         ++tally.unreadable;
         return acknowledged;
     }
-    const qint64 number = loaded->project.lines.at(0).notes.toLongLong();
+    const qint64 number = loaded->project.linesInOrder().front()->notes.toLongLong();
     tally.lost += number < acknowledged ? 1 : 0;
     tally.invented += number > acknowledged + 1 || loaded->project.lines.size() != 500 ? 1 : 0;
     return number;

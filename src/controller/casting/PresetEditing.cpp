@@ -3,15 +3,13 @@
 #include <algorithm>
 
 #include "controller/casting/VoiceCasting.h"
-#include "controller/document/UndoHistory.h"
+#include "controller/document/Edit.h"
+#include "controller/ProjectController.h"
 
 namespace orlenta::controller {
 
-PresetEditing::PresetEditing(Document &document, UndoHistory &history, VoiceCasting &voices)
-    : m_document(document), m_history(history), m_voices(voices) {}
-
 bool PresetEditing::canDeletePreset() const {
-    return m_document.project().presets.size() >= 2;
+    return m_controller.project().presets.size() >= 2;
 }
 
 QString PresetEditing::presetNotice(const QString &missingName) {
@@ -37,109 +35,87 @@ void PresetEditing::updateSettings(const QList<model::LineId> &lines, const mode
 void PresetEditing::updateSettings(const QHash<model::LineId, model::ProjectLineSettings> &settings) {
     QList<model::LineId> changing;
     for (auto wanted = settings.cbegin(); wanted != settings.cend(); ++wanted) {
-        const model::ProjectLine *line = m_document.findLine(wanted.key());
+        const model::ProjectLine *line = m_controller.state().findLine(wanted.key());
         if (line != nullptr && line->settings != wanted.value())
             changing.append(wanted.key());
     }
     if (changing.isEmpty())
         return;
-    const Document::Change change(m_document);
-    const StoreUndoSnapshot before = m_history.takeSnapshot();
+    const Edit edit(m_controller, QStringLiteral("Change Settings"));
     for (const model::LineId &id : changing)
-        m_document.updateLine(
-            id, [&](model::ProjectLine &line) { line.settings = settings.value(id); }, EditKey());
-    m_history.registerUndo(before, QStringLiteral("Change Settings"));
+        edit.updateLine(id, [&](model::ProjectLine &line) { line.settings = settings.value(id); });
 }
 
 std::optional<QString> PresetEditing::applyPreset(const model::PresetId &id, const QList<model::LineId> &lines,
                                                   const std::optional<QSet<QString>> &availableVoiceIds) {
-    const model::ProjectPreset *found = m_document.project().findPreset(id);
-    const auto exists = [this](const model::LineId &line) { return m_document.findLine(line) != nullptr; };
+    const model::ProjectPreset *found = m_controller.project().findPreset(id);
+    const auto exists = [this](const model::LineId &line) { return m_controller.state().findLine(line) != nullptr; };
     if (found == nullptr || std::none_of(lines.begin(), lines.end(), exists))
         return std::nullopt;
-    const Document::Change change(m_document);
     const model::ProjectPreset preset = *found;
-    const StoreUndoSnapshot before = m_history.takeSnapshot();
+    const Edit edit(m_controller, QStringLiteral("Change Preset"));
     const bool voiceIsThere =
         preset.voice && (!availableVoiceIds || availableVoiceIds->contains(preset.voice->elevenLabsVoiceId));
     const std::optional<model::VoiceId> voiceId =
         voiceIsThere ? std::optional(castPresetVoice(*preset.voice)) : std::nullopt;
     for (const model::LineId &line : lines) {
-        m_document.updateLine(
-            line,
-            [&](model::ProjectLine &changed) {
-                if (voiceId)
-                    changed.voiceId = voiceId;
-                changed.presetId = preset.id;
-                changed.settings = preset.settings;
-            },
-            EditKey());
+        edit.updateLine(line, [&](model::ProjectLine &changed) {
+            if (voiceId)
+                changed.voiceId = voiceId;
+            changed.presetId = preset.id;
+            changed.settings = preset.settings;
+        });
     }
-    m_history.registerUndo(before, QStringLiteral("Change Preset"));
     return preset.voice && !voiceIsThere ? std::optional(preset.voice->displayName) : std::nullopt;
 }
 
 void PresetEditing::savePreset(const model::LineId &id) {
-    const model::ProjectLine *line = m_document.findLine(id);
-    if (line == nullptr || !line->presetId || m_document.project().findPreset(*line->presetId) == nullptr)
+    const model::ProjectLine *line = m_controller.state().findLine(id);
+    if (line == nullptr || !line->presetId || m_controller.project().findPreset(*line->presetId) == nullptr)
         return;
-    const Document::Change change(m_document);
-    const StoreUndoSnapshot before = m_history.takeSnapshot();
-    const model::ProjectLine saved = *m_document.findLine(id);
-    const model::ProjectLineSettings settings = m_document.project().effectiveSettings(saved);
-    const std::optional<model::ProjectPresetVoice> voice = presetVoiceOf(saved);
-    for (model::ProjectPreset &preset : m_document.edit(EditKey()).presets) {
+    const Edit edit(m_controller, QStringLiteral("Save Preset"));
+    const model::ProjectLine saved = *edit->findLine(id);
+    const model::ProjectLineSettings settings = edit->project.effectiveSettings(saved);
+    for (model::ProjectPreset &preset : edit->project.presets) {
         if (preset.id != *saved.presetId)
             continue;
         preset.settings = settings;
-        preset.voice = voice;
+        preset.voice = presetVoiceOf(saved);
     }
-    m_document.commitChange(EditKey());
-    m_history.registerUndo(before, QStringLiteral("Save Preset"));
 }
 
 void PresetEditing::savePresetAs(const QString &name, const model::LineId &id) {
-    if (m_document.findLine(id) == nullptr)
+    if (m_controller.state().findLine(id) == nullptr)
         return;
-    const Document::Change change(m_document);
-    const StoreUndoSnapshot before = m_history.takeSnapshot();
-    const model::ProjectLine &line = *m_document.findLine(id);
-    const model::ProjectPreset preset{model::PresetId::create(), name, m_document.project().effectiveSettings(line),
+    const Edit edit(m_controller, QStringLiteral("Save Preset"));
+    const model::ProjectLine &line = *edit->findLine(id);
+    const model::ProjectPreset preset{model::PresetId::create(), name, edit->project.effectiveSettings(line),
                                       presetVoiceOf(line)};
-    m_document.edit(EditKey()).presets.append(preset);
-    m_document.updateLine(
-        id, [&](model::ProjectLine &pointed) { pointed.presetId = preset.id; }, EditKey());
-    m_history.registerUndo(before, QStringLiteral("Save Preset"));
+    edit->project.presets.append(preset);
+    edit.updateLine(id, [&preset](model::ProjectLine &pointed) { pointed.presetId = preset.id; });
 }
 
 void PresetEditing::deletePreset(const model::PresetId &id) {
-    if (!canDeletePreset() || m_document.project().findPreset(id) == nullptr)
+    if (!canDeletePreset() || m_controller.project().findPreset(id) == nullptr)
         return;
-    const Document::Change change(m_document);
-    const StoreUndoSnapshot before = m_history.takeSnapshot();
-    QList<model::ProjectPreset> &presets = m_document.edit(EditKey()).presets;
-    presets.removeIf([&](const model::ProjectPreset &preset) { return preset.id == id; });
+    const Edit edit(m_controller, QStringLiteral("Delete Preset"));
+    edit->project.presets.removeIf([&id](const model::ProjectPreset &preset) { return preset.id == id; });
     const model::ProjectPreset heir = defaultPreset();
     QList<model::LineId> orphans;
-    const model::LineList &lines = m_document.project().lines;
-    for (qsizetype i = 0; i < lines.size(); ++i)
-        if (lines.at(i).presetId == id)
-            orphans.append(lines.at(i).lineId);
-    for (const model::LineId &line : orphans) {
-        m_document.updateLine(
-            line,
-            [&](model::ProjectLine &changed) {
-                changed.presetId = heir.id;
-                changed.settings = heir.settings;
-            },
-            EditKey());
+    edit->project.lines.forEach([&](const model::ProjectLine &line) {
+        if (line.presetId == id)
+            orphans.append(line.lineId);
+    });
+    for (const model::LineId &line : std::as_const(orphans)) {
+        edit.updateLine(line, [&heir](model::ProjectLine &changed) {
+            changed.presetId = heir.id;
+            changed.settings = heir.settings;
+        });
     }
-    m_document.commitChange(EditKey());
-    m_history.registerUndo(before, QStringLiteral("Delete Preset"));
 }
 
 const model::ProjectPreset &PresetEditing::defaultPreset() const {
-    const QList<model::ProjectPreset> &presets = m_document.project().presets;
+    const QList<model::ProjectPreset> &presets = m_controller.project().presets;
     const auto named = std::find_if(presets.begin(), presets.end(), [](const model::ProjectPreset &preset) {
         return preset.name == QStringLiteral("Default");
     });
@@ -147,14 +123,13 @@ const model::ProjectPreset &PresetEditing::defaultPreset() const {
 }
 
 model::VoiceId PresetEditing::castPresetVoice(const model::ProjectPresetVoice &voice) {
-    if (voice.colorStripeHex.isEmpty())
-        return m_voices.castInNextColor(voice.elevenLabsVoiceId, voice.displayName, voice.castName).id;
-    return m_voices.ensureProjectVoice(voice.elevenLabsVoiceId, voice.displayName, voice.castName, voice.colorStripeHex)
+    return m_controller.voices()
+        .ensureProjectVoice(voice.elevenLabsVoiceId, voice.displayName, voice.castName, voice.colorStripeHex)
         .id;
 }
 
 std::optional<model::ProjectPresetVoice> PresetEditing::presetVoiceOf(const model::ProjectLine &line) const {
-    const model::ProjectVoice *voice = m_document.project().voiceOf(line);
+    const model::ProjectVoice *voice = m_controller.project().voiceOf(line);
     if (voice == nullptr || voice->elevenLabsVoiceId.isEmpty())
         return std::nullopt;
     return model::ProjectPresetVoice{voice->elevenLabsVoiceId, voice->displayName, voice->castName,

@@ -5,17 +5,16 @@
 #include <QtCore/QHash>
 #include <QtCore/QSet>
 
-#include "controller/document/Document.h"
+#include "model/Project.h"
 
 namespace orlenta::controller {
 
-class UndoHistory;
-class VoiceCasting;
+class ProjectController;
 
 /// A line's settings and the project's presets. Each operation is one undo step. Main thread.
 class PresetEditing final {
 public:
-    PresetEditing(Document &document, UndoHistory &history, VoiceCasting &voices);
+    explicit PresetEditing(ProjectController &controller) : m_controller(controller) {}
 
     /// The project keeps at least one preset.
     [[nodiscard]] bool canDeletePreset() const;
@@ -44,9 +43,7 @@ private:
     model::VoiceId castPresetVoice(const model::ProjectPresetVoice &voice);
     [[nodiscard]] std::optional<model::ProjectPresetVoice> presetVoiceOf(const model::ProjectLine &line) const;
 
-    Document &m_document;
-    UndoHistory &m_history;
-    VoiceCasting &m_voices;
+    ProjectController &m_controller;
 };
 
 } // namespace orlenta::controller

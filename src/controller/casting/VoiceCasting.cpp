@@ -3,57 +3,45 @@
 #include <algorithm>
 
 #include "controller/casting/CastPalette.h"
-#include "controller/document/UndoHistory.h"
+#include "controller/document/Edit.h"
+#include "controller/ProjectController.h"
 
 namespace orlenta::controller {
 
-VoiceCasting::VoiceCasting(Document &document, UndoHistory &history) : m_document(document), m_history(history) {}
-
 const model::ProjectVoice *VoiceCasting::projectVoiceFor(const model::LineId &id) const {
-    const model::ProjectLine *line = m_document.findLine(id);
-    return line != nullptr ? m_document.project().voiceOf(*line) : nullptr;
+    const model::ProjectLine *line = m_controller.state().findLine(id);
+    return line != nullptr ? m_controller.project().voiceOf(*line) : nullptr;
 }
 
 QString VoiceCasting::nextCastColor() {
     const QStringList &palette = castPalette();
-    const int index = m_document.nextColorIndex();
-    m_document.setNextColorIndex(index + 1, EditKey());
-    return palette.at(index % palette.size());
+    const Edit edit(m_controller);
+    return palette.at(edit->nextColorIndex++ % palette.size());
 }
 
 model::ProjectVoice VoiceCasting::ensureProjectVoice(const QString &elevenLabsVoiceId, const QString &displayName,
                                                      const QString &castName, const QString &colorHex) {
     if (const model::ProjectVoice *known = findByServiceId(elevenLabsVoiceId))
         return *known;
-    const Document::Change change(m_document);
-    const model::ProjectVoice voice{model::VoiceId::create(), elevenLabsVoiceId, displayName, castName, colorHex};
-    m_document.edit(EditKey()).voices.append(voice);
-    m_document.commitChange(EditKey());
+    const Edit edit(m_controller);
+    const model::ProjectVoice voice{model::VoiceId::create(), elevenLabsVoiceId, displayName, castName,
+                                    colorHex.isEmpty() ? nextCastColor() : colorHex};
+    edit->project.voices.append(voice);
     return voice;
 }
 
-model::ProjectVoice VoiceCasting::castInNextColor(const QString &elevenLabsVoiceId, const QString &displayName,
-                                                  const QString &castName) {
-    if (const model::ProjectVoice *known = findByServiceId(elevenLabsVoiceId))
-        return *known;
-    return ensureProjectVoice(elevenLabsVoiceId, displayName, castName, nextCastColor());
-}
-
 void VoiceCasting::assignVoice(const QList<model::LineId> &lines, const ServiceVoice &voice) {
-    const auto exists = [this](const model::LineId &id) { return m_document.findLine(id) != nullptr; };
+    const auto exists = [this](const model::LineId &id) { return m_controller.state().findLine(id) != nullptr; };
     if (std::none_of(lines.begin(), lines.end(), exists))
         return;
-    const Document::Change change(m_document);
-    const StoreUndoSnapshot before = m_history.takeSnapshot();
-    const model::VoiceId voiceId = castInNextColor(voice.elevenLabsVoiceId, voice.name, voice.name).id;
+    const Edit edit(m_controller, QStringLiteral("Change Voice"));
+    const model::VoiceId voiceId = ensureProjectVoice(voice.elevenLabsVoiceId, voice.name, voice.name, {}).id;
     for (const model::LineId &id : lines)
-        m_document.updateLine(
-            id, [&](model::ProjectLine &line) { line.voiceId = voiceId; }, EditKey());
-    m_history.registerUndo(before, QStringLiteral("Change Voice"));
+        edit.updateLine(id, [&voiceId](model::ProjectLine &line) { line.voiceId = voiceId; });
 }
 
 const model::ProjectVoice *VoiceCasting::findByServiceId(const QString &elevenLabsVoiceId) const {
-    const QList<model::ProjectVoice> &voices = m_document.project().voices;
+    const QList<model::ProjectVoice> &voices = m_controller.project().voices;
     const auto found = std::find_if(voices.begin(), voices.end(), [&](const model::ProjectVoice &voice) {
         return voice.elevenLabsVoiceId == elevenLabsVoiceId;
     });

@@ -13,9 +13,9 @@
 #include "audio/files/AudioImporter.h"
 #include "audio/recording/LeftoverRecordings.h"
 #include "base/PrivateFolders.h"
-#include "controller/document/UndoHistory.h"
-#include "controller/FileCopy.h"
-#include "controller/takes/LineRuntime.h"
+#include "controller/document/Edit.h"
+#include "controller/ProjectController.h"
+#include "controller/takes/AudioInstaller.h"
 #include "controller/takes/LineWaveforms.h"
 #include "controller/takes/MediaFiles.h"
 #include "tags/ClipNames.h"
@@ -27,13 +27,10 @@ bool isOwnTemporaryRecording(const QString &path) {
     return QFileInfo(path).absolutePath() == QDir::cleanPath(base::PrivateFolders::caches());
 }
 
-base::Result<void, ProjectControllerError> copyRecording(const QString &from, const QString &to) {
-    if (!QFileInfo::exists(from))
-        return base::fail(
-            ProjectControllerError(ProjectControllerError::AudioSourceMissing{QUrl::fromLocalFile(from)}));
-    if (const auto copied = copyFile(from, to); !copied)
-        return base::fail(ProjectControllerError(copied.error()));
-    return {};
+// Two files of one name may be on their way at once, so looking for a free name would not do.
+QString recordingFileName(const QString &stem) {
+    const QString suffix = QUuid::createUuid().toString(QUuid::WithoutBraces).left(8).toLower();
+    return QStringLiteral("%1 - %2.wav").arg(stem.isEmpty() ? QStringLiteral("direction") : stem, suffix);
 }
 
 /// A recording that an earlier run left behind has found its line, and need not be told of again.
@@ -65,50 +62,33 @@ private:
     QPointer<DirectionAudio> m_audio;
 };
 
-DirectionAudio::DirectionAudio(const Parts &parts, QObject *parent) : QObject(parent), m_parts(parts) {}
-
 QCoro::Task<void> DirectionAudio::installRecording(QUrl file, double durationSeconds, model::LineId id) {
     const UnderWay underWay(this);
-    const model::ProjectLine *line = m_parts.document.findLine(id);
+    const model::ProjectLine *line = m_controller.state().findLine(id);
     if (line == nullptr) {
         Q_EMIT lineGone(file, durationSeconds, id);
         co_return;
     }
     const QString from = file.toLocalFile();
-    const QString folder = m_parts.document.folder();
-    if (folder.isEmpty()) {
-        adopt(from, durationSeconds, id);
-        co_return;
-    }
-    const auto to = newPath(QStringLiteral("%1 - direction %2")
-                                .arg(tags::clipName(m_parts.document.project(), *line))
-                                .arg(line->sourceRecordings.size() + 1));
-    if (!to) {
-        failToStore(from, to.error());
-        co_return;
-    }
+    const QString name = recordingFileName(QStringLiteral("%1 - direction %2")
+                                               .arg(tags::clipName(m_controller.project(), *line))
+                                               .arg(line->sourceRecordings.size() + 1));
     const QPointer<DirectionAudio> self(this);
-    auto copying = QtConcurrent::run(&copyRecording, from, to.value());
-    const auto copied = co_await copying;
+    const auto stored = co_await m_controller.audioInstaller().install(from, name, AudioKind::SourceRecording);
     if (!self)
         co_return;
-    if (!copied) {
-        failToStore(from, copied.error());
+    if (!stored) {
+        failToStore(from, stored.error());
         co_return;
     }
-    // The line may have gone in the meantime, and come back by undo.
-    if (m_parts.document.findLine(id) == nullptr) {
-        QFile::remove(to.value());
-        Q_EMIT lineGone(file, durationSeconds, id);
+    if (m_controller.state().findLine(id) != nullptr) {
+        adopt(stored.value(), durationSeconds, id);
         co_return;
     }
-    if (isOwnTemporaryRecording(from))
-        QFile::remove(from);
-    // The project may have got another folder in the meantime.
-    if (m_parts.document.folder() != folder)
-        co_await installRecording(QUrl::fromLocalFile(to.value()), durationSeconds, id);
-    else
-        adopt(to.value(), durationSeconds, id);
+    // The line has gone in the meantime, and may come back by undo.
+    if (stored.value() != from && !QFile::rename(stored.value(), from))
+        QFile::remove(stored.value());
+    Q_EMIT lineGone(file, durationSeconds, id);
 }
 
 QCoro::Task<void> DirectionAudio::importDirectionAudio(QUrl source, model::LineId id) {
@@ -143,9 +123,9 @@ QCoro::Task<void> DirectionAudio::importDroppedFile(QUrl source, model::LineId i
 }
 
 QCoro::Task<bool> DirectionAudio::import(QUrl source, QString name, model::LineId id) {
-    if (m_parts.document.findLine(id) == nullptr)
+    if (m_controller.state().findLine(id) == nullptr)
         co_return false;
-    const QString folder = m_parts.document.folder();
+    const QString folder = m_controller.state().folder();
     const auto to = newPath(tags::cleanedClipName(QFileInfo(name).completeBaseName()));
     if (!to) {
         failToImport(name, to.error().description());
@@ -161,11 +141,11 @@ QCoro::Task<bool> DirectionAudio::import(QUrl source, QString name, model::LineI
         failToImport(name, audio::description(imported.error()));
         co_return false;
     }
-    if (m_parts.document.findLine(id) == nullptr) {
+    if (m_controller.state().findLine(id) == nullptr) {
         QFile::remove(imported->url.toLocalFile());
         co_return false;
     }
-    if (m_parts.document.folder() != folder)
+    if (m_controller.state().folder() != folder)
         co_await installRecording(imported->url, imported->durationSeconds, id);
     else
         adopt(imported->url.toLocalFile(), imported->durationSeconds, id);
@@ -174,45 +154,39 @@ QCoro::Task<bool> DirectionAudio::import(QUrl source, QString name, model::LineI
 
 base::Result<QString, ProjectControllerError> DirectionAudio::newPath(const QString &stem) const {
     QString folder = base::PrivateFolders::caches();
-    if (!m_parts.document.folder().isEmpty()) {
-        const auto recordings = m_parts.media.audioFolder(AudioKind::SourceRecording);
+    if (!m_controller.state().folder().isEmpty()) {
+        const auto recordings = m_controller.media().audioFolder(AudioKind::SourceRecording);
         if (!recordings)
             return recordings;
         folder = recordings.value();
     }
-    // Two files of one name may be on their way at once, so looking for a free name would not do.
-    const QString suffix = QUuid::createUuid().toString(QUuid::WithoutBraces).left(8).toLower();
-    return QStringLiteral("%1/%2 - %3.wav").arg(folder, stem.isEmpty() ? QStringLiteral("direction") : stem, suffix);
+    return folder + u'/' + recordingFileName(stem);
 }
 
 void DirectionAudio::adopt(const QString &path, double durationSeconds, const model::LineId &id) {
-    Document &document = m_parts.document;
-    const Document::Change change(document);
-    const StoreUndoSnapshot before = m_parts.history.takeSnapshot();
-    model::SourceRecording recording;
-    recording.id = model::RecordingId::create();
-    recording.filename = QFileInfo(path).fileName();
-    recording.recordedAt = document.now();
-    recording.durationSeconds = durationSeconds;
-    model::ProjectLineSettings settings = document.project().effectiveSettings(*document.findLine(id));
-    settings.directionMode = model::DirectionMode::Voice;
-    document.updateLine(
-        id,
-        [&](model::ProjectLine &line) {
+    {
+        const Edit edit(m_controller, QStringLiteral("Import Direction Audio"));
+        model::SourceRecording recording;
+        recording.id = model::RecordingId::create();
+        recording.filename = QFileInfo(path).fileName();
+        recording.recordedAt = m_controller.now();
+        recording.durationSeconds = durationSeconds;
+        model::ProjectLineSettings settings = edit->project.effectiveSettings(*edit->findLine(id));
+        settings.directionMode = model::DirectionMode::Voice;
+        edit.updateLine(id, [&](model::ProjectLine &line) {
             line.sourceRecordings.append(recording);
             line.activeSourceId = recording.id;
             line.settings = settings;
-        },
-        EditKey());
-    m_parts.runtime.update(
-        id, [&](LineRuntimeState &state) { state.directionAudioURL = QUrl::fromLocalFile(path); }, EditKey());
-    m_parts.waveforms.invalidate(id, WaveformKind::SourceRecording, EditKey());
-    m_parts.history.registerUndo(before, QStringLiteral("Import Direction Audio"));
+        });
+        edit.updateRuntime(id,
+                           [&path](LineRuntimeState &state) { state.directionAudioURL = QUrl::fromLocalFile(path); });
+        m_controller.waveforms().invalidate(edit, id, AudioKind::SourceRecording);
+    }
     Q_EMIT adopted(id);
 }
 
 void DirectionAudio::fail(const QString &description) {
-    m_parts.document.setSpotError(QStringLiteral("Audio import failed: %1").arg(description));
+    m_controller.setSpotError(QStringLiteral("Audio import failed: %1").arg(description));
 }
 
 void DirectionAudio::failToImport(const QString &name, const QString &description) {

@@ -5,15 +5,12 @@
 #include <QtCore/QUrl>
 
 #include "base/Result.h"
-#include "controller/document/Document.h"
 #include "controller/document/ProjectControllerError.h"
+#include "model/Ids.h"
 
 namespace orlenta::controller {
 
-class LineRuntime;
-class LineWaveforms;
-class MediaFiles;
-class UndoHistory;
+class ProjectController;
 
 /// Puts recorded and imported direction takes on lines. Copying and converting run off the main thread; a line or
 /// project that has gone by then ends the operation without a word, and a failure goes to the controller's spotError.
@@ -21,15 +18,7 @@ class UndoHistory;
 class DirectionAudio final : public QObject {
     Q_OBJECT
 public:
-    struct Parts {
-        Document &document;
-        UndoHistory &history;
-        LineRuntime &runtime;
-        MediaFiles &media;
-        LineWaveforms &waveforms;
-    };
-
-    explicit DirectionAudio(const Parts &parts, QObject *parent = nullptr);
+    explicit DirectionAudio(ProjectController &controller) : m_controller(controller) {}
 
     /// A file is on its way to its line.
     [[nodiscard]] bool isBusy() const { return m_underWay > 0; }
@@ -63,7 +52,7 @@ private:
     void failToImport(const QString &name, const QString &description);
     void failToStore(const QString &recording, const ProjectControllerError &error);
 
-    Parts m_parts;
+    ProjectController &m_controller;
     int m_underWay = 0;
 };
 

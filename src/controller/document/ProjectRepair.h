@@ -4,8 +4,8 @@
 
 namespace orlenta::controller {
 
-/// The project with what an open one always has: at least one preset, one line and one tab, lines numbered in order,
-/// each of them in exactly one tab, and an active tab that exists. Pure.
+/// The project with what an open one always has: at least one preset, one line and one tab, each line in exactly
+/// one tab, and an active tab that exists. Pure.
 [[nodiscard]] model::Project repairedProject(model::Project project);
 
 } // namespace orlenta::controller

@@ -2,68 +2,83 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
+#include "controller/document/Edit.h"
 #include "controller/document/UndoManager.h"
+#include "controller/ProjectController.h"
 
 namespace orlenta::controller {
+namespace {
 
-TypingSession::TypingSession(Document &document, UndoManager &undoManager, QObject *parent)
-    : QObject(parent), m_document(document), m_undoManager(undoManager) {}
+// Hardly ever more than one line has been typed in since the last commit.
+void sortByPlace(std::vector<const model::ProjectLine *> &lines, const model::Project &project) {
+    if (lines.size() < 2)
+        return;
+    const std::vector<const model::ProjectLine *> all = project.linesInOrder();
+    const auto place = [&all](const model::ProjectLine *line) { return std::find(all.begin(), all.end(), line); };
+    std::sort(lines.begin(), lines.end(), [&place](const auto *a, const auto *b) { return place(a) < place(b); });
+}
+
+} // namespace
 
 void TypingSession::beginEditing(const model::LineId &id) {
-    if (const model::ProjectLine *line = m_document.findLine(id))
-        m_typingBaselines.insert(id, line->text);
+    const Edit edit(m_controller);
+    if (const model::ProjectLine *line = edit->findLine(id))
+        edit->typingBaselines.insert(id, line->text);
 }
 
 void TypingSession::type(const model::LineId &id, const QString &text) {
-    const model::ProjectLine *line = m_document.findLine(id);
+    const model::ProjectLine *line = m_controller.state().findLine(id);
     if (line == nullptr || line->text == text)
         return;
-    m_document.updateLine(
-        id, [&](model::ProjectLine &typed) { typed.text = text; }, EditKey());
+    const Edit edit(m_controller);
+    edit.updateLine(id, [&text](model::ProjectLine &typed) { typed.text = text; });
 }
 
 void TypingSession::commit() {
-    if (m_undoManager.isUndoing() || m_undoManager.isRedoing())
+    const UndoManager &manager = m_controller.undoManager();
+    if (manager.isUndoing() || manager.isRedoing())
         return;
+    const ProjectState &state = m_controller.state();
     std::vector<const model::ProjectLine *> typed;
-    for (auto baseline = m_typingBaselines.cbegin(); baseline != m_typingBaselines.cend(); ++baseline) {
-        const model::ProjectLine *line = m_document.findLine(baseline.key());
+    for (auto baseline = state.typingBaselines.cbegin(); baseline != state.typingBaselines.cend(); ++baseline) {
+        const model::ProjectLine *line = state.findLine(baseline.key());
         if (line != nullptr && line->text != baseline.value())
             typed.push_back(line);
     }
     if (typed.empty())
         return;
-    std::sort(typed.begin(), typed.end(), [](const auto *a, const auto *b) { return a->order < b->order; });
+    sortByPlace(typed, state.project);
+    const Edit edit(m_controller);
     for (const model::ProjectLine *line : typed)
-        registerTextStep(line->lineId, std::exchange(m_typingBaselines[line->lineId], line->text), line->text);
-    m_document.bumpTypingFlushVersion(EditKey());
+        registerTextStep(line->lineId, std::exchange(edit->typingBaselines[line->lineId], line->text), line->text);
+    ++edit->typingFlushVersion;
 }
 
-void TypingSession::refreshBaselines(Flush flush) {
-    for (auto baseline = m_typingBaselines.begin(); baseline != m_typingBaselines.end(); ++baseline)
-        if (const model::ProjectLine *line = m_document.findLine(baseline.key()))
+void TypingSession::refreshBaselines() {
+    const Edit edit(m_controller);
+    for (auto baseline = edit->typingBaselines.begin(); baseline != edit->typingBaselines.end(); ++baseline)
+        if (const model::ProjectLine *line = edit->findLine(baseline.key()))
             baseline.value() = line->text;
-    if (flush == Flush::Yes)
-        m_document.bumpTypingFlushVersion(EditKey());
 }
 
 void TypingSession::registerTextStep(const model::LineId &id, const QString &text, const QString &opposite) {
-    const bool alone = m_undoManager.groupingLevel() == 0;
-    if (alone)
-        m_undoManager.beginUndoGrouping();
-    m_undoManager.registerUndo([this, id, text, opposite] { applyText(id, text, opposite); });
-    m_undoManager.setActionName(QStringLiteral("Typing"));
-    if (alone)
-        m_undoManager.endUndoGrouping();
+    UndoManager &manager = m_controller.undoManager();
+    const bool isAlone = manager.groupingLevel() == 0;
+    if (isAlone)
+        manager.beginUndoGrouping();
+    manager.registerUndo([this, id, text, opposite] { applyText(id, text, opposite); });
+    manager.setActionName(QStringLiteral("Typing"));
+    if (isAlone)
+        manager.endUndoGrouping();
 }
 
 void TypingSession::applyText(const model::LineId &id, const QString &text, const QString &opposite) {
-    const Document::Change change(m_document);
-    m_document.updateLine(
-        id, [&](model::ProjectLine &line) { line.text = text; }, EditKey());
-    m_typingBaselines.insert(id, text);
-    m_document.bumpTypingFlushVersion(EditKey());
+    const Edit edit(m_controller);
+    edit.updateLine(id, [&text](model::ProjectLine &line) { line.text = text; });
+    edit->typingBaselines.insert(id, text);
+    ++edit->typingFlushVersion;
     registerTextStep(id, opposite, text);
 }
 

@@ -1,22 +1,19 @@
 #pragma once
 
-#include <QtCore/QHash>
-#include <QtCore/QObject>
+#include <QtCore/QString>
 
-#include "controller/document/Document.h"
+#include "model/Ids.h"
 
 namespace orlenta::controller {
 
-class UndoManager;
+class Edit;
+class ProjectController;
 
 /// Turns typing into undo steps: the text goes to the line with each key, and one step is made of all that was typed
 /// since the baseline when something commits it. Main thread.
-class TypingSession final : public QObject {
-    Q_OBJECT
+class TypingSession final {
 public:
-    enum class Flush { No, Yes };
-
-    TypingSession(Document &document, UndoManager &undoManager, QObject *parent = nullptr);
+    explicit TypingSession(ProjectController &controller) : m_controller(controller) {}
 
     /// A text field begins to edit the line: its present text becomes the baseline.
     void beginEditing(const model::LineId &id);
@@ -24,16 +21,14 @@ public:
     void type(const model::LineId &id, const QString &text);
     /// Makes a "Typing" step of each line whose text has left its baseline. Does nothing while undoing or redoing.
     void commit();
-    /// Sets every baseline to its line's present text. `flush` makes the text views drop what they hold back.
-    void refreshBaselines(Flush flush);
+    /// Sets every baseline to its line's present text.
+    void refreshBaselines();
 
 private:
     void registerTextStep(const model::LineId &id, const QString &text, const QString &opposite);
     void applyText(const model::LineId &id, const QString &text, const QString &opposite);
 
-    Document &m_document;
-    UndoManager &m_undoManager;
-    QHash<model::LineId, QString> m_typingBaselines;
+    ProjectController &m_controller;
 };
 
 } // namespace orlenta::controller

@@ -13,8 +13,8 @@
 
 #include "audio/files/Concatenation.h"
 #include "base/LogCategories.h"
-#include "controller/document/Document.h"
 #include "controller/FileCopy.h"
+#include "controller/ProjectController.h"
 #include "controller/script/Selection.h"
 #include "controller/takes/MediaFiles.h"
 #include "controller/takes/TakeEditing.h"
@@ -56,7 +56,7 @@ QString loggedExportFailure(const QString &failure) {
     return failure;
 }
 
-/// Gives what is to be told; nothing where all went well.
+/// Returns the error message; empty on success.
 QString copyForExport(const QString &path, const QString &destination) {
     const auto copied = copyFile(path, destination);
     return copied ? QString()
@@ -73,7 +73,7 @@ QString freeExportName(const Exporting::Clip &clip, const QString &folder, const
     return name;
 }
 
-/// Gives what is to be told: the names that could not be written.
+/// Returns the error message with the names that could not be written; empty on success.
 QString copyClips(const QList<Exporting::Clip> &clips, const QString &folder) {
     QSet<QString> used;
     QStringList failed;
@@ -96,17 +96,15 @@ JoinedFile::~JoinedFile() {
     QFile::remove(m_path);
 }
 
-Exporting::Exporting(const Parts &parts, QObject *parent) : QObject(parent), m_parts(parts) {}
-
 QList<Exporting::Clip> Exporting::linesToExport() const {
     QList<Clip> clips;
-    const QList<model::LineId> selected = m_parts.selection.selectedLinesInScript();
+    const QList<model::LineId> selected = m_controller.selection().selectedLinesInScript();
     for (const model::LineId &id : selected) {
-        const model::ProjectLine &line = *m_parts.document.findLine(id);
-        const QString path = m_parts.media.audioURL(line).toLocalFile();
+        const model::ProjectLine &line = *m_controller.state().findLine(id);
+        const QString path = m_controller.media().audioURL(line).toLocalFile();
         if (path.isEmpty())
             return {};
-        clips.append({id, path, m_parts.takes.clipName(line)});
+        clips.append({id, path, m_controller.takes().clipName(line)});
     }
     return clips;
 }
@@ -125,7 +123,7 @@ QCoro::Task<Exporting::Plan> Exporting::plan(MultiLineOutput output) {
         urls.append(QUrl::fromLocalFile(clip.path));
         lines.append(clip.lineId);
     }
-    const QString name = m_parts.takes.continuousClipName(lines) + QStringLiteral(".wav");
+    const QString name = m_controller.takes().continuousClipName(lines) + QStringLiteral(".wav");
     const QPointer<Exporting> self(this);
     begin();
     auto joining = QtConcurrent::run(&joinForExport, urls);
@@ -136,7 +134,7 @@ QCoro::Task<Exporting::Plan> Exporting::plan(MultiLineOutput output) {
     if (!joined) {
         const QString description = joined.error().description();
         qCWarning(base::log::concatenation, "Export concatenation failed: %s", qUtf8Printable(description));
-        m_parts.document.setSpotError(QStringLiteral("Could not prepare export audio: %1").arg(description));
+        m_controller.setSpotError(QStringLiteral("Could not prepare export audio: %1").arg(description));
         co_return NothingToExport{};
     }
     const Plan prepared = SingleFile{joined.value()->path(), name, joined.value()};
@@ -160,7 +158,7 @@ QCoro::Task<void> Exporting::finish(QFuture<QString> copying) {
     if (self)
         end();
     if (self && !failure.isEmpty())
-        m_parts.document.setSpotError(failure);
+        m_controller.setSpotError(failure);
 }
 
 void Exporting::begin() {

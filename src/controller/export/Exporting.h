@@ -13,10 +13,7 @@
 
 namespace orlenta::controller {
 
-class Document;
-class MediaFiles;
-class Selection;
-class TakeEditing;
+class ProjectController;
 
 /// How several selected lines are handed on: joined into one clip, or each by itself.
 enum class MultiLineOutput { Continuous, Individual };
@@ -62,14 +59,7 @@ public:
     };
     using Plan = std::variant<NothingToExport, SingleFile, Folder>;
 
-    struct Parts {
-        Document &document;
-        Selection &selection;
-        MediaFiles &media;
-        TakeEditing &takes;
-    };
-
-    explicit Exporting(const Parts &parts, QObject *parent = nullptr);
+    explicit Exporting(ProjectController &controller) : m_controller(controller) {}
 
     /// The selected lines that there are, in display order; empty unless every one has audio.
     [[nodiscard]] QList<Clip> linesToExport() const;
@@ -93,10 +83,10 @@ Q_SIGNALS:
 private:
     void begin();
     void end();
-    /// Waits for a copy that gives what is to be told of it.
+    /// Waits for a copy and tells the user what went wrong with it.
     QCoro::Task<void> finish(QFuture<QString> copying);
 
-    Parts m_parts;
+    ProjectController &m_controller;
     int m_running = 0;
 };
 

@@ -71,7 +71,9 @@ QCoro::Task<void> LineGenerator::generate(model::LineId id) {
     if (!outcome)
         report(*job, outcome.error());
     else if (!outcome->isEmpty())
-        m_controller.takes().installGeneratedAudio(*outcome, id, job->context);
+        co_await m_controller.takes().installGeneratedAudio(outcome.value(), id, job->context);
+    if (!self)
+        co_return;
     m_controller.takes().setGenerating(GenerationState::Idle, id);
 }
 

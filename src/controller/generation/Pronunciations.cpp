@@ -4,7 +4,8 @@
 
 #include <QtCore/QPointer>
 
-#include "controller/document/UndoHistory.h"
+#include "controller/document/Edit.h"
+#include "controller/ProjectController.h"
 #include "pronunciation/LocalPronunciation.h"
 #include "pronunciation/PronunciationLexicon.h"
 #include "speech/account/ElevenLabsService.h"
@@ -12,19 +13,16 @@
 
 namespace orlenta::controller {
 
-Pronunciations::Pronunciations(Document &document, UndoHistory &history, QObject *parent)
-    : QObject(parent), m_document(document), m_history(history) {}
-
 const QList<model::PronunciationEntry> &Pronunciations::entries() const {
-    return m_document.project().pronunciations;
+    return m_controller.project().pronunciations;
 }
 
 bool Pronunciations::pronunciationDirty() const {
-    return m_document.pronunciationDirty();
+    return m_controller.state().pronunciationDirty;
 }
 
 int Pronunciations::pronunciationRevision() const {
-    return m_document.pronunciationRevision();
+    return m_controller.state().pronunciationRevision;
 }
 
 void Pronunciations::addPronunciationEntry(const model::PronunciationEntry &entry) {
@@ -72,7 +70,7 @@ Pronunciations::uploadPronunciationDictionary(speech::ElevenLabsService &service
     if (enabled.isEmpty()) {
         m_dictionaryId.reset();
         m_dictionaryVersionId.reset();
-        m_document.setPronunciationDirty(false, EditKey());
+        Edit(m_controller)->pronunciationDirty = false;
         co_return {};
     }
     const QByteArray lexicon = pronunciation::pronunciationLexicon(enabled, QStringLiteral("en-US")).toUtf8();
@@ -88,17 +86,13 @@ Pronunciations::uploadPronunciationDictionary(speech::ElevenLabsService &service
     m_dictionaryVersionId = uploaded->versionId;
     // An entry that changed meanwhile isn't in what the service holds now.
     if (pronunciationRevision() == revision)
-        m_document.setPronunciationDirty(false, EditKey());
+        Edit(m_controller)->pronunciationDirty = false;
     co_return {};
 }
 
 void Pronunciations::change(const QList<model::PronunciationEntry> &entries, const QString &actionName) {
-    const Document::Change change(m_document);
-    const StoreUndoSnapshot before = m_history.takeSnapshot();
-    m_document.edit(EditKey()).pronunciations = entries;
-    m_document.invalidatePronunciations(EditKey());
-    m_document.commitChange(EditKey());
-    m_history.registerUndo(before, actionName);
+    const Edit edit(m_controller, actionName);
+    edit->project.pronunciations = entries;
 }
 
 qsizetype Pronunciations::indexOf(const model::PronunciationId &id) const {

@@ -7,7 +7,7 @@
 #include <QtCore/QString>
 
 #include "base/Result.h"
-#include "controller/document/Document.h"
+#include "model/PronunciationEntry.h"
 #include "speech/http/SpeechError.h"
 
 namespace orlenta::speech {
@@ -16,13 +16,13 @@ class ElevenLabsService;
 
 namespace orlenta::controller {
 
-class UndoHistory;
+class ProjectController;
 
 /// The project's pronunciation entries, and what the speech service holds of them. Main thread.
 class Pronunciations final : public QObject {
     Q_OBJECT
 public:
-    Pronunciations(Document &document, UndoHistory &history, QObject *parent = nullptr);
+    explicit Pronunciations(ProjectController &controller) : m_controller(controller) {}
 
     [[nodiscard]] const QList<model::PronunciationEntry> &entries() const;
     /// The dictionary of the last upload; in memory only, so a project opened again uploads anew.
@@ -49,8 +49,7 @@ private:
     void change(const QList<model::PronunciationEntry> &entries, const QString &actionName);
     [[nodiscard]] qsizetype indexOf(const model::PronunciationId &id) const;
 
-    Document &m_document;
-    UndoHistory &m_history;
+    ProjectController &m_controller;
     std::optional<QString> m_dictionaryId;
     std::optional<QString> m_dictionaryVersionId;
 };

@@ -1,11 +1,11 @@
 #include "controller/script/LineClipboard.h"
 
-#include "controller/document/UndoHistory.h"
+#include "controller/document/Edit.h"
+#include "controller/ProjectController.h"
 #include "controller/script/FreshLineCopy.h"
 #include "controller/script/LineEditing.h"
 #include "controller/script/ScriptStructure.h"
 #include "controller/script/Selection.h"
-#include "controller/takes/LineRuntime.h"
 
 namespace orlenta::controller {
 
@@ -14,13 +14,13 @@ QString LineClipboard::clipboardType() {
 }
 
 std::optional<QByteArray> LineClipboard::copiedLines() const {
-    const QList<model::LineId> selected = m_parts.selection.selectedLinesInScript();
+    const QList<model::LineId> selected = m_controller.selection().selectedLinesInScript();
     if (selected.isEmpty())
         return std::nullopt;
     model::LinePayload payload;
-    payload.projectId = m_parts.document.project().projectId;
+    payload.projectId = m_controller.project().projectId;
     for (const model::LineId &id : selected)
-        payload.lines.append(*m_parts.document.findLine(id));
+        payload.lines.append(*m_controller.state().findLine(id));
     return model::encodeLinePayload(payload);
 }
 
@@ -28,7 +28,7 @@ bool LineClipboard::cutLines(const std::function<bool(const QByteArray &)> &writ
     const std::optional<QByteArray> bytes = copiedLines();
     if (!bytes || !write(*bytes))
         return false;
-    m_parts.lines.deleteLines(m_parts.selection.selectedLinesInScript(), LineEditing::Removal::Cut);
+    m_controller.lines().deleteLines(m_controller.selection().selectedLinesInScript(), LineEditing::Removal::Cut);
     return true;
 }
 
@@ -40,28 +40,27 @@ bool LineClipboard::pasteLines(const QByteArray &bytes) {
     const std::optional<model::LinePayload> payload = ownPayload(bytes);
     if (!payload)
         return false;
-    const Document::Change change(m_parts.document);
-    const StoreUndoSnapshot before = m_parts.history.takeSnapshot();
-    QList<model::LineId> ids = m_parts.document.scriptLineIds();
-    const QList<model::LineId> selected = m_parts.selection.selectedLinesInScript();
-    qsizetype position = selected.isEmpty() ? ids.size() : ids.indexOf(selected.last()) + 1;
+    if (m_controller.activeTab() == nullptr)
+        return false;
+    const Edit edit(m_controller, QStringLiteral("Paste Lines"));
+    const QList<model::LineId> selected = edit->selectedLinesInScript();
+    const model::LineIdList &script = edit->scriptLineIds();
+    const qsizetype position = selected.isEmpty() ? script.size() : script.indexOf(selected.last()) + 1;
     std::vector<model::ProjectLine> copies;
     QList<model::LineId> copyIds;
     for (const model::ProjectLine &line : payload->lines) {
         copies.push_back(freshLineCopy(line));
         copyIds.append(copies.back().lineId);
-        m_parts.runtime.copyState(line.lineId, copyIds.last(), EditKey());
-        ids.insert(position++, copyIds.last());
+        edit.copyRuntime(line.lineId, copyIds.last());
     }
-    m_parts.structure.replaceActiveTabLines(ids, copies, EditKey());
-    m_parts.selection.placeRange(copyIds, EditKey());
-    m_parts.history.registerUndo(before, QStringLiteral("Paste Lines"));
+    ScriptStructure::insertLines(edit, edit->activeTab()->id, position, copies);
+    m_controller.selection().placeRange(edit, copyIds);
     return true;
 }
 
 std::optional<model::LinePayload> LineClipboard::ownPayload(const QByteArray &bytes) const {
     std::optional<model::LinePayload> payload = model::decodeLinePayload(bytes);
-    const bool isOurs = payload && payload->projectId == m_parts.document.project().projectId;
+    const bool isOurs = payload && payload->projectId == m_controller.project().projectId;
     return isOurs && !payload->lines.isEmpty() ? payload : std::nullopt;
 }
 

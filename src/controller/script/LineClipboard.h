@@ -5,31 +5,17 @@
 
 #include <QtCore/QByteArray>
 
-#include "controller/document/Document.h"
 #include "model/LinePayload.h"
 
 namespace orlenta::controller {
 
-class LineEditing;
-class LineRuntime;
-class ScriptStructure;
-class Selection;
-class UndoHistory;
+class ProjectController;
 
 /// Copies, cuts and pastes whole lines within one project. The clipboard itself is the caller's: here are the bytes
 /// that go there under clipboardType(). Main thread.
 class LineClipboard final {
 public:
-    struct Parts {
-        Document &document;
-        UndoHistory &history;
-        Selection &selection;
-        ScriptStructure &structure;
-        LineRuntime &runtime;
-        LineEditing &lines;
-    };
-
-    explicit LineClipboard(const Parts &parts) : m_parts(parts) {}
+    explicit LineClipboard(ProjectController &controller) : m_controller(controller) {}
 
     [[nodiscard]] static QString clipboardType();
     /// The selected lines; none when nothing is selected.
@@ -44,7 +30,7 @@ public:
 private:
     [[nodiscard]] std::optional<model::LinePayload> ownPayload(const QByteArray &bytes) const;
 
-    Parts m_parts;
+    ProjectController &m_controller;
 };
 
 } // namespace orlenta::controller

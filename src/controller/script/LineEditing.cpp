@@ -5,21 +5,21 @@
 
 #include "controller/casting/PresetEditing.h"
 #include "controller/casting/VoiceCasting.h"
-#include "controller/document/UndoHistory.h"
+#include "controller/document/Edit.h"
+#include "controller/ProjectController.h"
 #include "controller/script/FreshLineCopy.h"
 #include "controller/script/ScriptStructure.h"
 #include "controller/script/Selection.h"
-#include "controller/takes/LineRuntime.h"
 #include "tags/SentenceSplitter.h"
 
 namespace orlenta::controller {
 
 const model::ProjectLine *LineEditing::find(const model::LineId &id) const {
-    return m_parts.document.findLine(id);
+    return m_controller.state().findLine(id);
 }
 
 qsizetype LineEditing::indexInScript(const model::LineId &id) const {
-    return m_parts.document.scriptIndexOf(id);
+    return m_controller.scriptLineIds().indexOf(id);
 }
 
 bool LineEditing::canSplitLine() const {
@@ -39,128 +39,94 @@ void LineEditing::setNewLineVoiceProvider(NewLineVoiceProvider provider) {
 }
 
 void LineEditing::addLine() {
-    Document &document = m_parts.document;
-    if (document.activeTab() == nullptr)
+    if (m_controller.activeTab() == nullptr)
         return;
-    const Document::Change change(document);
-    const StoreUndoSnapshot before = m_parts.history.takeSnapshot();
+    const Edit edit(m_controller, QStringLiteral("Add Line"));
     model::ProjectLine line = newLine();
     if (const model::ProjectLine *reference = referenceLine()) {
         line.voiceId = reference->voiceId;
-        line.settings = document.project().effectiveSettings(*reference);
+        line.settings = edit->project.effectiveSettings(*reference);
     } else if (const auto voice = m_newLineVoice ? m_newLineVoice() : std::nullopt) {
-        line.voiceId = m_parts.voices.castInNextColor(voice->elevenLabsVoiceId, voice->name, voice->name).id;
+        line.voiceId =
+            m_controller.voices().ensureProjectVoice(voice->elevenLabsVoiceId, voice->name, voice->name, {}).id;
     }
-    m_parts.structure.addLines({line}, EditKey());
-    document.restructure(EditKey()).lines.renumberByOrder();
-    const model::ProjectTab &tab = *document.activeTab();
-    m_parts.structure.setLineIds(tab.id, tab.lineIds + QList{line.lineId}, EditKey());
-    m_parts.selection.place(line.lineId, Selection::Editing::Yes, EditKey());
-    m_parts.history.registerUndo(before, QStringLiteral("Add Line"));
+    ScriptStructure::insertLines(edit, edit->activeTab()->id, edit->scriptLineIds().size(), {line});
+    m_controller.selection().place(edit, line.lineId, Selection::Editing::Yes);
 }
 
 void LineEditing::duplicateLine(const model::LineId &id) {
     const qsizetype index = indexInScript(id);
     if (index < 0)
         return;
-    Document &document = m_parts.document;
-    const Document::Change change(document);
-    const StoreUndoSnapshot before = m_parts.history.takeSnapshot();
-    model::ProjectLine copy = *find(id);
+    const Edit edit(m_controller, QStringLiteral("Duplicate Line"));
+    model::ProjectLine copy = *edit->findLine(id);
     copy.lineId = model::LineId::create();
-    QList<model::LineId> ids = document.scriptLineIds();
-    ids.insert(index + 1, copy.lineId);
-    m_parts.structure.replaceActiveTabLines(ids, {copy}, EditKey());
-    m_parts.runtime.copyState(id, copy.lineId, EditKey());
-    m_parts.selection.place(copy.lineId, Selection::Editing::Yes, EditKey());
-    m_parts.history.registerUndo(before, QStringLiteral("Duplicate Line"));
+    ScriptStructure::insertLines(edit, edit->activeTab()->id, index + 1, {copy});
+    edit.copyRuntime(id, copy.lineId);
+    m_controller.selection().place(edit, copy.lineId, Selection::Editing::Yes);
 }
 
 void LineEditing::deleteLine(const model::LineId &id) {
     const qsizetype index = indexInScript(id);
     if (index < 0)
         return;
-    const Document::Change change(m_parts.document);
-    const StoreUndoSnapshot before = m_parts.history.takeSnapshot();
-    if (m_parts.document.scriptLineIds().size() > 1)
-        removeFromScript(id, index);
-    else
-        replaceOnlyLine();
-    m_parts.history.registerUndo(before, QStringLiteral("Delete Line"));
-}
-
-void LineEditing::removeFromScript(const model::LineId &id, qsizetype index) {
-    QSet<model::LineId> selected = m_parts.selection.selectedLineIds();
-    if (selected.remove(id))
-        m_parts.selection.setSelectedLineIds(selected);
-    QList<model::LineId> ids = m_parts.document.scriptLineIds();
-    ids.removeAt(index);
-    // Renumbering selects the tab's first line where nothing is selected; here the neighbour is wanted.
-    const bool nothingLeft = selected.isEmpty();
-    m_parts.structure.replaceActiveTabLines(ids, {}, EditKey());
-    if (nothingLeft)
-        m_parts.selection.place(ids.at(std::min(index, ids.size() - 1)), Selection::Editing::No, EditKey());
-}
-
-void LineEditing::replaceOnlyLine() {
-    const model::ProjectLine line = newLine();
-    m_parts.structure.replaceActiveTabLines({line.lineId}, {line}, EditKey());
-    m_parts.selection.place(line.lineId, Selection::Editing::No, EditKey());
+    const Edit edit(m_controller, QStringLiteral("Delete Line"));
+    // The structure's own choice would be the tab's first line; here the neighbour is wanted.
+    const QSet<model::LineId> &selected = edit->selection.selectedLineIds;
+    const bool leavesNothing = selected.isEmpty() || m_controller.selection().singleSelectedLineId() == id;
+    removeFromScript(edit, {id});
+    if (leavesNothing) {
+        const model::LineIdList &left = edit->scriptLineIds();
+        m_controller.selection().place(edit, left.at(std::min(index, left.size() - 1)), Selection::Editing::No);
+    }
 }
 
 void LineEditing::deleteLines(const QList<model::LineId> &ids, Removal removal) {
-    const QSet<model::LineId> removed(ids.begin(), ids.end());
-    const QList<model::LineId> before = m_parts.document.scriptLineIds();
-    QList<model::LineId> kept;
-    qsizetype firstRemoved = -1;
-    for (const model::LineId &id : before) {
-        if (!removed.contains(id))
-            kept.append(id);
-        else if (firstRemoved < 0)
-            firstRemoved = kept.size();
-    }
-    if (firstRemoved < 0)
+    QSet<model::LineId> removed;
+    qsizetype first = m_controller.scriptLineIds().size();
+    for (const model::LineId &id : ids)
+        if (const qsizetype index = indexInScript(id); index >= 0) {
+            removed.insert(id);
+            first = std::min(first, index);
+        }
+    if (removed.isEmpty())
         return;
-    const Document::Change change(m_parts.document);
-    const StoreUndoSnapshot snapshot = m_parts.history.takeSnapshot();
-    std::vector<model::ProjectLine> replacement;
-    if (kept.isEmpty()) {
-        replacement.push_back(newLine());
-        kept.append(replacement.front().lineId);
-    }
-    m_parts.structure.replaceActiveTabLines(kept, replacement, EditKey());
-    m_parts.selection.place(kept.at(std::min(firstRemoved, kept.size() - 1)), Selection::Editing::No, EditKey());
-    m_parts.history.registerUndo(snapshot, removal == Removal::Cut ? QStringLiteral("Cut Lines")
-                                                                   : QStringLiteral("Delete Lines"));
+    const Edit edit(m_controller,
+                    removal == Removal::Cut ? QStringLiteral("Cut Lines") : QStringLiteral("Delete Lines"));
+    removeFromScript(edit, removed);
+    const model::LineIdList &left = edit->scriptLineIds();
+    m_controller.selection().place(edit, left.at(std::min(first, left.size() - 1)), Selection::Editing::No);
+}
+
+void LineEditing::removeFromScript(const Edit &edit, const QSet<model::LineId> &ids) {
+    const model::TabId tab = edit->activeTab()->id;
+    if (ids.size() == edit->scriptLineIds().size())
+        ScriptStructure::insertLines(edit, tab, 0, {newLine()});
+    ScriptStructure::removeLines(edit, tab, ids);
 }
 
 void LineEditing::splitLine() {
     const QStringList sentences = sentencesOfSelectedLine();
     if (sentences.size() < 2)
         return;
-    Document &document = m_parts.document;
-    const model::LineId id = *m_parts.selection.singleSelectedLineId();
-    const Document::Change change(document);
-    const StoreUndoSnapshot before = m_parts.history.takeSnapshot();
-    const model::ProjectLine source = *find(id);
-    const model::ProjectLineSettings settings = document.project().effectiveSettings(source);
+    const model::LineId id = *m_controller.selection().singleSelectedLineId();
+    const Edit edit(m_controller, QStringLiteral("Split Line"));
+    const model::ProjectLine source = *edit->findLine(id);
+    const model::ProjectLineSettings settings = edit->project.effectiveSettings(source);
     std::vector<model::ProjectLine> lines;
-    QList<model::LineId> ids = document.scriptLineIds();
-    qsizetype position = ids.indexOf(id);
-    ids.removeAt(position);
     for (const QString &sentence : sentences) {
-        model::ProjectLine line = model::ProjectLine::makeNew(source.order);
+        model::ProjectLine line = model::ProjectLine::makeNew();
         line.text = sentence;
         line.voiceId = source.voiceId;
         line.presetId = source.presetId;
         line.settings = settings;
         line.notes = source.notes;
-        ids.insert(position++, line.lineId);
         lines.push_back(line);
     }
-    m_parts.structure.replaceActiveTabLines(ids, lines, EditKey());
-    m_parts.selection.place(lines.front().lineId, Selection::Editing::No, EditKey());
-    m_parts.history.registerUndo(before, QStringLiteral("Split Line"));
+    const model::TabId tab = edit->activeTab()->id;
+    ScriptStructure::insertLines(edit, tab, indexInScript(id), lines);
+    ScriptStructure::removeLines(edit, tab, {id});
+    m_controller.selection().place(edit, lines.front().lineId, Selection::Editing::No);
 }
 
 void LineEditing::moveLineUp() {
@@ -172,64 +138,53 @@ void LineEditing::moveLineDown() {
 }
 
 void LineEditing::moveLine(const model::LineId &id, qsizetype insertionIndex) {
-    const model::ProjectTab *tab = tabOf(id);
+    const model::ProjectTab *tab = m_controller.project().tabOf(id);
     if (tab == nullptr)
         return;
-    QList<model::LineId> ids = tab->lineIds;
-    const model::TabId tabId = tab->id;
-    const qsizetype index = ids.indexOf(id);
-    const qsizetype before = std::clamp<qsizetype>(insertionIndex, 0, ids.size());
+    const qsizetype index = tab->lineIds.indexOf(id);
+    const qsizetype before = std::clamp<qsizetype>(insertionIndex, 0, tab->lineIds.size());
     if (before == index || before == index + 1)
         return;
-    const Document::Change change(m_parts.document);
-    const StoreUndoSnapshot snapshot = m_parts.history.takeSnapshot();
-    ids.move(index, before > index ? before - 1 : before);
-    m_parts.structure.setLineIds(tabId, ids, EditKey());
-    m_parts.structure.renumberFromTabs(EditKey());
-    m_parts.history.registerUndo(snapshot, QStringLiteral("Move Line"));
+    const Edit edit(m_controller, QStringLiteral("Move Line"));
+    ScriptStructure::moveLine(edit, model::TabId(tab->id), index, before > index ? before - 1 : before);
 }
 
 void LineEditing::copyLineToTab(const model::LineId &id, const model::TabId &target,
                                 std::optional<qsizetype> insertionIndex) {
-    const qsizetype tabIndex = m_parts.document.tabIndex(target);
-    if (find(id) == nullptr || tabIndex < 0)
+    const model::ProjectTab *tab = m_controller.project().findTab(target);
+    if (find(id) == nullptr || tab == nullptr)
         return;
-    const Document::Change change(m_parts.document);
-    const StoreUndoSnapshot snapshot = m_parts.history.takeSnapshot();
-    const model::ProjectLine copy = freshLineCopy(*find(id));
-    QList<model::LineId> ids = m_parts.document.project().tabs.at(tabIndex).lineIds;
-    ids.insert(std::clamp<qsizetype>(insertionIndex.value_or(ids.size()), 0, ids.size()), copy.lineId);
-    m_parts.structure.addLines({copy}, EditKey());
-    m_parts.structure.setLineIds(target, ids, EditKey());
-    m_parts.structure.renumberFromTabs(EditKey());
-    m_parts.runtime.copyState(id, copy.lineId, EditKey());
-    m_parts.history.registerUndo(snapshot, QStringLiteral("Copy Line"));
+    const qsizetype size = tab->lineIds.size();
+    const Edit edit(m_controller, QStringLiteral("Copy Line"));
+    const model::ProjectLine copy = freshLineCopy(*edit->findLine(id));
+    ScriptStructure::insertLines(edit, target, std::clamp<qsizetype>(insertionIndex.value_or(size), 0, size), {copy});
+    edit.copyRuntime(id, copy.lineId);
 }
 
 void LineEditing::setNotes(const model::LineId &id, const QString &notes) {
     const model::ProjectLine *line = find(id);
     if (line == nullptr || line->notes == notes)
         return;
-    m_parts.document.updateLine(
-        id, [&](model::ProjectLine &noted) { noted.notes = notes; }, EditKey());
+    const Edit edit(m_controller);
+    edit.updateLine(id, [&notes](model::ProjectLine &noted) { noted.notes = notes; });
 }
 
 const model::ProjectLine *LineEditing::referenceLine() const {
-    if (const auto selected = m_parts.selection.singleSelectedLineId())
+    if (const auto selected = m_controller.selection().singleSelectedLineId())
         if (const model::ProjectLine *line = find(*selected))
             return line;
-    const QList<model::LineId> &ids = m_parts.document.scriptLineIds();
+    const model::LineIdList &ids = m_controller.scriptLineIds();
     return ids.isEmpty() ? nullptr : find(ids.last());
 }
 
 model::ProjectLine LineEditing::newLine() const {
-    model::ProjectLine line = model::ProjectLine::makeNew(m_parts.document.project().lines.size());
-    line.presetId = m_parts.presets.defaultPreset().id;
+    model::ProjectLine line = model::ProjectLine::makeNew();
+    line.presetId = m_controller.presets().defaultPreset().id;
     return line;
 }
 
 QStringList LineEditing::sentencesOfSelectedLine() const {
-    const auto id = m_parts.selection.singleSelectedLineId();
+    const auto id = m_controller.selection().singleSelectedLineId();
     if (!id || indexInScript(*id) < 0)
         return {};
     const QString text = find(*id)->text.trimmed();
@@ -237,32 +192,21 @@ QStringList LineEditing::sentencesOfSelectedLine() const {
 }
 
 qsizetype LineEditing::movableIndex(Direction direction) const {
-    const QList<model::LineId> selected = m_parts.selection.selectedLinesInScript();
+    const QList<model::LineId> selected = m_controller.selection().selectedLinesInScript();
     if (selected.isEmpty())
         return -1;
-    const qsizetype last = m_parts.document.scriptLineIds().size() - 1;
+    const qsizetype last = m_controller.scriptLineIds().size() - 1;
     const qsizetype index = indexInScript(direction == Direction::Up ? selected.first() : selected.last());
     const bool movable = direction == Direction::Up ? index >= 1 : index < last;
     return movable ? index : -1;
-}
-
-const model::ProjectTab *LineEditing::tabOf(const model::LineId &id) const {
-    const QList<model::ProjectTab> &tabs = m_parts.document.project().tabs;
-    const auto found =
-        std::find_if(tabs.begin(), tabs.end(), [&](const model::ProjectTab &tab) { return tab.lineIds.contains(id); });
-    return found == tabs.end() ? nullptr : &*found;
 }
 
 void LineEditing::move(Direction direction) {
     const qsizetype index = movableIndex(direction);
     if (index < 0)
         return;
-    const Document::Change change(m_parts.document);
-    const StoreUndoSnapshot before = m_parts.history.takeSnapshot();
-    QList<model::LineId> ids = m_parts.document.scriptLineIds();
-    ids.swapItemsAt(index, direction == Direction::Up ? index - 1 : index + 1);
-    m_parts.structure.replaceActiveTabLines(ids, {}, EditKey());
-    m_parts.history.registerUndo(before, QStringLiteral("Move Line"));
+    const Edit edit(m_controller, QStringLiteral("Move Line"));
+    ScriptStructure::moveLine(edit, edit->activeTab()->id, index, direction == Direction::Up ? index - 1 : index + 1);
 }
 
 } // namespace orlenta::controller

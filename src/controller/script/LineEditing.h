@@ -3,34 +3,24 @@
 #include <functional>
 #include <optional>
 
+#include <QtCore/QSet>
+#include <QtCore/QStringList>
+
 #include "controller/casting/ServiceVoice.h"
-#include "controller/document/Document.h"
+#include "model/ProjectLine.h"
 
 namespace orlenta::controller {
 
-class LineRuntime;
-class PresetEditing;
-class ScriptStructure;
-class Selection;
-class UndoHistory;
-class VoiceCasting;
+class Edit;
+class ProjectController;
 
 /// Operations on the active tab's lines. Each is one undo step, unless it says otherwise, and does nothing where its
 /// precondition fails. Main thread.
 class LineEditing final {
 public:
-    struct Parts {
-        Document &document;
-        UndoHistory &history;
-        Selection &selection;
-        ScriptStructure &structure;
-        LineRuntime &runtime;
-        VoiceCasting &voices;
-        PresetEditing &presets;
-    };
     using NewLineVoiceProvider = std::function<std::optional<ServiceVoice>()>;
 
-    explicit LineEditing(const Parts &parts) : m_parts(parts) {}
+    explicit LineEditing(ProjectController &controller) : m_controller(controller) {}
 
     /// The line of that id in any tab, or null. The pointer holds until the next change of the project.
     [[nodiscard]] const model::ProjectLine *find(const model::LineId &id) const;
@@ -70,12 +60,10 @@ private:
     [[nodiscard]] model::ProjectLine newLine() const;
     [[nodiscard]] QStringList sentencesOfSelectedLine() const;
     [[nodiscard]] qsizetype movableIndex(Direction direction) const;
-    void removeFromScript(const model::LineId &id, qsizetype index);
-    void replaceOnlyLine();
+    void removeFromScript(const Edit &edit, const QSet<model::LineId> &ids);
     void move(Direction direction);
-    [[nodiscard]] const model::ProjectTab *tabOf(const model::LineId &id) const;
 
-    Parts m_parts;
+    ProjectController &m_controller;
     NewLineVoiceProvider m_newLineVoice;
 };
 

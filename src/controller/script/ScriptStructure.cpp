@@ -2,89 +2,105 @@
 
 #include <algorithm>
 
-#include "controller/document/Document.h"
 #include "controller/document/TypingSession.h"
+#include "controller/ProjectController.h"
 #include "controller/script/Selection.h"
-#include "controller/takes/LineRuntime.h"
 
 namespace orlenta::controller {
 
-ScriptStructure::ScriptStructure(Document &document, TypingSession &typing, Selection &selection, LineRuntime &runtime)
-    : m_document(document), m_typing(typing), m_selection(selection), m_runtime(runtime) {}
-
-void ScriptStructure::setTabs(const QList<model::ProjectTab> &tabs, EditKey key) {
-    const Document::Change change(m_document);
-    model::Project &project = m_document.restructure(key);
-    project.tabs = tabs;
-    if (project.activeTabId && project.findTab(*project.activeTabId) == nullptr) {
-        project.activeTabId = tabs.isEmpty() ? std::nullopt : std::optional(tabs.first().id);
-        m_selection.reconcile();
-    }
-    m_document.commitChange(key);
-}
-
-void ScriptStructure::setActiveTab(const model::TabId &id, EditKey key) {
-    if (m_document.project().activeTabId == id)
+void ScriptStructure::insertLines(const Edit &edit, const model::TabId &tab, qsizetype index,
+                                  const std::vector<model::ProjectLine> &lines) {
+    model::ProjectTab *target = findTab(edit, tab);
+    if (target == nullptr)
         return;
-    const Document::Change change(m_document);
-    if (m_selection.editingLineId()) {
-        m_typing.commit();
-        m_selection.setEditingLineId(std::nullopt);
-        m_selection.setTextSelectionRange(std::nullopt);
-        m_selection.normalise(std::nullopt, Selection::AutoSelect::Off);
-    }
-    m_document.restructure(key).activeTabId = id;
-    m_document.commitChange(key);
-    m_selection.reconcile();
-}
-
-void ScriptStructure::setLineIds(const model::TabId &id, const QList<model::LineId> &lineIds, EditKey key) {
-    QList<model::ProjectTab> tabs = m_document.project().tabs;
-    if (const qsizetype index = m_document.tabIndex(id); index >= 0)
-        tabs[index].lineIds = lineIds;
-    setTabs(tabs, key);
-}
-
-void ScriptStructure::replaceActiveTabLines(const QList<model::LineId> &lineIds,
-                                            const std::vector<model::ProjectLine> &newLines, EditKey key) {
-    const model::ProjectTab *tab = m_document.activeTab();
-    if (tab == nullptr)
-        return;
-    const Document::Change change(m_document);
-    const QSet<model::LineId> kept(lineIds.begin(), lineIds.end());
-    const QList<model::LineId> before = tab->lineIds;
-    const model::TabId tabId = tab->id;
-    addLines(newLines, key);
-    for (const model::LineId &id : before)
-        if (!kept.contains(id))
-            m_runtime.remove(id, key);
-    setLineIds(tabId, lineIds, key);
-    renumberFromTabs(key);
-    m_document.markDirty(key);
-}
-
-void ScriptStructure::addLines(const std::vector<model::ProjectLine> &lines, EditKey key) {
-    const Document::Change change(m_document);
-    model::LineList &all = m_document.restructure(key).lines;
     for (const model::ProjectLine &line : lines) {
-        if (const qsizetype index = all.indexOf(line.lineId); index >= 0)
-            all.replace(index, line);
-        else
-            all.append(line);
+        edit->project.lines.insert(line);
+        target->lineIds.insert(index++, line.lineId);
+    }
+    normaliseSelection(edit);
+}
+
+void ScriptStructure::removeLines(const Edit &edit, const model::TabId &tab, const QSet<model::LineId> &lines) {
+    model::ProjectTab *source = findTab(edit, tab);
+    if (source == nullptr)
+        return;
+    if (lines.size() == 1)
+        source->lineIds.removeAt(source->lineIds.indexOf(*lines.begin()));
+    else
+        source->lineIds.removeIf([&lines](const model::LineId &id) { return lines.contains(id); });
+    for (const model::LineId &id : lines) {
+        edit->project.lines.remove(id);
+        edit->lineRuntime.remove(id);
+    }
+    normaliseSelection(edit);
+}
+
+void ScriptStructure::moveLine(const Edit &edit, const model::TabId &tab, qsizetype from, qsizetype to) {
+    if (model::ProjectTab *target = findTab(edit, tab)) {
+        target->lineIds.move(from, to);
+        normaliseSelection(edit);
     }
 }
 
-void ScriptStructure::renumberFromTabs(EditKey key) {
-    const Document::Change change(m_document);
-    model::Project &project = m_document.restructure(key);
-    std::vector<qsizetype> positions;
-    positions.reserve(static_cast<size_t>(project.lines.size()));
-    for (const model::ProjectTab &tab : project.tabs)
-        for (const model::LineId &id : tab.lineIds)
-            if (const qsizetype index = project.lines.indexOf(id); index >= 0)
-                positions.push_back(index);
-    project.lines.rearrange(positions);
-    m_selection.normalise(std::nullopt, Selection::AutoSelect::On);
+void ScriptStructure::insertTab(const Edit &edit, qsizetype index, const model::ProjectTab &tab,
+                                const std::vector<model::ProjectLine> &lines) {
+    model::ProjectTab added = tab;
+    for (const model::ProjectLine &line : lines) {
+        edit->project.lines.insert(line);
+        added.lineIds.append(line.lineId);
+    }
+    edit->project.tabs.insert(index, added);
+    normaliseSelection(edit);
+}
+
+void ScriptStructure::removeTab(const Edit &edit, qsizetype index) {
+    QList<model::ProjectTab> &tabs = edit->project.tabs;
+    const model::ProjectTab removed = tabs.takeAt(index);
+    const bool wasActive = edit->project.activeTabId == removed.id;
+    dropUnknownActiveTab(edit);
+    if (wasActive && !tabs.isEmpty())
+        setActiveTab(edit, tabs.at(std::min(index, tabs.size() - 1)).id);
+    for (const model::LineId &id : removed.lineIds) {
+        edit->project.lines.remove(id);
+        edit->lineRuntime.remove(id);
+    }
+    normaliseSelection(edit);
+}
+
+void ScriptStructure::moveTab(const Edit &edit, qsizetype from, qsizetype to) {
+    edit->project.tabs.move(from, to);
+    normaliseSelection(edit);
+}
+
+void ScriptStructure::setActiveTab(const Edit &edit, const model::TabId &id) {
+    if (edit->project.activeTabId == id)
+        return;
+    Selection &selection = edit.controller().selection();
+    if (edit->selection.editingLineId) {
+        edit.controller().typing().commit();
+        edit->selection.editingLineId.reset();
+        edit->selection.textSelectionRange.reset();
+        selection.normalise(edit, std::nullopt, Selection::AutoSelect::Off);
+    }
+    edit->project.activeTabId = id;
+    selection.reconcile(edit);
+}
+
+void ScriptStructure::dropUnknownActiveTab(const Edit &edit) {
+    model::Project &project = edit->project;
+    if (!project.activeTabId || project.findTab(*project.activeTabId) != nullptr)
+        return;
+    project.activeTabId = project.tabs.isEmpty() ? std::nullopt : std::optional(project.tabs.first().id);
+    edit.controller().selection().reconcile(edit);
+}
+
+model::ProjectTab *ScriptStructure::findTab(const Edit &edit, const model::TabId &id) {
+    const qsizetype index = edit->tabIndex(id);
+    return index < 0 ? nullptr : &edit->project.tabs[index];
+}
+
+void ScriptStructure::normaliseSelection(const Edit &edit) {
+    edit.controller().selection().normalise(edit, std::nullopt, Selection::AutoSelect::On);
 }
 
 } // namespace orlenta::controller

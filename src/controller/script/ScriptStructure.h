@@ -2,41 +2,38 @@
 
 #include <vector>
 
-#include "controller/document/EditKey.h"
-#include "model/ProjectLine.h"
-#include "model/ProjectTab.h"
+#include "controller/document/Edit.h"
 
 namespace orlenta::controller {
 
-class Document;
-class LineRuntime;
-class Selection;
-class TypingSession;
-
-/// Changes of tabs and of the list of lines, with the effects that each always has on order and selection.
+/// Changes of tabs and of which lines there are, with the effects that each always has on the selection. Lines that
+/// leave their tab leave the project, with what they have at run time.
 class ScriptStructure final {
 public:
-    ScriptStructure(Document &document, TypingSession &typing, Selection &selection, LineRuntime &runtime);
+    ScriptStructure() = delete;
 
-    /// Stores the tabs; an active tab that is no longer among them gives way to the first.
-    void setTabs(const QList<model::ProjectTab> &tabs, EditKey);
-    /// Shows another tab: ends the editing of a line and marks the project dirty, without an undo step.
-    void setActiveTab(const model::TabId &id, EditKey);
-    /// Gives a tab these lines in this order. Lines that aren't in the project yet come from `newLines`.
-    void setLineIds(const model::TabId &id, const QList<model::LineId> &lineIds, EditKey);
-    /// Makes these the active tab's lines. `newLines` are added or replace those of their ids; lines of the tab that
-    /// aren't named go, with their runtime states.
-    void replaceActiveTabLines(const QList<model::LineId> &lineIds, const std::vector<model::ProjectLine> &newLines,
-                               EditKey);
-    void addLines(const std::vector<model::ProjectLine> &lines, EditKey);
-    /// Puts the lines in the order of the tabs; a line that no tab names is dropped.
-    void renumberFromTabs(EditKey);
+    /// Puts new lines before the line at `index` of the tab.
+    static void insertLines(const Edit &edit, const model::TabId &tab, qsizetype index,
+                            const std::vector<model::ProjectLine> &lines);
+    /// Takes lines out of their tab.
+    static void removeLines(const Edit &edit, const model::TabId &tab, const QSet<model::LineId> &lines);
+    /// Puts a line elsewhere in its tab; `to` is its index in the list without it.
+    static void moveLine(const Edit &edit, const model::TabId &tab, qsizetype from, qsizetype to);
+
+    /// Puts a tab and its lines before the tab at `index`. The tab's own list of ids gets those of the lines.
+    static void insertTab(const Edit &edit, qsizetype index, const model::ProjectTab &tab,
+                          const std::vector<model::ProjectLine> &lines);
+    /// Removes a tab and its lines; the tab that takes its place becomes active if it was.
+    static void removeTab(const Edit &edit, qsizetype index);
+    static void moveTab(const Edit &edit, qsizetype from, qsizetype to);
+    /// Shows another tab and ends the editing of a line.
+    static void setActiveTab(const Edit &edit, const model::TabId &id);
+    /// Makes the first tab active where the active one has gone.
+    static void dropUnknownActiveTab(const Edit &edit);
 
 private:
-    Document &m_document;
-    TypingSession &m_typing;
-    Selection &m_selection;
-    LineRuntime &m_runtime;
+    [[nodiscard]] static model::ProjectTab *findTab(const Edit &edit, const model::TabId &id);
+    static void normaliseSelection(const Edit &edit);
 };
 
 } // namespace orlenta::controller

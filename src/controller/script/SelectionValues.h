@@ -19,6 +19,11 @@ struct SelectionValues {
     std::optional<TextRange> textSelectionRange;
     std::optional<TextRange> lastNonEmptySelection;
 
+    /// Whether both select the same lines, whatever the caret does.
+    [[nodiscard]] bool hasSameLines(const SelectionValues &other) const {
+        return selectedLineIds == other.selectedLineIds && anchorId == other.anchorId && focusId == other.focusId;
+    }
+
     friend bool operator==(const SelectionValues &, const SelectionValues &) = default;
 };
 

@@ -1,27 +1,18 @@
 #pragma once
 
-#include "controller/document/Document.h"
+#include <QtCore/QString>
+
+#include "model/Ids.h"
 
 namespace orlenta::controller {
 
-class LineRuntime;
-class ScriptStructure;
-class Selection;
-class UndoHistory;
+class ProjectController;
 
 /// Operations on tabs. Each is one undo step, unless it says otherwise, and does nothing where its precondition fails.
 /// Main thread.
 class TabEditing final {
 public:
-    struct Parts {
-        Document &document;
-        UndoHistory &history;
-        Selection &selection;
-        ScriptStructure &structure;
-        LineRuntime &runtime;
-    };
-
-    explicit TabEditing(const Parts &parts) : m_parts(parts) {}
+    explicit TabEditing(ProjectController &controller) : m_controller(controller) {}
 
     /// The last tab can't be closed.
     [[nodiscard]] bool canCloseTab() const;
@@ -42,7 +33,7 @@ public:
 private:
     void step(qsizetype distance);
 
-    Parts m_parts;
+    ProjectController &m_controller;
 };
 
 } // namespace orlenta::controller

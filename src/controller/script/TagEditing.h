@@ -11,15 +11,14 @@
 
 namespace orlenta::controller {
 
-class Document;
-class Selection;
-class UndoHistory;
+class ProjectController;
 
 /// The tag palette's work on the script, and what the document knows of the tags shown in it. Main thread.
 class TagEditing final : public QObject {
     Q_OBJECT
 public:
-    TagEditing(Document &document, UndoHistory &history, Selection &selection, QObject *parent = nullptr);
+    explicit TagEditing(ProjectController &controller, QObject *parent = nullptr)
+        : QObject(parent), m_controller(controller) {}
 
     /// The palette's row of a category.
     [[nodiscard]] QList<tags::TagItem> tagItems(tags::TagCategory category) const;
@@ -39,9 +38,7 @@ Q_SIGNALS:
     void tagToolbarExpandedChanged();
 
 private:
-    Document &m_document;
-    UndoHistory &m_history;
-    Selection &m_selection;
+    ProjectController &m_controller;
     tags::RenderedTagCategories m_renderedTagCategories;
     bool m_tagToolbarExpanded = false;
 };

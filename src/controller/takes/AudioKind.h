@@ -4,7 +4,7 @@
 
 namespace orlenta::controller {
 
-/// Which of a project's two kinds of audio files.
+/// Which of a line's two kinds of audio: what was generated, or the recording that directs it.
 enum class AudioKind { Generated, SourceRecording };
 
 /// The kind's folder below the project folder, "Audio Files/Generated" or "Audio Files/Recordings".

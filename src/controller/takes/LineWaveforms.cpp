@@ -3,14 +3,15 @@
 #include <QtCore/QFileInfo>
 
 #include "audio/files/Waveform.h"
-#include "controller/document/Document.h"
+#include "controller/document/Edit.h"
+#include "controller/ProjectController.h"
 #include "controller/takes/LineRuntime.h"
 #include "controller/takes/MediaFiles.h"
 
 namespace orlenta::controller {
 
-LineWaveforms::LineWaveforms(Document &document, LineRuntime &runtime, MediaFiles &media, QObject *parent)
-    : QObject(parent), m_document(document), m_runtime(runtime), m_media(media),
+LineWaveforms::LineWaveforms(ProjectController &controller)
+    : m_controller(controller),
       m_extractions(
           [](const Key &key, const std::stop_token &stop) {
               return audio::extractWaveform(QUrl::fromLocalFile(key.path), audio::waveformBarCount, stop);
@@ -19,10 +20,7 @@ LineWaveforms::LineWaveforms(Document &document, LineRuntime &runtime, MediaFile
 
 void LineWaveforms::request(const model::LineId &id, WaveformKind kind) {
     const Key key{id, kind, currentPath(id, kind)};
-    const LineRuntimeState state = m_runtime.state(id);
-    const QList<float> &present =
-        kind == WaveformKind::Generated ? state.waveformSamples : state.directionWaveformSamples;
-    if (!present.isEmpty() || m_failedWaveformExtractions.contains(key))
+    if (!m_controller.runtime().state(id).samples(kind).isEmpty() || m_failedWaveformExtractions.contains(key))
         return;
     if (!m_waveformExtractionTasks.contains(key)) {
         if (key.path.isEmpty() || !QFileInfo::exists(key.path))
@@ -32,23 +30,18 @@ void LineWaveforms::request(const model::LineId &id, WaveformKind kind) {
     m_extractions.ask(key);
 }
 
-void LineWaveforms::invalidate(const model::LineId &id, WaveformKind kind, EditKey key) {
+void LineWaveforms::invalidate(const Edit &edit, const model::LineId &id, WaveformKind kind) {
     for (auto failed = m_failedWaveformExtractions.begin(); failed != m_failedWaveformExtractions.end();)
         failed = failed->id == id && failed->kind == kind ? m_failedWaveformExtractions.erase(failed) : ++failed;
-    m_runtime.update(
-        id,
-        [kind](LineRuntimeState &state) {
-            (kind == WaveformKind::Generated ? state.waveformSamples : state.directionWaveformSamples).clear();
-        },
-        key);
+    edit.updateRuntime(id, [kind](LineRuntimeState &state) { state.setSamples(kind, {}); });
 }
 
 QString LineWaveforms::currentPath(const model::LineId &id, WaveformKind kind) const {
-    const model::ProjectLine *line = m_document.findLine(id);
+    const model::ProjectLine *line = m_controller.state().findLine(id);
     if (line == nullptr)
         return {};
-    return kind == WaveformKind::Generated ? m_media.audioURL(*line).toLocalFile()
-                                           : m_runtime.state(id).directionAudioURL.toLocalFile();
+    return kind == WaveformKind::Generated ? m_controller.media().audioURL(*line).toLocalFile()
+                                           : m_controller.runtime().state(id).directionAudioURL.toLocalFile();
 }
 
 void LineWaveforms::store(const Key &key, const QList<float> &samples) {
@@ -60,12 +53,8 @@ void LineWaveforms::store(const Key &key, const QList<float> &samples) {
     // The line may have gone, or play another file by now.
     if (currentPath(key.id, key.kind) != key.path)
         return;
-    m_runtime.update(
-        key.id,
-        [&](LineRuntimeState &state) {
-            (key.kind == WaveformKind::Generated ? state.waveformSamples : state.directionWaveformSamples) = samples;
-        },
-        EditKey());
+    const Edit edit(m_controller);
+    edit.updateRuntime(key.id, [&](LineRuntimeState &state) { state.setSamples(key.kind, samples); });
 }
 
 } // namespace orlenta::controller

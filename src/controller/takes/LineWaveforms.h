@@ -6,29 +6,28 @@
 #include <QtCore/QString>
 
 #include "base/LatestFirst.h"
-#include "controller/document/EditKey.h"
+#include "controller/takes/AudioKind.h"
 #include "model/Ids.h"
 
 namespace orlenta::controller {
 
-class Document;
-class LineRuntime;
-class MediaFiles;
+class Edit;
+class ProjectController;
 
-enum class WaveformKind { Generated, SourceRecording };
+using WaveformKind = AudioKind;
 
 /// Extracts the waveforms that rows ask for, off the main thread and the latest asked for first, into the lines'
 /// runtime states. Its end stops an extraction that runs. Main thread.
 class LineWaveforms final : public QObject {
     Q_OBJECT
 public:
-    LineWaveforms(Document &document, LineRuntime &runtime, MediaFiles &media, QObject *parent = nullptr);
+    explicit LineWaveforms(ProjectController &controller);
 
     /// Extracts the line's waveform unless it is there, on its way, or has failed before for the same file. One that
     /// waits for its turn comes next when it is asked for again.
     void request(const model::LineId &id, WaveformKind kind);
     /// The line has another file: its samples and any failure to extract them no longer count.
-    void invalidate(const model::LineId &id, WaveformKind kind, EditKey);
+    void invalidate(const Edit &edit, const model::LineId &id, WaveformKind kind);
 
 private:
     struct Key {
@@ -43,9 +42,7 @@ private:
     [[nodiscard]] QString currentPath(const model::LineId &id, WaveformKind kind) const;
     void store(const Key &key, const QList<float> &samples);
 
-    Document &m_document;
-    LineRuntime &m_runtime;
-    MediaFiles &m_media;
+    ProjectController &m_controller;
     QSet<Key> m_waveformExtractionTasks;
     QSet<Key> m_failedWaveformExtractions;
     base::LatestFirst<Key, QList<float>> m_extractions;

@@ -3,7 +3,8 @@
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
-#include "controller/document/Document.h"
+#include "controller/document/Edit.h"
+#include "controller/ProjectController.h"
 #include "controller/takes/LineRuntime.h"
 #include "model/FileNameGuard.h"
 
@@ -58,33 +59,31 @@ private:
     QString m_root;
 };
 
-MediaFiles::MediaFiles(Document &document, LineRuntime &runtime) : m_document(document), m_runtime(runtime) {}
-
 QUrl MediaFiles::takeURL(const model::Take &take) const {
-    return Resolver(m_document.folder(), AudioKind::Generated).url(take.filename);
+    return Resolver(m_controller.state().folder(), AudioKind::Generated).url(take.filename);
 }
 
 QUrl MediaFiles::recordingURL(const model::SourceRecording &recording) const {
-    return Resolver(m_document.folder(), AudioKind::SourceRecording).url(recording.filename);
+    return Resolver(m_controller.state().folder(), AudioKind::SourceRecording).url(recording.filename);
 }
 
 QUrl MediaFiles::audioURL(const model::ProjectLine &line) const {
-    const QUrl inUse = m_runtime.state(line.lineId).generatedAudioURL;
+    const QUrl inUse = m_controller.runtime().state(line.lineId).generatedAudioURL;
     const model::Take *take = line.activeTake();
     if (!inUse.isEmpty() || take == nullptr)
         return inUse;
-    return Resolver(m_document.folder(), AudioKind::Generated).existing(take->filename);
+    return Resolver(m_controller.state().folder(), AudioKind::Generated).existing(take->filename);
 }
 
 QUrl MediaFiles::existingTakeURL(const model::Take &take) const {
-    return Resolver(m_document.folder(), AudioKind::Generated).existing(take.filename);
+    return Resolver(m_controller.state().folder(), AudioKind::Generated).existing(take.filename);
 }
 
 base::Result<QString, ProjectControllerError> MediaFiles::audioFolder(AudioKind kind) const {
     using Error = ProjectControllerError;
-    if (m_document.folder().isEmpty())
+    if (m_controller.state().folder().isEmpty())
         return base::fail(Error(Error::ProjectNotBacked()));
-    QString path = QDir::cleanPath(m_document.folder());
+    QString path = QDir::cleanPath(m_controller.state().folder());
     const QStringList components = audioKindPath(kind).split(u'/');
     for (const QString &component : components) {
         path += u'/' + component;
@@ -96,14 +95,11 @@ base::Result<QString, ProjectControllerError> MediaFiles::audioFolder(AudioKind 
     return path;
 }
 
-void MediaFiles::rebuildRuntimeAudio() {
-    const Resolver generated(m_document.folder(), AudioKind::Generated);
-    const Resolver recordings(m_document.folder(), AudioKind::SourceRecording);
-    const model::LineList &lines = m_document.project().lines;
-    LineRuntimeMap states = m_runtime.states();
-    for (qsizetype i = 0; i < lines.size(); ++i) {
-        const model::ProjectLine &line = lines.at(i);
-        const LineRuntimeState before = states.value(line.lineId);
+void MediaFiles::rebuildRuntimeAudio(const Edit &edit) const {
+    const Resolver generated(edit->folder(), AudioKind::Generated);
+    const Resolver recordings(edit->folder(), AudioKind::SourceRecording);
+    edit->project.lines.forEach([&](const model::ProjectLine &line) {
+        const LineRuntimeState before = edit->lineRuntime.value(line.lineId);
         LineRuntimeState after = before;
         const model::Take *take = line.activeTake();
         const model::SourceRecording *recording = line.activeRecording();
@@ -114,27 +110,28 @@ void MediaFiles::rebuildRuntimeAudio() {
         if (after.directionAudioURL != before.directionAudioURL)
             after.directionWaveformSamples.clear();
         if (after != before)
-            states.set(line.lineId, after);
-    }
-    m_runtime.replaceAll(states, EditKey());
+            edit->lineRuntime.insert(line.lineId, after);
+    });
 }
 
-void MediaFiles::rebase(LineRuntimeMap &states) const {
-    const Resolver generated(m_document.folder(), AudioKind::Generated);
-    const Resolver recordings(m_document.folder(), AudioKind::SourceRecording);
-    const LineRuntimeMap before = states;
+void MediaFiles::rebaseRuntimeAudio(const Edit &edit) const {
+    const Resolver generated(edit->folder(), AudioKind::Generated);
+    const Resolver recordings(edit->folder(), AudioKind::SourceRecording);
+    const auto isElsewhere = [](const QUrl &url, const Resolver &place) {
+        return !url.isEmpty() && !liesBelow(url.toLocalFile(), place.folder());
+    };
+    const LineRuntimeMap before = edit->lineRuntime;
     before.forEach([&](const model::LineId &id, const LineRuntimeState &state) {
         LineRuntimeState moved = state;
-        const model::ProjectLine *line = m_document.findLine(id);
+        const model::ProjectLine *line = edit->findLine(id);
         const model::Take *take = line != nullptr ? line->activeTake() : nullptr;
         const model::SourceRecording *recording = line != nullptr ? line->activeRecording() : nullptr;
-        if (!state.generatedAudioURL.isEmpty() && !liesBelow(state.generatedAudioURL.toLocalFile(), generated.folder()))
+        if (isElsewhere(state.generatedAudioURL, generated))
             moved.generatedAudioURL = take != nullptr ? generated.existing(take->filename) : QUrl();
-        if (!state.directionAudioURL.isEmpty() &&
-            !liesBelow(state.directionAudioURL.toLocalFile(), recordings.folder()))
+        if (isElsewhere(state.directionAudioURL, recordings))
             moved.directionAudioURL = recording != nullptr ? recordings.existing(recording->filename) : QUrl();
         if (moved != state)
-            states.set(id, moved);
+            edit->lineRuntime.insert(id, moved);
     });
 }
 

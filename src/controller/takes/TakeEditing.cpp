@@ -1,38 +1,23 @@
 #include "controller/takes/TakeEditing.h"
 
-#include <algorithm>
-
-#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QPointer>
+#include <QtCore/QUuid>
 
-#include "base/PrivateFolders.h"
-#include "controller/document/UndoHistory.h"
-#include "controller/FileCopy.h"
+#include "controller/document/Edit.h"
+#include "controller/document/Notices.h"
+#include "controller/ProjectController.h"
+#include "controller/takes/AudioInstaller.h"
 #include "controller/takes/LineRuntime.h"
 #include "controller/takes/LineWaveforms.h"
 #include "controller/takes/MediaFiles.h"
+#include "model/RecordSearch.h"
 #include "tags/CharacterCount.h"
 #include "tags/ClipNames.h"
 
 namespace orlenta::controller {
 namespace {
-
-QString freePath(const QString &folder, const QString &suggestedName) {
-    QString name = QFileInfo(suggestedName).fileName();
-    if (name.isEmpty())
-        name = QStringLiteral("audio.wav");
-    const QString stem = QFileInfo(name).completeBaseName();
-    const QString extension = QFileInfo(name).suffix();
-    QString path = folder + u'/' + name;
-    for (int number = 1; QFileInfo::exists(path) || QFileInfo(path).isSymLink(); ++number)
-        path = QStringLiteral("%1/%2-%3.%4").arg(folder, stem).arg(number).arg(extension);
-    return path;
-}
-
-bool liesDirectlyInCaches(const QString &path) {
-    return QFileInfo(path).absolutePath() == QDir::cleanPath(base::PrivateFolders::caches());
-}
 
 QString takeFileName(const QString &clipName, qsizetype number) {
     const QString suffix = QUuid::createUuid().toString(QUuid::WithoutBraces).left(4).toLower();
@@ -42,129 +27,97 @@ QString takeFileName(const QString &clipName, qsizetype number) {
 } // namespace
 
 QString TakeEditing::clipName(const model::ProjectLine &line) const {
-    return tags::clipName(m_parts.document.project(), line);
+    return tags::clipName(m_controller.project(), line);
 }
 
 QString TakeEditing::continuousClipName(const QList<model::LineId> &lines) const {
-    const model::ProjectTab *tab = m_parts.document.activeTab();
-    return tags::continuousClipName(tab != nullptr ? tab->name : QStringLiteral("Script"),
-                                    m_parts.document.scriptLineIds(), lines);
+    const model::ProjectTab *tab = m_controller.activeTab();
+    return tags::continuousClipName(tab != nullptr ? tab->name : QStringLiteral("Script"), m_controller.scriptLineIds(),
+                                    lines);
 }
 
 std::optional<GenerationRequestContext> TakeEditing::generationContext(const model::ProjectLine &line) const {
     if (!line.voiceId)
         return std::nullopt;
-    return GenerationRequestContext{*line.voiceId, line.presetId, m_parts.document.project().effectiveSettings(line),
+    return GenerationRequestContext{*line.voiceId, line.presetId, m_controller.project().effectiveSettings(line),
                                     tags::characterCount(line.text), clipName(line)};
 }
 
 void TakeEditing::setGenerating(GenerationState state, const model::LineId &id) {
-    m_parts.runtime.update(
-        id, [&](LineRuntimeState &runtime) { runtime.isGenerating = state == GenerationState::Generating; }, EditKey());
+    const Edit edit(m_controller);
+    edit.updateRuntime(
+        id, [state](LineRuntimeState &runtime) { runtime.isGenerating = state == GenerationState::Generating; });
 }
 
-void TakeEditing::installGeneratedAudio(const QString &path, const model::LineId &id,
-                                        const std::optional<GenerationRequestContext> &context) {
-    Document &document = m_parts.document;
-    if (document.findLine(id) == nullptr)
-        return;
-    const Document::Change change(document);
-    const StoreUndoSnapshot before = m_parts.history.takeSnapshot();
-    const model::ProjectLine line = *document.findLine(id);
-    QString stored = path;
-    if (!document.folder().isEmpty()) {
-        const QString name = context ? context->clipName : clipName(line);
-        const auto copied = storeAudio(path, takeFileName(name, line.takes.size() + 1));
-        if (!copied) {
-            document.setSpotError(QStringLiteral("Audio import failed: %1").arg(copied.error().description()));
-            return;
-        }
-        stored = copied.value();
-    }
-    useGeneratedFile(id, QUrl::fromLocalFile(stored));
-    const model::Take take = newTake(QFileInfo(stored).fileName(), line, context);
-    document.updateLine(
-        id,
-        [&](model::ProjectLine &changed) {
-            changed.takes.append(take);
-            changed.activeTakeId = take.id;
-        },
-        EditKey());
-    m_parts.history.registerUndo(before,
-                                 line.takes.isEmpty() ? QStringLiteral("Generate") : QStringLiteral("Regenerate"));
+QCoro::Task<void> TakeEditing::installGeneratedAudio(QString path, model::LineId id,
+                                                     std::optional<GenerationRequestContext> context) {
+    const model::ProjectLine *line = m_controller.state().findLine(id);
+    if (line == nullptr)
+        co_return;
+    const QString name = takeFileName(context ? context->clipName : clipName(*line), line->takes.size() + 1);
+    const QPointer<ProjectController> controller(&m_controller);
+    const auto stored = co_await controller->audioInstaller().install(path, name, AudioKind::Generated);
+    if (!controller)
+        co_return;
+    if (!stored)
+        controller->setSpotError(QStringLiteral("Audio import failed: %1").arg(stored.error().description()));
+    else if (controller->state().findLine(id) != nullptr)
+        adopt(stored.value(), id, context);
+    else if (stored.value() != path)
+        QFile::remove(stored.value());
+}
+
+void TakeEditing::adopt(const QString &path, const model::LineId &id,
+                        const std::optional<GenerationRequestContext> &context) {
+    const model::ProjectLine line = *m_controller.state().findLine(id);
+    const Edit edit(m_controller, line.takes.isEmpty() ? QStringLiteral("Generate") : QStringLiteral("Regenerate"));
+    const model::Take take = newTake(QFileInfo(path).fileName(), line, context);
+    edit.updateLine(id, [&take](model::ProjectLine &changed) {
+        changed.takes.append(take);
+        changed.activeTakeId = take.id;
+    });
+    useGeneratedFile(edit, id, QUrl::fromLocalFile(path));
 }
 
 void TakeEditing::switchTake(const model::LineId &id, const model::TakeId &takeId) {
-    Document &document = m_parts.document;
-    const model::ProjectLine *line = document.findLine(id);
+    const model::ProjectLine *line = m_controller.state().findLine(id);
     if (line == nullptr || line->activeTakeId == takeId)
         return;
-    const auto take = std::find_if(line->takes.begin(), line->takes.end(),
-                                   [&](const model::Take &candidate) { return candidate.id == takeId; });
-    if (take == line->takes.end())
+    const model::Take *take = model::findRecord(line->takes, takeId);
+    if (take == nullptr)
         return;
-    const QUrl file = m_parts.media.existingTakeURL(*take);
-    const Document::Change change(document);
-    const StoreUndoSnapshot before = m_parts.history.takeSnapshot();
-    document.updateLine(
-        id, [&](model::ProjectLine &changed) { changed.activeTakeId = takeId; }, EditKey());
-    useGeneratedFile(id, file);
-    m_parts.history.registerUndo(before, QStringLiteral("Switch Take"));
+    const QUrl file = m_controller.media().existingTakeURL(*take);
+    const Edit edit(m_controller, QStringLiteral("Switch Take"));
+    edit.updateLine(id, [&takeId](model::ProjectLine &changed) { changed.activeTakeId = takeId; });
+    useGeneratedFile(edit, id, file);
 }
 
 void TakeEditing::deleteGeneratedAudio(const model::LineId &id) {
-    Document &document = m_parts.document;
-    const model::ProjectLine *line = document.findLine(id);
+    const model::ProjectLine *line = m_controller.state().findLine(id);
     if (line == nullptr || line->activeTake() == nullptr)
         return;
     const model::TakeId takeId = line->activeTake()->id;
-    const Document::Change change(document);
-    const StoreUndoSnapshot before = m_parts.history.takeSnapshot();
-    document.updateLine(
-        id,
-        [&](model::ProjectLine &changed) {
-            changed.takes.removeIf([&](const model::Take &take) { return take.id == takeId; });
-            changed.activeTakeId.reset();
-        },
-        EditKey());
-    useGeneratedFile(id, QUrl());
-    m_parts.history.registerUndo(before, QStringLiteral("Delete Generated Audio"));
+    const Edit edit(m_controller, QStringLiteral("Delete Generated Audio"));
+    edit.updateLine(id, [&takeId](model::ProjectLine &changed) {
+        changed.takes.removeIf([&takeId](const model::Take &take) { return take.id == takeId; });
+        changed.activeTakeId.reset();
+    });
+    useGeneratedFile(edit, id, QUrl());
 }
 
 void TakeEditing::deleteDirectionAudio(const model::LineId &id) {
-    Document &document = m_parts.document;
-    const model::ProjectLine *line = document.findLine(id);
-    if (line == nullptr || (!line->activeSourceId && m_parts.runtime.state(id).directionAudioURL.isEmpty()))
+    const model::ProjectLine *line = m_controller.state().findLine(id);
+    if (line == nullptr || (!line->activeSourceId && m_controller.runtime().state(id).directionAudioURL.isEmpty()))
         return;
-    const Document::Change change(document);
-    const StoreUndoSnapshot before = m_parts.history.takeSnapshot();
-    document.updateLine(
-        id, [](model::ProjectLine &changed) { changed.activeSourceId.reset(); }, EditKey());
-    m_parts.runtime.update(
-        id, [](LineRuntimeState &state) { state.directionAudioURL.clear(); }, EditKey());
-    m_parts.waveforms.invalidate(id, WaveformKind::SourceRecording, EditKey());
-    m_parts.history.registerUndo(before, QStringLiteral("Delete Direction Audio"));
+    const Edit edit(m_controller, QStringLiteral("Delete Direction Audio"));
+    edit.updateLine(id, [](model::ProjectLine &changed) { changed.activeSourceId.reset(); });
+    edit.updateRuntime(id, [](LineRuntimeState &state) { state.directionAudioURL.clear(); });
+    m_controller.waveforms().invalidate(edit, id, AudioKind::SourceRecording);
 }
 
-void TakeEditing::useGeneratedFile(const model::LineId &id, const QUrl &url) {
-    m_parts.runtime.update(
-        id, [&](LineRuntimeState &state) { state.generatedAudioURL = url; }, EditKey());
-    m_parts.waveforms.invalidate(id, WaveformKind::Generated, EditKey());
-}
-
-base::Result<QString, ProjectControllerError> TakeEditing::storeAudio(const QString &path, const QString &name) {
-    const auto folder = m_parts.media.audioFolder(AudioKind::Generated);
-    if (!folder)
-        return base::fail(folder.error());
-    if (!QFileInfo::exists(path))
-        return base::fail(
-            ProjectControllerError(ProjectControllerError::AudioSourceMissing{QUrl::fromLocalFile(path)}));
-    const QString destination = freePath(folder.value(), name);
-    if (const auto copied = copyFile(path, destination); !copied)
-        return base::fail(ProjectControllerError(copied.error()));
-    if (liesDirectlyInCaches(path))
-        QFile::remove(path);
-    return destination;
+void TakeEditing::useGeneratedFile(const Edit &edit, const model::LineId &id, const QUrl &url) const {
+    edit.updateRuntime(id, [&url](LineRuntimeState &state) { state.generatedAudioURL = url; });
+    m_controller.waveforms().invalidate(edit, id, AudioKind::Generated);
 }
 
 model::Take TakeEditing::newTake(const QString &filename, const model::ProjectLine &line,
@@ -172,14 +125,14 @@ model::Take TakeEditing::newTake(const QString &filename, const model::ProjectLi
     model::Take take;
     take.id = model::TakeId::create();
     take.filename = filename;
-    take.generatedAt = m_parts.document.now();
+    take.generatedAt = m_controller.now();
     if (context) {
         take.voiceId = context->voiceId;
         take.presetId = context->presetId;
         take.settingsSnapshot = context->settings;
         take.characterCount = context->characterCount;
     } else {
-        take.settingsSnapshot = m_parts.document.project().effectiveSettings(line);
+        take.settingsSnapshot = m_controller.project().effectiveSettings(line);
     }
     return take;
 }

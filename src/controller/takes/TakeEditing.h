@@ -2,17 +2,16 @@
 
 #include <optional>
 
-#include "base/Result.h"
-#include "controller/document/Document.h"
-#include "controller/document/ProjectControllerError.h"
+#include <qcoro/qcorotask.h>
+#include <QtCore/QUrl>
+
 #include "controller/generation/GenerationRequestContext.h"
+#include "model/ProjectLine.h"
 
 namespace orlenta::controller {
 
-class LineRuntime;
-class LineWaveforms;
-class MediaFiles;
-class UndoHistory;
+class Edit;
+class ProjectController;
 
 enum class GenerationState { Idle, Generating };
 
@@ -20,15 +19,7 @@ enum class GenerationState { Idle, Generating };
 /// take back. Main thread.
 class TakeEditing final {
 public:
-    struct Parts {
-        Document &document;
-        UndoHistory &history;
-        LineRuntime &runtime;
-        MediaFiles &media;
-        LineWaveforms &waveforms;
-    };
-
-    explicit TakeEditing(const Parts &parts) : m_parts(parts) {}
+    explicit TakeEditing(ProjectController &controller) : m_controller(controller) {}
 
     /// The name of a line's clip: its voice, its first words and its number in its tab.
     [[nodiscard]] QString clipName(const model::ProjectLine &line) const;
@@ -38,10 +29,11 @@ public:
     [[nodiscard]] std::optional<GenerationRequestContext> generationContext(const model::ProjectLine &line) const;
 
     void setGenerating(GenerationState state, const model::LineId &id);
-    /// Copies generated audio into the project and makes it the line's new, active take; the undo step is "Generate"
-    /// for the first take and "Regenerate" for later ones. A failure goes to the controller's spotError.
-    void installGeneratedAudio(const QString &path, const model::LineId &id,
-                               const std::optional<GenerationRequestContext> &context);
+    /// Brings generated audio into the project and makes it the line's new, active take; the undo step is "Generate"
+    /// for the first take and "Regenerate" for later ones. A failure goes to the controller's spotError; a line that
+    /// has gone by then ends it without a word.
+    QCoro::Task<void> installGeneratedAudio(QString path, model::LineId id,
+                                            std::optional<GenerationRequestContext> context);
     void switchTake(const model::LineId &id, const model::TakeId &takeId);
     /// Takes the take in use off the line.
     void deleteGeneratedAudio(const model::LineId &id);
@@ -49,12 +41,12 @@ public:
     void deleteDirectionAudio(const model::LineId &id);
 
 private:
-    [[nodiscard]] base::Result<QString, ProjectControllerError> storeAudio(const QString &path, const QString &name);
-    void useGeneratedFile(const model::LineId &id, const QUrl &url);
+    void adopt(const QString &path, const model::LineId &id, const std::optional<GenerationRequestContext> &context);
+    void useGeneratedFile(const Edit &edit, const model::LineId &id, const QUrl &url) const;
     [[nodiscard]] model::Take newTake(const QString &filename, const model::ProjectLine &line,
                                       const std::optional<GenerationRequestContext> &context) const;
 
-    Parts m_parts;
+    ProjectController &m_controller;
 };
 
 } // namespace orlenta::controller

@@ -35,7 +35,11 @@ bool readFileName(void *record, const Scalar &value, ReadingContext &) {
 template <typename Record, auto Access>
 bool readElement(void *record, const Scalar &value, ReadingContext &) {
     auto &list = std::invoke(Access, *static_cast<Record *>(record));
-    return assign(list.emplaceBack(), value);
+    typename std::remove_reference_t<decltype(list)>::value_type element;
+    if (!assign(element, value))
+        return false;
+    list.append(element);
+    return true;
 }
 
 template <size_t Slot>
@@ -63,7 +67,7 @@ void *openElement(void *record) {
 }
 
 void *openLine(void *draft) {
-    return static_cast<ProjectDraft *>(draft)->lines.emplace_back(std::make_shared<ProjectLine>()).get();
+    return static_cast<ProjectDraft *>(draft)->lines.emplace_back(std::make_shared<LineDraft>()).get();
 }
 
 template <typename Record, auto Access>
@@ -215,7 +219,7 @@ constexpr Field recordingFields[] = {
 };
 constexpr Schema recordingSchema(recordingFields);
 
-using Line = ProjectLine;
+using Line = LineDraft;
 constexpr Field lineFields[] = {
     value<Line, &Line::activeSourceId>("active_source_id", optional),
     value<Line, &Line::activeTakeId>("active_take_id", optional),

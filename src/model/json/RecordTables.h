@@ -10,17 +10,22 @@
 
 namespace orlenta::model::json {
 
-/// A project on its way in; its lines become a LineList only when they have been repaired.
+/// A line with its place in the sequence across all tabs, which the file keeps in the line itself.
+struct LineDraft : ProjectLine {
+    std::int64_t order = 0;
+};
+
+/// A project on its way in; its lines go into its table only when they have been repaired.
 struct ProjectDraft {
     Project project;
-    std::vector<std::shared_ptr<ProjectLine>> lines;
+    std::vector<std::shared_ptr<LineDraft>> lines;
 };
 
 /// Lines on their way through the clipboard.
 struct LinePayloadDraft {
     std::int64_t version = 0;
     ProjectId projectId;
-    QList<ProjectLine> lines;
+    QList<LineDraft> lines;
 };
 
 /// The documents: each is read into the type that it is named after.

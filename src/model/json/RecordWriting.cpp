@@ -50,8 +50,8 @@ void writeDirectionMode(JsonWriter &writer, std::string_view key, DirectionMode 
     writer.plain(mode == DirectionMode::Text ? "text" : "voice");
 }
 
-template <typename Tag>
-void writeIds(JsonWriter &writer, std::string_view key, const QList<base::TypedId<Tag>> &ids) {
+template <typename Ids>
+void writeIds(JsonWriter &writer, std::string_view key, const Ids &ids) {
     writer.key(key);
     writer.beginArray();
     for (const auto &id : ids) {
@@ -193,25 +193,26 @@ void writeColor(JsonWriter &writer, std::string_view key, const CodableColor &co
     writer.endObject();
 }
 
-void writeLines(JsonWriter &writer, const LineList &lines) {
+void writeLines(JsonWriter &writer, const Project &project) {
     writer.key("lines");
     writer.beginArray();
-    for (qsizetype i = 0; i < lines.size(); ++i) {
+    std::int64_t order = 0;
+    for (const ProjectLine *line : project.linesInOrder()) {
         writer.element();
-        write(writer, lines.at(i));
+        write(writer, *line, order++);
     }
     writer.endArray();
 }
 
 } // namespace
 
-void write(JsonWriter &writer, const ProjectLine &line) {
+void write(JsonWriter &writer, const ProjectLine &line, std::int64_t order) {
     writer.beginObject();
     writeId(writer, "active_source_id", line.activeSourceId);
     writeId(writer, "active_take_id", line.activeTakeId);
     writeId(writer, "line_id", line.lineId);
     writeText(writer, "notes", line.notes);
-    writeInteger(writer, "order", line.order);
+    writeInteger(writer, "order", order);
     writeId(writer, "preset_id", line.presetId);
     if (line.settings)
         writeSettings(writer, "settings", *line.settings);
@@ -227,7 +228,7 @@ void write(JsonWriter &writer, const Project &project) {
     writeId(writer, "active_tab_id", project.activeTabId);
     writeAudioSettings(writer, project.audioSettings);
     writeDate(writer, "created_at", project.createdAt);
-    writeLines(writer, project.lines);
+    writeLines(writer, project);
     writeDate(writer, "modified_at", project.modifiedAt);
     writeRecords(writer, "presets", project.presets, &writePreset);
     writeId(writer, "project_id", project.projectId);

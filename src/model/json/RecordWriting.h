@@ -9,7 +9,8 @@ namespace orlenta::model::json {
 
 /// Each writes one record as an object.
 void write(JsonWriter &writer, const Project &project);
-void write(JsonWriter &writer, const ProjectLine &line);
+/// `order` is the line's place in the sequence across all tabs.
+void write(JsonWriter &writer, const ProjectLine &line, std::int64_t order);
 void write(JsonWriter &writer, const CustomTag &tag);
 void write(JsonWriter &writer, const ScriptLine &line);
 void write(JsonWriter &writer, const ScriptTab &tab);

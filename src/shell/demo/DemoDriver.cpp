@@ -204,7 +204,7 @@ bool DemoDriver::exportSelection() {
     if (!selectWholeTab())
         return false;
     // A line that was never spoken would keep the whole selection from being handed on.
-    const QList<model::LineId> lines = controller.scriptLineIds();
+    const model::LineIdList lines = controller.scriptLineIds();
     for (const model::LineId &id : lines) {
         if (!controller.runtime().hasGeneratedAudio(id))
             controller.selection().toggle(id);
@@ -239,7 +239,7 @@ bool DemoDriver::exportSelection() {
 
 bool DemoDriver::takePictures() {
     ProjectWindow &window = m_project->window();
-    m_project->controller().selection().selectAlone(m_project->controller().scriptLineIds().value(1));
+    m_project->controller().selection().selectAlone(m_project->controller().scriptLineIds().at(1));
     Theme::apply(Appearance::Light);
     if (!picture(window, u"5-finished-light"_s))
         return false;
@@ -323,7 +323,7 @@ bool DemoDriver::closeDialog(QDialog *dialog, const QString &button) {
 
 qsizetype DemoDriver::linesToGenerate() const {
     const controller::ProjectController &controller = m_project->controller();
-    const QList<model::LineId> &ids = controller.scriptLineIds();
+    const model::LineIdList &ids = controller.scriptLineIds();
     return std::count_if(ids.begin(), ids.end(), [this, &controller](const model::LineId &id) {
         return m_project->generator().canGenerate(id) && !controller.runtime().hasGeneratedAudio(id);
     });

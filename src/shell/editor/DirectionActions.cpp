@@ -28,9 +28,12 @@ DirectionActions::DirectionActions(const DirectionCommands::Parts &parts, Direct
     }
     list.addActions(m_actions);
     using Playback = audio::PlaybackController;
-    connect(&parts.controller.selection(), &controller::Selection::selectionChanged, this, &DirectionActions::refresh);
-    connect(&parts.controller, &controller::ProjectController::projectChanged, this, &DirectionActions::refresh);
-    connect(&parts.controller.runtime(), &controller::LineRuntime::statesChanged, this, &DirectionActions::refresh);
+    controller::onAnyChange<controller::SelectionChanged, controller::RuntimeChanged, controller::PresetsChanged>(
+        parts.controller, this, [this] { refresh(); });
+    controller::onChange<controller::LinesChanged>(parts.controller, this, [this](const auto &change) {
+        if (change.fields().testFlag(controller::LineField::Settings))
+            refresh();
+    });
     connect(&parts.playback, &Playback::isPlayingChanged, this, &DirectionActions::refresh);
     connect(&parts.playback, &Playback::currentAudioSourceChanged, this, &DirectionActions::refresh);
     connect(&parts.recordings, &DirectionRecordings::changed, this, &DirectionActions::refresh);

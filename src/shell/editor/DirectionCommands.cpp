@@ -8,6 +8,7 @@
 #include "audio/playback/PlaybackController.h"
 #include "controller/casting/PresetEditing.h"
 #include "controller/direction/DirectionAudio.h"
+#include "controller/document/Notices.h"
 #include "controller/ProjectController.h"
 #include "controller/script/LineEditing.h"
 #include "controller/script/Selection.h"
@@ -20,13 +21,7 @@
 using namespace Qt::StringLiterals;
 
 namespace orlenta::shell {
-namespace {
-
-QString playingRefused() {
-    return QStringLiteral("Stop the recording before playing.");
-}
-
-} // namespace
+namespace {} // namespace
 
 DirectionCommands::DirectionCommands(const Parts &parts, QObject *parent) : QObject(parent), m_parts(parts) {
     connect(&parts.recordings, &DirectionRecordings::changed, this, &DirectionCommands::forgetRefusal);
@@ -35,15 +30,15 @@ DirectionCommands::DirectionCommands(const Parts &parts, QObject *parent) : QObj
 bool DirectionCommands::mayPlay() {
     // The microphone would hear it.
     const bool mayPlay = !m_parts.recordings.isRecording();
-    // A message that waits to be read matters more: it may be the only one to say where something is.
-    if (!mayPlay && m_parts.controller.spotError().isEmpty())
-        m_parts.controller.setSpotError(playingRefused());
+    if (!mayPlay)
+        m_parts.controller.notices().post(
+            {controller::Notice::Kind::PlayingRefused, u"Stop the recording before playing."_s});
     return mayPlay;
 }
 
 void DirectionCommands::forgetRefusal() {
-    if (m_parts.controller.spotError() == playingRefused() && !m_parts.recordings.isRecording())
-        m_parts.controller.setSpotError(QString());
+    if (!m_parts.recordings.isRecording())
+        m_parts.controller.notices().withdraw(controller::Notice::Kind::PlayingRefused);
 }
 
 void DirectionCommands::connectRow(LineRow *row) {
@@ -127,7 +122,8 @@ void DirectionCommands::chooseFile(const model::LineId &id, QWidget *parent) {
 void DirectionCommands::importFiles(const QList<QUrl> &files, const model::LineId &id) {
     // A line has one direction; which of several was meant can't be told.
     if (files.size() > 1)
-        m_parts.controller.setSpotError(QStringLiteral("Drop one audio file at a time on a line."));
+        m_parts.controller.notices().post(
+            {controller::Notice::Kind::SeveralFilesDropped, u"Drop one audio file at a time on a line."_s});
     else if (!files.isEmpty())
         m_parts.controller.directionAudio().importDroppedFile(files.first(), id);
 }

@@ -18,7 +18,8 @@ using audio::AudioRecorder;
 DirectionRecordings::DirectionRecordings(controller::ProjectController &controller, const AudioRecorder::Parts &parts,
                                          QObject *parent)
     : QObject(parent), m_controller(controller), m_parts(parts) {
-    connect(&controller, &controller::ProjectController::scriptLinesChanged, this, &DirectionRecordings::followLines);
+    controller::onAnyChange<controller::ScriptLinesChanged, controller::TabsChanged>(controller, this,
+                                                                                     [this] { followLines(); });
     // Queued, since whoever waits may take this object away.
     connect(&controller.directionAudio(), &controller::DirectionAudio::isBusyChanged, this,
             &DirectionRecordings::tellIfSettled, Qt::QueuedConnection);
@@ -28,7 +29,8 @@ DirectionRecordings::DirectionRecordings(controller::ProjectController &controll
             [this](const QUrl &take, double duration, const model::LineId &id) {
                 m_takesOfGoneLines.insert(id, {take, duration});
             });
-    connect(&controller, &controller::ProjectController::projectChanged, this, &DirectionRecordings::followModes);
+    controller::onAnyChange<controller::LinesChanged, controller::PresetsChanged>(controller, this,
+                                                                                  [this] { followModes(); });
     connect(&parts.server, &audio::SoundServer::stateChanged, this, &DirectionRecordings::followServer);
 }
 

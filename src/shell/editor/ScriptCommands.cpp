@@ -126,7 +126,7 @@ void ScriptCommands::endEditing() {
     controller::Selection &selection = m_parts.controller.selection();
     m_parts.controller.typing().commit();
     selection.setEditingLineId(std::nullopt);
-    selection.normalise(std::nullopt, controller::Selection::AutoSelect::Off);
+    selection.normalise();
     Q_EMIT listFocusRequested();
 }
 
@@ -134,7 +134,7 @@ void ScriptCommands::editNeighbour(int step) {
     const auto id = m_parts.controller.selection().editingLineId();
     if (!id)
         return;
-    const QList<model::LineId> &lines = m_parts.controller.scriptLineIds();
+    const model::LineIdList &lines = m_parts.controller.scriptLineIds();
     const qsizetype next = m_parts.controller.lines().indexInScript(*id) + step;
     if (next >= 0 && next < lines.size())
         edit(lines.at(next));
@@ -188,7 +188,7 @@ void ScriptCommands::togglePlayback() {
 }
 
 void ScriptCommands::playWholeTab() {
-    const QList<audio::PlaybackLine> lines = playable(m_parts.controller.scriptLineIds());
+    const QList<audio::PlaybackLine> lines = playable(m_parts.controller.scriptLineIds().toList());
     if (!lines.isEmpty() && m_direction.mayPlay())
         m_parts.playback.playAll(lines);
 }

@@ -8,6 +8,7 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include "audio/playback/PlaybackController.h"
+#include "controller/document/Notices.h"
 #include "controller/document/TypingSession.h"
 #include "controller/ProjectController.h"
 #include "controller/script/Selection.h"
@@ -79,7 +80,7 @@ ScriptEditor::~ScriptEditor() {
 
 void ScriptEditor::connectProject() {
     controller::ProjectController &project = m_parts.controller;
-    connect(&project, &controller::ProjectController::scriptLinesChanged, this, [this, &project] {
+    controller::onAnyChange<controller::ScriptLinesChanged>(project, this, [this, &project] {
         const bool isOtherTab =
             std::exchange(m_seenTabId, project.project().activeTabId) != project.project().activeTabId;
         m_list->reload();
@@ -87,10 +88,14 @@ void ScriptEditor::connectProject() {
             m_list->scrollToTop();
         followSelection();
     });
-    connect(&project, &controller::ProjectController::projectChanged, m_list, &ScriptListView::refreshRows);
-    connect(&project, &controller::ProjectController::typingFlushVersionChanged, m_list, &ScriptListView::refreshRows);
-    connect(&project.selection(), &controller::Selection::selectionChanged, this, &ScriptEditor::followSelection);
-    connect(&project.selection(), &controller::Selection::editingLineIdChanged, this, &ScriptEditor::followEditing);
+    controller::onChange<controller::LinesChanged>(project, this, [this](const auto &change) {
+        for (auto line = change.lines.cbegin(); line != change.lines.cend(); ++line)
+            m_list->refreshRow(line.key());
+    });
+    controller::onAnyChange<controller::VoicesChanged, controller::PresetsChanged, controller::TypingFlushed>(
+        project, this, [this] { m_list->refreshRows(); });
+    controller::onAnyChange<controller::SelectionChanged>(project, this, [this] { followSelection(); });
+    controller::onAnyChange<controller::EditingLineChanged>(project, this, [this] { followEditing(); });
 }
 
 void ScriptEditor::connectPlayback() {
@@ -131,10 +136,22 @@ void ScriptEditor::showLine(const model::LineId &id) {
 
 void ScriptEditor::connectNotice() {
     controller::ProjectController &project = m_parts.controller;
-    const auto showSpotError = [this, &project] { m_notice->setMessage(project.spotError()); };
-    connect(&project, &controller::ProjectController::spotErrorChanged, this, showSpotError);
-    connect(m_notice, &NoticeBar::dismissed, this, [&project] { project.setSpotError(QString()); });
-    showSpotError();
+    controller::Notices &notices = project.notices();
+    const auto showNotice = [this, &notices] {
+        const auto notice = notices.current();
+        m_notice->setMessage(notice ? notice->text : QString());
+    };
+    connect(&notices, &controller::Notices::changed, this, showNotice);
+    connect(m_notice, &NoticeBar::dismissed, this, &ScriptEditor::dismissNotice);
+    showNotice();
+}
+
+bool ScriptEditor::dismissNotice() {
+    controller::Notices &notices = m_parts.controller.notices();
+    const auto notice = notices.current();
+    if (notice)
+        notices.withdraw(notice->kind);
+    return notice.has_value();
 }
 
 void ScriptEditor::followSelection() {
@@ -256,10 +273,7 @@ bool ScriptEditor::handleListKey(QKeyEvent *event) {
             row->focusControls();
         return true;
     case Qt::Key_Escape:
-        if (m_parts.controller.spotError().isEmpty())
-            return false;
-        m_parts.controller.setSpotError(QString());
-        return true;
+        return dismissNotice();
     default:
         return false;
     }

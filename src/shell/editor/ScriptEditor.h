@@ -54,6 +54,7 @@ private:
     void connectProject();
     void connectPlayback();
     void connectNotice();
+    bool dismissNotice();
     void followSelection();
     void followEditing();
     void followPlayhead();

@@ -34,7 +34,7 @@ ScriptLines::ScriptLines(controller::ProjectController &controller, audio::Playb
                          const DirectionRecordings &recordings)
     : m_controller(controller), m_playback(playback), m_recordings(recordings) {}
 
-const QList<model::LineId> &ScriptLines::lineIds() const {
+const model::LineIdList &ScriptLines::lineIds() const {
     return m_controller.scriptLineIds();
 }
 
@@ -67,7 +67,7 @@ LineRowContent ScriptLines::content(const model::LineId &id, qsizetype index) co
     content.textSelection = content.isEditing ? selection.textSelectionRange() : std::nullopt;
     content.notes = line->notes;
     content.isVoiceDirected = isVoiceDirected(m_controller, *line);
-    content.typingFlushVersion = m_controller.typingFlushVersion();
+    content.typingFlushVersion = m_controller.state().typingFlushVersion;
     fillAudio(content);
     fillDirection(content);
     fillTakes(content);
@@ -85,7 +85,7 @@ void ScriptLines::fillAudio(LineRowContent &content) const {
         return;
     content.waveform = state.waveformSamples;
     if (content.waveform.isEmpty())
-        m_controller.waveforms().request(content.id, controller::WaveformKind::Generated);
+        m_controller.waveforms().request(content.id, controller::AudioKind::Generated);
     content.duration = durationText(content.id, state.generatedAudioURL, QStringLiteral("ScriptLineView.takeDuration"));
 }
 
@@ -122,7 +122,7 @@ void ScriptLines::fillDirection(LineRowContent &content) const {
         return;
     direction.waveform = state.directionWaveformSamples;
     if (direction.waveform.isEmpty())
-        m_controller.waveforms().request(content.id, controller::WaveformKind::SourceRecording);
+        m_controller.waveforms().request(content.id, controller::AudioKind::SourceRecording);
     direction.duration =
         durationText(content.id, state.directionAudioURL, QStringLiteral("ScriptLineView.audioDuration"));
     if (m_playback.isCurrentSource(content.id)) {

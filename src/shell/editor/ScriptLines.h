@@ -23,7 +23,7 @@ public:
     ScriptLines(controller::ProjectController &controller, audio::PlaybackController &playback,
                 const DirectionRecordings &recordings);
 
-    [[nodiscard]] const QList<model::LineId> &lineIds() const override;
+    [[nodiscard]] const model::LineIdList &lineIds() const override;
     [[nodiscard]] Outline outline(const model::LineId &id) const override;
     /// Asks for the line's waveforms and durations, too, where they are missing; its row is told when they arrive.
     [[nodiscard]] LineRowContent content(const model::LineId &id, qsizetype index) const override;

@@ -3,6 +3,7 @@
 #include <QtCore/QList>
 #include <QtCore/QMetaObject>
 
+#include "model/ProjectTab.h"
 #include "shell/editor/LineRowContent.h"
 
 namespace orlenta::shell {
@@ -19,7 +20,7 @@ public:
     ScriptListSource(const ScriptListSource &) = delete;
     ScriptListSource &operator=(const ScriptListSource &) = delete;
 
-    [[nodiscard]] virtual const QList<model::LineId> &lineIds() const = 0;
+    [[nodiscard]] virtual const model::LineIdList &lineIds() const = 0;
     /// Cheap: it is asked for every line when a tab opens.
     [[nodiscard]] virtual Outline outline(const model::LineId &id) const = 0;
     [[nodiscard]] virtual LineRowContent content(const model::LineId &id, qsizetype index) const = 0;

@@ -50,8 +50,8 @@ void ScriptListView::takeOverLines() {
     m_indexes.clear();
     m_ids = m_source.lineIds();
     m_indexes.reserve(m_ids.size());
-    for (qsizetype index = 0; index < m_ids.size(); ++index)
-        m_indexes.insert(m_ids.at(index), index);
+    for (const model::LineId &id : m_ids)
+        m_indexes.insert(id, m_indexes.size());
     // Before any row goes: whatever follows the focus finds a height for every line.
     rebuildHeights();
     const QList<model::LineId> shown = m_rows.keys();
@@ -68,7 +68,7 @@ void ScriptListView::rebuildHeights() {
     const LineRow::Estimator estimate(this, width);
     std::vector<int> heights;
     heights.reserve(static_cast<size_t>(m_ids.size()));
-    for (const model::LineId &id : std::as_const(m_ids)) {
+    for (const model::LineId &id : m_ids) {
         const auto known = m_measured.constFind(id);
         if (known != m_measured.constEnd()) {
             heights.push_back(*known);

@@ -6,6 +6,7 @@
 #include <QtCore/QHash>
 #include <QtWidgets/QAbstractScrollArea>
 
+#include "model/ProjectTab.h"
 #include "shell/editor/HeightIndex.h"
 #include "shell/editor/LineRow.h"
 
@@ -95,7 +96,7 @@ private:
     ScriptListSource &m_source;
     ScriptTextField::Factory m_makeTextField;
     /// The lines as of the last reload; the source may be ahead until it has told so.
-    QList<model::LineId> m_ids;
+    model::LineIdList m_ids;
     HeightIndex m_heights;
     QHash<model::LineId, qsizetype> m_indexes;
     QHash<model::LineId, int> m_measured;

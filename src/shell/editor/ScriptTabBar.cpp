@@ -52,8 +52,8 @@ ScriptTabBar::ScriptTabBar(controller::ProjectController &controller, QWidget *p
     connect(m_bar, &QTabBar::customContextMenuRequested, this, &ScriptTabBar::openMenu);
     connect(m_add, &QToolButton::clicked, this, [this] { m_controller.tabs().addTab(); });
     connect(m_name, &QLineEdit::returnPressed, this, [this] { endRename(true); });
-    connect(&controller, &controller::ProjectController::tabsChanged, this, &ScriptTabBar::sync);
-    connect(&controller, &controller::ProjectController::activeTabIdChanged, this, &ScriptTabBar::sync);
+    controller::onAnyChange<controller::TabsChanged, controller::ActiveTabChanged>(controller, this,
+                                                                                   [this] { sync(); });
     sync();
 }
 

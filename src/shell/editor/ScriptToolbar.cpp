@@ -39,9 +39,8 @@ ScriptToolbar::ScriptToolbar(const ScriptCommands::Parts &parts, ScriptCommands 
     });
     connect(m_play, &QPushButton::clicked, &commands, &ScriptCommands::togglePlayback);
     connect(m_add, &QPushButton::clicked, this, [&project] { project.lines().addLine(); });
-    connect(&project.selection(), &controller::Selection::selectionChanged, this, &ScriptToolbar::sync);
-    connect(&project, &controller::ProjectController::scriptLinesChanged, this, &ScriptToolbar::sync);
-    connect(&project.runtime(), &controller::LineRuntime::statesChanged, this, &ScriptToolbar::sync);
+    controller::onAnyChange<controller::SelectionChanged, controller::ScriptLinesChanged, controller::RuntimeChanged>(
+        project, this, [this] { sync(); });
     connect(&parts.playback, &audio::PlaybackController::isPlayingChanged, this, &ScriptToolbar::sync);
     sync();
 }

@@ -22,9 +22,13 @@ std::optional<T> agreed(const QList<std::optional<T>> &values) {
 
 InspectedLines::InspectedLines(controller::ProjectController &controller, QObject *parent)
     : QObject(parent), m_controller(controller) {
-    connect(&controller.selection(), &controller::Selection::selectionChanged, this, &InspectedLines::refresh);
-    connect(&controller, &controller::ProjectController::projectChanged, this, &InspectedLines::refresh);
-    connect(&controller, &controller::ProjectController::activeTabIdChanged, this, &InspectedLines::refresh);
+    controller::onAnyChange<controller::SelectionChanged, controller::ScriptLinesChanged, controller::PresetsChanged>(
+        controller, this, [this] { refresh(); });
+    controller::onChange<controller::LinesChanged>(controller, this, [this](const auto &change) {
+        using controller::LineField;
+        if (change.fields() & (LineField::Voice | LineField::Settings))
+            refresh();
+    });
     refresh();
 }
 

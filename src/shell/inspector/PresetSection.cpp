@@ -62,7 +62,7 @@ PresetSection::PresetSection(controller::ProjectController &controller, const sp
     connect(m_saveAs, &QPushButton::clicked, this, &PresetSection::saveAs);
     connect(m_delete, &QPushButton::clicked, this, &PresetSection::remove);
     connect(&m_savedFeedback, &QTimer::timeout, this, &PresetSection::showState);
-    connect(&controller, &controller::ProjectController::projectChanged, this, &PresetSection::reload);
+    controller::onAnyChange<controller::PresetsChanged>(controller, this, [this] { reload(); });
     connect(&lines, &InspectedLines::changed, this, [this] {
         m_notice->hide();
         showState();

@@ -51,7 +51,7 @@ VoiceListModel::VoiceListModel(controller::ProjectController &controller, speech
                                QObject *parent)
     : QAbstractListModel(parent), m_controller(controller), m_service(service) {
     connect(&service, &speech::ElevenLabsService::voicesChanged, this, &VoiceListModel::reload);
-    connect(&controller, &controller::ProjectController::projectChanged, this, [this] {
+    controller::onAnyChange<controller::VoicesChanged>(controller, this, [this] {
         QHash<QString, QString> colors = castColors(m_controller.project());
         if (colors == m_castColors)
             return;

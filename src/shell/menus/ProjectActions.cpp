@@ -86,12 +86,12 @@ ProjectActions::ProjectActions(controller::ProjectController &controller, audio:
     connectLines();
     connectTabs();
     connect(&playback, &audio::PlaybackController::isPlayingChanged, this, &ProjectActions::refresh);
-    connect(&controller.selection(), &controller::Selection::selectionChanged, this, &ProjectActions::refresh);
-    connect(&controller, &controller::ProjectController::projectChanged, this, &ProjectActions::refresh);
-    connect(&controller.runtime(), &controller::LineRuntime::statesChanged, this, &ProjectActions::refresh);
+    controller::onAnyChange<controller::SelectionChanged, controller::ScriptLinesChanged, controller::TabsChanged,
+                            controller::RuntimeChanged, controller::LinesChanged>(controller, this,
+                                                                                  [this] { refresh(); });
     connect(&controller.exporting(), &controller::Exporting::isBusyChanged, this, &ProjectActions::refresh);
     connect(&controller.undoManager(), &controller::UndoManager::stateChanged, this, &ProjectActions::refreshUndo);
-    connect(&controller.selection(), &controller::Selection::editingLineIdChanged, this, &ProjectActions::refreshUndo);
+    controller::onAnyChange<controller::EditingLineChanged>(controller, this, [this] { refreshUndo(); });
     connect(qApp, &QApplication::focusChanged, this, &ProjectActions::refreshUndo);
     connect(&controller.tagEditing(), &controller::TagEditing::tagToolbarExpandedChanged, this,
             &ProjectActions::refreshTagToolbar);
@@ -189,7 +189,7 @@ void ProjectActions::refresh() {
     play->setIcon(Icon::named(isPlaying ? u"stop"_s : u"play"_s));
     play->setToolTip(isPlaying ? u"Stop playing (Ctrl+P)"_s : u"Play the selected lines (Ctrl+P)"_s);
     play->setEnabled(isPlaying || std::any_of(selected.begin(), selected.end(), hasAudio));
-    const QList<model::LineId> &script = m_controller.scriptLineIds();
+    const model::LineIdList &script = m_controller.scriptLineIds();
     playAll->setEnabled(std::any_of(script.begin(), script.end(), hasAudio));
 }
 

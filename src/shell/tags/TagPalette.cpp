@@ -43,7 +43,7 @@ TagPalette::TagPalette(controller::ProjectController &controller, Insert insert,
     auto *stressKey = new QShortcut(QKeySequence(QStringLiteral("Alt+Shift+S")), this);
     connect(stressKey, &QShortcut::activated, this, [this] { m_insert(tags::stressTagItem()); });
     connect(&controller.tagEditing(), &controller::TagEditing::tagToolbarExpandedChanged, this, &TagPalette::showForm);
-    connect(&controller.selection(), &controller::Selection::selectionChanged, this, &TagPalette::followSelection);
+    controller::onAnyChange<controller::SelectionChanged>(controller, this, [this] { followSelection(); });
     applyMeasures();
     showForm();
     followSelection();

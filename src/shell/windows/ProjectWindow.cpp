@@ -100,9 +100,8 @@ void ProjectWindow::connectCommands() {
             &AppCommands::openMicrophoneSettings);
     connect(m_inspector, &Inspector::accountRequested, this, &ProjectWindow::showAccount);
     connect(m_inspector, &Inspector::localVoicesRequested, &m_parts.context.localVoices, &LocalVoices::switchOn);
-    connect(&m_parts.controller, &controller::ProjectController::hasUnsavedChangesChanged, this,
-            &ProjectWindow::syncTitle);
-    connect(&m_parts.controller, &controller::ProjectController::projectChanged, this, &ProjectWindow::syncTitle);
+    controller::onAnyChange<controller::TitleChanged, controller::UnsavedChangesChanged>(m_parts.controller, this,
+                                                                                         [this] { syncTitle(); });
 }
 
 void ProjectWindow::connectAlerts() {

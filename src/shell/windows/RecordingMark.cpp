@@ -48,8 +48,8 @@ RecordingMark::RecordingMark(const controller::ProjectController &controller, Di
             m_recordings.stop(*id);
     });
     connect(&recordings, &DirectionRecordings::changed, this, &RecordingMark::follow);
-    connect(&controller, &controller::ProjectController::scriptLinesChanged, this, &RecordingMark::follow);
-    connect(&controller, &controller::ProjectController::tabsChanged, this, &RecordingMark::follow);
+    controller::onAnyChange<controller::ScriptLinesChanged, controller::TabsChanged>(controller, this,
+                                                                                     [this] { follow(); });
     follow();
 }
 

@@ -58,8 +58,8 @@ StatusLine::StatusLine(const controller::ProjectController &controller, controll
     layout->addWidget(m_generation);
     layout->addWidget(m_progress);
 
-    connect(&controller, &controller::ProjectController::scriptLinesChanged, this, &StatusLine::showAudio);
-    connect(&controller.runtime(), &controller::LineRuntime::statesChanged, this, &StatusLine::showAudio);
+    controller::onAnyChange<controller::ScriptLinesChanged, controller::RuntimeChanged>(controller, this,
+                                                                                        [this] { showAudio(); });
     m_importDelay.setSingleShot(true);
     m_importDelay.setInterval(importDelay);
     connect(&m_importDelay, &QTimer::timeout, m_import, &QWidget::show);
@@ -77,7 +77,7 @@ StatusLine::StatusLine(const controller::ProjectController &controller, controll
 }
 
 void StatusLine::showAudio() {
-    const QList<model::LineId> &script = m_controller.scriptLineIds();
+    const model::LineIdList &script = m_controller.scriptLineIds();
     const auto generated = std::count_if(script.begin(), script.end(), [this](const model::LineId &id) {
         return m_controller.runtime().hasGeneratedAudio(id);
     });

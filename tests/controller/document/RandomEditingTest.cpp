@@ -85,10 +85,9 @@ private:
         Records now{m_project->project(), {}};
         now.project.modifiedAt = {};
         now.project.selection = {};
-        for (qsizetype i = 0; i < now.project.lines.size(); ++i) {
-            const model::LineId id = now.project.lines.at(i).lineId;
-            now.audio.insert(id, m_project->runtime().state(id).generatedAudioURL);
-        }
+        now.project.lines.forEach([&](const model::ProjectLine &line) {
+            now.audio.insert(line.lineId, m_project->runtime().state(line.lineId).generatedAudioURL);
+        });
         return now;
     }
 
@@ -114,12 +113,10 @@ private:
 
     /// Notes are no part of any step.
     static void keepNotes(const Records &present, Records &expected) {
-        for (qsizetype i = 0; i < expected.project.lines.size(); ++i) {
-            model::ProjectLine line = expected.project.lines.at(i);
-            if (const model::ProjectLine *noted = present.project.lines.find(line.lineId))
-                line.notes = noted->notes;
-            expected.project.lines.replace(i, line);
-        }
+        present.project.lines.forEach([&expected](const model::ProjectLine &noted) {
+            expected.project.lines.update(noted.lineId,
+                                          [&noted](model::ProjectLine &line) { line.notes = noted.notes; });
+        });
     }
 
     void undo() {
@@ -147,18 +144,15 @@ private:
             onto.push_back({before, std::nullopt, {}});
             return;
         }
-        const qsizetype index = before.project.lines.indexOf(*step.typedLine);
-        model::ProjectLine line = before.project.lines.at(index);
-        onto.push_back({{}, step.typedLine, line.text});
-        line.text = step.text;
+        onto.push_back({{}, step.typedLine, before.project.lines.find(*step.typedLine)->text});
         Records expected = before;
-        expected.project.lines.replace(index, line);
+        expected.project.lines.update(*step.typedLine, [&step](model::ProjectLine &line) { line.text = step.text; });
         EXPECT_EQ(records(), expected);
     }
 
     [[nodiscard]] QSet<model::LineId> generatingLines() const {
         QSet<model::LineId> found;
-        m_project->runtime().states().forEach([&](const model::LineId &id, const LineRuntimeState &state) {
+        m_project->state().lineRuntime.forEach([&](const model::LineId &id, const LineRuntimeState &state) {
             if (state.isGenerating)
                 found.insert(id);
         });
@@ -226,7 +220,7 @@ private:
         case 2:
             return selection.extendDown();
         case 3:
-            return selection.extendTo(someLine());
+            return selection.selectNext();
         case 4:
             return selection.setEditingLineId(someLine());
         default:
@@ -271,8 +265,8 @@ private:
                 takes.switchTake(id, line.takes.at(pick(line.takes.size())).id);
             return;
         default:
-            return takes.installGeneratedAudio(u'/' + word() + QStringLiteral(".wav"), id,
-                                               takes.generationContext(line));
+            // Without a project folder there is nothing to wait for.
+            takes.installGeneratedAudio(u'/' + word() + QStringLiteral(".wav"), id, takes.generationContext(line));
         }
     }
 

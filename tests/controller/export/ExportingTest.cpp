@@ -129,7 +129,7 @@ TEST_F(ExportingTest, ALineWithoutAudioMeansNothingToExport) {
     project.addTake(0);
     project->selection().selectAll();
     EXPECT_TRUE(std::holds_alternative<Exporting::NothingToExport>(plan(MultiLineOutput::Individual)));
-    project->selection().setSelectedLineIds({});
+    project.clearSelection();
     EXPECT_TRUE(std::holds_alternative<Exporting::NothingToExport>(plan(MultiLineOutput::Continuous)));
 }
 

@@ -211,13 +211,14 @@ TEST_F(LineGeneratorTest, DirectionAudioIsSpokenInTheVoiceAndItsAbsenceFallsBack
     EXPECT_EQ(server.requests("/v1/text-to-speech/ana").size(), 1);
 
     model::Project records = project->project();
-    model::ProjectLine line = *records.lines.find(project.id(0));
-    line.sourceRecordings = {{model::RecordingId::create(), QStringLiteral("d.wav"), {}, 0.1}};
-    line.activeSourceId = line.sourceRecordings.first().id;
-    records.lines.replace(0, line);
+    records.lines.update(project.id(0), [](model::ProjectLine &line) {
+        line.sourceRecordings = {{model::RecordingId::create(), QStringLiteral("d.wav"), {}, 0.1}};
+        line.activeSourceId = line.sourceRecordings.first().id;
+    });
     ScriptProject directed(records, ScriptProject::Folder::OnDisk);
     testing::writeTone(directed.folder() + QStringLiteral("/Audio Files/Recordings/d.wav"), 0.05);
-    directed->media().rebuildRuntimeAudio();
+    ASSERT_TRUE(directed->save());
+    directed.reopen();
     LineGenerator directedGenerator(*directed, service, defaults);
     QCoro::waitFor(directedGenerator.generate(directed.id(0)));
     ASSERT_EQ(server.requests("/v1/speech-to-speech/ana").size(), 1);
@@ -251,7 +252,7 @@ TEST_F(LineGeneratorTest, TheSelectionIsGeneratedWhereAudioIsMissingAndElseAgain
     EXPECT_EQ(takeCount(1), 1);
     EXPECT_EQ(planned().lines, (QList{project.id(0), project.id(1)}));
     EXPECT_EQ(planned().kind, LineGenerator::Kind::Regenerate);
-    project->selection().setSelectedLineIds({});
+    project.clearSelection();
     generator.generateSelectedLines();
     EXPECT_FALSE(generator.queue().isActive());
     project->selection().selectAlone(project.id(0));

@@ -63,7 +63,7 @@ TEST_F(LineClipboardTest, CuttingEveryLineLeavesAnEmptyOneAndAFailedWriteLeavesA
     }));
     EXPECT_EQ(project.texts(), QStringList{QString()});
     expectSound(*project);
-    selection.setSelectedLineIds({});
+    project.clearSelection();
     ASSERT_TRUE(clipboard.pasteLines(cut));
     EXPECT_EQ(script(), QStringLiteral("abc"));
     EXPECT_EQ(project.texts().size(), 4);
@@ -80,7 +80,7 @@ TEST_F(LineClipboardTest, LinesOfAnotherProjectAndOtherBytesPasteNothing) {
         EXPECT_FALSE(clipboard.canPaste(bytes));
         EXPECT_FALSE(clipboard.pasteLines(bytes));
     }
-    selection.setSelectedLineIds({});
+    project.clearSelection();
     EXPECT_EQ(clipboard.copiedLines(), std::nullopt);
     EXPECT_FALSE(project->undoManager().canUndo());
 }

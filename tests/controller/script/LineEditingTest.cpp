@@ -163,10 +163,10 @@ TEST(LineEditing, ALineWithoutOwnSettingsHandsItsPresetsOnWhenSplit) {
     preset.id = model::PresetId::create();
     preset.settings.stability = 0.125;
     records.presets = {preset};
-    model::ProjectLine line = records.lines.at(0);
-    line.settings.reset();
-    line.presetId = preset.id;
-    records.lines.replace(0, line);
+    records.lines.update(records.tabs.first().lineIds.first(), [&preset](model::ProjectLine &line) {
+        line.settings.reset();
+        line.presetId = preset.id;
+    });
     const ScriptProject project(records);
     project->lines().splitLine();
     ASSERT_EQ(project.texts().size(), 2);

@@ -79,7 +79,7 @@ TEST_F(TagEditingTest, WithoutExactlyOneSelectedLineNothingHappens) {
     selection.selectAll();
     editing.insertTag(sighs());
     editing.insertTag(tags::stressTagItem(), TextRange{0, 5});
-    selection.setSelectedLineIds({});
+    project.clearSelection();
     editing.insertTag(sighs());
     EXPECT_EQ(project.texts(), QStringList({QStringLiteral("Hello World again"), QStringLiteral("Second")}));
     EXPECT_FALSE(undo.canUndo());

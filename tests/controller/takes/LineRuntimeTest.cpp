@@ -19,33 +19,7 @@ namespace {
 
 using test::ScriptProject;
 
-LineRuntimeState playing(const char *path) {
-    LineRuntimeState state;
-    state.generatedAudioURL = QUrl::fromLocalFile(QString::fromLatin1(path));
-    return state;
-}
-
 } // namespace
-
-TEST(LineRuntimeMap, ACopyStaysAsItWasAndDifferencesNameWhatChanged) {
-    LineRuntimeMap map;
-    QList<model::LineId> ids;
-    for (int i = 0; i < 1000; ++i) {
-        ids.append(model::LineId::create());
-        map.set(ids.last(), playing("/a.wav"));
-    }
-    const LineRuntimeMap before = map;
-    map.set(ids[3], playing("/b.wav"));
-    map.remove(ids[500]);
-    const model::LineId added = model::LineId::create();
-    map.set(added, playing("/c.wav"));
-    map.set(model::LineId::create(), LineRuntimeState());
-    EXPECT_EQ(before.value(ids[3]), playing("/a.wav"));
-    EXPECT_EQ(before.value(ids[500]), playing("/a.wav"));
-    EXPECT_EQ(map.value(ids[500]), LineRuntimeState());
-    EXPECT_EQ(map.differences(before), (QSet{ids[3], ids[500], added}));
-    EXPECT_EQ(before.differences(map), map.differences(before));
-}
 
 TEST(LineRuntime, OnlyTheChangedLinesSignalBumps) {
     const ScriptProject project({{QStringLiteral("a"), QStringLiteral("b")}});

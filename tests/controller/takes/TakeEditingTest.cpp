@@ -1,6 +1,7 @@
 #include "controller/takes/TakeEditing.h"
 
 #include <gtest/gtest.h>
+#include <qcoro/qcorotask.h>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
@@ -47,7 +48,7 @@ TEST_F(TakeEditingTest, ATakeRecordsWhatItsGenerationStartedWith) {
     project->voices().assignVoice({project.id(0)}, {QStringLiteral("ben-id"), QStringLiteral("Ben")});
     const QString source = base::PrivateFolders::caches() + QStringLiteral("/tts_a.wav");
     testing::writeTone(source, 0.05);
-    takes.installGeneratedAudio(source, project.id(0), context);
+    QCoro::waitFor(takes.installGeneratedAudio(source, project.id(0), context));
     const model::ProjectLine line = project.line(0);
     ASSERT_EQ(line.takes.size(), 1);
     const model::Take &take = line.takes.first();
@@ -102,7 +103,7 @@ TEST_F(TakeEditingTest, SwitchingAndDeletingTakesKeepsFilesSoThatUndoPlaysThemAg
 }
 
 TEST_F(TakeEditingTest, AFailedCopyTellsTheUserAndAddsNothing) {
-    takes.installGeneratedAudio(QStringLiteral("/nowhere/tts.wav"), project.id(0), std::nullopt);
+    QCoro::waitFor(takes.installGeneratedAudio(QStringLiteral("/nowhere/tts.wav"), project.id(0), std::nullopt));
     EXPECT_EQ(project->spotError(),
               QStringLiteral("Audio import failed: The audio file could not be found at /nowhere/tts.wav."));
     EXPECT_TRUE(project.line(0).takes.isEmpty());
@@ -113,7 +114,7 @@ TEST_F(TakeEditingTest, AFailedCopyTellsTheUserAndAddsNothing) {
     QFile::link(QDir::tempPath(), generated);
     const QString source = base::PrivateFolders::caches() + QStringLiteral("/tts_b.wav");
     testing::writeTone(source, 0.05);
-    takes.installGeneratedAudio(source, project.id(0), std::nullopt);
+    QCoro::waitFor(takes.installGeneratedAudio(source, project.id(0), std::nullopt));
     EXPECT_EQ(project->spotError(),
               QStringLiteral("Audio import failed: The project's \"Generated\" folder is a link to a location outside "
                              "the project, so audio can't be stored there. Replace it with a real folder and try "
@@ -126,20 +127,21 @@ TEST_F(TakeEditingTest, AFailedCopyTellsTheUserAndAddsNothing) {
 TEST_F(TakeEditingTest, ALineThatHasGoneGetsNoTake) {
     const model::LineId gone = project.id(0);
     project->lines().deleteLine(gone);
-    takes.installGeneratedAudio(QStringLiteral("/nowhere/tts.wav"), gone, std::nullopt);
+    QCoro::waitFor(takes.installGeneratedAudio(QStringLiteral("/nowhere/tts.wav"), gone, std::nullopt));
     EXPECT_EQ(project->spotError(), QString());
     EXPECT_EQ(undo.undoActionName(), QStringLiteral("Delete Line"));
 }
 
 TEST_F(TakeEditingTest, DirectionAudioLeavesTheLineButNotItsRecords) {
     model::Project records = test::scriptProject({{QStringLiteral("a")}});
-    model::ProjectLine line = records.lines.at(0);
-    line.sourceRecordings = {{model::RecordingId::create(), QStringLiteral("d.wav"), {}, 1.0}};
-    line.activeSourceId = line.sourceRecordings.first().id;
-    records.lines.replace(0, line);
+    records.lines.update(records.tabs.first().lineIds.first(), [](model::ProjectLine &line) {
+        line.sourceRecordings = {{model::RecordingId::create(), QStringLiteral("d.wav"), {}, 1.0}};
+        line.activeSourceId = line.sourceRecordings.first().id;
+    });
     ScriptProject directed(records, ScriptProject::Folder::OnDisk);
     testing::writeTone(directed.folder() + QStringLiteral("/Audio Files/Recordings/d.wav"), 0.05);
-    directed->media().rebuildRuntimeAudio();
+    ASSERT_TRUE(directed->save());
+    directed.reopen();
     const model::LineId id = directed.id(0);
     EXPECT_FALSE(directed->runtime().state(id).directionAudioURL.isEmpty());
     directed->takes().deleteDirectionAudio(id);

@@ -1,5 +1,7 @@
 #include "shell/editor/ScriptEditorFixture.h"
 
+#include <qcoro/qcorotask.h>
+
 #include <cmath>
 #include <vector>
 
@@ -17,18 +19,15 @@ model::Project ScriptEditorFixture::projectWith(const QStringList &texts, const 
     for (qsizetype index = 0; index < cast.size(); ++index)
         project.voices.append({model::VoiceId::create(), QStringLiteral("voice-%1").arg(index), cast.at(index),
                                cast.at(index), colors.at(index % colors.size())});
-    std::vector<model::ProjectLine> lines;
-    QList<model::LineId> ids;
+    project.lines = {};
+    project.tabs.first().lineIds = {};
     for (qsizetype index = 0; index < texts.size(); ++index) {
-        model::ProjectLine line = model::ProjectLine::makeNew(index);
+        model::ProjectLine line = model::ProjectLine::makeNew();
         line.text = texts.at(index);
         if (!cast.isEmpty())
             line.voiceId = project.voices.at(index % cast.size()).id;
-        ids.append(line.lineId);
-        lines.push_back(std::move(line));
+        project.appendLine(line);
     }
-    project.lines = model::LineList(std::move(lines));
-    project.tabs.first().lineIds = ids;
     return project;
 }
 
@@ -67,7 +66,8 @@ void ScriptEditorFixture::addTake(qsizetype index) {
     ASSERT_TRUE(writer.value().writeFrames(std::span<const double>(tone)));
     ASSERT_TRUE(writer.value().finish());
     const model::ProjectLine line = *controller->lines().find(idAt(index));
-    controller->takes().installGeneratedAudio(path, line.lineId, controller->takes().generationContext(line));
+    QCoro::waitFor(
+        controller->takes().installGeneratedAudio(path, line.lineId, controller->takes().generationContext(line)));
     ASSERT_EQ(controller->spotError(), QString());
 }
 

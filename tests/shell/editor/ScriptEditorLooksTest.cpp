@@ -27,9 +27,8 @@ protected:
             {QStringLiteral("A line with takes."), QStringLiteral("A line that is being generated."), QString(),
              QStringLiteral("A line without anything, long enough to go on in a second row of text on any screen.")},
             {QStringLiteral("Narrator"), QStringLiteral("The Captain with a Long Name")});
-        model::ProjectLine uncast = project.lines.at(2);
-        uncast.voiceId.reset();
-        project.lines.replace(2, uncast);
+        project.lines.update(project.tabs.first().lineIds.at(2),
+                             [](model::ProjectLine &line) { line.voiceId.reset(); });
         open(project, {600, 700});
         addTake(0);
         addTake(0);

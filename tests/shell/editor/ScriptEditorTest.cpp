@@ -176,9 +176,7 @@ TEST_F(ScriptEditorTest, SpaceOnAWaveformPlaysWhatTheWaveformShows) {
 
 TEST_F(ScriptEditorTest, ARowShowsHowItsSpeechStands) {
     model::Project project = projectWith(threeTexts);
-    model::ProjectLine uncast = project.lines.at(2);
-    uncast.voiceId.reset();
-    project.lines.replace(2, uncast);
+    project.lines.update(project.tabs.first().lineIds.at(2), [](model::ProjectLine &line) { line.voiceId.reset(); });
     open(project);
     const auto hint = [&](qsizetype index) {
         for (const QLabel *label : rowAt(index)->findChildren<QLabel *>())

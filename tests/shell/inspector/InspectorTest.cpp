@@ -201,7 +201,8 @@ TEST(Inspector, APresetWhoseVoiceIsGoneAppliesItsSettingsAndSaysSo) {
 
 TEST(Inspector, WithNoLineSelectedNothingCanBeChanged) {
     Inspected it;
-    it.controller.selection().setSelectedLineIds({});
+    it.controller.selection().toggle(it.controller.scriptLineIds().first());
+    ASSERT_TRUE(it.controller.selection().selectedLineIds().isEmpty());
     EXPECT_FALSE(it.inspector.presets().picker()->isEnabled());
     EXPECT_FALSE(it.inspector.models().cards().first()->isEnabled());
     EXPECT_FALSE(it.inspector.settings().slider(SettingsControlKind::Style)->isEnabled());

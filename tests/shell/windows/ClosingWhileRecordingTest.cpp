@@ -29,14 +29,14 @@ protected:
     [[nodiscard]] DirectionRecordings &recordings() const {
         return project().window().editor().commands().recordings();
     }
-    [[nodiscard]] model::LineId lineId() const { return project().controller().project().lines.at(0).lineId; }
+    [[nodiscard]] model::LineId lineId() const { return project().controller().project().linesInOrder().at(0)->lineId; }
     [[nodiscard]] QMessageBox *confirmation() const {
         const auto boxes = project().window().findChildren<QMessageBox *>();
         return boxes.isEmpty() ? nullptr : boxes.constFirst();
     }
     [[nodiscard]] qsizetype takesOnDisk() const {
         const auto loaded = model::ProjectStore::load(folder, {});
-        return loaded ? loaded->project.lines.at(0).sourceRecordings.size() : -1;
+        return loaded ? loaded->project.linesInOrder().at(0)->sourceRecordings.size() : -1;
     }
 
     testing::SoundServerSession server{testing::SoundServerSession::Kind::PulseAudio};
@@ -58,7 +58,7 @@ TEST_F(ClosingWhileRecordingTest, AWindowClosedRightAfterTheStopWaitsForTheTake)
     recordings().stop(lineId());
     EXPECT_FALSE(project().window().close());
     ASSERT_TRUE(waitUntil([this] { return confirmation() != nullptr; }));
-    EXPECT_EQ(project().controller().project().lines.at(0).sourceRecordings.size(), 1);
+    EXPECT_EQ(project().controller().project().linesInOrder().at(0)->sourceRecordings.size(), 1);
     testing::buttonNamed(*confirmation(), QStringLiteral("Cancel"))->click();
     EXPECT_EQ(windows.open().size(), 1U);
     recordings().start(lineId());

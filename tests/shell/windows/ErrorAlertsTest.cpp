@@ -1,6 +1,7 @@
 #include "shell/windows/ErrorAlerts.h"
 
 #include <gtest/gtest.h>
+#include <qcoro/qcorotask.h>
 #include <QtCore/QFile>
 #include <QtGui/QAction>
 #include <QtWidgets/QMessageBox>
@@ -87,10 +88,10 @@ TEST(ProjectWindowAlerts, AFailedPlaybackWaitsUntilTheFailedGenerationHasBeenRea
     // Nobody listens there.
     project.elevenLabsService().useEndpoint(QUrl(u"http://127.0.0.1:1"_s));
     const ErrorAlerts &alerts = project.window().alerts();
-    const auto &lines = project.controller().project().lines;
+    const auto line = [&project] { return *project.controller().project().linesInOrder().front(); };
     const QUrl take = testing::writeTone(session.path(u"take.wav"_s), 0.5);
-    project.controller().takes().installGeneratedAudio(take.toLocalFile(), lines.at(0).lineId,
-                                                       project.controller().takes().generationContext(lines.at(0)));
+    QCoro::waitFor(project.controller().takes().installGeneratedAudio(
+        take.toLocalFile(), line().lineId, project.controller().takes().generationContext(line())));
     const QAction &play = *project.window().actions().play;
     ASSERT_TRUE(play.isEnabled());
 
@@ -98,7 +99,7 @@ TEST(ProjectWindowAlerts, AFailedPlaybackWaitsUntilTheFailedGenerationHasBeenRea
     ASSERT_TRUE(waitUntil([&alerts] { return alerts.box() != nullptr; }));
     EXPECT_EQ(alerts.box()->text(), u"Generation Failed"_s);
     EXPECT_FALSE(alerts.box()->informativeText().isEmpty());
-    const QUrl file = project.controller().media().audioURL(lines.at(0));
+    const QUrl file = project.controller().media().audioURL(line());
     ASSERT_TRUE(QFile::remove(file.toLocalFile()));
     project.window().actions().play->trigger();
     EXPECT_EQ(alerts.box()->text(), u"Generation Failed"_s);

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <gtest/gtest.h>
+#include <qcoro/qcorotask.h>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -47,7 +48,7 @@ protected:
         for (const model::LineId &id : document.scriptLineIds()) {
             const QString tone = session.path(QStringLiteral("tone.wav"));
             EXPECT_FALSE(testing::writeTone(tone, 0.1).isEmpty());
-            document.takes().installGeneratedAudio(tone, id, {});
+            QCoro::waitFor(document.takes().installGeneratedAudio(tone, id, {}));
         }
         document.selection().selectAll();
         return project;
@@ -115,8 +116,7 @@ TEST_F(ExportFlowTest, TheWindowShowsARunningExportAndStartsNoOther) {
     ProjectWindowController &project = open(QStringLiteral("Busy"));
     controller::ProjectController &document = project.controller();
     // A take that keeps whoever copies it until somebody writes to it.
-    const auto &lines = document.project().lines;
-    const QString held = document.media().audioURL(lines.at(0)).toLocalFile();
+    const QString held = document.media().audioURL(*document.project().linesInOrder().front()).toLocalFile();
     ASSERT_TRUE(QFile::remove(held));
     ASSERT_EQ(::mkfifo(QFile::encodeName(held).constData(), 0600), 0);
     const QString target = session.path(QStringLiteral("clips"));

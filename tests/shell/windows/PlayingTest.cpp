@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
+#include <qcoro/qcorotask.h>
 #include <QtGui/QAction>
 #include <QtTest/QTest>
 #include <QtWidgets/QToolButton>
 
+#include "controller/document/Notices.h"
 #include "controller/script/LineEditing.h"
 #include "controller/takes/TakeEditing.h"
 #include "shell/editor/LineRow.h"
@@ -31,8 +33,9 @@ protected:
         ASSERT_TRUE(windows.openProject(session.makeProject(u"Heard"_s, {u"Hello."_s, u"Bye."_s}).folder));
         ASSERT_TRUE(waitUntil([this] { return session.sound.state() == audio::SoundServer::State::Ready; }));
         controller::TakeEditing &takes = project().controller().takes();
-        takes.installGeneratedAudio(testing::writeTone(session.path(u"take.wav"_s), 60.0).toLocalFile(), lineId(),
-                                    takes.generationContext(project().controller().project().lines.at(0)));
+        QCoro::waitFor(takes.installGeneratedAudio(
+            testing::writeTone(session.path(u"take.wav"_s), 60.0).toLocalFile(), lineId(),
+            takes.generationContext(*project().controller().project().linesInOrder().at(0))));
         ASSERT_TRUE(actions().play->isEnabled());
     }
     void TearDown() override { project().controller().discardChanges(); }
@@ -41,7 +44,7 @@ protected:
     [[nodiscard]] const audio::PlaybackController &playback() const { return project().playbackController(); }
     [[nodiscard]] ScriptEditor &editor() const { return project().window().editor(); }
     [[nodiscard]] const ProjectActions &actions() const { return project().window().actions(); }
-    [[nodiscard]] model::LineId lineId() const { return project().controller().project().lines.at(0).lineId; }
+    [[nodiscard]] model::LineId lineId() const { return project().controller().project().linesInOrder().at(0)->lineId; }
     template <typename Widget>
     [[nodiscard]] Widget *control(const QString &name) const {
         for (Widget *widget : editor().list().rowFor(lineId())->template findChildren<Widget *>())
@@ -50,6 +53,10 @@ protected:
         return nullptr;
     }
     [[nodiscard]] WaveformBarsView &waveform() const { return *control<WaveformBarsView>(u"Playhead of line 1"_s); }
+    [[nodiscard]] QString notice() const {
+        const auto current = project().controller().notices().current();
+        return current ? current->text : QString();
+    }
     void pressSpace() {
         editor().list().setFocus();
         QTest::keyClick(&editor().list(), Qt::Key_Space);
@@ -79,7 +86,7 @@ TEST_F(PlayingTest, NothingPlaysWhileATakeRecordsAndTheUserIsToldWhy) {
     ScriptCommands &commands = editor().commands();
     actions().play->trigger();
     ASSERT_TRUE(playback().isPlaying());
-    const model::LineId other = project().controller().project().lines.at(1).lineId;
+    const model::LineId other = project().controller().project().linesInOrder().at(1)->lineId;
     commands.direction().carryOut(DirectionWish::ToggleRecording, other, &editor());
     EXPECT_FALSE(playback().isPlaying());
     ASSERT_TRUE(waitUntil([&] { return commands.recordings().state(other).duration > 0.1; }));
@@ -88,15 +95,15 @@ TEST_F(PlayingTest, NothingPlaysWhileATakeRecordsAndTheUserIsToldWhy) {
                                             [this] { control<QToolButton>(u"Play line 1"_s)->click(); },
                                             [this] { QTest::mouseClick(&waveform(), Qt::LeftButton); }};
     for (const auto &play : ways) {
-        project().controller().setSpotError(QString());
+        project().controller().notices().withdraw(controller::Notice::Kind::PlayingRefused);
         play();
         EXPECT_FALSE(playback().isPlaying());
-        EXPECT_EQ(project().controller().spotError(), u"Stop the recording before playing."_s);
+        EXPECT_EQ(notice(), u"Stop the recording before playing."_s);
     }
     EXPECT_TRUE(commands.recordings().isRecording());
     commands.recordings().stop(other);
     ASSERT_TRUE(waitUntil([&] { return commands.recordings().isSettled(); }));
-    EXPECT_EQ(project().controller().spotError(), QString());
+    EXPECT_EQ(notice(), QString());
     actions().play->trigger();
     EXPECT_TRUE(playback().isPlaying());
 }

@@ -245,21 +245,21 @@ TEST(ProjectWindow, GeneratingALineEndsInATakeThatRedoesAsATake) {
         buttonNamed(*project.window().editor().findChild<shell::ScriptToolbar *>(), QStringLiteral("Generate"));
     ASSERT_NE(generate, nullptr);
     generate->click();
-    const auto &lines = project.controller().project().lines;
-    ASSERT_TRUE(waitUntil([&] { return lines.at(0).takes.size() == 1 || project.generator().generateError(); }));
+    const auto line = [&project] { return *project.controller().project().linesInOrder().front(); };
+    ASSERT_TRUE(waitUntil([&] { return line().takes.size() == 1 || project.generator().generateError(); }));
     EXPECT_FALSE(project.generator().generateError().has_value());
-    EXPECT_TRUE(project.controller().runtime().hasGeneratedAudio(lines.at(0).lineId));
+    EXPECT_TRUE(project.controller().runtime().hasGeneratedAudio(line().lineId));
     ASSERT_TRUE(waitUntil([&] { return !project.generator().queue().isActive(); }));
     EXPECT_EQ(generate->text(), QStringLiteral("Regenerate"));
     const shell::ProjectActions &actions = project.window().actions();
     EXPECT_EQ(actions.undo->text(), QStringLiteral("Undo Generate"));
     EXPECT_TRUE(actions.exportAudio->isEnabled());
     actions.undo->trigger();
-    EXPECT_TRUE(lines.at(0).takes.isEmpty());
+    EXPECT_TRUE(line().takes.isEmpty());
     EXPECT_FALSE(actions.exportAudio->isEnabled());
     EXPECT_EQ(actions.redo->text(), QStringLiteral("Redo Generate"));
     actions.redo->trigger();
-    EXPECT_EQ(lines.at(0).takes.size(), 1);
+    EXPECT_EQ(line().takes.size(), 1);
     project.controller().discardChanges();
 }
 
@@ -280,7 +280,7 @@ TEST(ProjectWindow, ClosingWhileALineIsGeneratedDropsTheRest) {
     EXPECT_TRUE(waitUntil([&] { return gone.isNull(); }));
     // The other window's service goes on.
     kept.window().actions().generate->trigger();
-    EXPECT_TRUE(waitUntil([&] { return kept.controller().project().lines.at(0).takes.size() == 1; }));
+    EXPECT_TRUE(waitUntil([&] { return kept.controller().project().linesInOrder().at(0)->takes.size() == 1; }));
     kept.controller().discardChanges();
 }
 

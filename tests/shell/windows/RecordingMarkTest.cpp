@@ -37,7 +37,7 @@ TEST(RecordingMark, TellsOfTheTakeFromAnyTabLeadsToItsLineAndEndsIt) {
     EXPECT_EQ(buttonNamed(*mark, QStringLiteral("Stop")), nullptr);
     const int height = editor.height();
 
-    const model::LineId id = project.scriptLineIds().constLast();
+    const model::LineId id = project.scriptLineIds().last();
     editor.commands().recordings().start(id);
     ASSERT_TRUE(waitUntil([&] { return buttonNamed(*mark, QStringLiteral("Recording line 30")) != nullptr; }));
     EXPECT_EQ(editor.height(), height);
@@ -65,7 +65,7 @@ TEST(RecordingMark, TellsOfTheTakeFromAnyTabLeadsToItsLineAndEndsIt) {
     QCoreApplication::sendPostedEvents();
     QCoreApplication::processEvents();
     line->click();
-    EXPECT_EQ(project.scriptLineIds().constLast(), id);
+    EXPECT_EQ(project.scriptLineIds().last(), id);
     EXPECT_EQ(project.selection().singleSelectedLineId(), id);
     ASSERT_NE(editor.list().rowFor(id), nullptr);
     EXPECT_LT(editor.list().rowFor(id)->geometry().bottom(), editor.list().viewport()->height());

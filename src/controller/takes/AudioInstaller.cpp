@@ -1,0 +1,68 @@
+#include "controller/takes/AudioInstaller.h"
+
+#include <qcoro/qcorofuture.h>
+#include <QtConcurrent/QtConcurrentRun>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QPointer>
+
+#include "base/PrivateFolders.h"
+#include "controller/FileCopy.h"
+#include "controller/ProjectController.h"
+#include "controller/takes/MediaFiles.h"
+
+namespace orlenta::controller {
+namespace {
+
+QString freePath(const QString &folder, const QString &suggestedName) {
+    QString name = QFileInfo(suggestedName).fileName();
+    if (name.isEmpty())
+        name = QStringLiteral("audio.wav");
+    const QString stem = QFileInfo(name).completeBaseName();
+    const QString extension = QFileInfo(name).suffix();
+    QString path = folder + u'/' + name;
+    for (int number = 1; QFileInfo::exists(path) || QFileInfo(path).isSymLink(); ++number)
+        path = QStringLiteral("%1/%2-%3.%4").arg(folder, stem).arg(number).arg(extension);
+    return path;
+}
+
+bool liesDirectlyInCaches(const QString &path) {
+    return QFileInfo(path).absolutePath() == QDir::cleanPath(base::PrivateFolders::caches());
+}
+
+AudioInstaller::Outcome storeFile(const QString &path, const QString &folder, const QString &name) {
+    using Error = ProjectControllerError;
+    if (!QFileInfo::exists(path))
+        return base::fail(Error(Error::AudioSourceMissing{QUrl::fromLocalFile(path)}));
+    if (QFileInfo(path).absolutePath() == folder)
+        return path;
+    const QString destination = freePath(folder, name);
+    if (const auto copied = copyFile(path, destination); !copied)
+        return base::fail(Error(copied.error()));
+    if (liesDirectlyInCaches(path))
+        QFile::remove(path);
+    return destination;
+}
+
+} // namespace
+
+QCoro::Task<AudioInstaller::Outcome> AudioInstaller::install(QString path, QString name, AudioKind kind) {
+    const QPointer<ProjectController> controller(&m_controller);
+    for (;;) {
+        const QString folder = controller->state().folder();
+        if (folder.isEmpty())
+            co_return path;
+        const auto target = controller->media().audioFolder(kind);
+        if (!target)
+            co_return base::fail(target.error());
+        auto storing = QtConcurrent::run(&storeFile, path, target.value(), name);
+        const Outcome stored = co_await storing;
+        if (!controller || !stored || controller->state().folder() == folder)
+            co_return stored;
+        // The project was saved elsewhere meanwhile.
+        path = stored.value();
+    }
+}
+
+} // namespace orlenta::controller
