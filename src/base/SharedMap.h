@@ -1,15 +1,18 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include <QtCore/QHash>
 
 namespace orlenta::base {
 
-/// A map as a value whose copies share what they have in common. Its entries lie in 256 shared buckets, so keeping a
-/// copy while one entry changes costs one bucket, not the map. Copying is a reference count. One value is not
-/// thread-safe; copies may go to different threads.
+/// A map as a value whose copies share what they have in common. Its entries lie in 256 shared buckets, each sorted, so
+/// keeping a copy while one entry changes costs one bucket, not the map. Copying is a reference count. Keys need an
+/// order and a hash. One value is not thread-safe; copies may go to different threads.
 template <typename Key, typename Value>
 class SharedMap final {
 public:
@@ -39,16 +42,19 @@ public:
 
 private:
     static constexpr size_t bucketCount = 256;
-    using Entries = QHash<Key, Value>;
+    using Entry = std::pair<Key, Value>;
+    using Entries = std::vector<Entry>;
     using Buckets = std::array<std::shared_ptr<Entries>, bucketCount>;
 
-    // The hash's upper bits, spread: a bucket's own hash table goes by its lower ones.
     static size_t bucketOf(const Key &key) {
+        // The seed is the process's own, so that no file can put all its ids into one bucket.
         return static_cast<size_t>((quint64{qHash(key, QHashSeed::globalSeed())} * Q_UINT64_C(0x9E3779B97F4A7C15)) >>
                                    56);
     }
-    [[nodiscard]] const Entries *entriesFor(const Key &key) const {
-        return m_buckets ? (*m_buckets)[bucketOf(key)].get() : nullptr;
+    template <typename Range>
+    static auto placeIn(Range &entries, const Key &key) {
+        return std::lower_bound(entries.begin(), entries.end(), key,
+                                [](const Entry &entry, const Key &wanted) { return entry.first < wanted; });
     }
     Entries &detached(const Key &key);
 
@@ -58,11 +64,11 @@ private:
 
 template <typename Key, typename Value>
 const Value *SharedMap<Key, Value>::find(const Key &key) const {
-    const Entries *entries = entriesFor(key);
+    const Entries *entries = m_buckets ? (*m_buckets)[bucketOf(key)].get() : nullptr;
     if (entries == nullptr)
         return nullptr;
-    const auto found = entries->constFind(key);
-    return found == entries->cend() ? nullptr : &found.value();
+    const auto found = placeIn(*entries, key);
+    return found != entries->end() && found->first == key ? &found->second : nullptr;
 }
 
 template <typename Key, typename Value>
@@ -74,16 +80,21 @@ Value SharedMap<Key, Value>::value(const Key &key) const {
 template <typename Key, typename Value>
 void SharedMap<Key, Value>::insert(const Key &key, Value value) {
     Entries &entries = detached(key);
-    const qsizetype before = entries.size();
-    entries.insert(key, std::move(value));
-    m_size += entries.size() - before;
+    const auto place = placeIn(entries, key);
+    if (place != entries.end() && place->first == key) {
+        place->second = std::move(value);
+        return;
+    }
+    entries.emplace(place, key, std::move(value));
+    ++m_size;
 }
 
 template <typename Key, typename Value>
 void SharedMap<Key, Value>::remove(const Key &key) {
     if (!contains(key))
         return;
-    detached(key).remove(key);
+    Entries &entries = detached(key);
+    entries.erase(placeIn(entries, key));
     --m_size;
 }
 
@@ -92,12 +103,10 @@ template <typename Visit>
 void SharedMap<Key, Value>::forEach(Visit visit) const {
     if (!m_buckets)
         return;
-    for (const auto &entries : *m_buckets) {
-        if (!entries)
-            continue;
-        for (auto entry = entries->cbegin(); entry != entries->cend(); ++entry)
-            visit(entry.key(), entry.value());
-    }
+    for (const auto &entries : *m_buckets)
+        if (entries)
+            for (const auto &[key, value] : *entries)
+                visit(key, value);
 }
 
 template <typename Key, typename Value>
@@ -114,16 +123,22 @@ void SharedMap<Key, Value>::forEachDifference(const SharedMap &other, Visit visi
             continue;
         const Entries &left = mine[i] ? *mine[i] : none;
         const Entries &right = theirs[i] ? *theirs[i] : none;
-        for (auto entry = left.cbegin(); entry != left.cend(); ++entry) {
-            const auto match = right.constFind(entry.key());
-            if (match == right.cend())
-                visit(entry.key(), &entry.value(), static_cast<const Value *>(nullptr));
-            else if (!(match.value() == entry.value()))
-                visit(entry.key(), &entry.value(), &match.value());
+        auto a = left.begin();
+        auto b = right.begin();
+        while (a != left.end() || b != right.end()) {
+            if (b == right.end() || (a != left.end() && a->first < b->first)) {
+                visit(a->first, &a->second, static_cast<const Value *>(nullptr));
+                ++a;
+            } else if (a == left.end() || b->first < a->first) {
+                visit(b->first, static_cast<const Value *>(nullptr), &b->second);
+                ++b;
+            } else {
+                if (!(a->second == b->second))
+                    visit(a->first, &a->second, &b->second);
+                ++a;
+                ++b;
+            }
         }
-        for (auto entry = right.cbegin(); entry != right.cend(); ++entry)
-            if (!left.contains(entry.key()))
-                visit(entry.key(), static_cast<const Value *>(nullptr), &entry.value());
     }
 }
 

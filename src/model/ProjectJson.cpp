@@ -53,20 +53,21 @@ Project repaired(json::ProjectDraft draft) {
     return std::move(project);
 }
 
-qsizetype likelySize(const Project &project) {
+qsizetype likelySize(const std::vector<const ProjectLine *> &lines) {
     constexpr qsizetype perLine = 900;
     constexpr qsizetype perTake = 560;
     qsizetype size = 64 * 1024;
-    project.lines.forEach(
-        [&size](const ProjectLine &line) { size += perLine + line.text.size() + line.takes.size() * perTake; });
+    for (const ProjectLine *line : lines)
+        size += perLine + line->text.size() + line->takes.size() * perTake;
     return size;
 }
 
 } // namespace
 
 QByteArray encodeProject(const Project &project) {
-    json::JsonWriter writer(likelySize(project));
-    json::write(writer, project);
+    const std::vector<const ProjectLine *> lines = project.linesInOrder();
+    json::JsonWriter writer(likelySize(lines));
+    json::write(writer, project, lines);
     return writer.take();
 }
 

@@ -193,11 +193,11 @@ void writeColor(JsonWriter &writer, std::string_view key, const CodableColor &co
     writer.endObject();
 }
 
-void writeLines(JsonWriter &writer, const Project &project) {
+void writeLines(JsonWriter &writer, const std::vector<const ProjectLine *> &lines) {
     writer.key("lines");
     writer.beginArray();
     std::int64_t order = 0;
-    for (const ProjectLine *line : project.linesInOrder()) {
+    for (const ProjectLine *line : lines) {
         writer.element();
         write(writer, *line, order++);
     }
@@ -223,12 +223,12 @@ void write(JsonWriter &writer, const ProjectLine &line, std::int64_t order) {
     writer.endObject();
 }
 
-void write(JsonWriter &writer, const Project &project) {
+void write(JsonWriter &writer, const Project &project, const std::vector<const ProjectLine *> &lines) {
     writer.beginObject();
     writeId(writer, "active_tab_id", project.activeTabId);
     writeAudioSettings(writer, project.audioSettings);
     writeDate(writer, "created_at", project.createdAt);
-    writeLines(writer, project);
+    writeLines(writer, lines);
     writeDate(writer, "modified_at", project.modifiedAt);
     writeRecords(writer, "presets", project.presets, &writePreset);
     writeId(writer, "project_id", project.projectId);

@@ -8,7 +8,8 @@
 namespace orlenta::model::json {
 
 /// Each writes one record as an object.
-void write(JsonWriter &writer, const Project &project);
+/// `lines` are all of the project's, in their order.
+void write(JsonWriter &writer, const Project &project, const std::vector<const ProjectLine *> &lines);
 /// `order` is the line's place in the sequence across all tabs.
 void write(JsonWriter &writer, const ProjectLine &line, std::int64_t order);
 void write(JsonWriter &writer, const CustomTag &tag);
