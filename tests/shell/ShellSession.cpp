@@ -53,8 +53,9 @@ ShellSession::ShellSession(const QString &localVoicesProgram, const QString &sou
       sound(soundServer.isEmpty() ? QStringLiteral("unix:%1").arg(m_folder.filePath(QStringLiteral("no-sound")))
                                   : soundServer),
       devices(sound, defaults), inputRoutes(sound, defaults),
-      microphone(sound), context{defaults, credentials, localVoices, sound,   devices,
-                                 routing,  inputRoutes, microphone,  commands} {}
+      microphone(sound), context{{defaults, credentials, sound, devices, routing, inputRoutes, microphone},
+                                 localVoices,
+                                 commands} {}
 
 bool ShellSession::startLocalVoices() {
     localVoices.switchOn();
@@ -79,8 +80,19 @@ model::StoredProject ShellSession::makeProject(const QString &name, const QStrin
         }
         project.appendLine(line);
     }
-    auto stored = model::ProjectStore::create(path(name), name, project, now);
+    return store(name, std::move(project));
+}
+
+model::StoredProject ShellSession::store(const QString &name, model::Project project) {
+    const base::Timestamp now = base::wholeSeconds(base::systemClock());
+    auto stored = model::ProjectStore::create(path(name), name, std::move(project), now);
     return stored ? stored.value() : model::StoredProject{};
+}
+
+std::unique_ptr<controller::ProjectSession> ShellSession::openUnheard(const model::StoredProject &stored) {
+    auto session = std::make_unique<controller::ProjectSession>(context.services, stored);
+    session->service().useEndpoint(QUrl(QStringLiteral("http://127.0.0.1:1")));
+    return session;
 }
 
 bool waitUntil(const std::function<bool()> &condition) {

@@ -11,6 +11,7 @@
 #include "audio/recording/AudioInputRouteManager.h"
 #include "audio/recording/MicrophonePermission.h"
 #include "base/UserDefaults.h"
+#include "controller/ProjectSession.h"
 #include "model/ProjectStore.h"
 #include "shell/account/LocalVoices.h"
 #include "shell/application/AppCommands.h"
@@ -33,6 +34,11 @@ public:
     [[nodiscard]] bool startLocalVoices();
     /// A project on disk with the lines given, all in one tab. A line "Voice: text" is cast to that local voice.
     [[nodiscard]] model::StoredProject makeProject(const QString &name, const QStringList &lines);
+    /// The project in a folder of its own.
+    [[nodiscard]] model::StoredProject store(const QString &name, model::Project project);
+    /// The stored project as an open one whose speech service nobody answers for: a generation fails at once, and
+    /// nothing leaves this machine.
+    [[nodiscard]] std::unique_ptr<controller::ProjectSession> openUnheard(const model::StoredProject &stored);
     [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
 
 private:

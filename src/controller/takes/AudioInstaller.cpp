@@ -56,13 +56,27 @@ QCoro::Task<AudioInstaller::Outcome> AudioInstaller::install(QString path, QStri
         const auto target = controller->media().audioFolder(kind);
         if (!target)
             co_return base::fail(target.error());
+        begin();
         auto storing = QtConcurrent::run(&storeFile, path, target.value(), name);
         const Outcome stored = co_await storing;
-        if (!controller || !stored || controller->state().folder() == folder)
+        if (!controller)
+            co_return stored;
+        end();
+        if (!stored || controller->state().folder() == folder)
             co_return stored;
         // The project was saved elsewhere meanwhile.
         path = stored.value();
     }
+}
+
+void AudioInstaller::begin() {
+    if (++m_running == 1)
+        Q_EMIT isBusyChanged();
+}
+
+void AudioInstaller::end() {
+    if (--m_running == 0)
+        Q_EMIT isBusyChanged();
 }
 
 } // namespace orlenta::controller

@@ -13,7 +13,8 @@ class ProjectController;
 
 /// Brings finished audio files into the project's folder, off the main thread, so that no disk holds up the window.
 /// Main thread.
-class AudioInstaller final {
+class AudioInstaller final : public QObject {
+    Q_OBJECT
 public:
     using Outcome = base::Result<QString, ProjectControllerError>;
 
@@ -24,9 +25,18 @@ public:
     /// A file that lies there already, or any where the project has no folder, is left as it is. If the project gets
     /// another folder meanwhile, the file follows it. The caller looks whether the controller still lives.
     QCoro::Task<Outcome> install(QString path, QString name, AudioKind kind);
+    /// A file is on its way.
+    [[nodiscard]] bool isBusy() const { return m_running > 0; }
+
+Q_SIGNALS:
+    void isBusyChanged();
 
 private:
+    void begin();
+    void end();
+
     ProjectController &m_controller;
+    int m_running = 0;
 };
 
 } // namespace orlenta::controller

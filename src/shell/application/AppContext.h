@@ -1,20 +1,6 @@
 #pragma once
 
-namespace orlenta::audio {
-class AudioDeviceMonitor;
-class AudioInputRouteManager;
-class MicrophonePermission;
-class OutputRoutingDiagnostics;
-class SoundServer;
-} // namespace orlenta::audio
-
-namespace orlenta::base {
-class UserDefaults;
-}
-
-namespace orlenta::speech {
-class KeychainHelper;
-}
+#include "controller/SharedServices.h"
 
 namespace orlenta::shell {
 
@@ -23,14 +9,8 @@ class LocalVoices;
 
 /// What every window of the process shares. All of it outlives the windows.
 struct AppContext {
-    base::UserDefaults &defaults;
-    speech::KeychainHelper &credentials;
+    controller::SharedServices services;
     LocalVoices &localVoices;
-    audio::SoundServer &sound;
-    audio::AudioDeviceMonitor &devices;
-    audio::OutputRoutingDiagnostics &routing;
-    audio::AudioInputRouteManager &inputRoutes;
-    audio::MicrophonePermission &microphone;
     AppCommands &commands;
 };
 

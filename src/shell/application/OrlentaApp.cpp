@@ -37,8 +37,10 @@ constexpr double largestScale = 1.5;
 OrlentaApp::OrlentaApp()
     : m_localVoices(m_defaults, std::make_unique<speech::LocalVoicesProcess>()), m_devices(m_sound, m_defaults),
       m_inputRoutes(m_sound, m_defaults),
-      m_microphone(m_sound), m_context{m_defaults, m_credentials, m_localVoices, m_sound,   m_devices,
-                                       m_routing,  m_inputRoutes, m_microphone,  m_commands},
+      m_microphone(m_sound), m_context{{m_defaults, m_credentials, m_sound, m_devices, m_routing, m_inputRoutes,
+                                        m_microphone},
+                                       m_localVoices,
+                                       m_commands},
       m_windows(m_context) {
     QApplication::setQuitOnLastWindowClosed(false);
     connectCommands();

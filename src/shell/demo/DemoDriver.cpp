@@ -133,7 +133,7 @@ bool DemoDriver::generateAllLines() {
 }
 
 bool DemoDriver::generateShownTab() {
-    controller::LineGenerator &generator = m_project->generator();
+    controller::LineGenerator &generator = m_project->session().generator();
     if (!selectWholeTab() || !press(editorButton({u"Generate"_s, u"Regenerate"_s}), u"Generate"_s))
         return false;
     const auto isOver = [&] {
@@ -325,7 +325,7 @@ qsizetype DemoDriver::linesToGenerate() const {
     const controller::ProjectController &controller = m_project->controller();
     const model::LineIdList &ids = controller.scriptLineIds();
     return std::count_if(ids.begin(), ids.end(), [this, &controller](const model::LineId &id) {
-        return m_project->generator().canGenerate(id) && !controller.runtime().hasGeneratedAudio(id);
+        return m_project->session().generator().canGenerate(id) && !controller.runtime().hasGeneratedAudio(id);
     });
 }
 

@@ -4,16 +4,17 @@
 #include <QtWidgets/QWidget>
 
 #include "audio/playback/PlaybackController.h"
+#include "controller/direction/DirectionRecordings.h"
 #include "controller/ProjectController.h"
+#include "controller/ProjectSession.h"
 #include "controller/script/Selection.h"
 #include "controller/takes/LineRuntime.h"
-#include "shell/editor/DirectionRecordings.h"
 #include "shell/theme/Icon.h"
 
 namespace orlenta::shell {
 
-DirectionActions::DirectionActions(const DirectionCommands::Parts &parts, DirectionCommands &commands, QWidget &list)
-    : QObject(&list), m_parts(parts), m_commands(commands) {
+DirectionActions::DirectionActions(controller::ProjectSession &session, DirectionCommands &commands, QWidget &list)
+    : QObject(&list), m_controller(session.controller()), m_commands(commands) {
     const QList<DirectionCommand> all = commands.menuCommands({});
     for (const DirectionCommand &command : all) {
         auto *action = new QAction(Icon::named(command.icon), command.title, this);
@@ -29,19 +30,19 @@ DirectionActions::DirectionActions(const DirectionCommands::Parts &parts, Direct
     list.addActions(m_actions);
     using Playback = audio::PlaybackController;
     controller::onAnyChange<controller::SelectionChanged, controller::RuntimeChanged, controller::PresetsChanged>(
-        parts.controller, this, [this] { refresh(); });
-    controller::onChange<controller::LinesChanged>(parts.controller, this, [this](const auto &change) {
+        m_controller, this, [this] { refresh(); });
+    controller::onChange<controller::LinesChanged>(m_controller, this, [this](const auto &change) {
         if (change.fields().testFlag(controller::LineField::Settings))
             refresh();
     });
-    connect(&parts.playback, &Playback::isPlayingChanged, this, &DirectionActions::refresh);
-    connect(&parts.playback, &Playback::currentAudioSourceChanged, this, &DirectionActions::refresh);
-    connect(&parts.recordings, &DirectionRecordings::changed, this, &DirectionActions::refresh);
+    connect(&session.playback(), &Playback::isPlayingChanged, this, &DirectionActions::refresh);
+    connect(&session.playback(), &Playback::currentAudioSourceChanged, this, &DirectionActions::refresh);
+    connect(&session.recordings(), &controller::DirectionRecordings::changed, this, &DirectionActions::refresh);
     refresh();
 }
 
 std::optional<model::LineId> DirectionActions::target() const {
-    const controller::Selection &selection = m_parts.controller.selection();
+    const controller::Selection &selection = m_controller.selection();
     const auto alone = selection.singleSelectedLineId();
     return alone ? alone : selection.selectionFocusId();
 }

@@ -8,6 +8,11 @@
 
 class QAction;
 
+namespace orlenta::controller {
+class ProjectController;
+class ProjectSession;
+} // namespace orlenta::controller
+
 namespace orlenta::shell {
 
 /// The direction commands of the line on which the keyboard acts, for the menu bar. Their keys are single letters, so
@@ -17,7 +22,7 @@ class DirectionActions final : public QObject {
     Q_OBJECT
 public:
     /// `list` is where the keys count. What it is given outlives the actions.
-    DirectionActions(const DirectionCommands::Parts &parts, DirectionCommands &commands, QWidget &list);
+    DirectionActions(controller::ProjectSession &session, DirectionCommands &commands, QWidget &list);
 
     /// In the order of menus.
     [[nodiscard]] const QList<QAction *> &all() const { return m_actions; }
@@ -26,7 +31,7 @@ private:
     [[nodiscard]] std::optional<model::LineId> target() const;
     void refresh();
 
-    DirectionCommands::Parts m_parts;
+    const controller::ProjectController &m_controller;
     DirectionCommands &m_commands;
     QList<QAction *> m_actions;
 };

@@ -8,13 +8,14 @@
 #include "audio/playback/PlaybackController.h"
 #include "controller/casting/PresetEditing.h"
 #include "controller/direction/DirectionAudio.h"
+#include "controller/direction/DirectionRecordings.h"
 #include "controller/document/Notices.h"
 #include "controller/ProjectController.h"
+#include "controller/ProjectSession.h"
 #include "controller/script/LineEditing.h"
 #include "controller/script/Selection.h"
 #include "controller/takes/LineRuntime.h"
 #include "controller/takes/TakeEditing.h"
-#include "shell/editor/DirectionRecordings.h"
 #include "shell/editor/LineRow.h"
 #include "shell/theme/Icon.h"
 
@@ -23,22 +24,24 @@ using namespace Qt::StringLiterals;
 namespace orlenta::shell {
 namespace {} // namespace
 
-DirectionCommands::DirectionCommands(const Parts &parts, QObject *parent) : QObject(parent), m_parts(parts) {
-    connect(&parts.recordings, &DirectionRecordings::changed, this, &DirectionCommands::forgetRefusal);
+DirectionCommands::DirectionCommands(controller::ProjectSession &session, QObject *parent)
+    : QObject(parent), m_controller(session.controller()), m_playback(session.playback()),
+      m_recordings(session.recordings()) {
+    connect(&m_recordings, &controller::DirectionRecordings::changed, this, &DirectionCommands::forgetRefusal);
 }
 
 bool DirectionCommands::mayPlay() {
     // The microphone would hear it.
-    const bool mayPlay = !m_parts.recordings.isRecording();
+    const bool mayPlay = !m_recordings.isRecording();
     if (!mayPlay)
-        m_parts.controller.notices().post(
+        m_controller.notices().post(
             {controller::Notice::Kind::PlayingRefused, u"Stop the recording before playing."_s});
     return mayPlay;
 }
 
 void DirectionCommands::forgetRefusal() {
-    if (!m_parts.recordings.isRecording())
-        m_parts.controller.notices().withdraw(controller::Notice::Kind::PlayingRefused);
+    if (!m_recordings.isRecording())
+        m_controller.notices().withdraw(controller::Notice::Kind::PlayingRefused);
 }
 
 void DirectionCommands::connectRow(LineRow *row) {
@@ -49,16 +52,16 @@ void DirectionCommands::connectRow(LineRow *row) {
     connect(row, &LineRow::filesDropped, this,
             [this, row](const QList<QUrl> &files) { importFiles(files, row->lineId()); });
     connect(row, &LineRow::notesEdited, this,
-            [this, row](const QString &notes) { m_parts.controller.lines().setNotes(row->lineId(), notes); });
+            [this, row](const QString &notes) { m_controller.lines().setNotes(row->lineId(), notes); });
     connect(row, &LineRow::notesEntered, this, [this, row] {
-        controller::Selection &selection = m_parts.controller.selection();
+        controller::Selection &selection = m_controller.selection();
         if (!selection.selectedLineIds().contains(row->lineId()))
             selection.selectAlone(row->lineId());
     });
 }
 
 void DirectionCommands::carryOut(DirectionWish wish, const model::LineId &id, QWidget *parent) {
-    if (m_parts.controller.lines().find(id) == nullptr)
+    if (m_controller.lines().find(id) == nullptr)
         return;
     switch (wish) {
     case DirectionWish::ToggleRecording:
@@ -78,28 +81,28 @@ void DirectionCommands::carryOut(DirectionWish wish, const model::LineId &id, QW
 }
 
 void DirectionCommands::toggleRecording(const model::LineId &id) {
-    if (m_parts.recordings.state(id).isRecording)
-        return m_parts.recordings.stop(id);
+    if (m_recordings.state(id).isRecording)
+        return m_recordings.stop(id);
     // The microphone would hear it.
-    if (m_parts.playback.isPlaying())
-        m_parts.playback.stop(audio::PlayheadReset::Reset);
-    m_parts.recordings.start(id);
+    if (m_playback.isPlaying())
+        m_playback.stop(audio::PlayheadReset::Reset);
+    m_recordings.start(id);
 }
 
 QUrl DirectionCommands::audioURL(const model::LineId &id) const {
-    return m_parts.controller.runtime().state(id).directionAudioURL;
+    return m_controller.runtime().state(id).directionAudioURL;
 }
 
 void DirectionCommands::togglePlayback(const model::LineId &id) {
-    if (m_parts.playback.isPlayingSource(id))
-        m_parts.playback.stop(audio::PlayheadReset::Reset);
+    if (m_playback.isPlayingSource(id))
+        m_playback.stop(audio::PlayheadReset::Reset);
     else if (const QUrl url = audioURL(id); !url.isEmpty() && showsDirection(id) && mayPlay())
-        m_parts.playback.playSource({id, url});
+        m_playback.playSource({id, url});
 }
 
 void DirectionCommands::seek(const model::LineId &id, double fraction) {
     if (const QUrl url = audioURL(id); !url.isEmpty() && mayPlay())
-        m_parts.playback.seekSource({id, url}, fraction);
+        m_playback.seekSource({id, url}, fraction);
 }
 
 void DirectionCommands::chooseFile(const model::LineId &id, QWidget *parent) {
@@ -114,7 +117,7 @@ void DirectionCommands::chooseFile(const model::LineId &id, QWidget *parent) {
     panel->setNameFilter(QStringLiteral("Audio files (%1)").arg(patterns.join(QLatin1Char(' '))));
     panel->setLabelText(QFileDialog::Accept, QStringLiteral("Import"));
     connect(panel, &QFileDialog::fileSelected, this, [this, id](const QString &path) {
-        m_parts.controller.directionAudio().importDirectionAudio(QUrl::fromLocalFile(path), id);
+        m_controller.directionAudio().importDirectionAudio(QUrl::fromLocalFile(path), id);
     });
     panel->open();
 }
@@ -122,33 +125,33 @@ void DirectionCommands::chooseFile(const model::LineId &id, QWidget *parent) {
 void DirectionCommands::importFiles(const QList<QUrl> &files, const model::LineId &id) {
     // A line has one direction; which of several was meant can't be told.
     if (files.size() > 1)
-        m_parts.controller.notices().post(
+        m_controller.notices().post(
             {controller::Notice::Kind::SeveralFilesDropped, u"Drop one audio file at a time on a line."_s});
     else if (!files.isEmpty())
-        m_parts.controller.directionAudio().importDroppedFile(files.first(), id);
+        m_controller.directionAudio().importDroppedFile(files.first(), id);
 }
 
 void DirectionCommands::deleteAudio(const model::LineId &id) {
     if (!showsDirection(id))
         return;
-    if (m_parts.playback.isCurrentSource(id))
-        m_parts.playback.stop(audio::PlayheadReset::Reset);
-    m_parts.controller.takes().deleteDirectionAudio(id);
+    if (m_playback.isCurrentSource(id))
+        m_playback.stop(audio::PlayheadReset::Reset);
+    m_controller.takes().deleteDirectionAudio(id);
 }
 
 bool DirectionCommands::isVoiceDirected(const model::LineId &id) const {
-    const model::ProjectLine *line = m_parts.controller.lines().find(id);
+    const model::ProjectLine *line = m_controller.lines().find(id);
     return line != nullptr &&
-           m_parts.controller.project().effectiveSettings(*line).directionMode == model::DirectionMode::Voice;
+           m_controller.project().effectiveSettings(*line).directionMode == model::DirectionMode::Voice;
 }
 
 bool DirectionCommands::showsDirection(const model::LineId &id) const {
-    const DirectionRecordings::State recording = m_parts.recordings.state(id);
+    const controller::DirectionRecordings::State recording = m_recordings.state(id);
     return isVoiceDirected(id) || recording.isRecording || !recording.error.isEmpty();
 }
 
 void DirectionCommands::switchMode(const model::LineId &id) {
-    controller::ProjectController &project = m_parts.controller;
+    controller::ProjectController &project = m_controller;
     const auto mode = isVoiceDirected(id) ? model::DirectionMode::Text : model::DirectionMode::Voice;
     // A selected line takes the selection along, as with every other setting.
     QList<model::LineId> lines{id};
@@ -164,9 +167,9 @@ void DirectionCommands::switchMode(const model::LineId &id) {
 }
 
 QList<DirectionCommand> DirectionCommands::menuCommands(const std::optional<model::LineId> &id) const {
-    const bool hasLine = id && m_parts.controller.lines().find(*id) != nullptr;
-    const bool isRecording = hasLine && m_parts.recordings.state(*id).isRecording;
-    const bool isPlaying = hasLine && m_parts.playback.isPlayingSource(*id);
+    const bool hasLine = id && m_controller.lines().find(*id) != nullptr;
+    const bool isRecording = hasLine && m_recordings.state(*id).isRecording;
+    const bool isPlaying = hasLine && m_playback.isPlayingSource(*id);
     const bool hasAudio = hasLine && !audioURL(*id).isEmpty() && showsDirection(*id);
     const bool isVoice = hasLine && isVoiceDirected(*id);
     return {{DirectionWish::ToggleRecording, u"record"_s, isRecording ? u"Stop Recording"_s : u"Record Direction"_s,

@@ -16,12 +16,13 @@ namespace orlenta::audio {
 class PlaybackController;
 }
 namespace orlenta::controller {
+class DirectionRecordings;
 class ProjectController;
-}
+class ProjectSession;
+} // namespace orlenta::controller
 
 namespace orlenta::shell {
 
-class DirectionRecordings;
 class LineRow;
 
 /// One of a line's direction commands as menus show it.
@@ -38,13 +39,7 @@ struct DirectionCommand {
 class DirectionCommands final : public QObject {
     Q_OBJECT
 public:
-    struct Parts {
-        controller::ProjectController &controller;
-        audio::PlaybackController &playback;
-        DirectionRecordings &recordings;
-    };
-
-    explicit DirectionCommands(const Parts &parts, QObject *parent = nullptr);
+    explicit DirectionCommands(controller::ProjectSession &session, QObject *parent = nullptr);
 
     /// Ties a row's wishes to the project, for whichever line the row shows.
     void connectRow(LineRow *row);
@@ -75,7 +70,9 @@ private:
     [[nodiscard]] bool showsDirection(const model::LineId &id) const;
     [[nodiscard]] QUrl audioURL(const model::LineId &id) const;
 
-    Parts m_parts;
+    controller::ProjectController &m_controller;
+    audio::PlaybackController &m_playback;
+    controller::DirectionRecordings &m_recordings;
 };
 
 } // namespace orlenta::shell

@@ -12,6 +12,7 @@
 #include "controller/document/UndoManager.h"
 #include "controller/generation/LineGenerator.h"
 #include "controller/ProjectController.h"
+#include "controller/ProjectSession.h"
 #include "controller/script/LineEditing.h"
 #include "controller/script/Selection.h"
 #include "controller/script/TagEditing.h"
@@ -30,9 +31,9 @@ constexpr std::chrono::milliseconds sameClick{200};
 
 } // namespace
 
-ScriptCommands::ScriptCommands(const Parts &parts, QObject *parent)
-    : QObject(parent), m_parts(parts), m_recordings(parts.controller, parts.recording),
-      m_direction({parts.controller, parts.playback, m_recordings}) {}
+ScriptCommands::ScriptCommands(controller::ProjectSession &session, QObject *parent)
+    : QObject(parent), m_session(session), m_controller(session.controller()), m_playback(session.playback()),
+      m_direction(session) {}
 
 void ScriptCommands::connectRow(LineRow *row) {
     connect(row, &LineRow::clicked, this, [this, row](Qt::KeyboardModifiers modifiers, bool inTextField) {
@@ -54,35 +55,35 @@ void ScriptCommands::connectRow(LineRow *row) {
 
 void ScriptCommands::connectText(LineRow *row) {
     ScriptTextField &text = row->textField();
-    const auto isEdited = [this, row] { return m_parts.controller.selection().editingLineId() == row->lineId(); };
+    const auto isEdited = [this, row] { return m_controller.selection().editingLineId() == row->lineId(); };
     connect(row, &LineRow::textEdited, this,
-            [this, row] { m_parts.controller.typing().type(row->lineId(), row->textField().sourceText()); });
+            [this, row] { m_controller.typing().type(row->lineId(), row->textField().sourceText()); });
     connect(&text, &ScriptTextField::sourceSelectionChanged, this, [this, row, isEdited] {
         if (isEdited())
-            m_parts.controller.selection().setTextSelectionRange(row->textField().sourceSelection());
+            m_controller.selection().setTextSelectionRange(row->textField().sourceSelection());
     });
     connect(&text, &ScriptTextField::editingEnded, this, [this, isEdited] {
         if (!isEdited())
             return;
-        m_parts.controller.typing().commit();
-        m_parts.controller.selection().setEditingLineId(std::nullopt);
+        m_controller.typing().commit();
+        m_controller.selection().setEditingLineId(std::nullopt);
     });
     connect(&text, &ScriptTextField::escapePressed, this, &ScriptCommands::endEditing);
     connect(&text, &ScriptTextField::tabPressed, this, [this] { editNeighbour(1); });
     connect(&text, &ScriptTextField::shiftTabPressed, this, [this] { editNeighbour(-1); });
     connect(&text, &ScriptTextField::stressShortcut, this, [this] { insertTag(tags::stressTagItem()); });
     connect(&text, &ScriptTextField::undoRequested, this, [this] {
-        if (m_parts.controller.undoManager().canUndo())
-            m_parts.controller.undoManager().undo();
+        if (m_controller.undoManager().canUndo())
+            m_controller.undoManager().undo();
     });
     connect(&text, &ScriptTextField::redoRequested, this, [this] {
-        if (m_parts.controller.undoManager().canRedo())
-            m_parts.controller.undoManager().redo();
+        if (m_controller.undoManager().canRedo())
+            m_controller.undoManager().redo();
     });
 }
 
 void ScriptCommands::click(const model::LineId &id, Qt::KeyboardModifiers modifiers, ClickPlace place) {
-    controller::Selection &selection = m_parts.controller.selection();
+    controller::Selection &selection = m_controller.selection();
     const bool isEdited = selection.editingLineId() == id;
     if (place == ClickPlace::TextField) {
         m_sinceTextFieldClick.start();
@@ -90,7 +91,7 @@ void ScriptCommands::click(const model::LineId &id, Qt::KeyboardModifiers modifi
         if (isEdited)
             return;
     }
-    m_parts.controller.typing().commit();
+    m_controller.typing().commit();
     if (modifiers.testFlag(Qt::ShiftModifier))
         selection.toggle(id);
     else
@@ -102,10 +103,10 @@ void ScriptCommands::click(const model::LineId &id, Qt::KeyboardModifiers modifi
 }
 
 void ScriptCommands::edit(const model::LineId &id) {
-    controller::Selection &selection = m_parts.controller.selection();
+    controller::Selection &selection = m_controller.selection();
     if (selection.editingLineId() == id)
         return;
-    m_parts.controller.typing().commit();
+    m_controller.typing().commit();
     if (selection.singleSelectedLineId() != id)
         selection.selectAlone(id);
     selection.setTextSelectionRange(std::nullopt);
@@ -118,24 +119,24 @@ void ScriptCommands::editAt(const model::LineId &id, const QPoint &point) {
 }
 
 void ScriptCommands::editSelected() {
-    if (const auto id = m_parts.controller.selection().singleSelectedLineId())
+    if (const auto id = m_controller.selection().singleSelectedLineId())
         edit(*id);
 }
 
 void ScriptCommands::endEditing() {
-    controller::Selection &selection = m_parts.controller.selection();
-    m_parts.controller.typing().commit();
+    controller::Selection &selection = m_controller.selection();
+    m_controller.typing().commit();
     selection.setEditingLineId(std::nullopt);
     selection.normalise();
     Q_EMIT listFocusRequested();
 }
 
 void ScriptCommands::editNeighbour(int step) {
-    const auto id = m_parts.controller.selection().editingLineId();
+    const auto id = m_controller.selection().editingLineId();
     if (!id)
         return;
-    const model::LineIdList &lines = m_parts.controller.scriptLineIds();
-    const qsizetype next = m_parts.controller.lines().indexInScript(*id) + step;
+    const model::LineIdList &lines = m_controller.scriptLineIds();
+    const qsizetype next = m_controller.lines().indexInScript(*id) + step;
     if (next >= 0 && next < lines.size())
         edit(lines.at(next));
     else
@@ -145,8 +146,8 @@ void ScriptCommands::editNeighbour(int step) {
 QList<audio::PlaybackLine> ScriptCommands::playable(const QList<model::LineId> &ids) const {
     QList<audio::PlaybackLine> lines;
     for (const model::LineId &id : ids) {
-        const model::ProjectLine *line = m_parts.controller.lines().find(id);
-        const QUrl url = line == nullptr ? QUrl() : m_parts.controller.media().audioURL(*line);
+        const model::ProjectLine *line = m_controller.lines().find(id);
+        const QUrl url = line == nullptr ? QUrl() : m_controller.media().audioURL(*line);
         if (!url.isEmpty())
             lines.append({id, url});
     }
@@ -156,60 +157,60 @@ QList<audio::PlaybackLine> ScriptCommands::playable(const QList<model::LineId> &
 void ScriptCommands::play(const model::LineId &id) {
     const QList<audio::PlaybackLine> lines = playable({id});
     if (!lines.isEmpty() && m_direction.mayPlay())
-        m_parts.playback.playLine(lines.first());
+        m_playback.playLine(lines.first());
 }
 
 void ScriptCommands::seek(const model::LineId &id, double fraction) {
     const QList<audio::PlaybackLine> lines = playable({id});
     if (!lines.isEmpty() && m_direction.mayPlay())
-        m_parts.playback.seek(lines.first(), fraction);
+        m_playback.seek(lines.first(), fraction);
 }
 
 void ScriptCommands::stop() {
-    m_parts.playback.stop(audio::PlayheadReset::Reset);
+    m_playback.stop(audio::PlayheadReset::Reset);
 }
 
 bool ScriptCommands::canPlaySelection() const {
-    for (const model::LineId &id : m_parts.controller.selection().selectedLineIds())
-        if (m_parts.controller.runtime().hasGeneratedAudio(id))
+    for (const model::LineId &id : m_controller.selection().selectedLineIds())
+        if (m_controller.runtime().hasGeneratedAudio(id))
             return true;
     return false;
 }
 
 void ScriptCommands::togglePlayback() {
-    if (m_parts.playback.isPlaying())
+    if (m_playback.isPlaying())
         return stop();
-    const QList<model::LineId> selected = m_parts.controller.selection().selectedLinesInScript();
+    const QList<model::LineId> selected = m_controller.selection().selectedLinesInScript();
     if (selected.size() == 1)
         return play(selected.first());
     const QList<audio::PlaybackLine> lines = playable(selected);
     if (!lines.isEmpty() && m_direction.mayPlay())
-        m_parts.playback.playAll(lines);
+        m_playback.playAll(lines);
 }
 
 void ScriptCommands::playWholeTab() {
-    const QList<audio::PlaybackLine> lines = playable(m_parts.controller.scriptLineIds().toList());
+    const QList<audio::PlaybackLine> lines = playable(m_controller.scriptLineIds().toList());
     if (!lines.isEmpty() && m_direction.mayPlay())
-        m_parts.playback.playAll(lines);
+        m_playback.playAll(lines);
 }
 
 void ScriptCommands::generate(const model::LineId &id) {
-    m_parts.generator.enqueue({id}, speech::LineGenerationQueue::Priority::Prioritized);
+    m_session.generator().enqueue({id}, speech::LineGenerationQueue::Priority::Prioritized);
 }
 
 void ScriptCommands::switchTake(const model::LineId &id, const model::TakeId &take) {
-    const model::ProjectLine *line = m_parts.controller.lines().find(id);
+    const model::ProjectLine *line = m_controller.lines().find(id);
     if (line == nullptr || line->activeTakeId == take)
         return;
-    if (m_parts.playback.isCurrentGenerated(id))
+    if (m_playback.isCurrentGenerated(id))
         stop();
-    m_parts.controller.takes().switchTake(id, take);
+    m_controller.takes().switchTake(id, take);
 }
 
 void ScriptCommands::deleteTake(const model::LineId &id) {
-    if (m_parts.playback.isCurrentGenerated(id))
+    if (m_playback.isCurrentGenerated(id))
         stop();
-    m_parts.controller.takes().deleteGeneratedAudio(id);
+    m_controller.takes().deleteGeneratedAudio(id);
 }
 
 void ScriptCommands::insertTag(const tags::TagItem &item) {
@@ -218,11 +219,11 @@ void ScriptCommands::insertTag(const tags::TagItem &item) {
     std::optional<controller::TextRange> live;
     if (const auto *text = qobject_cast<const ScriptTextField *>(QApplication::focusWidget()))
         live = text->sourceSelection();
-    m_parts.controller.tagEditing().insertTag(item, live);
+    m_controller.tagEditing().insertTag(item, live);
 }
 
 void ScriptCommands::openLineMenu(const model::LineId &id, const QPoint &globalPosition, QWidget *parent) {
-    controller::ProjectController &project = m_parts.controller;
+    controller::ProjectController &project = m_controller;
     if (!project.selection().selectedLineIds().contains(id))
         project.selection().selectAlone(id);
     const bool hasAudio = project.runtime().hasGeneratedAudio(id);
@@ -237,7 +238,7 @@ void ScriptCommands::openLineMenu(const model::LineId &id, const QPoint &globalP
     };
     add("pencil", QStringLiteral("Edit Text"), "Return", true, [this, id] { edit(id); });
     add("waveform", hasAudio ? QStringLiteral("Regenerate") : QStringLiteral("Generate"), "Ctrl+G",
-        m_parts.generator.canGenerate(id), [this, id] { generate(id); });
+        m_session.generator().canGenerate(id), [this, id] { generate(id); });
     add("play", QStringLiteral("Play"), "Space", hasAudio, [this, id] { play(id); });
     menu->addSeparator();
     m_direction.addToMenu(*menu, id, parent);

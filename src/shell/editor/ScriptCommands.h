@@ -6,10 +6,8 @@
 #include <QtCore/QObject>
 #include <QtCore/QPoint>
 
-#include "audio/recording/AudioRecorder.h"
 #include "model/Ids.h"
 #include "shell/editor/DirectionCommands.h"
-#include "shell/editor/DirectionRecordings.h"
 
 class QWidget;
 
@@ -18,10 +16,9 @@ class PlaybackController;
 struct PlaybackLine;
 } // namespace orlenta::audio
 namespace orlenta::controller {
-class LineGenerator;
 class ProjectController;
+class ProjectSession;
 } // namespace orlenta::controller
-
 namespace orlenta::tags {
 struct TagItem;
 }
@@ -35,15 +32,9 @@ class LineRow;
 class ScriptCommands final : public QObject {
     Q_OBJECT
 public:
-    struct Parts {
-        controller::ProjectController &controller;
-        audio::PlaybackController &playback;
-        controller::LineGenerator &generator;
-        audio::AudioRecorder::Parts recording;
-    };
     enum class ClickPlace { Row, TextField };
 
-    explicit ScriptCommands(const Parts &parts, QObject *parent = nullptr);
+    explicit ScriptCommands(controller::ProjectSession &session, QObject *parent = nullptr);
 
     /// Ties a row's wishes to the project, for whichever line the row shows.
     void connectRow(LineRow *row);
@@ -72,7 +63,6 @@ public:
     void switchTake(const model::LineId &id, const model::TakeId &take);
     void deleteTake(const model::LineId &id);
     [[nodiscard]] DirectionCommands &direction() { return m_direction; }
-    [[nodiscard]] DirectionRecordings &recordings() { return m_recordings; }
     /// Puts a palette item into the selected line, at the caret of the text that has the keyboard.
     void insertTag(const tags::TagItem &item);
     void openLineMenu(const model::LineId &id, const QPoint &globalPosition, QWidget *parent);
@@ -89,8 +79,9 @@ private:
     [[nodiscard]] QList<audio::PlaybackLine> playable(const QList<model::LineId> &ids) const;
     void editAt(const model::LineId &id, const QPoint &point);
 
-    Parts m_parts;
-    DirectionRecordings m_recordings;
+    controller::ProjectSession &m_session;
+    controller::ProjectController &m_controller;
+    audio::PlaybackController &m_playback;
     DirectionCommands m_direction;
     QElapsedTimer m_sinceTextFieldClick;
     std::optional<QPoint> m_caretPoint;

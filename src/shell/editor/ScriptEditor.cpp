@@ -11,6 +11,7 @@
 #include "controller/document/Notices.h"
 #include "controller/document/TypingSession.h"
 #include "controller/ProjectController.h"
+#include "controller/ProjectSession.h"
 #include "controller/script/Selection.h"
 #include "controller/script/TabEditing.h"
 #include "controller/takes/LineRuntime.h"
@@ -33,20 +34,19 @@ constexpr int paletteShare = 40;
 
 } // namespace
 
-ScriptEditor::ScriptEditor(const ScriptCommands::Parts &parts, QWidget *parent)
+ScriptEditor::ScriptEditor(controller::ProjectSession &session, QWidget *parent)
     : ScriptEditor(
-          parts, [](QWidget *row) { return new ScriptTextField(row); }, parent) {}
+          session, [](QWidget *row) { return new ScriptTextField(row); }, parent) {}
 
-ScriptEditor::ScriptEditor(const ScriptCommands::Parts &parts, const ScriptTextField::Factory &makeTextField,
+ScriptEditor::ScriptEditor(controller::ProjectSession &session, const ScriptTextField::Factory &makeTextField,
                            QWidget *parent)
-    : QWidget(parent), m_parts(parts), m_commands(parts),
-      m_lines(std::make_unique<ScriptLines>(parts.controller, parts.playback, m_commands.recordings())),
-      m_tabs(new ScriptTabBar(parts.controller, this)), m_toolbar(new ScriptToolbar(parts, m_commands, this)),
+    : QWidget(parent), m_session(session), m_controller(session.controller()), m_playback(session.playback()),
+      m_commands(session), m_lines(std::make_unique<ScriptLines>(session)),
+      m_tabs(new ScriptTabBar(m_controller, this)), m_toolbar(new ScriptToolbar(session, m_commands, this)),
       m_palette(new TagPalette(
-          parts.controller, [this](const tags::TagItem &item) { m_commands.insertTag(item); }, this)),
+          m_controller, [this](const tags::TagItem &item) { m_commands.insertTag(item); }, this)),
       m_list(new ScriptListView(*m_lines, makeTextField, this)),
-      m_directionActions(new DirectionActions({parts.controller, parts.playback, m_commands.recordings()},
-                                              m_commands.direction(), *m_list)),
+      m_directionActions(new DirectionActions(session, m_commands.direction(), *m_list)),
       m_notice(new NoticeBar(this)) {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -67,7 +67,7 @@ ScriptEditor::ScriptEditor(const ScriptCommands::Parts &parts, const ScriptTextF
     connectPlayback();
     connectNotice();
     connectDirection();
-    m_seenTabId = parts.controller.project().activeTabId;
+    m_seenTabId = m_controller.project().activeTabId;
     m_list->reload();
     followSelection();
     followEditing();
@@ -79,7 +79,7 @@ ScriptEditor::~ScriptEditor() {
 }
 
 void ScriptEditor::connectProject() {
-    controller::ProjectController &project = m_parts.controller;
+    controller::ProjectController &project = m_controller;
     controller::onAnyChange<controller::ScriptLinesChanged>(project, this, [this, &project] {
         const bool isOtherTab =
             std::exchange(m_seenTabId, project.project().activeTabId) != project.project().activeTabId;
@@ -99,7 +99,7 @@ void ScriptEditor::connectProject() {
 }
 
 void ScriptEditor::connectPlayback() {
-    const audio::PlaybackController &playback = m_parts.playback;
+    const audio::PlaybackController &playback = m_playback;
     using Playback = audio::PlaybackController;
     connect(&playback, &Playback::currentlyPlayingLineIDChanged, this, &ScriptEditor::followPlayhead);
     connect(&playback, &Playback::currentAudioSourceChanged, this, &ScriptEditor::followPlayhead);
@@ -112,9 +112,10 @@ void ScriptEditor::connectPlayback() {
 }
 
 void ScriptEditor::connectDirection() {
-    connect(&m_commands.recordings(), &DirectionRecordings::changed, m_list, &ScriptListView::refreshRow);
-    connect(&m_commands.recordings(), &DirectionRecordings::attentionWanted, m_list, &ScriptListView::ensureVisible);
-    connect(&m_commands.recordings(), &DirectionRecordings::microphoneSettingsWanted, this,
+    connect(&m_session.recordings(), &controller::DirectionRecordings::changed, m_list, &ScriptListView::refreshRow);
+    connect(&m_session.recordings(), &controller::DirectionRecordings::attentionWanted, m_list,
+            &ScriptListView::ensureVisible);
+    connect(&m_session.recordings(), &controller::DirectionRecordings::microphoneSettingsWanted, this,
             &ScriptEditor::microphoneSettingsWanted);
     connect(&m_commands.direction(), &DirectionCommands::notesRequested, this, [this](const model::LineId &id) {
         m_list->ensureVisible(id);
@@ -125,17 +126,17 @@ void ScriptEditor::connectDirection() {
 
 void ScriptEditor::showLine(const model::LineId &id) {
     m_commands.endEditing();
-    for (const model::ProjectTab &tab : m_parts.controller.project().tabs)
+    for (const model::ProjectTab &tab : m_controller.project().tabs)
         if (tab.lineIds.contains(id)) {
-            m_parts.controller.tabs().setActiveTab(model::TabId(tab.id));
+            m_controller.tabs().setActiveTab(model::TabId(tab.id));
             break;
         }
-    m_parts.controller.selection().selectAlone(id);
+    m_controller.selection().selectAlone(id);
     m_list->ensureVisible(id);
 }
 
 void ScriptEditor::connectNotice() {
-    controller::ProjectController &project = m_parts.controller;
+    controller::ProjectController &project = m_controller;
     controller::Notices &notices = project.notices();
     const auto showNotice = [this, &notices] {
         const auto notice = notices.current();
@@ -147,7 +148,7 @@ void ScriptEditor::connectNotice() {
 }
 
 bool ScriptEditor::dismissNotice() {
-    controller::Notices &notices = m_parts.controller.notices();
+    controller::Notices &notices = m_controller.notices();
     const auto notice = notices.current();
     if (notice)
         notices.withdraw(notice->kind);
@@ -156,30 +157,30 @@ bool ScriptEditor::dismissNotice() {
 
 void ScriptEditor::followSelection() {
     m_list->refreshRows();
-    const auto focusId = m_parts.controller.selection().selectionFocusId();
+    const auto focusId = m_controller.selection().selectionFocusId();
     if (std::exchange(m_seenFocusId, focusId) != focusId && focusId)
         m_list->ensureVisible(*focusId);
 }
 
 void ScriptEditor::followEditing() {
     m_list->refreshRows();
-    const auto id = m_parts.controller.selection().editingLineId();
+    const auto id = m_controller.selection().editingLineId();
     if (!id)
         return;
-    m_parts.controller.typing().beginEditing(*id);
+    m_controller.typing().beginEditing(*id);
     m_list->ensureVisible(*id);
     // The focus moves once whatever led here has run its course.
     QMetaObject::invokeMethod(this, &ScriptEditor::focusEditedText, Qt::QueuedConnection);
 }
 
 void ScriptEditor::focusEditedText() {
-    const auto id = m_parts.controller.selection().editingLineId();
+    const auto id = m_controller.selection().editingLineId();
     LineRow *row = id ? m_list->rowFor(*id) : nullptr;
     if (row == nullptr)
         return;
     ScriptTextField &text = row->textField();
     const auto point = m_commands.takeCaretPoint();
-    const auto range = m_parts.controller.selection().textSelectionRange();
+    const auto range = m_controller.selection().textSelectionRange();
     if (point)
         text.placeCaretAt(*point);
     else if (range)
@@ -190,7 +191,7 @@ void ScriptEditor::focusEditedText() {
 }
 
 void ScriptEditor::followPlayhead() {
-    const audio::PlaybackController &playback = m_parts.playback;
+    const audio::PlaybackController &playback = m_playback;
     const auto now = playback.currentlyPlayingLineID();
     m_lines->setHeardAudio(now ? audioAtPlayhead(*now) : QUrl());
     const auto before = std::exchange(m_heardId, now);
@@ -204,8 +205,8 @@ void ScriptEditor::followPlayhead() {
 }
 
 QUrl ScriptEditor::audioAtPlayhead(const model::LineId &id) const {
-    const controller::LineRuntimeState state = m_parts.controller.runtime().state(id);
-    return m_parts.playback.isCurrentSource(id) ? state.directionAudioURL : state.generatedAudioURL;
+    const controller::LineRuntimeState state = m_controller.runtime().state(id);
+    return m_playback.isCurrentSource(id) ? state.directionAudioURL : state.generatedAudioURL;
 }
 
 void ScriptEditor::refreshHeardRow() {
@@ -218,13 +219,13 @@ void ScriptEditor::followProgress() {
     LineRow *row = m_heardId ? m_list->rowFor(*m_heardId) : nullptr;
     if (row == nullptr || m_lines->heardAudio() != audioAtPlayhead(*m_heardId))
         return;
-    const bool isDirection = m_parts.playback.isCurrentSource(*m_heardId);
-    row->setProgress(isDirection ? RowAudio::Direction : RowAudio::Generated, m_parts.playback.playbackProgress());
+    const bool isDirection = m_playback.isCurrentSource(*m_heardId);
+    row->setProgress(isDirection ? RowAudio::Direction : RowAudio::Generated, m_playback.playbackProgress());
 }
 
 void ScriptEditor::showHeardLine() {
-    const bool isWriting = m_parts.controller.selection().editingLineId() ||
-                           qobject_cast<NotesField *>(window()->focusWidget()) != nullptr;
+    const bool isWriting =
+        m_controller.selection().editingLineId() || qobject_cast<NotesField *>(window()->focusWidget()) != nullptr;
     if (m_heardId && !isWriting)
         m_list->ensureVisible(*m_heardId);
 }
@@ -232,9 +233,9 @@ void ScriptEditor::showHeardLine() {
 void ScriptEditor::step(bool forward) {
     m_list->setFocus(Qt::OtherFocusReason);
     if (forward)
-        m_parts.controller.selection().selectNext();
+        m_controller.selection().selectNext();
     else
-        m_parts.controller.selection().selectPrevious();
+        m_controller.selection().selectPrevious();
 }
 
 void ScriptEditor::leaveList(bool forward) {
@@ -251,7 +252,7 @@ void ScriptEditor::leaveList(bool forward) {
 }
 
 bool ScriptEditor::handleListKey(QKeyEvent *event) {
-    controller::Selection &selection = m_parts.controller.selection();
+    controller::Selection &selection = m_controller.selection();
     const bool hasShift = event->modifiers().testFlag(Qt::ShiftModifier);
     switch (event->key()) {
     case Qt::Key_Space:
@@ -289,7 +290,7 @@ void ScriptEditor::keyPressEvent(QKeyEvent *event) {
     const bool inList = m_list->hasFocus() || m_list->isAncestorOf(QApplication::focusWidget());
     if (event->key() == Qt::Key_F6 && inList)
         leaveList(!event->modifiers().testFlag(Qt::ShiftModifier));
-    else if (!isPlain || !inList || m_parts.controller.selection().editingLineId() || !handleListKey(event))
+    else if (!isPlain || !inList || m_controller.selection().editingLineId() || !handleListKey(event))
         event->ignore();
 }
 

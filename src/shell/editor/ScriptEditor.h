@@ -8,6 +8,11 @@
 #include "shell/editor/ScriptCommands.h"
 #include "shell/editor/ScriptTextField.h"
 
+namespace orlenta::controller {
+class ProjectController;
+class ProjectSession;
+} // namespace orlenta::controller
+
 namespace orlenta::shell {
 
 class DirectionActions;
@@ -25,10 +30,10 @@ class TagPalette;
 class ScriptEditor final : public QWidget {
     Q_OBJECT
 public:
-    /// What it is given outlives the editor.
-    explicit ScriptEditor(const ScriptCommands::Parts &parts, QWidget *parent = nullptr);
+    /// The session outlives the editor.
+    explicit ScriptEditor(controller::ProjectSession &session, QWidget *parent = nullptr);
     /// The same with another kind of text field in its rows.
-    ScriptEditor(const ScriptCommands::Parts &parts, const ScriptTextField::Factory &makeTextField,
+    ScriptEditor(controller::ProjectSession &session, const ScriptTextField::Factory &makeTextField,
                  QWidget *parent = nullptr);
     ~ScriptEditor() override;
 
@@ -68,7 +73,9 @@ private:
     void leaveList(bool forward);
     bool handleListKey(QKeyEvent *event);
 
-    ScriptCommands::Parts m_parts;
+    controller::ProjectSession &m_session;
+    controller::ProjectController &m_controller;
+    audio::PlaybackController &m_playback;
     ScriptCommands m_commands;
     std::unique_ptr<ScriptLines> m_lines;
     ScriptTabBar *m_tabs = nullptr;

@@ -8,13 +8,14 @@
 #include "audio/files/AudioDurations.h"
 #include "audio/playback/PlaybackController.h"
 #include "controller/casting/VoiceCasting.h"
+#include "controller/direction/DirectionRecordings.h"
 #include "controller/ProjectController.h"
+#include "controller/ProjectSession.h"
 #include "controller/script/LineEditing.h"
 #include "controller/script/Selection.h"
 #include "controller/takes/LineRuntime.h"
 #include "controller/takes/LineWaveforms.h"
 #include "controller/takes/MediaFiles.h"
-#include "shell/editor/DirectionRecordings.h"
 #include "shell/editor/LineRow.h"
 
 namespace orlenta::shell {
@@ -30,9 +31,8 @@ bool isVoiceDirected(const controller::ProjectController &controller, const mode
 
 } // namespace
 
-ScriptLines::ScriptLines(controller::ProjectController &controller, audio::PlaybackController &playback,
-                         const DirectionRecordings &recordings)
-    : m_controller(controller), m_playback(playback), m_recordings(recordings) {}
+ScriptLines::ScriptLines(controller::ProjectSession &session)
+    : m_controller(session.controller()), m_playback(session.playback()), m_recordings(session.recordings()) {}
 
 const model::LineIdList &ScriptLines::lineIds() const {
     return m_controller.scriptLineIds();
@@ -108,7 +108,7 @@ void ScriptLines::fillTakes(LineRowContent &content) const {
 }
 
 void ScriptLines::fillDirection(LineRowContent &content) const {
-    const DirectionRecordings::State recording = m_recordings.state(content.id);
+    const controller::DirectionRecordings::State recording = m_recordings.state(content.id);
     if (!content.isVoiceDirected && !recording.isRecording && recording.error.isEmpty())
         return;
     const controller::LineRuntimeState state = m_controller.runtime().state(content.id);

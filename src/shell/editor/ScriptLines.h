@@ -10,18 +10,17 @@ namespace orlenta::audio {
 class PlaybackController;
 }
 namespace orlenta::controller {
+class DirectionRecordings;
 class ProjectController;
-}
+class ProjectSession;
+} // namespace orlenta::controller
 
 namespace orlenta::shell {
-
-class DirectionRecordings;
 
 /// The lines of a project's active tab, as the list shows them.
 class ScriptLines final : public ScriptListSource {
 public:
-    ScriptLines(controller::ProjectController &controller, audio::PlaybackController &playback,
-                const DirectionRecordings &recordings);
+    explicit ScriptLines(controller::ProjectSession &session);
 
     [[nodiscard]] const model::LineIdList &lineIds() const override;
     [[nodiscard]] Outline outline(const model::LineId &id) const override;
@@ -41,7 +40,7 @@ private:
 
     controller::ProjectController &m_controller;
     audio::PlaybackController &m_playback;
-    const DirectionRecordings &m_recordings;
+    const controller::DirectionRecordings &m_recordings;
     QUrl m_heard;
 };
 

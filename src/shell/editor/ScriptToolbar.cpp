@@ -7,6 +7,7 @@
 #include "audio/playback/PlaybackController.h"
 #include "controller/generation/LineGenerator.h"
 #include "controller/ProjectController.h"
+#include "controller/ProjectSession.h"
 #include "controller/script/LineEditing.h"
 #include "controller/script/Selection.h"
 #include "controller/takes/LineRuntime.h"
@@ -15,8 +16,8 @@
 
 namespace orlenta::shell {
 
-ScriptToolbar::ScriptToolbar(const ScriptCommands::Parts &parts, ScriptCommands &commands, QWidget *parent)
-    : QWidget(parent), m_parts(parts), m_commands(commands), m_generate(new QPushButton(this)),
+ScriptToolbar::ScriptToolbar(controller::ProjectSession &session, ScriptCommands &commands, QWidget *parent)
+    : QWidget(parent), m_session(session), m_commands(commands), m_generate(new QPushButton(this)),
       m_play(new QPushButton(this)), m_add(new QPushButton(QStringLiteral("Add Line"), this)),
       m_status(new QLabel(this)) {
     Theme::setRole(m_generate, ButtonRole::Primary);
@@ -32,21 +33,21 @@ ScriptToolbar::ScriptToolbar(const ScriptCommands::Parts &parts, ScriptCommands 
     layout->addWidget(m_status);
     applyMeasures();
 
-    controller::ProjectController &project = parts.controller;
+    controller::ProjectController &project = session.controller();
     connect(m_generate, &QPushButton::clicked, this, [this] {
-        m_parts.generator.enqueue(m_parts.generator.selectionPlan().lines,
-                                  speech::LineGenerationQueue::Priority::Normal);
+        m_session.generator().enqueue(m_session.generator().selectionPlan().lines,
+                                      speech::LineGenerationQueue::Priority::Normal);
     });
     connect(m_play, &QPushButton::clicked, &commands, &ScriptCommands::togglePlayback);
     connect(m_add, &QPushButton::clicked, this, [&project] { project.lines().addLine(); });
     controller::onAnyChange<controller::SelectionChanged, controller::ScriptLinesChanged, controller::RuntimeChanged>(
         project, this, [this] { sync(); });
-    connect(&parts.playback, &audio::PlaybackController::isPlayingChanged, this, &ScriptToolbar::sync);
+    connect(&session.playback(), &audio::PlaybackController::isPlayingChanged, this, &ScriptToolbar::sync);
     sync();
 }
 
 void ScriptToolbar::sync() {
-    const controller::LineGenerator::SelectionPlan plan = m_parts.generator.selectionPlan();
+    const controller::LineGenerator::SelectionPlan plan = m_session.generator().selectionPlan();
     const bool isAgain = plan.kind == controller::LineGenerator::Kind::Regenerate;
     m_generate->setText(isAgain ? QStringLiteral("Regenerate") : QStringLiteral("Generate"));
     m_generate->setIcon(
@@ -54,8 +55,8 @@ void ScriptToolbar::sync() {
     m_generate->setEnabled(!plan.lines.isEmpty());
     m_generate->setToolTip(QStringLiteral("%1 the selected lines (Ctrl+G)").arg(m_generate->text()));
 
-    const qsizetype selected = m_parts.controller.selection().selectedLineIds().size();
-    const bool isPlaying = m_parts.playback.isPlaying();
+    const qsizetype selected = m_session.controller().selection().selectedLineIds().size();
+    const bool isPlaying = m_session.playback().isPlaying();
     m_play->setText(isPlaying      ? QStringLiteral("Stop")
                     : selected > 1 ? QStringLiteral("Play All")
                                    : QStringLiteral("Play"));
@@ -63,7 +64,7 @@ void ScriptToolbar::sync() {
     m_play->setEnabled(isPlaying || m_commands.canPlaySelection());
     m_play->setToolTip(isPlaying ? QStringLiteral("Stop (Space)") : QStringLiteral("Play the selected lines (Space)"));
 
-    const qsizetype lines = m_parts.controller.scriptLineIds().size();
+    const qsizetype lines = m_session.controller().scriptLineIds().size();
     m_status->setText(selected > 1 ? QStringLiteral("%1 of %2 lines selected").arg(selected).arg(lines) : QString());
     fitStatus();
 }

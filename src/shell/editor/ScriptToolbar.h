@@ -7,6 +7,10 @@
 class QLabel;
 class QPushButton;
 
+namespace orlenta::controller {
+class ProjectSession;
+}
+
 namespace orlenta::shell {
 
 /// What can be done with the selected lines: generate them, hear them, add a line; and how many they are.
@@ -14,7 +18,7 @@ class ScriptToolbar final : public QWidget {
     Q_OBJECT
 public:
     /// The commands outlive the toolbar.
-    ScriptToolbar(const ScriptCommands::Parts &parts, ScriptCommands &commands, QWidget *parent = nullptr);
+    ScriptToolbar(controller::ProjectSession &session, ScriptCommands &commands, QWidget *parent = nullptr);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -25,7 +29,7 @@ private:
     void applyMeasures();
     void fitStatus();
 
-    ScriptCommands::Parts m_parts;
+    controller::ProjectSession &m_session;
     ScriptCommands &m_commands;
     QPushButton *m_generate = nullptr;
     QPushButton *m_play = nullptr;

@@ -12,6 +12,7 @@
 #include "controller/export/Exporting.h"
 #include "controller/generation/LineGenerator.h"
 #include "controller/ProjectController.h"
+#include "controller/ProjectSession.h"
 #include "controller/script/LineEditing.h"
 #include "controller/script/Selection.h"
 #include "controller/script/TabEditing.h"
@@ -40,8 +41,7 @@ QAction *projectAction(QObject *owner, const QString &title, const QString &key,
 
 } // namespace
 
-ProjectActions::ProjectActions(controller::ProjectController &controller, audio::PlaybackController &playback,
-                               controller::LineGenerator &generator, QObject *parent)
+ProjectActions::ProjectActions(controller::ProjectSession &session, QObject *parent)
     : QObject(parent), closeWindow(projectAction(this, u"Close Window"_s, u"Ctrl+W"_s, u"Close this project"_s)),
       save(projectAction(this, u"Save Project"_s, u"Ctrl+S"_s, u"Save this project"_s, u"save"_s)),
       exportAudio(projectAction(this, u"Export Audio..."_s, u"Ctrl+Shift+E"_s, u"Export the selected lines' audio"_s,
@@ -77,7 +77,7 @@ ProjectActions::ProjectActions(controller::ProjectController &controller, audio:
       playAll(projectAction(this, u"Play All"_s, u"Ctrl+Shift+P"_s, u"Play all lines of this tab"_s, u"play-all"_s)),
       toggleInspector(
           projectAction(this, u"Hide Inspector"_s, u"Ctrl+Alt+I"_s, u"Show or hide the inspector"_s, u"inspector"_s)),
-      m_controller(controller), m_playback(playback), m_generator(generator) {
+      m_controller(session.controller()), m_playback(session.playback()), m_generator(session.generator()) {
     // US keyboards send the shifted sign for these, others the plain one.
     nextTab->setShortcuts({QKeySequence(u"Ctrl+Shift+]"_s), QKeySequence(u"Ctrl+}"_s), QKeySequence(u"Ctrl+PgDown"_s)});
     previousTab->setShortcuts(
@@ -85,15 +85,15 @@ ProjectActions::ProjectActions(controller::ProjectController &controller, audio:
     connectEditing();
     connectLines();
     connectTabs();
-    connect(&playback, &audio::PlaybackController::isPlayingChanged, this, &ProjectActions::refresh);
+    connect(&m_playback, &audio::PlaybackController::isPlayingChanged, this, &ProjectActions::refresh);
     controller::onAnyChange<controller::SelectionChanged, controller::ScriptLinesChanged, controller::TabsChanged,
-                            controller::RuntimeChanged, controller::LinesChanged>(controller, this,
+                            controller::RuntimeChanged, controller::LinesChanged>(m_controller, this,
                                                                                   [this] { refresh(); });
-    connect(&controller.exporting(), &controller::Exporting::isBusyChanged, this, &ProjectActions::refresh);
-    connect(&controller.undoManager(), &controller::UndoManager::stateChanged, this, &ProjectActions::refreshUndo);
-    controller::onAnyChange<controller::EditingLineChanged>(controller, this, [this] { refreshUndo(); });
+    connect(&m_controller.exporting(), &controller::Exporting::isBusyChanged, this, &ProjectActions::refresh);
+    connect(&m_controller.undoManager(), &controller::UndoManager::stateChanged, this, &ProjectActions::refreshUndo);
+    controller::onAnyChange<controller::EditingLineChanged>(m_controller, this, [this] { refreshUndo(); });
     connect(qApp, &QApplication::focusChanged, this, &ProjectActions::refreshUndo);
-    connect(&controller.tagEditing(), &controller::TagEditing::tagToolbarExpandedChanged, this,
+    connect(&m_controller.tagEditing(), &controller::TagEditing::tagToolbarExpandedChanged, this,
             &ProjectActions::refreshTagToolbar);
     refresh();
     refreshUndo();

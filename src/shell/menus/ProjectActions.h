@@ -4,6 +4,12 @@
 
 class QAction;
 
+namespace orlenta::controller {
+class LineGenerator;
+class ProjectController;
+class ProjectSession;
+} // namespace orlenta::controller
+
 namespace orlenta::audio {
 class PlaybackController;
 }
@@ -21,8 +27,7 @@ namespace orlenta::shell {
 class ProjectActions final : public QObject {
     Q_OBJECT
 public:
-    ProjectActions(controller::ProjectController &controller, audio::PlaybackController &playback,
-                   controller::LineGenerator &generator, QObject *parent = nullptr);
+    explicit ProjectActions(controller::ProjectSession &session, QObject *parent = nullptr);
 
     QAction *closeWindow;
     QAction *save;

@@ -32,10 +32,11 @@ SettingsDialog::SettingsDialog(const AppContext &context, QWidget *parent) : QDi
         sections->addWidget(section);
         sections->addSpacing(unit * 3);
     };
-    addSection(u"Appearance"_s, new AppearanceSettings(context.defaults));
-    addSection(u"Audio Devices"_s, new AudioDeviceSettings(context.defaults, context.devices, context.routing));
-    addSection(u"Output Format"_s, new OutputFormatSettings(context.defaults));
-    addSection(u"Permissions"_s, new PermissionSettings(context.microphone, context.commands));
+    addSection(u"Appearance"_s, new AppearanceSettings(context.services.defaults));
+    addSection(u"Audio Devices"_s,
+               new AudioDeviceSettings(context.services.defaults, context.services.devices, context.services.routing));
+    addSection(u"Output Format"_s, new OutputFormatSettings(context.services.defaults));
+    addSection(u"Permissions"_s, new PermissionSettings(context.services.microphone, context.commands));
     sections->addStretch();
 
     auto *scroll = new QScrollArea;

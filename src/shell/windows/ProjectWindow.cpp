@@ -11,6 +11,7 @@
 #include "audio/playback/PlaybackController.h"
 #include "controller/generation/LineGenerator.h"
 #include "controller/ProjectController.h"
+#include "controller/ProjectSession.h"
 #include "shell/account/AccountDialog.h"
 #include "shell/account/LocalVoices.h"
 #include "shell/application/AppCommands.h"
@@ -36,18 +37,13 @@ constexpr QSize smallestSize(600, 400);
 
 } // namespace
 
-ProjectWindow::ProjectWindow(const Parts &parts)
-    : m_parts(parts), m_actions(new ProjectActions(parts.controller, parts.playback, parts.generator, this)),
-      m_alerts(new ErrorAlerts(*this)), m_export(new ExportFlow(parts.controller, *this)),
-      m_toolbar(new ProjectToolbar({parts.service, parts.context.localVoices, parts.context.defaults, *m_actions})),
-      m_editor(new ScriptEditor(
-          {parts.controller,
-           parts.playback,
-           parts.generator,
-           {parts.context.sound, parts.context.defaults, parts.context.inputRoutes, parts.context.microphone}},
-          this)),
-      m_inspector(new Inspector(parts.controller, parts.service)), m_splitter(new QSplitter(Qt::Horizontal)) {
-    fillMenuBar(*menuBar(), *new AppActions(parts.context.commands, this), *m_actions, m_editor->directionActions());
+ProjectWindow::ProjectWindow(AppContext &context, controller::ProjectSession &session)
+    : m_context(context), m_session(session), m_actions(new ProjectActions(session, this)),
+      m_alerts(new ErrorAlerts(*this)), m_export(new ExportFlow(session.controller(), *this)),
+      m_toolbar(new ProjectToolbar({session.service(), context.localVoices, context.services.defaults, *m_actions})),
+      m_editor(new ScriptEditor(session, this)), m_inspector(new Inspector(session.controller(), session.service())),
+      m_splitter(new QSplitter(Qt::Horizontal)) {
+    fillMenuBar(*menuBar(), *new AppActions(context.commands, this), *m_actions, m_editor->directionActions());
     layOut();
     connectCommands();
     connectAlerts();
@@ -75,7 +71,7 @@ void ProjectWindow::layOut() {
     column->addWidget(new Separator(Qt::Horizontal));
     column->addWidget(m_splitter, 1);
     column->addWidget(new Separator(Qt::Horizontal));
-    auto *status = new StatusLine(m_parts.controller, m_parts.generator, m_editor->commands().recordings());
+    auto *status = new StatusLine(m_session);
     connect(status, &StatusLine::lineWanted, m_editor, &ScriptEditor::showLine);
     column->addWidget(status);
     setCentralWidget(content);
@@ -96,16 +92,16 @@ void ProjectWindow::connectCommands() {
         m_inspector->focusVoiceSearch();
     });
     connect(m_actions->toggleInspector, &QAction::triggered, this, &ProjectWindow::toggleInspector);
-    connect(m_editor, &ScriptEditor::microphoneSettingsWanted, &m_parts.context.commands,
+    connect(m_editor, &ScriptEditor::microphoneSettingsWanted, &m_context.commands,
             &AppCommands::openMicrophoneSettings);
     connect(m_inspector, &Inspector::accountRequested, this, &ProjectWindow::showAccount);
-    connect(m_inspector, &Inspector::localVoicesRequested, &m_parts.context.localVoices, &LocalVoices::switchOn);
-    controller::onAnyChange<controller::TitleChanged, controller::UnsavedChangesChanged>(m_parts.controller, this,
+    connect(m_inspector, &Inspector::localVoicesRequested, &m_context.localVoices, &LocalVoices::switchOn);
+    controller::onAnyChange<controller::TitleChanged, controller::UnsavedChangesChanged>(m_session.controller(), this,
                                                                                          [this] { syncTitle(); });
 }
 
 void ProjectWindow::connectAlerts() {
-    controller::LineGenerator &generator = m_parts.generator;
+    controller::LineGenerator &generator = m_session.generator();
     connect(&generator, &controller::LineGenerator::generateErrorChanged, this, [this, &generator] {
         if (const auto message = generator.generateError())
             m_alerts->show({AlertSource::Generation, generator.generateErrorTitle(), *message,
@@ -113,10 +109,11 @@ void ProjectWindow::connectAlerts() {
         else
             m_alerts->withdraw(AlertSource::Generation);
     });
-    connect(&m_parts.playback, &audio::PlaybackController::playbackFailed, this, [this](const QString &description) {
-        m_alerts->show({AlertSource::Playback, u"Playback Failed"_s, description, {}});
-    });
-    const LocalVoices &localVoices = m_parts.context.localVoices;
+    connect(&m_session.playback(), &audio::PlaybackController::playbackFailed, this,
+            [this](const QString &description) {
+                m_alerts->show({AlertSource::Playback, u"Playback Failed"_s, description, {}});
+            });
+    const LocalVoices &localVoices = m_context.localVoices;
     connect(&localVoices, &LocalVoices::stateChanged, this, [this, &localVoices] {
         // The account panel, where the switch is, tells it itself.
         if (localVoices.state() == LocalVoices::State::Failed && findChild<AccountDialog *>() == nullptr)
@@ -129,14 +126,14 @@ void ProjectWindow::connectAlerts() {
 
 void ProjectWindow::syncTitle() {
     // "[*]" is where Qt puts the edited mark; doubled, it stands for itself.
-    QString name = m_parts.controller.project().projectName;
+    QString name = m_session.controller().project().projectName;
     const QString title = name.replace(u"[*]"_s, u"[*][*]"_s) + u"[*]"_s;
     if (windowTitle() != title)
         setWindowTitle(title);
-    const QString path = m_parts.controller.projectURL().toLocalFile();
+    const QString path = m_session.controller().projectURL().toLocalFile();
     if (windowFilePath() != path)
         setWindowFilePath(path);
-    setWindowModified(m_parts.controller.hasUnsavedChanges());
+    setWindowModified(m_session.controller().hasUnsavedChanges());
 }
 
 AccountDialog *ProjectWindow::showAccount() {
@@ -145,7 +142,7 @@ AccountDialog *ProjectWindow::showAccount() {
         open->activateWindow();
         return open;
     }
-    auto *dialog = new AccountDialog(m_parts.service, m_parts.context.localVoices, this);
+    auto *dialog = new AccountDialog(m_session.service(), m_context.localVoices, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->open();
     return dialog;

@@ -13,13 +13,10 @@ class PlaybackController;
 }
 
 namespace orlenta::controller {
-class LineGenerator;
-class ProjectController;
-} // namespace orlenta::controller
-
-namespace orlenta::speech {
 class ElevenLabsService;
-}
+class ProjectSession;
+} // namespace orlenta::controller
+namespace orlenta::speech {}
 
 namespace orlenta::shell {
 
@@ -36,17 +33,10 @@ class ScriptEditor;
 class ProjectWindow final : public QMainWindow {
     Q_OBJECT
 public:
-    struct Parts {
-        AppContext &context;
-        controller::ProjectController &controller;
-        speech::ElevenLabsService &service;
-        audio::PlaybackController &playback;
-        controller::LineGenerator &generator;
-    };
     /// Asked before the window closes; it stays open on false.
     using CloseGuard = std::function<bool()>;
 
-    explicit ProjectWindow(const Parts &parts);
+    ProjectWindow(AppContext &context, controller::ProjectSession &session);
 
     void setCloseGuard(const CloseGuard &guard) { m_closeGuard = guard; }
     [[nodiscard]] ProjectToolbar &toolbar() const { return *m_toolbar; }
@@ -75,7 +65,8 @@ private:
     void toggleInspector();
     void fitMinimumSize();
 
-    Parts m_parts;
+    AppContext &m_context;
+    controller::ProjectSession &m_session;
     CloseGuard m_closeGuard;
     ProjectActions *m_actions;
     ErrorAlerts *m_alerts;

@@ -21,22 +21,12 @@ namespace orlenta::shell {
 
 ProjectWindowController::ProjectWindowController(AppContext &context, const model::StoredProject &stored,
                                                  QObject *parent)
-    : QObject(parent), m_context(context), m_folder(stored.folder),
-      m_elevenLabsService(context.defaults, context.credentials),
-      m_controller(stored.project, QUrl::fromLocalFile(stored.folder)),
-      m_playbackController(context.sound, context.defaults, context.devices, context.routing),
-      m_generator(m_controller, m_elevenLabsService, context.defaults),
-      m_window(std::make_unique<ProjectWindow>(
-          ProjectWindow::Parts{context, m_controller, m_elevenLabsService, m_playbackController, m_generator})) {
-    m_controller.lines().setNewLineVoiceProvider([this]() -> std::optional<controller::ServiceVoice> {
-        if (m_elevenLabsService.selectedVoiceId().isEmpty())
-            return std::nullopt;
-        return controller::ServiceVoice{m_elevenLabsService.selectedVoiceId(), m_elevenLabsService.selectedVoiceName()};
-    });
+    : QObject(parent), m_context(context), m_folder(stored.folder), m_session(context.services, stored),
+      m_window(std::make_unique<ProjectWindow>(context, m_session)) {
     m_window->setCloseGuard([this] { return windowShouldClose(); });
     connect(m_window.get(), &ProjectWindow::saveRequested, this, [this] { saveCurrentAndSyncTitle(); });
     connect(m_window.get(), &ProjectWindow::closed, this, &ProjectWindowController::windowWillClose);
-    context.localVoices.attach(m_elevenLabsService);
+    context.localVoices.attach(m_session.service());
 }
 
 ProjectWindowController::~ProjectWindowController() = default;
@@ -53,7 +43,7 @@ void ProjectWindowController::showProjectWindow() {
 }
 
 bool ProjectWindowController::saveCurrentAndSyncTitle() {
-    const auto saved = m_controller.save();
+    const auto saved = m_session.controller().save();
     m_window->syncTitle();
     if (saved)
         return true;
@@ -62,26 +52,18 @@ bool ProjectWindowController::saveCurrentAndSyncTitle() {
     return false;
 }
 
-bool ProjectWindowController::isSettled() const {
-    return m_window->editor().commands().recordings().isSettled();
-}
-
-void ProjectWindowController::settle(const std::function<void()> &settled) {
-    m_window->editor().commands().recordings().settle(settled);
-}
-
 bool ProjectWindowController::windowShouldClose() {
     if (m_closingAfterConfirmation)
         return true;
-    if (!isSettled()) {
+    if (!m_session.isSettled()) {
         if (!std::exchange(m_closingWhenSettled, true))
-            settle([this] {
+            m_session.settle([this] {
                 m_closingWhenSettled = false;
                 m_window->close();
             });
         return false;
     }
-    if (!m_controller.hasUnsavedChanges())
+    if (!m_session.controller().hasUnsavedChanges())
         return true;
     if (!closeConfirmationPresented())
         presentCloseConfirmation([this](CloseOutcome outcome) {
@@ -94,7 +76,7 @@ bool ProjectWindowController::windowShouldClose() {
 void ProjectWindowController::presentCloseConfirmation(const CloseCompletion &completion) {
     Q_ASSERT(m_confirmation == nullptr);
     const QString title =
-        QStringLiteral("Save changes to \"%1\" before closing?").arg(m_controller.project().projectName);
+        QStringLiteral("Save changes to \"%1\" before closing?").arg(m_session.controller().project().projectName);
     auto *box = new QMessageBox(QMessageBox::Warning, u"Orlenta"_s, title, QMessageBox::NoButton, m_window.get());
     box->setTextFormat(Qt::PlainText);
     box->setInformativeText(u"Your changes will be lost if you don't save them."_s);
@@ -119,7 +101,7 @@ ProjectWindowController::CloseOutcome ProjectWindowController::resolveConfirmati
     case QMessageBox::AcceptRole:
         return saveCurrentAndSyncTitle() ? CloseOutcome::Proceed : CloseOutcome::Cancelled;
     case QMessageBox::DestructiveRole:
-        m_controller.discardChanges();
+        m_session.controller().discardChanges();
         return CloseOutcome::Proceed;
     default:
         m_window->syncTitle();
@@ -134,7 +116,7 @@ void ProjectWindowController::closeAfterConfirmation() {
 }
 
 void ProjectWindowController::windowWillClose() {
-    m_playbackController.stop(audio::PlayheadReset::Reset);
+    m_session.playback().stop(audio::PlayheadReset::Reset);
     Q_EMIT closed();
 }
 

@@ -6,8 +6,7 @@
 #include <QtCore/QObject>
 
 #include "audio/playback/PlaybackController.h"
-#include "controller/generation/LineGenerator.h"
-#include "controller/ProjectController.h"
+#include "controller/ProjectSession.h"
 #include "model/ProjectStore.h"
 #include "shell/application/AppContext.h"
 #include "speech/account/ElevenLabsService.h"
@@ -18,8 +17,8 @@ namespace orlenta::shell {
 
 class ProjectWindow;
 
-/// One open project: its document, its service, its player, its generations and its window. It decides whether the
-/// window may close. Main thread; the context outlives it.
+/// One open project in its window: the session behind it and whether the window may close. Main thread; the context
+/// outlives it.
 class ProjectWindowController final : public QObject {
     Q_OBJECT
 public:
@@ -29,17 +28,13 @@ public:
     ProjectWindowController(AppContext &context, const model::StoredProject &stored, QObject *parent = nullptr);
     ~ProjectWindowController() override;
 
-    [[nodiscard]] controller::ProjectController &controller() { return m_controller; }
-    [[nodiscard]] speech::ElevenLabsService &elevenLabsService() { return m_elevenLabsService; }
-    [[nodiscard]] audio::PlaybackController &playbackController() { return m_playbackController; }
-    [[nodiscard]] controller::LineGenerator &generator() { return m_generator; }
+    [[nodiscard]] controller::ProjectSession &session() { return m_session; }
+    [[nodiscard]] controller::ProjectController &controller() { return m_session.controller(); }
+    [[nodiscard]] speech::ElevenLabsService &elevenLabsService() { return m_session.service(); }
+    [[nodiscard]] audio::PlaybackController &playbackController() { return m_session.playback(); }
     [[nodiscard]] ProjectWindow &window() const { return *m_window; }
     [[nodiscard]] const QString &folder() const { return m_folder; }
     [[nodiscard]] bool closeConfirmationPresented() const { return m_confirmation != nullptr; }
-    /// Whether nothing is still on its way into the project from a microphone or a file.
-    [[nodiscard]] bool isSettled() const;
-    /// Ends what records and calls `settled` when nothing is on its way any more, so that what is unsaved is known.
-    void settle(const std::function<void()> &settled);
 
     void showProjectWindow();
     /// Saves the project and brings the title in step; a failure is told in the window. False on a failure.
@@ -60,10 +55,7 @@ private:
 
     AppContext &m_context;
     QString m_folder;
-    speech::ElevenLabsService m_elevenLabsService;
-    controller::ProjectController m_controller;
-    audio::PlaybackController m_playbackController;
-    controller::LineGenerator m_generator;
+    controller::ProjectSession m_session;
     std::unique_ptr<ProjectWindow> m_window;
     QMessageBox *m_confirmation = nullptr;
     bool m_closingAfterConfirmation = false;

@@ -136,10 +136,10 @@ void ProjectWindows::forget(ProjectWindowController *closed) {
 bool ProjectWindows::settleAll(const std::function<void()> &settled) {
     const auto waitedFor = std::make_shared<qsizetype>(0);
     for (const auto &window : m_open) {
-        if (window->isSettled())
+        if (window->session().isSettled())
             continue;
         ++*waitedFor;
-        window->settle([waitedFor, settled] {
+        window->session().settle([waitedFor, settled] {
             if (--*waitedFor == 0)
                 settled();
         });
@@ -182,7 +182,7 @@ void ProjectWindows::resolveNext(std::vector<ProjectWindowController *> waiting,
     }
     // While the user was being asked, something may have been recorded, generated or written elsewhere.
     const bool isAllDone = std::all_of(m_open.begin(), m_open.end(), [](const auto &window) {
-        return window->isSettled() && !window->controller().hasUnsavedChanges();
+        return window->session().isSettled() && !window->controller().hasUnsavedChanges();
     });
     if (isAllDone)
         completion(Outcome::Proceed);

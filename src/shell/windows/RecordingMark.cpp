@@ -8,9 +8,10 @@
 #include <QtWidgets/QPushButton>
 
 #include "audio/files/AudioDurations.h"
+#include "controller/direction/DirectionRecordings.h"
 #include "controller/ProjectController.h"
+#include "controller/ProjectSession.h"
 #include "shell/controls/TextLabel.h"
-#include "shell/editor/DirectionRecordings.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
 
@@ -18,9 +19,8 @@ using namespace Qt::StringLiterals;
 
 namespace orlenta::shell {
 
-RecordingMark::RecordingMark(const controller::ProjectController &controller, DirectionRecordings &recordings,
-                             QWidget *parent)
-    : QWidget(parent), m_controller(controller), m_recordings(recordings),
+RecordingMark::RecordingMark(controller::ProjectSession &session, QWidget *parent)
+    : QWidget(parent), m_controller(session.controller()), m_recordings(session.recordings()),
       m_line(new QPushButton(u"Recording"_s, this)), m_time(new TextLabel({}, TextLabel::Style::Caption, this)),
       m_stop(new QPushButton(u"Stop"_s, this)) {
     m_line->setToolTip(u"Go to the line that is recorded"_s);
@@ -47,8 +47,8 @@ RecordingMark::RecordingMark(const controller::ProjectController &controller, Di
         if (const auto id = m_recordings.recordingLine())
             m_recordings.stop(*id);
     });
-    connect(&recordings, &DirectionRecordings::changed, this, &RecordingMark::follow);
-    controller::onAnyChange<controller::ScriptLinesChanged, controller::TabsChanged>(controller, this,
+    connect(&m_recordings, &controller::DirectionRecordings::changed, this, &RecordingMark::follow);
+    controller::onAnyChange<controller::ScriptLinesChanged, controller::TabsChanged>(m_controller, this,
                                                                                      [this] { follow(); });
     follow();
 }

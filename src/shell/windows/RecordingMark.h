@@ -8,21 +8,20 @@ class QLabel;
 class QPushButton;
 
 namespace orlenta::controller {
+class DirectionRecordings;
 class ProjectController;
-}
+class ProjectSession;
+} // namespace orlenta::controller
 
 namespace orlenta::shell {
-
-class DirectionRecordings;
 
 /// Says that the microphone is on, for which line and for how long, wherever the script has been scrolled to, and ends
 /// the take. Takes no room while nothing is recorded, except for its height.
 class RecordingMark final : public QWidget {
     Q_OBJECT
 public:
-    /// Both outlive the mark's use.
-    RecordingMark(const controller::ProjectController &controller, DirectionRecordings &recordings,
-                  QWidget *parent = nullptr);
+    /// The session outlives the mark.
+    explicit RecordingMark(controller::ProjectSession &session, QWidget *parent = nullptr);
 
 Q_SIGNALS:
     /// The user wants to see the line.
@@ -38,7 +37,7 @@ private:
     [[nodiscard]] QString placeOf(const model::LineId &id) const;
 
     const controller::ProjectController &m_controller;
-    DirectionRecordings &m_recordings;
+    controller::DirectionRecordings &m_recordings;
     QPushButton *m_line;
     QLabel *m_time;
     QPushButton *m_stop;

@@ -11,6 +11,7 @@
 #include "controller/export/Exporting.h"
 #include "controller/generation/LineGenerator.h"
 #include "controller/ProjectController.h"
+#include "controller/ProjectSession.h"
 #include "controller/takes/LineRuntime.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/theme/Theme.h"
@@ -29,9 +30,8 @@ constexpr std::chrono::milliseconds importDelay{300};
 
 } // namespace
 
-StatusLine::StatusLine(const controller::ProjectController &controller, controller::LineGenerator &generator,
-                       DirectionRecordings &recordings, QWidget *parent)
-    : QWidget(parent), m_controller(controller), m_generator(generator),
+StatusLine::StatusLine(controller::ProjectSession &session, QWidget *parent)
+    : QWidget(parent), m_controller(session.controller()), m_generator(session.generator()),
       m_audio(new TextLabel({}, TextLabel::Style::Caption)),
       m_import(new TextLabel(u"Importing audio…"_s, TextLabel::Style::Caption)),
       m_export(new TextLabel(u"Exporting audio…"_s, TextLabel::Style::Caption)),
@@ -49,7 +49,7 @@ StatusLine::StatusLine(const controller::ProjectController &controller, controll
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(unit * 3, unit, unit * 3, unit);
     layout->addWidget(m_audio);
-    auto *recording = new RecordingMark(controller, recordings);
+    auto *recording = new RecordingMark(session);
     connect(recording, &RecordingMark::lineWanted, this, &StatusLine::lineWanted);
     layout->addWidget(recording);
     layout->addStretch();
@@ -58,15 +58,16 @@ StatusLine::StatusLine(const controller::ProjectController &controller, controll
     layout->addWidget(m_generation);
     layout->addWidget(m_progress);
 
-    controller::onAnyChange<controller::ScriptLinesChanged, controller::RuntimeChanged>(controller, this,
+    controller::onAnyChange<controller::ScriptLinesChanged, controller::RuntimeChanged>(m_controller, this,
                                                                                         [this] { showAudio(); });
     m_importDelay.setSingleShot(true);
     m_importDelay.setInterval(importDelay);
     connect(&m_importDelay, &QTimer::timeout, m_import, &QWidget::show);
-    connect(&controller.directionAudio(), &controller::DirectionAudio::isBusyChanged, this, &StatusLine::followImport);
-    connect(&controller.exporting(), &controller::Exporting::isBusyChanged, this, &StatusLine::showExport);
-    connect(&generator.queue(), &LineGenerationQueue::isActiveChanged, this, &StatusLine::showGeneration);
-    connect(&generator.queue(), &LineGenerationQueue::activeLineIdChanged, this, [this] {
+    connect(&m_controller.directionAudio(), &controller::DirectionAudio::isBusyChanged, this,
+            &StatusLine::followImport);
+    connect(&m_controller.exporting(), &controller::Exporting::isBusyChanged, this, &StatusLine::showExport);
+    connect(&m_generator.queue(), &LineGenerationQueue::isActiveChanged, this, &StatusLine::showGeneration);
+    connect(&m_generator.queue(), &LineGenerationQueue::activeLineIdChanged, this, [this] {
         if (m_generator.queue().activeLineId())
             ++m_begun;
         showGeneration();

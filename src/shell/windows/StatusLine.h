@@ -11,19 +11,22 @@ class QProgressBar;
 namespace orlenta::controller {
 class LineGenerator;
 class ProjectController;
+class ProjectSession;
+} // namespace orlenta::controller
+
+namespace orlenta::controller {
+class LineGenerator;
+class ProjectController;
 } // namespace orlenta::controller
 
 namespace orlenta::shell {
-
-class DirectionRecordings;
 
 /// The strip below the script: how many lines have audio, whether the microphone is on, audio is being imported or
 /// exported, and how far a batch of generations is.
 class StatusLine final : public QWidget {
     Q_OBJECT
 public:
-    StatusLine(const controller::ProjectController &controller, controller::LineGenerator &generator,
-               DirectionRecordings &recordings, QWidget *parent = nullptr);
+    explicit StatusLine(controller::ProjectSession &session, QWidget *parent = nullptr);
 
 Q_SIGNALS:
     /// The user wants to see the line that is recorded.

@@ -77,7 +77,7 @@ protected:
         QApplication::sendEvent(rowAt(index), &event);
     }
     [[nodiscard]] QUrl tone(const QString &name, double seconds = 0.5) const {
-        return testing::writeTone(folder.filePath(name), seconds);
+        return testing::writeTone(shell.path(name), seconds);
     }
 };
 
@@ -99,7 +99,7 @@ TEST_F(LineDirectionTest, AnAudioFileDroppedOnARowDirectsTheLineByVoice) {
 }
 
 TEST_F(LineDirectionTest, ARefusedFileSaysWhyAndLeavesTheLineAlone) {
-    QFile text(folder.filePath(QStringLiteral("script.txt")));
+    QFile text(shell.path(QStringLiteral("script.txt")));
     ASSERT_TRUE(text.open(QIODevice::WriteOnly));
     text.write("no sound at all");
     text.close();
@@ -245,7 +245,7 @@ TEST_F(LineDirectionTest, TheKeysLeaveDirectionAudioAloneThatIsNotShown) {
     press(Qt::Key_M);
     ASSERT_FALSE(isVoiceDirected(0));
     press(Qt::Key_D);
-    EXPECT_FALSE(playback.isCurrentSource(idAt(0)));
+    EXPECT_FALSE(playback->isCurrentSource(idAt(0)));
     press(Qt::Key_D, Qt::ShiftModifier);
     EXPECT_FALSE(directionURL(0).isEmpty());
     press(Qt::Key_M);
@@ -315,19 +315,19 @@ TEST_F(LineDirectionTest, TheStripIsNamedAndNothingInItIsClippedAtAnyScaleAndApp
 }
 
 struct OwnSoundServer {
-    testing::SoundServerSession session{testing::SoundServerSession::Kind::PulseAudio};
+    testing::SoundServerSession soundServer{testing::SoundServerSession::Kind::PulseAudio};
 };
 
 /// The same on a private sound server with the microphone "mic_a".
 class LineDirectionSoundTest : private OwnSoundServer, public LineDirectionTest {
 protected:
-    LineDirectionSoundTest() : LineDirectionTest(session.address()) {}
+    LineDirectionSoundTest() : LineDirectionTest(soundServer.address()) {}
 
     void SetUp() override {
-        ASSERT_EQ(session.failure(), QString());
+        ASSERT_EQ(soundServer.failure(), QString());
         LineDirectionTest::SetUp();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return monitor.isInputAvailable(QStringLiteral("mic_a")); }, deadline));
-        defaults.setInputDeviceUID(QStringLiteral("mic_a"));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return shell.devices.isInputAvailable(QStringLiteral("mic_a")); }, deadline));
+        shell.defaults.setInputDeviceUID(QStringLiteral("mic_a"));
     }
     [[nodiscard]] bool waitForStop(qsizetype index) {
         return QTest::qWaitFor(
@@ -343,10 +343,10 @@ protected:
             deadline);
     }
     [[nodiscard]] bool waitForPlaying(qsizetype index) {
-        return QTest::qWaitFor([&] { return playback.isPlaying() && playback.currentlyPlayingLineID() == idAt(index); },
-                               deadline);
+        return QTest::qWaitFor(
+            [&] { return playback->isPlaying() && playback->currentlyPlayingLineID() == idAt(index); }, deadline);
     }
-    testing::SoundServerSession &sound() { return session; }
+    testing::SoundServerSession &sound() { return soundServer; }
 };
 
 TEST_F(LineDirectionSoundTest, TheRecordButtonRecordsIntoTheLineAndShowsTheRunningTime) {
@@ -367,9 +367,8 @@ TEST_F(LineDirectionSoundTest, ATakeGoesOnWhileItsRowIsOutOfViewAndAnImpatientSt
     ASSERT_TRUE(waitForStop(0));
     editor->resize(760, 260);
     controller->selection().selectAlone(idAt(2));
-    EXPECT_TRUE(
-        QTest::qWaitFor([&] { return editor->commands().recordings().state(idAt(0)).duration > 0.5; }, deadline));
-    EXPECT_TRUE(editor->commands().recordings().state(idAt(0)).isRecording);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return session->recordings().state(idAt(0)).duration > 0.5; }, deadline));
+    EXPECT_TRUE(session->recordings().state(idAt(0)).isRecording);
     controller->selection().selectAlone(idAt(0));
     focusList();
     press(Qt::Key_R);
@@ -380,7 +379,7 @@ TEST_F(LineDirectionSoundTest, ATakeGoesOnWhileItsRowIsOutOfViewAndAnImpatientSt
 }
 
 TEST_F(LineDirectionSoundTest, ASecondTakeEndsTheFirstAndEachGoesOnItsLine) {
-    const DirectionRecordings &recordings = editor->commands().recordings();
+    const controller::DirectionRecordings &recordings = session->recordings();
     press(Qt::Key_R);
     ASSERT_TRUE(waitForRecordingTime(0, QStringLiteral("0:01")));
     press(Qt::Key_Down);
@@ -403,7 +402,7 @@ TEST_F(LineDirectionSoundTest, PlayingThatIsRefusedLeavesAMessageThatWaitsToBeRe
     press(Qt::Key_R);
     ASSERT_TRUE(waitForRecordingTime(0, QStringLiteral("0:01")));
     press(Qt::Key_Space);
-    EXPECT_FALSE(playback.isPlaying());
+    EXPECT_FALSE(playback->isPlaying());
     EXPECT_EQ(controller->spotError(), kept);
     press(Qt::Key_R);
     ASSERT_TRUE(waitForDirection(0));
@@ -420,12 +419,13 @@ TEST_F(LineDirectionSoundTest, ARecordingAtTheLowerEdgeShowsItsStrip) {
 
 TEST_F(LineDirectionSoundTest, TheServersReturnTakesItsErrorAwayAndNoOther) {
     sound().kill();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return server.state() == audio::SoundServer::State::Unavailable; }, deadline));
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return shell.sound.state() == audio::SoundServer::State::Unavailable; }, deadline));
     press(Qt::Key_R);
     ASSERT_TRUE(QTest::qWaitFor([&] { return shows(noServer); }, deadline));
     sound().restart();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !shows(noServer); }, deadline));
-    EXPECT_EQ(server.state(), audio::SoundServer::State::Ready);
+    EXPECT_EQ(shell.sound.state(), audio::SoundServer::State::Ready);
 }
 
 TEST_F(LineDirectionSoundTest, ADeletedLineEndsItsTakeAndGetsItWhenTheDeletionIsUndone) {
@@ -433,7 +433,7 @@ TEST_F(LineDirectionSoundTest, ADeletedLineEndsItsTakeAndGetsItWhenTheDeletionIs
     ASSERT_TRUE(waitForRecordingTime(0, QStringLiteral("0:01")));
     const model::LineId id = idAt(0);
     controller->lines().deleteLine(id);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return editor->commands().recordings().isSettled(); }, deadline));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return session->isSettled(); }, deadline));
     controller->undoManager().undo();
     ASSERT_EQ(idAt(0), id);
     ASSERT_TRUE(waitForDirection(0));
@@ -451,7 +451,7 @@ TEST_F(LineDirectionSoundTest, AMicrophonePulledOutInMidTakeLeavesThePartialTake
             sound().remove(module.section(QLatin1Char('\t'), 0, 0));
     ASSERT_TRUE(waitForDirection(0));
     EXPECT_GE(line(0).sourceRecordings.constFirst().durationSeconds, 0.8);
-    EXPECT_FALSE(editor->commands().recordings().state(idAt(0)).isRecording);
+    EXPECT_FALSE(session->recordings().state(idAt(0)).isRecording);
     EXPECT_TRUE(isVoiceDirected(0));
 }
 
@@ -460,19 +460,19 @@ TEST_F(LineDirectionSoundTest, PlayAndAClickInTheWaveformPlayTheDirection) {
     ASSERT_TRUE(waitForDirection(1));
     control<QToolButton>(1, QStringLiteral("Play direction of"))->click();
     ASSERT_TRUE(waitForPlaying(1));
-    EXPECT_TRUE(playback.isPlayingSource(idAt(1)));
+    EXPECT_TRUE(playback->isPlayingSource(idAt(1)));
     auto *waveform = control<WaveformBarsView>(1, QStringLiteral("Direction playhead of"));
     EXPECT_TRUE(waveform->showsProgress());
     QTest::mouseClick(waveform, Qt::LeftButton, Qt::NoModifier, QPoint(waveform->width() / 2, waveform->height() / 2));
-    EXPECT_TRUE(playback.isPlayingSource(idAt(1)));
-    EXPECT_NEAR(playback.playbackProgress(), 0.5, 0.05);
+    EXPECT_TRUE(playback->isPlayingSource(idAt(1)));
+    EXPECT_NEAR(playback->playbackProgress(), 0.5, 0.05);
     EXPECT_TRUE(QTest::qWaitFor([&] { return waveform->progress() > 0.5; }, deadline));
     control<QToolButton>(1, QStringLiteral("Stop direction of"))->click();
-    EXPECT_FALSE(playback.isPlaying());
+    EXPECT_FALSE(playback->isPlaying());
     QTest::mouseClick(waveform, Qt::LeftButton, Qt::NoModifier, QPoint(waveform->width() / 4, 3));
-    EXPECT_TRUE(playback.isPlayingSource(idAt(1)));
-    EXPECT_NEAR(playback.playbackProgress(), 0.25, 0.05);
-    EXPECT_FALSE(diagnostics.lastRoutingErrorMessage().has_value());
+    EXPECT_TRUE(playback->isPlayingSource(idAt(1)));
+    EXPECT_NEAR(playback->playbackProgress(), 0.25, 0.05);
+    EXPECT_FALSE(shell.routing.lastRoutingErrorMessage().has_value());
 }
 
 TEST_F(LineDirectionSoundTest, PlayAllWalksTheLinesThatHaveAudioAndReturnsToTheFirst) {
@@ -480,13 +480,13 @@ TEST_F(LineDirectionSoundTest, PlayAllWalksTheLinesThatHaveAudioAndReturnsToTheF
     addTake(2);
     controller->selection().selectAll();
     QList<model::LineId> walked;
-    QObject::connect(&playback, &audio::PlaybackController::currentlyPlayingLineIDChanged, editor.get(), [&] {
-        if (const auto id = playback.currentlyPlayingLineID())
+    QObject::connect(playback, &audio::PlaybackController::currentlyPlayingLineIDChanged, editor.get(), [&] {
+        if (const auto id = playback->currentlyPlayingLineID())
             walked.append(*id);
     });
     press(Qt::Key_Space);
     ASSERT_TRUE(waitForPlaying(0));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return walked.contains(idAt(2)) && !playback.isPlaying(); }, deadline));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return walked.contains(idAt(2)) && !playback->isPlaying(); }, deadline));
     EXPECT_EQ(walked, QList<model::LineId>({idAt(0), idAt(2), idAt(0)}));
 }
 

@@ -17,34 +17,34 @@ namespace {
 constexpr int followingDeadline = 20000;
 
 struct FollowingSoundServer {
-    testing::SoundServerSession session{testing::SoundServerSession::Kind::PulseAudio};
+    testing::SoundServerSession soundServer{testing::SoundServerSession::Kind::PulseAudio};
 };
 
 /// What the script shows of what plays, on a private sound server.
 class PlaybackFollowingTest : private FollowingSoundServer, public ScriptEditorFixture {
 protected:
-    PlaybackFollowingTest() : ScriptEditorFixture(session.address()) {}
+    PlaybackFollowingTest() : ScriptEditorFixture(soundServer.address()) {}
 
     void SetUp() override {
-        ASSERT_EQ(session.failure(), QString());
+        ASSERT_EQ(soundServer.failure(), QString());
         QStringList texts;
         for (int index = 0; index < 20; ++index)
             texts.append(u"Line."_s);
         open(projectWith(texts), {760, 420});
-        ASSERT_TRUE(waitFor([this] { return monitor.isInputAvailable(u"mic_a"_s); }));
+        ASSERT_TRUE(waitFor([this] { return shell.devices.isInputAvailable(u"mic_a"_s); }));
     }
     template <typename Condition>
     [[nodiscard]] static bool waitFor(Condition condition) {
         return QTest::qWaitFor(condition, followingDeadline);
     }
     [[nodiscard]] bool waitForProgress(double least) {
-        return waitFor([this, least] { return playback.playbackProgress() > least; });
+        return waitFor([this, least] { return playback->playbackProgress() > least; });
     }
     /// Lets the playhead move on a number of times.
     [[nodiscard]] bool waitForTicks(int ticks) {
         int seen = 0;
         const auto counting =
-            QObject::connect(&playback, &audio::PlaybackController::playbackProgressChanged, [&seen] { ++seen; });
+            QObject::connect(playback, &audio::PlaybackController::playbackProgressChanged, [&seen] { ++seen; });
         const bool hasMoved = waitFor([&seen, ticks] { return seen >= ticks; });
         QObject::disconnect(counting);
         return hasMoved;
@@ -54,8 +54,8 @@ protected:
     }
     /// Brings Play All to the last line.
     [[nodiscard]] bool waitForLastLine() {
-        playback.seek({idAt(0), controller->media().audioURL(*controller->lines().find(idAt(0)))}, 0.97);
-        return waitFor([this] { return playback.currentlyPlayingLineID() == idAt(19); });
+        playback->seek({idAt(0), controller->media().audioURL(*controller->lines().find(idAt(0)))}, 0.97);
+        return waitFor([this] { return playback->currentlyPlayingLineID() == idAt(19); });
     }
 };
 
@@ -90,7 +90,7 @@ TEST_F(PlaybackFollowingTest, TheMovingPlayheadDrawsNothingOfTheRowButTheWavefor
     EXPECT_EQ(told.count(), 0);
     // What is read anew later shows the same place.
     editor->list().refreshRow(idAt(0));
-    EXPECT_NEAR(waveform(0).progress(), playback.playbackProgress(), 0.001);
+    EXPECT_NEAR(waveform(0).progress(), playback->playbackProgress(), 0.001);
 }
 
 TEST_F(PlaybackFollowingTest, ATakeSaysNothingOfThePlaceInAnotherOne) {
@@ -99,7 +99,7 @@ TEST_F(PlaybackFollowingTest, ATakeSaysNothingOfThePlaceInAnotherOne) {
     editor->commands().play(idAt(0));
     ASSERT_TRUE(waitForProgress(0.02));
     Q_EMIT rowAt(0)->takeChosen(controller->lines().find(idAt(0))->takes.constFirst().id);
-    EXPECT_FALSE(playback.isPlaying());
+    EXPECT_FALSE(playback->isPlaying());
     EXPECT_FALSE(waveform(0).showsProgress());
     EXPECT_EQ(waveform(0).progress(), 0.0);
 
@@ -144,7 +144,7 @@ TEST_F(PlaybackFollowingTest, PlayAllLeavesTheViewToWhoeverScrollsAwayOrWrites) 
     ASSERT_TRUE(editor->list().isInView(idAt(0)));
     goOn();
     controller->selection().setEditingLineId({});
-    playback.stop(audio::PlayheadReset::Reset);
+    playback->stop(audio::PlayheadReset::Reset);
     editor->commands().playWholeTab();
     rowAt(0)->editNotes();
     QWidget other;

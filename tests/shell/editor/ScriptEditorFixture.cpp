@@ -32,16 +32,12 @@ model::Project ScriptEditorFixture::projectWith(const QStringList &texts, const 
 }
 
 void ScriptEditorFixture::open(model::Project project, const QSize &size) {
-    const QString path = folder.filePath(QStringLiteral("Scene"));
-    const auto stored =
-        model::ProjectStore::create(path, QStringLiteral("Scene"), std::move(project), base::Timestamp{});
-    ASSERT_TRUE(stored) << "the project folder could not be made";
-    // Nobody listens there: a generation fails at once, and nothing leaves this machine.
-    service.useEndpoint(QUrl(QStringLiteral("http://127.0.0.1:1")));
-    controller = std::make_unique<controller::ProjectController>(stored->project, QUrl::fromLocalFile(path));
-    generator = std::make_unique<controller::LineGenerator>(*controller, service, defaults);
-    editor = std::make_unique<ScriptEditor>(
-        ScriptCommands::Parts{*controller, playback, *generator, {server, defaults, inputRoutes, microphone}});
+    const model::StoredProject stored = shell.store(QStringLiteral("Scene"), std::move(project));
+    ASSERT_FALSE(stored.folder.isEmpty()) << "the project folder could not be made";
+    session = shell.openUnheard(stored);
+    controller = &session->controller();
+    playback = &session->playback();
+    editor = std::make_unique<ScriptEditor>(*session);
     editor->resize(size);
     editor->show();
     editor->activateWindow();
@@ -54,7 +50,7 @@ bool ScriptEditorFixture::hasCaret(qsizetype index) const {
 }
 
 void ScriptEditorFixture::addTake(qsizetype index) {
-    const QString path = folder.filePath(QStringLiteral("take.wav"));
+    const QString path = shell.path(QStringLiteral("take.wav"));
     auto writer = audio::WavFileWriter::create(path, {.sampleRate = 8000, .channelCount = 1, .bitDepth = 16},
                                                audio::WavFileWriter::Placement::RenamedUnflushed);
     ASSERT_TRUE(writer);

@@ -3,27 +3,17 @@
 #include <memory>
 
 #include <gtest/gtest.h>
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 
-#include "audio/devices/AudioDeviceMonitor.h"
-#include "audio/devices/OutputRoutingDiagnostics.h"
-#include "audio/devices/SoundServer.h"
-#include "audio/playback/PlaybackController.h"
-#include "audio/recording/AudioInputRouteManager.h"
-#include "audio/recording/MicrophonePermission.h"
-#include "base/UserDefaults.h"
-#include "controller/generation/LineGenerator.h"
-#include "controller/ProjectController.h"
+#include "controller/ProjectSession.h"
 #include "controller/script/LineEditing.h"
 #include "controller/script/Selection.h"
 #include "model/Project.h"
 #include "shell/editor/LineRow.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/editor/ScriptListView.h"
-#include "speech/account/ElevenLabsService.h"
-#include "speech/account/KeychainHelper.h"
+#include "shell/ShellSession.h"
 
 namespace orlenta::shell {
 
@@ -32,8 +22,7 @@ class ScriptEditorFixture : public ::testing::Test {
 protected:
     /// Makes no sound unless the address of a sound server is given.
     explicit ScriptEditorFixture(const QString &soundServer = {})
-        : server(soundServer.isEmpty() ? QStringLiteral("unix:%1").arg(folder.filePath(QStringLiteral("no-server")))
-                                       : soundServer) {}
+        : shell(QStringLiteral(ORLENTA_LOCAL_VOICES), soundServer) {}
 
     static model::Project projectWith(const QStringList &texts, const QStringList &cast = {QStringLiteral("Narrator")});
 
@@ -48,18 +37,11 @@ protected:
     void focusList();
     [[nodiscard]] QList<qsizetype> selectedIndexes() const;
 
-    QTemporaryDir folder;
-    base::UserDefaults defaults{folder.filePath(QStringLiteral("defaults.ini"))};
-    audio::SoundServer server;
-    audio::AudioDeviceMonitor monitor{server, defaults};
-    audio::OutputRoutingDiagnostics diagnostics;
-    audio::AudioInputRouteManager inputRoutes{server, defaults};
-    audio::MicrophonePermission microphone{server};
-    audio::PlaybackController playback{server, defaults, monitor, diagnostics};
-    speech::KeychainHelper credentials;
-    speech::ElevenLabsService service{defaults, credentials};
-    std::unique_ptr<controller::ProjectController> controller;
-    std::unique_ptr<controller::LineGenerator> generator;
+    testing::ShellSession shell;
+    std::unique_ptr<controller::ProjectSession> session;
+    /// The session's own.
+    controller::ProjectController *controller = nullptr;
+    audio::PlaybackController *playback = nullptr;
     std::unique_ptr<ScriptEditor> editor;
 };
 

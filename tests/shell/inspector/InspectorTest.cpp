@@ -37,17 +37,16 @@ using testing::waitUntil;
 /// An inspector over a project of three lines without a voice.
 struct Inspected {
     Inspected()
-        : stored(session.makeProject(QStringLiteral("Scene"),
-                                     {QStringLiteral("One."), QStringLiteral("Two."), QStringLiteral("Three.")})),
-          service(session.defaults, session.credentials),
-          controller(stored.project, QUrl::fromLocalFile(stored.folder)), inspector(controller, service) {
+        : project(shell.context.services,
+                  shell.makeProject(QStringLiteral("Scene"),
+                                    {QStringLiteral("One."), QStringLiteral("Two."), QStringLiteral("Three.")})) {
         inspector.resize(340, 900);
         inspector.show();
     }
 
     [[nodiscard]] bool connect() {
-        session.localVoices.attach(service);
-        return session.startLocalVoices() && waitUntil([this] { return !service.voices().isEmpty(); });
+        shell.localVoices.attach(service);
+        return shell.startLocalVoices() && waitUntil([this] { return !service.voices().isEmpty(); });
     }
     [[nodiscard]] const model::ProjectLine &line(int index) const {
         return *controller.project().lines.find(controller.scriptLineIds().at(index));
@@ -61,11 +60,11 @@ struct Inspected {
         controller.presets().updateSettings(line(index).lineId, wanted);
     }
 
-    ShellSession session;
-    model::StoredProject stored;
-    speech::ElevenLabsService service;
-    controller::ProjectController controller;
-    shell::Inspector inspector;
+    ShellSession shell;
+    controller::ProjectSession project;
+    speech::ElevenLabsService &service = project.service();
+    controller::ProjectController &controller = project.controller();
+    shell::Inspector inspector{controller, service};
 };
 
 void clickRow(QListView &list, int row) {
@@ -181,7 +180,7 @@ TEST(Inspector, APresetWhoseVoiceIsGoneAppliesItsSettingsAndSaysSo) {
     project.presets.first().voice =
         model::ProjectPresetVoice{QStringLiteral("gone"), QStringLiteral("Ana - warm narrator"), QStringLiteral("Ana"),
                                   QStringLiteral("#112233")};
-    controller::ProjectController controller(project, QUrl::fromLocalFile(it.stored.folder));
+    controller::ProjectController controller(project, it.controller.projectURL());
     shell::Inspector inspector(controller, it.service);
     inspector.show();
     QComboBox &picker = *inspector.presets().picker();

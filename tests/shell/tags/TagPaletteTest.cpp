@@ -86,7 +86,7 @@ TEST_F(TagPaletteTest, ShowsAMenuForEachCategoryOrARowOfChips) {
 
 TEST_F(TagPaletteTest, TheMenuCommandTogglesTheFormAndIsNamedAfterWhatItDoes) {
     open(projectWith(helloAndSecond));
-    const ProjectActions actions(*controller, playback, *generator);
+    const ProjectActions actions(*session);
     editor->addAction(actions.toggleTagToolbar);
     EXPECT_EQ(actions.toggleTagToolbar->text(), QStringLiteral("Expand Tag Toolbar"));
     edit(0, {5, 0});

@@ -26,9 +26,7 @@ protected:
         ASSERT_TRUE(waitUntil([this] { return recordings().state(lineId()).duration > 0.1; }));
     }
     [[nodiscard]] ProjectWindowController &project() const { return *windows.open().front(); }
-    [[nodiscard]] DirectionRecordings &recordings() const {
-        return project().window().editor().commands().recordings();
-    }
+    [[nodiscard]] controller::DirectionRecordings &recordings() const { return project().session().recordings(); }
     [[nodiscard]] model::LineId lineId() const { return project().controller().project().linesInOrder().at(0)->lineId; }
     [[nodiscard]] QMessageBox *confirmation() const {
         const auto boxes = project().window().findChildren<QMessageBox *>();

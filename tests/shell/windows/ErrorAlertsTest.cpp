@@ -95,7 +95,7 @@ TEST(ProjectWindowAlerts, AFailedPlaybackWaitsUntilTheFailedGenerationHasBeenRea
     const QAction &play = *project.window().actions().play;
     ASSERT_TRUE(play.isEnabled());
 
-    project.generator().generateSelectedLines();
+    project.session().generator().generateSelectedLines();
     ASSERT_TRUE(waitUntil([&alerts] { return alerts.box() != nullptr; }));
     EXPECT_EQ(alerts.box()->text(), u"Generation Failed"_s);
     EXPECT_FALSE(alerts.box()->informativeText().isEmpty());
@@ -104,7 +104,7 @@ TEST(ProjectWindowAlerts, AFailedPlaybackWaitsUntilTheFailedGenerationHasBeenRea
     project.window().actions().play->trigger();
     EXPECT_EQ(alerts.box()->text(), u"Generation Failed"_s);
     alerts.box()->accept();
-    EXPECT_FALSE(project.generator().generateError().has_value());
+    EXPECT_FALSE(project.session().generator().generateError().has_value());
     ASSERT_NE(alerts.box(), nullptr);
     EXPECT_EQ(alerts.box()->text(), u"Playback Failed"_s);
     EXPECT_TRUE(alerts.box()->informativeText().contains(file.fileName()))

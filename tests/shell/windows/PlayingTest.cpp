@@ -89,7 +89,7 @@ TEST_F(PlayingTest, NothingPlaysWhileATakeRecordsAndTheUserIsToldWhy) {
     const model::LineId other = project().controller().project().linesInOrder().at(1)->lineId;
     commands.direction().carryOut(DirectionWish::ToggleRecording, other, &editor());
     EXPECT_FALSE(playback().isPlaying());
-    ASSERT_TRUE(waitUntil([&] { return commands.recordings().state(other).duration > 0.1; }));
+    ASSERT_TRUE(waitUntil([&] { return project().session().recordings().state(other).duration > 0.1; }));
     const QList<std::function<void()>> ways{[this] { actions().play->trigger(); },
                                             [this] { actions().playAll->trigger(); }, [this] { pressSpace(); },
                                             [this] { control<QToolButton>(u"Play line 1"_s)->click(); },
@@ -100,9 +100,9 @@ TEST_F(PlayingTest, NothingPlaysWhileATakeRecordsAndTheUserIsToldWhy) {
         EXPECT_FALSE(playback().isPlaying());
         EXPECT_EQ(notice(), u"Stop the recording before playing."_s);
     }
-    EXPECT_TRUE(commands.recordings().isRecording());
-    commands.recordings().stop(other);
-    ASSERT_TRUE(waitUntil([&] { return commands.recordings().isSettled(); }));
+    EXPECT_TRUE(project().session().recordings().isRecording());
+    project().session().recordings().stop(other);
+    ASSERT_TRUE(waitUntil([&] { return project().session().isSettled(); }));
     EXPECT_EQ(notice(), QString());
     actions().play->trigger();
     EXPECT_TRUE(playback().isPlaying());

@@ -246,10 +246,10 @@ TEST(ProjectWindow, GeneratingALineEndsInATakeThatRedoesAsATake) {
     ASSERT_NE(generate, nullptr);
     generate->click();
     const auto line = [&project] { return *project.controller().project().linesInOrder().front(); };
-    ASSERT_TRUE(waitUntil([&] { return line().takes.size() == 1 || project.generator().generateError(); }));
-    EXPECT_FALSE(project.generator().generateError().has_value());
+    ASSERT_TRUE(waitUntil([&] { return line().takes.size() == 1 || project.session().generator().generateError(); }));
+    EXPECT_FALSE(project.session().generator().generateError().has_value());
     EXPECT_TRUE(project.controller().runtime().hasGeneratedAudio(line().lineId));
-    ASSERT_TRUE(waitUntil([&] { return !project.generator().queue().isActive(); }));
+    ASSERT_TRUE(waitUntil([&] { return !project.session().generator().queue().isActive(); }));
     EXPECT_EQ(generate->text(), QStringLiteral("Regenerate"));
     const shell::ProjectActions &actions = project.window().actions();
     EXPECT_EQ(actions.undo->text(), QStringLiteral("Undo Generate"));
@@ -273,7 +273,7 @@ TEST(ProjectWindow, ClosingWhileALineIsGeneratedDropsTheRest) {
         [&] { return kept.elevenLabsService().isAuthenticated() && closed.elevenLabsService().isAuthenticated(); }));
     closed.controller().selection().selectAll();
     closed.window().actions().generate->trigger();
-    ASSERT_TRUE(closed.generator().queue().isActive());
+    ASSERT_TRUE(closed.session().generator().queue().isActive());
     const QPointer<QObject> gone(&closed);
     closed.controller().discardChanges();
     EXPECT_TRUE(closed.window().close());

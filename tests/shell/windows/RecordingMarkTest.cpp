@@ -38,7 +38,7 @@ TEST(RecordingMark, TellsOfTheTakeFromAnyTabLeadsToItsLineAndEndsIt) {
     const int height = editor.height();
 
     const model::LineId id = project.scriptLineIds().last();
-    editor.commands().recordings().start(id);
+    windows.open().front()->session().recordings().start(id);
     ASSERT_TRUE(waitUntil([&] { return buttonNamed(*mark, QStringLiteral("Recording line 30")) != nullptr; }));
     EXPECT_EQ(editor.height(), height);
     EXPECT_TRUE(waitUntil([&] { return mark->findChild<QLabel *>()->text() == QStringLiteral("0:01"); }));

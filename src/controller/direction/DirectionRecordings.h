@@ -1,8 +1,6 @@
 #pragma once
 
-#include <functional>
 #include <optional>
-#include <vector>
 
 #include <QtCore/QHash>
 #include <QtCore/QObject>
@@ -14,10 +12,8 @@
 #include "model/Ids.h"
 
 namespace orlenta::controller {
-class ProjectController;
-}
 
-namespace orlenta::shell {
+class ProjectController;
 
 /// The recorders of a script's lines, each made when its line first records. They outlive the rows, which come and go
 /// as the list scrolls, so that a take runs on while its line is out of view. A finished take goes on its line by
@@ -36,8 +32,7 @@ public:
         QString error;
     };
 
-    DirectionRecordings(controller::ProjectController &controller, const audio::AudioRecorder::Parts &parts,
-                        QObject *parent = nullptr);
+    DirectionRecordings(ProjectController &controller, const audio::AudioRecorder::Parts &parts);
     ~DirectionRecordings() override;
 
     [[nodiscard]] State state(const model::LineId &id) const;
@@ -49,10 +44,11 @@ public:
     void start(const model::LineId &id);
     void stop(const model::LineId &id);
 
-    /// No take runs, and every finished one is on its line, as is every file that was imported.
-    [[nodiscard]] bool isSettled() const;
-    /// Ends the takes that run, begins no other until then, and calls `settled` once isSettled(): later, never at once.
-    void settle(std::function<void()> settled);
+    /// No take runs or still waits for its last samples.
+    [[nodiscard]] bool isFinished() const;
+    /// Ends the takes that run; none begins until allow().
+    void finish();
+    void allow() { m_isAllowed = true; }
 
 Q_SIGNALS:
     void changed(const orlenta::model::LineId &id);
@@ -60,6 +56,8 @@ Q_SIGNALS:
     void attentionWanted(const orlenta::model::LineId &id);
     /// The user has to allow the microphone in the desktop's settings.
     void microphoneSettingsWanted();
+    /// A take has come to its end.
+    void isFinishedChanged();
 
 private:
     struct FinishedTake {
@@ -84,15 +82,14 @@ private:
     [[nodiscard]] model::DirectionMode modeOf(const model::LineId &id) const;
     void attach(const QUrl &take, double duration, const model::LineId &id);
     void followLines();
-    void tellIfSettled();
 
-    controller::ProjectController &m_controller;
+    ProjectController &m_controller;
     audio::AudioRecorder::Parts m_parts;
     QHash<model::LineId, audio::AudioRecorder *> m_recorders;
     /// Lines that show an error, which goes with what it was about.
     QHash<model::LineId, Told> m_told;
     QHash<model::LineId, FinishedTake> m_takesOfGoneLines;
-    std::vector<std::function<void()>> m_awaitingSettled;
+    bool m_isAllowed = true;
 };
 
-} // namespace orlenta::shell
+} // namespace orlenta::controller

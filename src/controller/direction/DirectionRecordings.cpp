@@ -1,4 +1,4 @@
-#include "shell/editor/DirectionRecordings.h"
+#include "controller/direction/DirectionRecordings.h"
 
 #include <algorithm>
 #include <utility>
@@ -11,26 +11,19 @@
 #include "controller/ProjectController.h"
 #include "controller/script/LineEditing.h"
 
-namespace orlenta::shell {
+namespace orlenta::controller {
 
 using audio::AudioRecorder;
 
-DirectionRecordings::DirectionRecordings(controller::ProjectController &controller, const AudioRecorder::Parts &parts,
-                                         QObject *parent)
-    : QObject(parent), m_controller(controller), m_parts(parts) {
-    controller::onAnyChange<controller::ScriptLinesChanged, controller::TabsChanged>(controller, this,
-                                                                                     [this] { followLines(); });
-    // Queued, since whoever waits may take this object away.
-    connect(&controller.directionAudio(), &controller::DirectionAudio::isBusyChanged, this,
-            &DirectionRecordings::tellIfSettled, Qt::QueuedConnection);
-    connect(&controller.directionAudio(), &controller::DirectionAudio::adopted, this,
-            &DirectionRecordings::dismissError);
-    connect(&controller.directionAudio(), &controller::DirectionAudio::lineGone, this,
+DirectionRecordings::DirectionRecordings(ProjectController &controller, const AudioRecorder::Parts &parts)
+    : m_controller(controller), m_parts(parts) {
+    onAnyChange<ScriptLinesChanged, TabsChanged>(controller, this, [this] { followLines(); });
+    connect(&controller.directionAudio(), &DirectionAudio::adopted, this, &DirectionRecordings::dismissError);
+    connect(&controller.directionAudio(), &DirectionAudio::lineGone, this,
             [this](const QUrl &take, double duration, const model::LineId &id) {
                 m_takesOfGoneLines.insert(id, {take, duration});
             });
-    controller::onAnyChange<controller::LinesChanged, controller::PresetsChanged>(controller, this,
-                                                                                  [this] { followModes(); });
+    onAnyChange<LinesChanged, PresetsChanged>(controller, this, [this] { followModes(); });
     connect(&parts.server, &audio::SoundServer::stateChanged, this, &DirectionRecordings::followServer);
 }
 
@@ -60,7 +53,7 @@ bool DirectionRecordings::isRecording() const {
 }
 
 void DirectionRecordings::start(const model::LineId &id) {
-    if (m_controller.lines().find(id) == nullptr || !m_awaitingSettled.empty())
+    if (m_controller.lines().find(id) == nullptr || !m_isAllowed)
         return;
     endOtherTakes(id);
     recorderOf(id).dismissError();
@@ -89,25 +82,16 @@ void DirectionRecordings::stop(const model::LineId &id) {
     Q_EMIT changed(id);
 }
 
-bool DirectionRecordings::isSettled() const {
-    return !m_controller.directionAudio().isBusy() &&
-           std::none_of(m_recorders.cbegin(), m_recorders.cend(),
+bool DirectionRecordings::isFinished() const {
+    return std::none_of(m_recorders.cbegin(), m_recorders.cend(),
                         [](const AudioRecorder *recorder) { return recorder->hasUnfinishedTake(); });
 }
 
-void DirectionRecordings::settle(std::function<void()> settled) {
-    m_awaitingSettled.push_back(std::move(settled));
+void DirectionRecordings::finish() {
+    m_isAllowed = false;
     for (AudioRecorder *recorder : std::as_const(m_recorders))
         if (recorder->hasUnfinishedTake())
             recorder->stopRecording();
-    QMetaObject::invokeMethod(this, &DirectionRecordings::tellIfSettled, Qt::QueuedConnection);
-}
-
-void DirectionRecordings::tellIfSettled() {
-    if (!isSettled())
-        return;
-    for (const auto &settled : std::exchange(m_awaitingSettled, {}))
-        settled();
 }
 
 AudioRecorder &DirectionRecordings::recorderOf(const model::LineId &id) {
@@ -122,7 +106,7 @@ AudioRecorder &DirectionRecordings::recorderOf(const model::LineId &id) {
     });
     connect(recorder, &AudioRecorder::recordingDurationChanged, this, [this, id] { Q_EMIT changed(id); });
     connect(recorder, &AudioRecorder::errorMessageChanged, this, [this, id] { tellError(id); });
-    connect(recorder, &AudioRecorder::takeEnded, this, &DirectionRecordings::tellIfSettled);
+    connect(recorder, &AudioRecorder::takeEnded, this, &DirectionRecordings::isFinishedChanged);
     connect(recorder, &AudioRecorder::microphoneSettingsWanted, this, &DirectionRecordings::microphoneSettingsWanted);
     connect(recorder, &AudioRecorder::recordingFinished, this,
             [this, id](double duration, const QUrl &take) { attach(take, duration, id); });
@@ -200,4 +184,4 @@ void DirectionRecordings::followLines() {
         }
 }
 
-} // namespace orlenta::shell
+} // namespace orlenta::controller

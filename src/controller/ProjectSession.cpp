@@ -1,0 +1,52 @@
+#include "controller/ProjectSession.h"
+
+#include <utility>
+
+#include "controller/direction/DirectionAudio.h"
+#include "controller/script/LineEditing.h"
+#include "controller/takes/AudioInstaller.h"
+
+namespace orlenta::controller {
+
+ProjectSession::ProjectSession(const SharedServices &services, const model::StoredProject &stored, QObject *parent)
+    : QObject(parent), m_services(services), m_service(services.defaults, services.credentials),
+      m_controller(stored.project, QUrl::fromLocalFile(stored.folder)),
+      m_playback(services.sound, services.defaults, services.devices, services.routing),
+      m_generator(m_controller, m_service, services.defaults),
+      m_recordings(m_controller, {services.sound, services.defaults, services.inputRoutes, services.microphone}) {
+    m_controller.lines().setNewLineVoiceProvider([this]() -> std::optional<ServiceVoice> {
+        if (m_service.selectedVoiceId().isEmpty())
+            return std::nullopt;
+        return ServiceVoice{m_service.selectedVoiceId(), m_service.selectedVoiceName()};
+    });
+    // Queued, since whoever waits may take this object away.
+    connect(&m_recordings, &DirectionRecordings::isFinishedChanged, this, &ProjectSession::tellIfSettled,
+            Qt::QueuedConnection);
+    connect(&m_controller.directionAudio(), &DirectionAudio::isBusyChanged, this, &ProjectSession::tellIfSettled,
+            Qt::QueuedConnection);
+    connect(&m_controller.audioInstaller(), &AudioInstaller::isBusyChanged, this, &ProjectSession::tellIfSettled,
+            Qt::QueuedConnection);
+}
+
+ProjectSession::~ProjectSession() = default;
+
+bool ProjectSession::isSettled() const {
+    return m_recordings.isFinished() && !m_controller.directionAudio().isBusy() &&
+           !m_controller.audioInstaller().isBusy();
+}
+
+void ProjectSession::settle(std::function<void()> settled) {
+    m_awaitingSettled.push_back(std::move(settled));
+    m_recordings.finish();
+    QMetaObject::invokeMethod(this, &ProjectSession::tellIfSettled, Qt::QueuedConnection);
+}
+
+void ProjectSession::tellIfSettled() {
+    if (!isSettled() || m_awaitingSettled.empty())
+        return;
+    m_recordings.allow();
+    for (const auto &settled : std::exchange(m_awaitingSettled, {}))
+        settled();
+}
+
+} // namespace orlenta::controller
