@@ -123,12 +123,12 @@ bool DemoDriver::generateAllLines() {
         return false;
     const qsizetype tabs = m_project->controller().project().tabs.size();
     for (qsizetype i = 1; i < tabs; ++i) {
-        m_project->window().actions().nextTab->trigger();
+        m_project->window().actions()[CommandId::NextTab]->trigger();
         if (!generateShownTab())
             return false;
     }
     for (qsizetype i = 1; i < tabs; ++i)
-        m_project->window().actions().previousTab->trigger();
+        m_project->window().actions()[CommandId::PreviousTab]->trigger();
     return true;
 }
 
@@ -172,7 +172,7 @@ bool DemoDriver::audition() {
 bool DemoDriver::undoAndRedo() {
     controller::ProjectController &controller = m_project->controller();
     const qsizetype before = controller.project().lines.size();
-    m_project->window().actions().addLine->trigger();
+    m_project->window().actions()[CommandId::AddLine]->trigger();
     if (controller.project().lines.size() != before + 1)
         return fail(u"no line was added"_s);
     // A new line takes the keyboard, and its text has a history of its own; the buttons are for the project's.
@@ -190,7 +190,7 @@ bool DemoDriver::undoAndRedo() {
 }
 
 bool DemoDriver::save() {
-    m_project->window().actions().save->trigger();
+    m_project->window().actions()[CommandId::SaveProject]->trigger();
     if (m_project->controller().hasUnsavedChanges())
         return fail(u"the project is still unsaved"_s);
     made(
@@ -272,7 +272,7 @@ bool DemoDriver::selectWholeTab() {
     // "Select All" is for the text that has the keyboard, if one has.
     if (QWidget *focus = QApplication::focusWidget(); focus != nullptr)
         focus->clearFocus();
-    m_project->window().actions().selectAll->trigger();
+    m_project->window().actions()[CommandId::SelectAll]->trigger();
     const qsizetype selected = m_project->controller().selection().selectedLineIds().size();
     if (selected != m_project->controller().scriptLineIds().size())
         return fail(u"the lines of the tab were not selected"_s);

@@ -14,20 +14,17 @@
 namespace orlenta::shell {
 
 DirectionActions::DirectionActions(controller::ProjectSession &session, DirectionCommands &commands, QWidget &list)
-    : QObject(&list), m_controller(session.controller()), m_commands(commands) {
-    const QList<DirectionCommand> all = commands.menuCommands({});
-    for (const DirectionCommand &command : all) {
-        auto *action = new QAction(Icon::named(command.icon), command.title, this);
-        action->setShortcut(command.key);
+    : CommandActions(DirectionCommands::ids(), &list), m_controller(session.controller()), m_commands(commands) {
+    for (const CommandId id : DirectionCommands::ids()) {
+        QAction *action = (*this)[id];
         action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         action->setAutoRepeat(false);
-        connect(action, &QAction::triggered, this, [this, wish = command.wish, &list] {
-            if (const auto id = target())
-                m_commands.carryOut(wish, *id, &list);
+        onTriggered(id, [this, id, &list] {
+            if (const auto line = target())
+                m_commands.carryOut(id, *line, &list);
         });
-        m_actions.append(action);
+        list.addAction(action);
     }
-    list.addActions(m_actions);
     using Playback = audio::PlaybackController;
     controller::onAnyChange<controller::SelectionChanged, controller::RuntimeChanged, controller::PresetsChanged>(
         m_controller, this, [this] { refresh(); });
@@ -48,12 +45,13 @@ std::optional<model::LineId> DirectionActions::target() const {
 }
 
 void DirectionActions::refresh() {
-    const QList<DirectionCommand> commands = m_commands.menuCommands(target());
-    for (qsizetype index = 0; index < m_actions.size(); ++index) {
-        QAction *action = m_actions.at(index);
-        action->setText(commands.at(index).title);
-        action->setEnabled(commands.at(index).isEnabled);
-        action->setStatusTip(action->text());
+    const auto line = target();
+    for (const CommandId id : DirectionCommands::ids()) {
+        const DirectionCommands::Standing standing = m_commands.standing(id, line);
+        QAction &action = *(*this)[id];
+        action.setText(standing.title);
+        action.setEnabled(standing.isEnabled);
+        action.setStatusTip(standing.title);
     }
 }
 

@@ -2,11 +2,8 @@
 
 #include <optional>
 
-#include <QtCore/QObject>
-
-#include "shell/editor/DirectionCommands.h"
-
-class QAction;
+#include "model/Ids.h"
+#include "shell/menus/CommandActions.h"
 
 namespace orlenta::controller {
 class ProjectController;
@@ -15,17 +12,16 @@ class ProjectSession;
 
 namespace orlenta::shell {
 
+class DirectionCommands;
+
 /// The direction commands of the line on which the keyboard acts, for the menu bar. Their keys are single letters, so
 /// they count only while the script list or a control in it has the focus and no text does; on a keyboard whose letters
 /// are not Latin, the key that has the letter in another of the user's layouts counts. Main thread.
-class DirectionActions final : public QObject {
+class DirectionActions final : public CommandActions {
     Q_OBJECT
 public:
     /// `list` is where the keys count. What it is given outlives the actions.
     DirectionActions(controller::ProjectSession &session, DirectionCommands &commands, QWidget &list);
-
-    /// In the order of menus.
-    [[nodiscard]] const QList<QAction *> &all() const { return m_actions; }
 
 private:
     [[nodiscard]] std::optional<model::LineId> target() const;
@@ -33,7 +29,6 @@ private:
 
     const controller::ProjectController &m_controller;
     DirectionCommands &m_commands;
-    QList<QAction *> m_actions;
 };
 
 } // namespace orlenta::shell

@@ -7,6 +7,7 @@
 #include "audio/files/AudioImporter.h"
 #include "audio/playback/PlaybackController.h"
 #include "controller/casting/PresetEditing.h"
+#include "controller/commands/CommandTable.h"
 #include "controller/direction/DirectionAudio.h"
 #include "controller/direction/DirectionRecordings.h"
 #include "controller/document/Notices.h"
@@ -46,7 +47,7 @@ void DirectionCommands::forgetRefusal() {
 
 void DirectionCommands::connectRow(LineRow *row) {
     connect(row, &LineRow::directionWished, this,
-            [this, row](DirectionWish wish) { carryOut(wish, row->lineId(), row); });
+            [this, row](CommandId command) { carryOut(command, row->lineId(), row); });
     connect(row, &LineRow::directionSeekRequested, this,
             [this, row](double fraction) { seek(row->lineId(), fraction); });
     connect(row, &LineRow::filesDropped, this,
@@ -60,24 +61,28 @@ void DirectionCommands::connectRow(LineRow *row) {
     });
 }
 
-void DirectionCommands::carryOut(DirectionWish wish, const model::LineId &id, QWidget *parent) {
+const QList<CommandId> &DirectionCommands::ids() {
+    static const QList<CommandId> commands{
+        CommandId::Record,          CommandId::PlayDirection,       CommandId::ImportDirection,
+        CommandId::DeleteDirection, CommandId::SwitchDirectionMode, CommandId::EditNotes};
+    return commands;
+}
+
+void DirectionCommands::carryOut(CommandId command, const model::LineId &id, QWidget *parent) {
     if (m_controller.lines().find(id) == nullptr)
         return;
-    switch (wish) {
-    case DirectionWish::ToggleRecording:
-        return toggleRecording(id);
-    case DirectionWish::TogglePlayback:
-        return togglePlayback(id);
-    case DirectionWish::Import:
-        return chooseFile(id, parent);
-    case DirectionWish::DeleteAudio:
-        return deleteAudio(id);
-    case DirectionWish::SwitchMode:
-        return switchMode(id);
-    case DirectionWish::EditNotes:
+    if (command == CommandId::Record)
+        toggleRecording(id);
+    else if (command == CommandId::PlayDirection)
+        togglePlayback(id);
+    else if (command == CommandId::ImportDirection)
+        chooseFile(id, parent);
+    else if (command == CommandId::DeleteDirection)
+        deleteAudio(id);
+    else if (command == CommandId::SwitchDirectionMode)
+        switchMode(id);
+    else if (command == CommandId::EditNotes)
         Q_EMIT notesRequested(id);
-        return;
-    }
 }
 
 void DirectionCommands::toggleRecording(const model::LineId &id) {
@@ -166,31 +171,30 @@ void DirectionCommands::switchMode(const model::LineId &id) {
     project.presets().updateSettings(settings);
 }
 
-QList<DirectionCommand> DirectionCommands::menuCommands(const std::optional<model::LineId> &id) const {
+DirectionCommands::Standing DirectionCommands::standing(CommandId command,
+                                                        const std::optional<model::LineId> &id) const {
     const bool hasLine = id && m_controller.lines().find(*id) != nullptr;
-    const bool isRecording = hasLine && m_recordings.state(*id).isRecording;
-    const bool isPlaying = hasLine && m_playback.isPlayingSource(*id);
-    const bool hasAudio = hasLine && !audioURL(*id).isEmpty() && showsDirection(*id);
-    const bool isVoice = hasLine && isVoiceDirected(*id);
-    return {{DirectionWish::ToggleRecording, u"record"_s, isRecording ? u"Stop Recording"_s : u"Record Direction"_s,
-             QKeySequence(Qt::Key_R), hasLine},
-            {DirectionWish::TogglePlayback, u"play"_s, isPlaying ? u"Stop Direction"_s : u"Play Direction"_s,
-             QKeySequence(Qt::Key_D), hasAudio},
-            {DirectionWish::Import, u"import"_s, u"Import Direction Audio..."_s, QKeySequence(Qt::Key_I), hasLine},
-            {DirectionWish::DeleteAudio, u"trash"_s, u"Delete Direction Audio"_s,
-             QKeySequence(Qt::ShiftModifier | Qt::Key_D), hasAudio},
-            {DirectionWish::SwitchMode, u"microphone"_s, isVoice ? u"Direct by Text"_s : u"Direct by Voice"_s,
-             QKeySequence(Qt::Key_M), hasLine},
-            {DirectionWish::EditNotes, u"note"_s, u"Edit Notes"_s, QKeySequence(Qt::Key_N), hasLine}};
+    const bool needsAudio = command == CommandId::PlayDirection || command == CommandId::DeleteDirection;
+    Standing standing{controller::CommandTable::command(command).title, hasLine};
+    if (!hasLine)
+        return standing;
+    if (needsAudio)
+        standing.isEnabled = !audioURL(*id).isEmpty() && showsDirection(*id);
+    if (command == CommandId::Record && m_recordings.state(*id).isRecording)
+        standing.title = u"Stop Recording"_s;
+    else if (command == CommandId::PlayDirection && m_playback.isPlayingSource(*id))
+        standing.title = u"Stop Direction"_s;
+    else if (command == CommandId::SwitchDirectionMode && isVoiceDirected(*id))
+        standing.title = u"Direct by Text"_s;
+    return standing;
 }
 
 void DirectionCommands::addToMenu(QMenu &menu, const model::LineId &id, QWidget *parent) {
-    const QList<DirectionCommand> commands = menuCommands(id);
-    for (const DirectionCommand &command : commands) {
-        QAction *action = menu.addAction(Icon::named(command.icon), command.title, &menu,
-                                         [this, wish = command.wish, id, parent] { carryOut(wish, id, parent); });
-        action->setShortcut(command.key);
-        action->setEnabled(command.isEnabled);
+    for (const CommandId command : ids()) {
+        const Standing stands = standing(command, id);
+        addCommand(menu, command, stands.title, [this, command, id, parent] {
+            carryOut(command, id, parent);
+        })->setEnabled(stands.isEnabled);
     }
 }
 

@@ -8,6 +8,7 @@
 
 #include "model/Ids.h"
 #include "shell/editor/LineRowContent.h"
+#include "shell/menus/CommandActions.h"
 
 class QMenu;
 class QWidget;
@@ -25,16 +26,6 @@ namespace orlenta::shell {
 
 class LineRow;
 
-/// One of a line's direction commands as menus show it.
-struct DirectionCommand {
-    DirectionWish wish = DirectionWish::ToggleRecording;
-    QString icon;
-    QString title;
-    /// What does the same while the script list has the keyboard.
-    QKeySequence key;
-    bool isEnabled = false;
-};
-
 /// What the user can do with the spoken direction and the notes of lines, in terms of the project. Main thread.
 class DirectionCommands final : public QObject {
     Q_OBJECT
@@ -43,15 +34,21 @@ public:
 
     /// Ties a row's wishes to the project, for whichever line the row shows.
     void connectRow(LineRow *row);
+    /// The commands, in the order of menus.
+    [[nodiscard]] static const QList<CommandId> &ids();
+    /// How a command stands for a line: "Stop Recording" while the line records, say. Disabled without a line.
+    struct Standing {
+        QString title;
+        bool isEnabled = false;
+    };
+    [[nodiscard]] Standing standing(CommandId command, const std::optional<model::LineId> &id) const;
     /// `parent` is what a panel stands above.
-    void carryOut(DirectionWish wish, const model::LineId &id, QWidget *parent);
+    void carryOut(CommandId command, const model::LineId &id, QWidget *parent);
     /// Plays the line's direction from that share of it on, 0 to 1.
     void seek(const model::LineId &id, double fraction);
     /// Whether something may be played now; tells the user why not while a take records.
     [[nodiscard]] bool mayPlay();
     void importFiles(const QList<QUrl> &files, const model::LineId &id);
-    /// All of them, in the order of menus, as they stand for the line; without one none is enabled.
-    [[nodiscard]] QList<DirectionCommand> menuCommands(const std::optional<model::LineId> &id) const;
     void addToMenu(QMenu &menu, const model::LineId &id, QWidget *parent);
 
 Q_SIGNALS:

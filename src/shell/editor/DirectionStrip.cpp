@@ -11,6 +11,7 @@
 
 #include "shell/editor/NoticeLabel.h"
 #include "shell/editor/WaveformBarsView.h"
+#include "shell/menus/CommandActions.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/StylePainting.h"
 #include "shell/theme/Theme.h"
@@ -32,11 +33,11 @@ DirectionStrip::DirectionStrip(QWidget *parent) : QWidget(parent) {
     makeControls();
     layOut();
     applyMeasures();
-    const auto wish = [this](DirectionWish what) { return [this, what] { Q_EMIT wished(what); }; };
-    connect(m_record, &QPushButton::clicked, this, wish(DirectionWish::ToggleRecording));
-    connect(m_play, &QToolButton::clicked, this, wish(DirectionWish::TogglePlayback));
-    connect(m_import, &QPushButton::clicked, this, wish(DirectionWish::Import));
-    connect(m_delete, &QToolButton::clicked, this, wish(DirectionWish::DeleteAudio));
+    const auto wish = [this](CommandId what) { return [this, what] { Q_EMIT wished(what); }; };
+    connect(m_record, &QPushButton::clicked, this, wish(CommandId::Record));
+    connect(m_play, &QToolButton::clicked, this, wish(CommandId::PlayDirection));
+    connect(m_import, &QPushButton::clicked, this, wish(CommandId::ImportDirection));
+    connect(m_delete, &QToolButton::clicked, this, wish(CommandId::DeleteDirection));
     connect(m_waveform, &WaveformBarsView::seekRequested, this, &DirectionStrip::seekRequested);
     showRecording();
     showAudio();
@@ -57,11 +58,11 @@ void DirectionStrip::makeControls() {
     m_record = new QPushButton(this);
     m_recordingTime = new QLabel(this);
     m_import = new QPushButton(this);
-    m_import->setToolTip(u"Use an audio file as this line's direction (I)"_s);
+    m_import->setToolTip(tipOf(CommandId::ImportDirection));
     m_hint = new QLabel(this);
     m_delete = new QToolButton(this);
     m_delete->setAutoRaise(true);
-    m_delete->setToolTip(u"Delete Direction Audio (Shift+D)"_s);
+    m_delete->setToolTip(tipOf(CommandId::DeleteDirection));
     m_error = new NoticeLabel(this);
     m_error->hide();
 }
@@ -122,9 +123,9 @@ void DirectionStrip::showRecording() {
     const bool hasWords = isRecording || !hasAudio;
     m_record->setText(!hasWords ? QString() : isRecording ? u"Stop"_s : u"Record"_s);
     m_record->setIcon(Icon::named(isRecording ? u"stop"_s : u"record"_s, Icon::Tint::Danger));
-    m_record->setToolTip(isRecording ? u"Stop recording (R)"_s
-                         : hasAudio  ? u"Record the direction anew (R)"_s
-                                     : u"Record the direction with the microphone (R)"_s);
+    m_record->setToolTip(isRecording ? tipWithKey(u"Stop recording"_s, CommandId::Record)
+                         : hasAudio  ? tipWithKey(u"Record the direction anew"_s, CommandId::Record)
+                                     : tipOf(CommandId::Record));
     m_import->setText(hasWords ? u"Import..."_s : QString());
     for (QPushButton *button : {m_record, m_import})
         Theme::setRole(button, hasWords ? ButtonRole::Normal : ButtonRole::Quiet);
@@ -145,7 +146,7 @@ void DirectionStrip::showAudio() {
         return;
     const bool isPlaying = m_content.playback == RowPlayback::Playing;
     m_play->setIcon(Icon::named(isPlaying ? u"stop"_s : u"play"_s));
-    m_play->setToolTip(isPlaying ? u"Stop (D)"_s : u"Play the direction (D)"_s);
+    m_play->setToolTip(isPlaying ? tipWithKey(u"Stop"_s, CommandId::PlayDirection) : tipOf(CommandId::PlayDirection));
     m_waveform->setSamples(m_content.waveform);
     m_waveform->setShowsProgress(m_content.playback != RowPlayback::Idle);
     m_waveform->setProgress(m_content.playback == RowPlayback::Idle ? 0.0 : m_content.progress, m_content.playback);

@@ -2,6 +2,7 @@
 
 #include <QtWidgets/QWidget>
 
+#include "controller/commands/Command.h"
 #include "shell/editor/LineRowContent.h"
 
 class QLabel;
@@ -31,7 +32,7 @@ public:
     [[nodiscard]] int heightForWidth(int width) const override;
 
 Q_SIGNALS:
-    void wished(orlenta::shell::DirectionWish wish);
+    void wished(orlenta::controller::CommandId wish);
     void seekRequested(double fraction);
 
 protected:

@@ -17,6 +17,7 @@
 #include "shell/editor/DirectionStrip.h"
 #include "shell/editor/NotesField.h"
 #include "shell/editor/WaveformBarsView.h"
+#include "shell/menus/CommandActions.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/StylePainting.h"
 #include "shell/theme/Theme.h"
@@ -72,7 +73,7 @@ void LineRow::makeControls(const ScriptTextField::Factory &makeTextField) {
     m_takes = new QToolButton(this);
     m_takes->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_takes->setToolTip(QStringLiteral("Choose the take in use (Return)"));
-    m_play->setToolTip(QStringLiteral("Play this line (Space)"));
+    m_play->setToolTip(tipWithKey(QStringLiteral("Play this line"), CommandId::PlaySelection));
     // The mark that a menu opens stands behind the text.
     m_takes->setLayoutDirection(layoutDirection() == Qt::LeftToRight ? Qt::RightToLeft : Qt::LeftToRight);
 }
@@ -154,8 +155,9 @@ void LineRow::showGeneration() {
     Theme::setRole(m_generate, isFirst ? ButtonRole::Normal : ButtonRole::Quiet);
     m_generate->setIcon(
         isGenerating ? QIcon() : Icon::named(isFirst ? QStringLiteral("waveform") : QStringLiteral("arrow-clockwise")));
-    m_generate->setToolTip(isFirst ? QStringLiteral("Speak this line (Ctrl+G)")
-                                   : QStringLiteral("Speak this line again, as a new take (Ctrl+G)"));
+    m_generate->setToolTip(
+        tipWithKey(isFirst ? QStringLiteral("Speak this line") : QStringLiteral("Speak this line again, as a new take"),
+                   CommandId::Generate));
 }
 
 void LineRow::showAudio() {
@@ -168,7 +170,8 @@ void LineRow::showAudio() {
         return;
     const bool isPlaying = m_content.playback == RowPlayback::Playing;
     m_play->setIcon(Icon::named(isPlaying ? QStringLiteral("stop") : QStringLiteral("play"), Icon::Tint::Accent));
-    m_play->setToolTip(isPlaying ? QStringLiteral("Stop (Space)") : QStringLiteral("Play this line (Space)"));
+    m_play->setToolTip(isPlaying ? tipWithKey(QStringLiteral("Stop"), CommandId::PlaySelection)
+                                 : tipWithKey(QStringLiteral("Play this line"), CommandId::PlaySelection));
     m_waveform->setSamples(m_content.waveform);
     m_waveform->setShowsProgress(m_content.playback != RowPlayback::Idle);
     m_waveform->setProgress(m_content.playback == RowPlayback::Idle ? 0.0 : m_content.progress, m_content.playback);
@@ -312,25 +315,23 @@ bool LineRow::eventFilter(QObject *watched, QEvent *event) {
     if (event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
     auto *control = qobject_cast<QWidget *>(watched);
-    const int key = static_cast<QKeyEvent *>(event)->key();
-    // In the waveform the arrows move the playhead.
-    const bool isWaveform = qobject_cast<WaveformBarsView *>(control) != nullptr;
-    const bool arrowsMove = !isWaveform && control != m_notes;
-    if (key == Qt::Key_Escape) {
+    const auto &key = *static_cast<QKeyEvent *>(event);
+    // In the waveform the arrows move the playhead, in the notes the caret.
+    const bool takesArrows = qobject_cast<WaveformBarsView *>(control) != nullptr || control == m_notes;
+    const bool isArrow = key.key() == Qt::Key_Left || key.key() == Qt::Key_Right;
+    if (isKeyOf(key, CommandId::LeaveControls))
         Q_EMIT controlsLeft();
+    else if (pressControl(control, key))
         return true;
-    }
-    if (pressControl(control, *static_cast<QKeyEvent *>(event)))
-        return true;
-    if (key == Qt::Key_Tab || (arrowsMove && key == Qt::Key_Right)) {
+    else if (takesArrows && isArrow)
+        return QWidget::eventFilter(watched, event);
+    else if (isKeyOf(key, CommandId::NextControl))
         moveFocus(control, 1);
-        return true;
-    }
-    if (key == Qt::Key_Backtab || (arrowsMove && key == Qt::Key_Left)) {
+    else if (isKeyOf(key, CommandId::PreviousControl))
         moveFocus(control, -1);
-        return true;
-    }
-    return QWidget::eventFilter(watched, event);
+    else
+        return QWidget::eventFilter(watched, event);
+    return true;
 }
 
 // The list would take these keys for the line's text and its take.
@@ -348,7 +349,7 @@ bool LineRow::pressControl(QWidget *control, const QKeyEvent &event) {
     if (button != nullptr)
         button->click();
     else if (control != m_waveform)
-        Q_EMIT directionWished(DirectionWish::TogglePlayback);
+        Q_EMIT directionWished(CommandId::PlayDirection);
     else
         m_play->click();
     return true;

@@ -4,6 +4,7 @@
 #include <QtCore/QUrl>
 #include <QtWidgets/QWidget>
 
+#include "controller/commands/Command.h"
 #include "shell/editor/LineRowContent.h"
 #include "shell/editor/ScriptTextField.h"
 
@@ -97,7 +98,7 @@ Q_SIGNALS:
     void playRequested();
     void stopRequested();
     void seekRequested(double fraction);
-    void directionWished(orlenta::shell::DirectionWish wish);
+    void directionWished(orlenta::controller::CommandId wish);
     void directionSeekRequested(double fraction);
     void filesDropped(const QList<QUrl> &files);
     void notesEdited(const QString &notes);

@@ -34,17 +34,6 @@ enum class RowPlayback {
 /// Which of a line's audio is meant.
 enum class RowAudio { Generated, Direction };
 
-/// What the user wants of a line's direction.
-enum class DirectionWish {
-    ToggleRecording,
-    TogglePlayback,
-    Import,
-    DeleteAudio,
-    /// From directing by text to directing by voice, or back.
-    SwitchMode,
-    EditNotes
-};
-
 /// A line's spoken direction, as its strip shows it.
 struct DirectionContent {
     /// Place of the line in the tab, counted from 1.

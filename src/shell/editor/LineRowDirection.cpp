@@ -8,6 +8,7 @@
 #include "shell/editor/LineRow.h"
 #include "shell/editor/NotesField.h"
 #include "shell/editor/WaveformBarsView.h"
+#include "shell/menus/CommandActions.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
 
@@ -26,7 +27,7 @@ QList<QUrl> localFiles(const QMimeData &data) {
 } // namespace
 
 void LineRow::makeDirectionControls() {
-    const auto make = [this](const QString &icon, DirectionWish wish) {
+    const auto make = [this](const QString &icon, CommandId wish) {
         auto *button = new QToolButton(this);
         button->setAutoRaise(true);
         button->setIcon(Icon::named(icon, Icon::Tint::Muted));
@@ -34,17 +35,18 @@ void LineRow::makeDirectionControls() {
         connect(button, &QToolButton::clicked, this, [this, wish] { Q_EMIT directionWished(wish); });
         return button;
     };
-    m_mode = make(QStringLiteral("microphone"), DirectionWish::SwitchMode);
-    m_notesButton = make(QStringLiteral("note"), DirectionWish::EditNotes);
-    m_notesButton->setToolTip(QStringLiteral("Notes on this line (N)"));
+    m_mode = make(QStringLiteral("microphone"), CommandId::SwitchDirectionMode);
+    m_notesButton = make(QStringLiteral("note"), CommandId::EditNotes);
+    m_notesButton->setToolTip(tipOf(CommandId::EditNotes));
     setAcceptDrops(true);
 }
 
 void LineRow::showDirection() {
     const bool isVoice = m_content.isVoiceDirected;
     m_mode->setIcon(Icon::named(QStringLiteral("microphone"), isVoice ? Icon::Tint::Accent : Icon::Tint::Muted));
-    m_mode->setToolTip(isVoice ? QStringLiteral("Directed by voice; direct by text instead (M)")
-                               : QStringLiteral("Directed by text; direct by voice instead (M)"));
+    m_mode->setToolTip(isVoice ? tipWithKey(QStringLiteral("Directed by voice; direct by text instead"),
+                                            CommandId::SwitchDirectionMode)
+                               : tipOf(CommandId::SwitchDirectionMode));
     if (!m_content.direction) {
         if (m_direction != nullptr)
             m_direction->hide();

@@ -7,6 +7,7 @@
 #include <QtGui/QDragEnterEvent>
 #include <QtGui/QPainter>
 
+#include "shell/menus/CommandActions.h"
 #include "shell/theme/StylePainting.h"
 #include "shell/theme/Theme.h"
 
@@ -19,7 +20,7 @@ NotesField::NotesField(QWidget *parent) : QTextEdit(parent) {
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setPlaceholderText(QStringLiteral("Notes on this line"));
-    setToolTip(QStringLiteral("Notes on this line (N)"));
+    setToolTip(tipOf(CommandId::EditNotes));
     viewport()->setAutoFillBackground(false);
     document()->setDocumentMargin(4);
     connect(this, &QTextEdit::textChanged, this, &NotesField::followText);

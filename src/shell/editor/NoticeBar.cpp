@@ -8,6 +8,7 @@
 #include <QtWidgets/QToolButton>
 
 #include "shell/editor/NoticeLabel.h"
+#include "shell/menus/CommandActions.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
 
@@ -21,7 +22,7 @@ NoticeBar::NoticeBar(QWidget *parent)
     m_dismiss->setAutoRaise(true);
     m_dismiss->setFocusPolicy(Qt::StrongFocus);
     m_dismiss->setAccessibleName(QStringLiteral("Dismiss message"));
-    m_dismiss->setToolTip(QStringLiteral("Dismiss (Esc)"));
+    m_dismiss->setToolTip(tipOf(CommandId::DismissNotice));
     auto *layout = new QHBoxLayout(this);
     layout->addWidget(m_icon);
     layout->addWidget(m_text, 1);

@@ -8,6 +8,7 @@
 #include <QtWidgets/QMenu>
 
 #include "audio/playback/PlaybackController.h"
+#include "controller/commands/CommandTable.h"
 #include "controller/document/TypingSession.h"
 #include "controller/document/UndoManager.h"
 #include "controller/generation/LineGenerator.h"
@@ -20,8 +21,11 @@
 #include "controller/takes/MediaFiles.h"
 #include "controller/takes/TakeEditing.h"
 #include "shell/editor/LineRow.h"
+#include "shell/menus/CommandActions.h"
 #include "shell/theme/Icon.h"
 #include "tags/TagInsertion.h"
+
+using namespace Qt::StringLiterals;
 
 namespace orlenta::shell {
 namespace {
@@ -229,32 +233,27 @@ void ScriptCommands::openLineMenu(const model::LineId &id, const QPoint &globalP
     const bool hasAudio = project.runtime().hasGeneratedAudio(id);
     auto *menu = new QMenu(parent);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    // The keys are the ones that do the same for the selection, shown and not taken: a menu of its own has no
-    // shortcuts.
-    const auto add = [menu](const char *icon, const QString &title, const char *key, bool isEnabled, auto action) {
-        QAction *entry = menu->addAction(Icon::named(QString::fromLatin1(icon)), title, menu, action);
-        entry->setShortcut(QKeySequence(QString::fromLatin1(key)));
-        entry->setEnabled(isEnabled);
+    const auto add = [menu](CommandId command, bool isEnabled, auto carryOut, const QString &title = {}) {
+        addCommand(*menu, command, title.isEmpty() ? controller::CommandTable::command(command).title : title, carryOut)
+            ->setEnabled(isEnabled);
     };
-    add("pencil", QStringLiteral("Edit Text"), "Return", true, [this, id] { edit(id); });
-    add("waveform", hasAudio ? QStringLiteral("Regenerate") : QStringLiteral("Generate"), "Ctrl+G",
-        m_session.generator().canGenerate(id), [this, id] { generate(id); });
-    add("play", QStringLiteral("Play"), "Space", hasAudio, [this, id] { play(id); });
+    add(
+        CommandId::EditLine, true, [this, id] { edit(id); }, u"Edit Text"_s);
+    add(
+        CommandId::Generate, m_session.generator().canGenerate(id), [this, id] { generate(id); },
+        hasAudio ? u"Regenerate"_s : u"Generate"_s);
+    add(
+        CommandId::PlaySelection, hasAudio, [this, id] { play(id); }, u"Play"_s);
     menu->addSeparator();
     m_direction.addToMenu(*menu, id, parent);
     menu->addSeparator();
-    add("duplicate", QStringLiteral("Duplicate Line"), "Ctrl+D", true,
-        [&project, id] { project.lines().duplicateLine(id); });
-    add("split", QStringLiteral("Split into Sentences"), "Ctrl+Shift+Return", project.lines().canSplitLine(),
-        [&project] { project.lines().splitLine(); });
-    add("chevron-up", QStringLiteral("Move Line Up"), "Ctrl+Alt+Up", project.lines().canMoveUp(),
-        [&project] { project.lines().moveLineUp(); });
-    add("chevron-down", QStringLiteral("Move Line Down"), "Ctrl+Alt+Down", project.lines().canMoveDown(),
-        [&project] { project.lines().moveLineDown(); });
+    add(CommandId::DuplicateLine, true, [&project, id] { project.lines().duplicateLine(id); });
+    add(CommandId::SplitLine, project.lines().canSplitLine(), [&project] { project.lines().splitLine(); });
+    add(CommandId::MoveLineUp, project.lines().canMoveUp(), [&project] { project.lines().moveLineUp(); });
+    add(CommandId::MoveLineDown, project.lines().canMoveDown(), [&project] { project.lines().moveLineDown(); });
     menu->addSeparator();
-    add("trash", QStringLiteral("Delete Generated Audio"), "", hasAudio, [this, id] { deleteTake(id); });
-    add("trash", QStringLiteral("Delete Line"), "Ctrl+Backspace", true,
-        [&project, id] { project.lines().deleteLine(id); });
+    add(CommandId::DeleteTake, hasAudio, [this, id] { deleteTake(id); });
+    add(CommandId::DeleteLine, true, [&project, id] { project.lines().deleteLine(id); });
     menu->popup(globalPosition);
 }
 

@@ -253,31 +253,27 @@ void ScriptEditor::leaveList(bool forward) {
 
 bool ScriptEditor::handleListKey(QKeyEvent *event) {
     controller::Selection &selection = m_controller.selection();
-    const bool hasShift = event->modifiers().testFlag(Qt::ShiftModifier);
-    switch (event->key()) {
-    case Qt::Key_Space:
+    const auto is = [event](CommandId id) { return isKeyOf(*event, id); };
+    if (is(CommandId::PlaySelection)) {
         if (!event->isAutoRepeat())
             m_commands.togglePlayback();
-        return true;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
+    } else if (is(CommandId::EditLine)) {
         m_commands.editSelected();
-        return true;
-    case Qt::Key_Down:
-        hasShift ? selection.extendDown() : selection.selectNext();
-        return true;
-    case Qt::Key_Up:
-        hasShift ? selection.extendUp() : selection.selectPrevious();
-        return true;
-    case Qt::Key_Right:
+    } else if (is(CommandId::NextLine)) {
+        selection.selectNext();
+    } else if (is(CommandId::PreviousLine)) {
+        selection.selectPrevious();
+    } else if (is(CommandId::ExtendDown)) {
+        selection.extendDown();
+    } else if (is(CommandId::ExtendUp)) {
+        selection.extendUp();
+    } else if (is(CommandId::EnterControls)) {
         if (LineRow *row = m_seenFocusId ? m_list->rowFor(*m_seenFocusId) : nullptr)
             row->focusControls();
-        return true;
-    case Qt::Key_Escape:
-        return dismissNotice();
-    default:
-        return false;
+    } else {
+        return is(CommandId::DismissNotice) && dismissNotice();
     }
+    return true;
 }
 
 void ScriptEditor::resizeEvent(QResizeEvent *event) {
@@ -286,11 +282,10 @@ void ScriptEditor::resizeEvent(QResizeEvent *event) {
 }
 
 void ScriptEditor::keyPressEvent(QKeyEvent *event) {
-    const bool isPlain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
     const bool inList = m_list->hasFocus() || m_list->isAncestorOf(QApplication::focusWidget());
-    if (event->key() == Qt::Key_F6 && inList)
+    if (inList && isKeyOf(*event, CommandId::LeaveLines))
         leaveList(!event->modifiers().testFlag(Qt::ShiftModifier));
-    else if (!isPlain || !inList || m_controller.selection().editingLineId() || !handleListKey(event))
+    else if (!inList || m_controller.selection().editingLineId() || !handleListKey(event))
         event->ignore();
 }
 

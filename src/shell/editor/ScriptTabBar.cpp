@@ -13,6 +13,7 @@
 
 #include "controller/ProjectController.h"
 #include "controller/script/TabEditing.h"
+#include "shell/menus/CommandActions.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
 
@@ -34,7 +35,7 @@ ScriptTabBar::ScriptTabBar(controller::ProjectController &controller, QWidget *p
     m_add->setAutoRaise(true);
     m_add->setFocusPolicy(Qt::StrongFocus);
     m_add->setAccessibleName(QStringLiteral("New Tab"));
-    m_add->setToolTip(QStringLiteral("New Tab (Ctrl+T)"));
+    m_add->setToolTip(tipOf(CommandId::NewTab));
     m_name->setAccessibleName(QStringLiteral("Tab name"));
     m_name->setToolTip(QStringLiteral("The tab's name"));
     m_name->hide();
@@ -102,7 +103,7 @@ void ScriptTabBar::syncTab(int index, const model::TabId &id, const QString &nam
         close->setAutoRaise(true);
         // By keyboard a tab is closed with Delete; a stop in the focus chain for each tab would only be in the way.
         close->setFocusPolicy(Qt::NoFocus);
-        close->setToolTip(QStringLiteral("Close Tab (Ctrl+Shift+W)"));
+        close->setToolTip(tipOf(CommandId::CloseTab));
         connect(close, &QToolButton::clicked, this, [this, close] {
             for (int at = 0; at < m_bar->count(); ++at)
                 if (m_bar->tabButton(at, QTabBar::RightSide) == close)
@@ -188,26 +189,21 @@ void ScriptTabBar::openMenu(const QPoint &position) {
     menu->popup(m_bar->mapToGlobal(position));
 }
 
-bool ScriptTabBar::handleKey(int key, Qt::KeyboardModifiers modifiers) {
-    const bool isMove = modifiers.testFlag(Qt::ControlModifier) && modifiers.testFlag(Qt::ShiftModifier);
-    if (key == Qt::Key_F2)
+bool ScriptTabBar::handleKey(const QKeyEvent &key) {
+    if (isKeyOf(key, CommandId::RenameTab))
         rename(m_bar->currentIndex());
-    else if (key == Qt::Key_Delete)
+    else if (isKeyOf(key, CommandId::CloseThisTab))
         m_controller.tabs().closeTab(idAt(m_bar->currentIndex()));
-    else if (isMove && key == Qt::Key_Left)
-        moveCurrent(-1);
-    else if (isMove && key == Qt::Key_Right)
-        moveCurrent(1);
+    else if (isKeyOf(key, CommandId::MoveTab))
+        moveCurrent(key.key() == Qt::Key_Left ? -1 : 1);
     else
         return false;
     return true;
 }
 
 bool ScriptTabBar::eventFilter(QObject *watched, QEvent *event) {
-    if (watched == m_bar && event->type() == QEvent::KeyPress) {
-        auto *key = static_cast<QKeyEvent *>(event);
-        return handleKey(key->key(), key->modifiers());
-    }
+    if (watched == m_bar && event->type() == QEvent::KeyPress)
+        return handleKey(*static_cast<QKeyEvent *>(event));
     // The bar moves tabs about while the mouse drags; what counts is where they are when it lets go.
     if (watched == m_bar && event->type() == QEvent::MouseButtonRelease && m_isDragging)
         QMetaObject::invokeMethod(this, &ScriptTabBar::commitDrag, Qt::QueuedConnection);

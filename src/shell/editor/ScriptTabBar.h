@@ -4,6 +4,7 @@
 
 #include "model/Ids.h"
 
+class QKeyEvent;
 class QLineEdit;
 class QTabBar;
 class QToolButton;
@@ -37,7 +38,7 @@ private:
     void moveCurrent(int step);
     void endRename(bool keep);
     void openMenu(const QPoint &position);
-    bool handleKey(int key, Qt::KeyboardModifiers modifiers);
+    bool handleKey(const QKeyEvent &key);
     [[nodiscard]] model::TabId idAt(int index) const;
     void applyMeasures();
 

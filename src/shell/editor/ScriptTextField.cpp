@@ -9,6 +9,7 @@
 #include <QtGui/QTextBlock>
 #include <QtWidgets/QScrollBar>
 
+#include "shell/menus/CommandActions.h"
 #include "shell/theme/Theme.h"
 
 namespace orlenta::shell {
@@ -16,14 +17,6 @@ namespace {
 
 constexpr int textMargin = 4;
 constexpr int shortestText = 18;
-
-Qt::KeyboardModifiers relevantModifiers(const QKeyEvent &key) {
-    return key.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-}
-
-bool isStressKey(const QKeyEvent &key) {
-    return key.key() == Qt::Key_S && relevantModifiers(key) == (Qt::AltModifier | Qt::ShiftModifier);
-}
 
 } // namespace
 
@@ -116,8 +109,8 @@ bool ScriptTextField::event(QEvent *event) {
     // Claiming the keys keeps the window's menu from taking them before the field has had its turn.
     if (event->type() == QEvent::ShortcutOverride && m_allowsEditing) {
         auto *key = static_cast<QKeyEvent *>(event);
-        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo) || key->key() == Qt::Key_Escape ||
-            isStressKey(*key)) {
+        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo) ||
+            isKeyOf(*key, CommandId::LeaveText) || isKeyOf(*key, CommandId::Stress)) {
             event->accept();
             return true;
         }
@@ -126,14 +119,13 @@ bool ScriptTextField::event(QEvent *event) {
 }
 
 void ScriptTextField::keyPressEvent(QKeyEvent *event) {
-    const Qt::KeyboardModifiers relevant = relevantModifiers(*event);
-    if (event->key() == Qt::Key_Escape)
+    if (isKeyOf(*event, CommandId::LeaveText))
         Q_EMIT escapePressed();
-    else if (event->key() == Qt::Key_Backtab || (event->key() == Qt::Key_Tab && relevant.testFlag(Qt::ShiftModifier)))
+    else if (isKeyOf(*event, CommandId::EditPreviousLine))
         Q_EMIT shiftTabPressed();
-    else if (event->key() == Qt::Key_Tab)
+    else if (isKeyOf(*event, CommandId::EditNextLine))
         Q_EMIT tabPressed();
-    else if (isStressKey(*event))
+    else if (isKeyOf(*event, CommandId::Stress))
         Q_EMIT stressShortcut();
     else if (event->matches(QKeySequence::Undo) && !document()->isUndoAvailable())
         Q_EMIT undoRequested();

@@ -11,6 +11,7 @@
 #include "controller/script/LineEditing.h"
 #include "controller/script/Selection.h"
 #include "controller/takes/LineRuntime.h"
+#include "shell/menus/CommandActions.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
 
@@ -24,7 +25,7 @@ ScriptToolbar::ScriptToolbar(controller::ProjectSession &session, ScriptCommands
     Theme::setRole(m_play, ButtonRole::Quiet);
     Theme::setRole(m_add, ButtonRole::Quiet);
     m_add->setIcon(Icon::named(QStringLiteral("plus")));
-    m_add->setToolTip(QStringLiteral("Add a line at the end of the tab (Ctrl+Alt+L)"));
+    m_add->setToolTip(tipOf(CommandId::AddLine));
     auto *layout = new QHBoxLayout(this);
     layout->addWidget(m_generate);
     layout->addWidget(m_play);
@@ -53,7 +54,8 @@ void ScriptToolbar::sync() {
     m_generate->setIcon(
         Icon::named(isAgain ? QStringLiteral("arrow-clockwise") : QStringLiteral("waveform"), Icon::Tint::OnAccent));
     m_generate->setEnabled(!plan.lines.isEmpty());
-    m_generate->setToolTip(QStringLiteral("%1 the selected lines (Ctrl+G)").arg(m_generate->text()));
+    m_generate->setToolTip(
+        tipWithKey(QStringLiteral("%1 the selected lines").arg(m_generate->text()), CommandId::Generate));
 
     const qsizetype selected = m_session.controller().selection().selectedLineIds().size();
     const bool isPlaying = m_session.playback().isPlaying();
@@ -62,7 +64,8 @@ void ScriptToolbar::sync() {
                                    : QStringLiteral("Play"));
     m_play->setIcon(Icon::named(isPlaying ? QStringLiteral("stop") : QStringLiteral("play")));
     m_play->setEnabled(isPlaying || m_commands.canPlaySelection());
-    m_play->setToolTip(isPlaying ? QStringLiteral("Stop (Space)") : QStringLiteral("Play the selected lines (Space)"));
+    m_play->setToolTip(isPlaying ? tipWithKey(QStringLiteral("Stop"), CommandId::PlaySelection)
+                                 : tipOf(CommandId::PlaySelection));
 
     const qsizetype lines = m_session.controller().scriptLineIds().size();
     m_status->setText(selected > 1 ? QStringLiteral("%1 of %2 lines selected").arg(selected).arg(lines) : QString());

@@ -3,85 +3,60 @@
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 
+#include "controller/commands/CommandTable.h"
 #include "shell/editor/DirectionActions.h"
 #include "shell/menus/AppActions.h"
+#include "shell/menus/CommandActions.h"
 #include "shell/menus/ProjectActions.h"
 #include "shell/menus/ShortcutsDialog.h"
-
-using namespace Qt::StringLiterals;
 
 namespace orlenta::shell {
 namespace {
 
-void addHelpMenu(QMenuBar &bar, const AppActions &app) {
-    QMenu *help = bar.addMenu(u"&Help"_s);
-    help->addAction(app.keyboardShortcuts);
-    help->addSeparator();
-    help->addAction(app.about);
-    QObject::connect(app.keyboardShortcuts, &QAction::triggered, &bar, [&bar] { ShortcutsDialog::showFor(bar); });
+using controller::Command;
+using controller::CommandTable;
+
+/// The action that a window has for a command, or null.
+QAction *actionFor(CommandId id, const QList<const CommandActions *> &sets) {
+    for (const CommandActions *set : sets)
+        if (QAction *action = set->find(id); action != nullptr)
+            return action;
+    return nullptr;
 }
 
-void addViewMenu(QMenuBar &bar, const AppActions &app, QAction *toggleInspector) {
-    QMenu *view = bar.addMenu(u"&View"_s);
-    if (toggleInspector != nullptr) {
-        view->addAction(toggleInspector);
-        view->addSeparator();
+void fill(QMenuBar &bar, const QList<const CommandActions *> &sets) {
+    QMenu *menu = nullptr;
+    auto group = controller::CommandGroup::File;
+    bool isNewSection = false;
+    for (const Command &command : CommandTable::all()) {
+        if (!CommandTable::isMenu(command.group))
+            break;
+        isNewSection = isNewSection || command.section == controller::Section::New;
+        QAction *action = actionFor(command.id, sets);
+        if (action == nullptr)
+            continue;
+        if (menu == nullptr || command.group != group) {
+            group = command.group;
+            menu = bar.addMenu(u'&' + CommandTable::groupTitle(group));
+        } else if (isNewSection) {
+            menu->addSeparator();
+        }
+        isNewSection = false;
+        menu->addAction(action);
     }
-    view->addActions({app.zoomIn, app.zoomOut, app.actualSize});
+    QObject::connect(actionFor(CommandId::KeyboardShortcuts, sets), &QAction::triggered, &bar,
+                     [&bar] { ShortcutsDialog::showFor(*bar.window()); });
 }
 
 } // namespace
 
 void fillMenuBar(QMenuBar &bar, const AppActions &app, const ProjectActions &project,
                  const DirectionActions &direction) {
-    QMenu *file = bar.addMenu(u"&File"_s);
-    file->addActions({app.newProject, app.openProject, app.openSample});
-    file->addSeparator();
-    file->addActions({project.closeWindow, project.save});
-    file->addSeparator();
-    file->addAction(project.exportAudio);
-    file->addSeparator();
-    file->addActions({project.account, app.settings});
-    file->addSeparator();
-    file->addAction(app.quit);
-
-    QMenu *edit = bar.addMenu(u"&Edit"_s);
-    edit->addActions({project.undo, project.redo});
-    edit->addSeparator();
-    edit->addActions({project.cut, project.copy, project.paste, project.selectAll});
-
-    QMenu *script = bar.addMenu(u"&Script"_s);
-    script->addActions({project.chooseVoice, project.generate});
-    script->addSeparator();
-    script->addActions({project.addLine, project.duplicateLine, project.splitLine, project.deleteLine});
-    script->addSeparator();
-    script->addActions({project.moveLineUp, project.moveLineDown});
-    script->addSeparator();
-    script->addAction(project.toggleTagToolbar);
-
-    bar.addMenu(u"&Direction"_s)->addActions(direction.all());
-
-    QMenu *tabs = bar.addMenu(u"&Tabs"_s);
-    tabs->addActions({project.newTab, project.closeTab});
-    tabs->addSeparator();
-    tabs->addActions({project.nextTab, project.previousTab});
-
-    QMenu *playback = bar.addMenu(u"&Playback"_s);
-    playback->addActions({project.play, project.playAll});
-
-    addViewMenu(bar, app, project.toggleInspector);
-    addHelpMenu(bar, app);
+    fill(bar, {&app, &project, &direction});
 }
 
 void fillMenuBar(QMenuBar &bar, const AppActions &app) {
-    QMenu *file = bar.addMenu(u"&File"_s);
-    file->addActions({app.newProject, app.openProject, app.openSample});
-    file->addSeparator();
-    file->addAction(app.settings);
-    file->addSeparator();
-    file->addAction(app.quit);
-    addViewMenu(bar, app, nullptr);
-    addHelpMenu(bar, app);
+    fill(bar, {&app});
 }
 
 } // namespace orlenta::shell

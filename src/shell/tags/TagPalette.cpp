@@ -12,11 +12,13 @@
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QToolButton>
 
+#include "controller/commands/CommandTable.h"
 #include "controller/ProjectController.h"
 #include "controller/script/Selection.h"
 #include "controller/script/TagEditing.h"
 #include "shell/controls/FlowLayout.h"
 #include "shell/controls/TextLabel.h"
+#include "shell/menus/CommandActions.h"
 #include "shell/tags/TagChip.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
@@ -33,6 +35,10 @@ public:
     [[nodiscard]] QSize sizeHint() const override { return {QScrollArea::sizeHint().width(), maximumHeight()}; }
 };
 
+QString stressKey() {
+    return controller::CommandTable::command(CommandId::Stress).keys.first();
+}
+
 } // namespace
 
 TagPalette::TagPalette(controller::ProjectController &controller, Insert insert, QWidget *parent)
@@ -40,8 +46,8 @@ TagPalette::TagPalette(controller::ProjectController &controller, Insert insert,
       m_header(new QHBoxLayout) {
     makeHeader();
     makeRows();
-    auto *stressKey = new QShortcut(QKeySequence(QStringLiteral("Alt+Shift+S")), this);
-    connect(stressKey, &QShortcut::activated, this, [this] { m_insert(tags::stressTagItem()); });
+    auto *stress = new QShortcut(QKeySequence(stressKey()), this);
+    connect(stress, &QShortcut::activated, this, [this] { m_insert(tags::stressTagItem()); });
     connect(&controller.tagEditing(), &controller::TagEditing::tagToolbarExpandedChanged, this, &TagPalette::showForm);
     controller::onAnyChange<controller::SelectionChanged>(controller, this, [this] { followSelection(); });
     applyMeasures();
@@ -53,9 +59,9 @@ void TagPalette::makeHeader() {
     m_title = new TextLabel(QStringLiteral("PERFORMANCE TAGS"), TextLabel::Style::Section, this);
     makeMenus();
     m_stress = makeChip(tags::stressTagItem(), this);
-    m_stress->setHint(QStringLiteral("Alt+Shift+S"));
+    m_stress->setHint(stressKey());
     m_stress->setAccessibleName(QStringLiteral("STRESS"));
-    m_stress->setToolTip(QStringLiteral("Capitalize selected text for emphasis (Alt+Shift+S)"));
+    m_stress->setToolTip(tipOf(CommandId::Stress));
     m_toggle = new QToolButton(this);
     m_toggle->setAutoRaise(true);
     connect(m_toggle, &QToolButton::clicked, &m_controller.tagEditing(),
@@ -149,8 +155,9 @@ void TagPalette::showForm() {
     m_toggle->setIcon(Icon::named(isExpanded ? QStringLiteral("chevron-up") : QStringLiteral("chevron-down")));
     m_toggle->setAccessibleName(isExpanded ? QStringLiteral("Collapse tag palette")
                                            : QStringLiteral("Expand tag palette"));
-    m_toggle->setToolTip(isExpanded ? QStringLiteral("Collapse tag palette (Ctrl+Shift+T)")
-                                    : QStringLiteral("Expand tag palette (Ctrl+Shift+T)"));
+    m_toggle->setToolTip(
+        tipWithKey(isExpanded ? QStringLiteral("Collapse tag palette") : QStringLiteral("Expand tag palette"),
+                   CommandId::ToggleTagToolbar));
     arrange();
 }
 

@@ -21,10 +21,11 @@ using namespace Qt::StringLiterals;
 
 namespace orlenta::shell {
 ProjectToolbar::ProjectToolbar(const Parts &parts, QWidget *parent)
-    : QWidget(parent), m_parts(parts), m_save(actionButton(parts.actions.save)),
-      m_undo(actionButton(parts.actions.undo)), m_redo(actionButton(parts.actions.redo)),
-      m_export(actionButton(parts.actions.exportAudio)), m_inspector(actionButton(parts.actions.toggleInspector)),
-      m_outputMode(new QComboBox), m_account(new CreditDisplay(parts.service, parts.localVoices)) {
+    : QWidget(parent), m_parts(parts), m_save(actionButton(parts.actions[CommandId::SaveProject])),
+      m_undo(actionButton(parts.actions[CommandId::Undo])), m_redo(actionButton(parts.actions[CommandId::Redo])),
+      m_export(actionButton(parts.actions[CommandId::ExportAudio])),
+      m_inspector(actionButton(parts.actions[CommandId::ToggleInspector])), m_outputMode(new QComboBox),
+      m_account(new CreditDisplay(parts.service, parts.localVoices)) {
     m_outputMode->addItem(u"Continuous"_s, u"continuous"_s);
     m_outputMode->addItem(u"Individual"_s, u"individual"_s);
     // A missing or unknown word reads as continuous.
@@ -50,7 +51,7 @@ ProjectToolbar::ProjectToolbar(const Parts &parts, QWidget *parent)
 
     connect(m_outputMode, &QComboBox::activated, this,
             [this] { m_parts.defaults.setMultiLineSpotOutputMode(m_outputMode->currentData().toString()); });
-    connect(m_account, &QPushButton::clicked, parts.actions.account, &QAction::trigger);
+    connect(m_account, &QPushButton::clicked, parts.actions[CommandId::Account], &QAction::trigger);
     fitIcons();
 }
 

@@ -78,20 +78,19 @@ void ProjectWindow::layOut() {
 }
 
 void ProjectWindow::connectCommands() {
-    connect(m_actions->closeWindow, &QAction::triggered, this, &QWidget::close);
-    connect(m_actions->save, &QAction::triggered, this, &ProjectWindow::saveRequested);
-    connect(m_actions->exportAudio, &QAction::triggered, this,
-            [this] { m_export->exportSelectedAudio(m_toolbar->outputMode()); });
-    connect(m_actions->account, &QAction::triggered, this, &ProjectWindow::showAccount);
+    m_actions->onTriggered(CommandId::CloseWindow, [this] { close(); });
+    m_actions->onTriggered(CommandId::SaveProject, [this] { Q_EMIT saveRequested(); });
+    m_actions->onTriggered(CommandId::ExportAudio, [this] { m_export->exportSelectedAudio(m_toolbar->outputMode()); });
+    m_actions->onTriggered(CommandId::Account, [this] { showAccount(); });
     ScriptCommands &commands = m_editor->commands();
-    connect(m_actions->play, &QAction::triggered, &commands, &ScriptCommands::togglePlayback);
-    connect(m_actions->playAll, &QAction::triggered, &commands, &ScriptCommands::playWholeTab);
-    connect(m_actions->chooseVoice, &QAction::triggered, this, [this] {
+    m_actions->onTriggered(CommandId::Play, [&commands] { commands.togglePlayback(); });
+    m_actions->onTriggered(CommandId::PlayAll, [&commands] { commands.playWholeTab(); });
+    m_actions->onTriggered(CommandId::ChooseVoice, [this] {
         if (!m_inspector->isVisible())
             toggleInspector();
         m_inspector->focusVoiceSearch();
     });
-    connect(m_actions->toggleInspector, &QAction::triggered, this, &ProjectWindow::toggleInspector);
+    m_actions->onTriggered(CommandId::ToggleInspector, [this] { toggleInspector(); });
     connect(m_editor, &ScriptEditor::microphoneSettingsWanted, &m_context.commands,
             &AppCommands::openMicrophoneSettings);
     connect(m_inspector, &Inspector::accountRequested, this, &ProjectWindow::showAccount);
@@ -165,7 +164,8 @@ void ProjectWindow::changeEvent(QEvent *event) {
 
 void ProjectWindow::toggleInspector() {
     m_inspector->setVisible(!m_inspector->isVisible());
-    m_actions->toggleInspector->setText(m_inspector->isVisible() ? u"Hide Inspector"_s : u"Show Inspector"_s);
+    (*m_actions)[CommandId::ToggleInspector]->setText(m_inspector->isVisible() ? u"Hide Inspector"_s
+                                                                               : u"Show Inspector"_s);
 }
 
 void ProjectWindow::fitMinimumSize() {

@@ -108,7 +108,7 @@ TEST_F(ScriptEditorLooksTest, NothingIsClippedAtAnyInterfaceScale) {
 
 TEST_F(ScriptEditorLooksTest, WaveformsAtRestStandOutInEveryRowAndAppearance) {
     controller->selection().selectAlone(idAt(0));
-    rowAt(0)->directionWished(DirectionWish::SwitchMode);
+    rowAt(0)->directionWished(CommandId::SwitchDirectionMode);
     for (const Appearance appearance : {Appearance::Light, Appearance::Dark}) {
         Theme::apply(appearance);
         for (const qsizetype selected : {0, 3}) {

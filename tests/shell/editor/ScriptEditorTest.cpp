@@ -164,13 +164,13 @@ TEST_F(ScriptEditorTest, SpaceOnAWaveformPlaysWhatTheWaveformShows) {
     QTest::keyClick(take, Qt::Key_Space);
     EXPECT_EQ(play.size(), 1);
     EXPECT_EQ(direction.size(), 0);
-    rowAt(0)->directionWished(DirectionWish::SwitchMode);
+    rowAt(0)->directionWished(CommandId::SwitchDirectionMode);
     auto *read = control<WaveformBarsView>(0, QStringLiteral("Direction playhead of line 1"));
     ASSERT_NE(read, nullptr);
     direction.clear();
     QTest::keyClick(read, Qt::Key_Space);
     ASSERT_EQ(direction.size(), 1);
-    EXPECT_EQ(direction.first().first().value<DirectionWish>(), DirectionWish::TogglePlayback);
+    EXPECT_EQ(direction.first().first().value<CommandId>(), CommandId::PlayDirection);
     EXPECT_EQ(play.size(), 1);
 }
 

@@ -87,14 +87,14 @@ TEST_F(TagPaletteTest, ShowsAMenuForEachCategoryOrARowOfChips) {
 TEST_F(TagPaletteTest, TheMenuCommandTogglesTheFormAndIsNamedAfterWhatItDoes) {
     open(projectWith(helloAndSecond));
     const ProjectActions actions(*session);
-    editor->addAction(actions.toggleTagToolbar);
-    EXPECT_EQ(actions.toggleTagToolbar->text(), QStringLiteral("Expand Tag Toolbar"));
+    editor->addAction(actions[CommandId::ToggleTagToolbar]);
+    EXPECT_EQ(actions[CommandId::ToggleTagToolbar]->text(), QStringLiteral("Expand Tag Toolbar"));
     edit(0, {5, 0});
     QTest::keyClick(&field(0), Qt::Key_T, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_TRUE(controller->tagEditing().tagToolbarExpanded());
-    EXPECT_EQ(actions.toggleTagToolbar->text(), QStringLiteral("Compact Tag Toolbar"));
+    EXPECT_EQ(actions[CommandId::ToggleTagToolbar]->text(), QStringLiteral("Compact Tag Toolbar"));
     QTest::mouseClick(toggle(), Qt::LeftButton);
-    EXPECT_EQ(actions.toggleTagToolbar->text(), QStringLiteral("Expand Tag Toolbar"));
+    EXPECT_EQ(actions[CommandId::ToggleTagToolbar]->text(), QStringLiteral("Expand Tag Toolbar"));
     EXPECT_TRUE(field(0).hasFocus());
 }
 

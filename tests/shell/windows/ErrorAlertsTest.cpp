@@ -92,7 +92,7 @@ TEST(ProjectWindowAlerts, AFailedPlaybackWaitsUntilTheFailedGenerationHasBeenRea
     const QUrl take = testing::writeTone(session.path(u"take.wav"_s), 0.5);
     QCoro::waitFor(project.controller().takes().installGeneratedAudio(
         take.toLocalFile(), line().lineId, project.controller().takes().generationContext(line())));
-    const QAction &play = *project.window().actions().play;
+    const QAction &play = *project.window().actions()[CommandId::Play];
     ASSERT_TRUE(play.isEnabled());
 
     project.session().generator().generateSelectedLines();
@@ -101,7 +101,7 @@ TEST(ProjectWindowAlerts, AFailedPlaybackWaitsUntilTheFailedGenerationHasBeenRea
     EXPECT_FALSE(alerts.box()->informativeText().isEmpty());
     const QUrl file = project.controller().media().audioURL(line());
     ASSERT_TRUE(QFile::remove(file.toLocalFile()));
-    project.window().actions().play->trigger();
+    project.window().actions()[CommandId::Play]->trigger();
     EXPECT_EQ(alerts.box()->text(), u"Generation Failed"_s);
     alerts.box()->accept();
     EXPECT_FALSE(project.session().generator().generateError().has_value());

@@ -128,7 +128,7 @@ TEST_F(ExportFlowTest, TheWindowShowsARunningExportAndStartsNoOther) {
         return false;
     };
     const QString busy = QStringLiteral("Exporting audio…");
-    QAction *command = project.window().actions().exportAudio;
+    QAction *command = project.window().actions()[controller::CommandId::ExportAudio];
 
     choose(ask(project, MultiLineOutput::Individual), target);
     EXPECT_TRUE(waitUntil([&] { return dialogOf(project) == nullptr && shows(busy); }));

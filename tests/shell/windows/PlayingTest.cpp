@@ -36,7 +36,7 @@ protected:
         QCoro::waitFor(takes.installGeneratedAudio(
             testing::writeTone(session.path(u"take.wav"_s), 60.0).toLocalFile(), lineId(),
             takes.generationContext(*project().controller().project().linesInOrder().at(0))));
-        ASSERT_TRUE(actions().play->isEnabled());
+        ASSERT_TRUE(actions()[CommandId::Play]->isEnabled());
     }
     void TearDown() override { project().controller().discardChanges(); }
 
@@ -68,7 +68,7 @@ protected:
 };
 
 TEST_F(PlayingTest, EveryWayOfStoppingTakesThePlayheadAway) {
-    const QList<std::function<void()>> ways{[this] { actions().play->trigger(); }, [this] { pressSpace(); },
+    const QList<std::function<void()>> ways{[this] { actions()[CommandId::Play]->trigger(); }, [this] { pressSpace(); },
                                             [this] { control<QToolButton>(u"Stop line 1"_s)->click(); }};
     for (const auto &stop : ways) {
         QTest::mouseClick(&waveform(), Qt::LeftButton, {}, QPoint(waveform().width() / 2, 3));
@@ -84,16 +84,16 @@ TEST_F(PlayingTest, EveryWayOfStoppingTakesThePlayheadAway) {
 
 TEST_F(PlayingTest, NothingPlaysWhileATakeRecordsAndTheUserIsToldWhy) {
     ScriptCommands &commands = editor().commands();
-    actions().play->trigger();
+    actions()[CommandId::Play]->trigger();
     ASSERT_TRUE(playback().isPlaying());
     const model::LineId other = project().controller().project().linesInOrder().at(1)->lineId;
-    commands.direction().carryOut(DirectionWish::ToggleRecording, other, &editor());
+    commands.direction().carryOut(CommandId::Record, other, &editor());
     EXPECT_FALSE(playback().isPlaying());
     ASSERT_TRUE(waitUntil([&] { return project().session().recordings().state(other).duration > 0.1; }));
-    const QList<std::function<void()>> ways{[this] { actions().play->trigger(); },
-                                            [this] { actions().playAll->trigger(); }, [this] { pressSpace(); },
-                                            [this] { control<QToolButton>(u"Play line 1"_s)->click(); },
-                                            [this] { QTest::mouseClick(&waveform(), Qt::LeftButton); }};
+    const QList<std::function<void()>> ways{
+        [this] { actions()[CommandId::Play]->trigger(); }, [this] { actions()[CommandId::PlayAll]->trigger(); },
+        [this] { pressSpace(); }, [this] { control<QToolButton>(u"Play line 1"_s)->click(); },
+        [this] { QTest::mouseClick(&waveform(), Qt::LeftButton); }};
     for (const auto &play : ways) {
         project().controller().notices().withdraw(controller::Notice::Kind::PlayingRefused);
         play();
@@ -104,7 +104,7 @@ TEST_F(PlayingTest, NothingPlaysWhileATakeRecordsAndTheUserIsToldWhy) {
     project().session().recordings().stop(other);
     ASSERT_TRUE(waitUntil([&] { return project().session().isSettled(); }));
     EXPECT_EQ(notice(), QString());
-    actions().play->trigger();
+    actions()[CommandId::Play]->trigger();
     EXPECT_TRUE(playback().isPlaying());
 }
 

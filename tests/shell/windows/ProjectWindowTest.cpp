@@ -127,7 +127,7 @@ TEST(ProjectWindow, SavingClearsTheEditedMark) {
     ProjectWindowController &project = it.open(QStringLiteral("Marked"), {QStringLiteral("Hello.")});
     OpenProjects::edit(project);
     EXPECT_TRUE(project.window().isWindowModified());
-    project.window().actions().save->trigger();
+    project.window().actions()[controller::CommandId::SaveProject]->trigger();
     EXPECT_FALSE(project.window().isWindowModified());
     EXPECT_EQ(OpenProjects::linesOnDisk(project.folder()), 2);
 }
@@ -144,8 +144,8 @@ TEST(ProjectWindow, AFailedSaveIsToldAndTheWindowStays) {
     ASSERT_NE(project.window().alerts().box(), nullptr);
     EXPECT_FALSE(project.window().alerts().box()->text().isEmpty());
     // Failing again changes the words of the one alert.
-    project.window().actions().save->trigger();
-    project.window().actions().save->trigger();
+    project.window().actions()[controller::CommandId::SaveProject]->trigger();
+    project.window().actions()[controller::CommandId::SaveProject]->trigger();
     project.window().alerts().box()->accept();
     EXPECT_EQ(project.window().alerts().box(), nullptr);
     project.controller().discardChanges();
@@ -252,13 +252,13 @@ TEST(ProjectWindow, GeneratingALineEndsInATakeThatRedoesAsATake) {
     ASSERT_TRUE(waitUntil([&] { return !project.session().generator().queue().isActive(); }));
     EXPECT_EQ(generate->text(), QStringLiteral("Regenerate"));
     const shell::ProjectActions &actions = project.window().actions();
-    EXPECT_EQ(actions.undo->text(), QStringLiteral("Undo Generate"));
-    EXPECT_TRUE(actions.exportAudio->isEnabled());
-    actions.undo->trigger();
+    EXPECT_EQ(actions[controller::CommandId::Undo]->text(), QStringLiteral("Undo Generate"));
+    EXPECT_TRUE(actions[controller::CommandId::ExportAudio]->isEnabled());
+    actions[controller::CommandId::Undo]->trigger();
     EXPECT_TRUE(line().takes.isEmpty());
-    EXPECT_FALSE(actions.exportAudio->isEnabled());
-    EXPECT_EQ(actions.redo->text(), QStringLiteral("Redo Generate"));
-    actions.redo->trigger();
+    EXPECT_FALSE(actions[controller::CommandId::ExportAudio]->isEnabled());
+    EXPECT_EQ(actions[controller::CommandId::Redo]->text(), QStringLiteral("Redo Generate"));
+    actions[controller::CommandId::Redo]->trigger();
     EXPECT_EQ(line().takes.size(), 1);
     project.controller().discardChanges();
 }
@@ -272,14 +272,14 @@ TEST(ProjectWindow, ClosingWhileALineIsGeneratedDropsTheRest) {
     ASSERT_TRUE(waitUntil(
         [&] { return kept.elevenLabsService().isAuthenticated() && closed.elevenLabsService().isAuthenticated(); }));
     closed.controller().selection().selectAll();
-    closed.window().actions().generate->trigger();
+    closed.window().actions()[controller::CommandId::Generate]->trigger();
     ASSERT_TRUE(closed.session().generator().queue().isActive());
     const QPointer<QObject> gone(&closed);
     closed.controller().discardChanges();
     EXPECT_TRUE(closed.window().close());
     EXPECT_TRUE(waitUntil([&] { return gone.isNull(); }));
     // The other window's service goes on.
-    kept.window().actions().generate->trigger();
+    kept.window().actions()[controller::CommandId::Generate]->trigger();
     EXPECT_TRUE(waitUntil([&] { return kept.controller().project().linesInOrder().at(0)->takes.size() == 1; }));
     kept.controller().discardChanges();
 }
@@ -290,19 +290,19 @@ TEST(ProjectWindow, CutCopyAndPasteAreForLinesWhereNoTextHasTheKeyboard) {
         it.open(QStringLiteral("Clips"), {QStringLiteral("One."), QStringLiteral("Two.")});
     const shell::ProjectActions &actions = project.window().actions();
     const auto lines = [&project] { return project.controller().scriptLineIds().size(); };
-    actions.selectAll->trigger();
-    actions.copy->trigger();
-    actions.paste->trigger();
+    actions[controller::CommandId::SelectAll]->trigger();
+    actions[controller::CommandId::Copy]->trigger();
+    actions[controller::CommandId::Paste]->trigger();
     EXPECT_EQ(lines(), 4);
-    EXPECT_EQ(actions.undo->text(), QStringLiteral("Undo Paste Lines"));
-    actions.cut->trigger();
+    EXPECT_EQ(actions[controller::CommandId::Undo]->text(), QStringLiteral("Undo Paste Lines"));
+    actions[controller::CommandId::Cut]->trigger();
     EXPECT_EQ(lines(), 2);
-    EXPECT_EQ(actions.undo->text(), QStringLiteral("Undo Cut Lines"));
-    actions.paste->trigger();
+    EXPECT_EQ(actions[controller::CommandId::Undo]->text(), QStringLiteral("Undo Cut Lines"));
+    actions[controller::CommandId::Paste]->trigger();
     EXPECT_EQ(lines(), 4);
-    actions.deleteLine->trigger();
+    actions[controller::CommandId::DeleteLine]->trigger();
     EXPECT_EQ(lines(), 2);
-    EXPECT_EQ(actions.undo->text(), QStringLiteral("Undo Delete Lines"));
+    EXPECT_EQ(actions[controller::CommandId::Undo]->text(), QStringLiteral("Undo Delete Lines"));
     project.controller().discardChanges();
 }
 
