@@ -189,7 +189,7 @@ const QList<Command> &CommandTable::all() {
 
         {Id::NextControl, Group::LineControls, u"Next control"_s, {u"Tab"_s, u"Right"_s}},
         {Id::PreviousControl, Group::LineControls, u"Previous control"_s, {u"Shift+Tab"_s, u"Left"_s}},
-        {Id::PressControl, Group::LineControls, u"Press the control"_s, {u"Return"_s, u"Space"_s}},
+        {Id::PressControl, Group::LineControls, u"Press the control"_s, {u"Return"_s, u"Enter"_s, u"Space"_s}},
         {Id::MovePlayhead,
          Group::LineControls,
          u"Play from elsewhere, in a waveform"_s,

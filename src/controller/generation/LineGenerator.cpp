@@ -7,6 +7,7 @@
 
 #include "base/LogCategories.h"
 #include "controller/casting/VoiceCasting.h"
+#include "controller/generation/GenerationPlan.h"
 #include "controller/generation/Pronunciations.h"
 #include "controller/script/LineEditing.h"
 #include "controller/script/Selection.h"
@@ -28,21 +29,6 @@ LineGenerator::LineGenerator(ProjectController &controller, speech::ElevenLabsSe
 
 LineGenerator::~LineGenerator() = default;
 
-bool LineGenerator::canGenerate(const model::LineId &id) const {
-    return m_controller.voices().projectVoiceFor(id) != nullptr;
-}
-
-LineGenerator::SelectionPlan LineGenerator::selectionPlan() const {
-    QList<model::LineId> selected = m_controller.selection().selectedLinesInScript();
-    const auto hasAudio = [this](const model::LineId &id) {
-        return !m_controller.media().audioURL(*m_controller.lines().find(id)).isEmpty();
-    };
-    if (!selected.isEmpty() && std::all_of(selected.cbegin(), selected.cend(), hasAudio))
-        return {selected, Kind::Regenerate};
-    selected.removeIf(hasAudio);
-    return {selected, Kind::Generate};
-}
-
 void LineGenerator::dismissError() {
     m_generateErrorTitle = QStringLiteral("Generation Failed");
     if (std::exchange(m_generateError, std::nullopt))
@@ -57,7 +43,7 @@ void LineGenerator::generateSelectedLines() {
     if (const auto single = m_controller.selection().singleSelectedLineId())
         enqueue({*single}, speech::LineGenerationQueue::Priority::Prioritized);
     else
-        enqueue(selectionPlan().lines, speech::LineGenerationQueue::Priority::Normal);
+        enqueue(planForSelection(m_controller).lines, speech::LineGenerationQueue::Priority::Normal);
 }
 
 QCoro::Task<void> LineGenerator::generate(model::LineId id) {

@@ -27,28 +27,18 @@ namespace orlenta::controller {
 class LineGenerator final : public QObject {
     Q_OBJECT
 public:
-    enum class Kind { Generate, Regenerate };
-    /// What the toolbar's button does: all selected lines again when each has audio, else those that have none.
-    struct SelectionPlan {
-        QList<model::LineId> lines;
-        Kind kind = Kind::Generate;
-    };
-
     LineGenerator(ProjectController &controller, speech::ElevenLabsService &service, base::UserDefaults &defaults,
                   QObject *parent = nullptr);
     ~LineGenerator() override;
 
     [[nodiscard]] speech::LineGenerationQueue &queue() { return m_queue; }
-    /// The line has a voice of the project.
-    [[nodiscard]] bool canGenerate(const model::LineId &id) const;
-    [[nodiscard]] SelectionPlan selectionPlan() const;
     [[nodiscard]] QString generateErrorTitle() const { return m_generateErrorTitle; }
     /// Why the last generation failed; none when there is nothing to tell.
     [[nodiscard]] std::optional<QString> generateError() const { return m_generateError; }
 
     void dismissError();
     void enqueue(const QList<model::LineId> &lines, speech::LineGenerationQueue::Priority priority);
-    /// The menu command: one selected line goes first, several go as selectionPlan() tells, none do nothing.
+    /// The menu command: one selected line goes first, several go as planForSelection() tells, none do nothing.
     void generateSelectedLines();
     /// One generation, outside the queue's order. Never fails: it reports through generateError().
     QCoro::Task<void> generate(model::LineId id);

@@ -43,6 +43,12 @@ std::optional<GenerationRequestContext> TakeEditing::generationContext(const mod
                                     tags::characterCount(line.text), clipName(line)};
 }
 
+qsizetype TakeEditing::indexInUse(const model::ProjectLine &line) const {
+    const bool isUsed = line.activeTakeId || m_controller.runtime().hasGeneratedAudio(line.lineId);
+    const model::Take *take = isUsed ? line.activeTake() : nullptr;
+    return take == nullptr ? -1 : std::distance(line.takes.constData(), take);
+}
+
 void TakeEditing::setGenerating(GenerationState state, const model::LineId &id) {
     const Edit edit(m_controller);
     edit.updateRuntime(

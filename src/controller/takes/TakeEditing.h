@@ -28,6 +28,10 @@ public:
     /// What a take of the line made now would record; none for a line without a voice id.
     [[nodiscard]] std::optional<GenerationRequestContext> generationContext(const model::ProjectLine &line) const;
 
+    /// Place of the take in use among the line's takes, or -1: after its deletion a line has takes but none in use. The
+    /// file of the one in use may be missing.
+    [[nodiscard]] qsizetype indexInUse(const model::ProjectLine &line) const;
+
     void setGenerating(GenerationState state, const model::LineId &id);
     /// Brings generated audio into the project and makes it the line's new, active take; the undo step is "Generate"
     /// for the first take and "Regenerate" for later ones. A failure goes to the controller's spotError; a line that

@@ -16,6 +16,7 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QToolButton>
 
+#include "controller/generation/GenerationPlan.h"
 #include "controller/script/Selection.h"
 #include "controller/takes/LineRuntime.h"
 #include "shell/account/AccountDialog.h"
@@ -325,7 +326,7 @@ qsizetype DemoDriver::linesToGenerate() const {
     const controller::ProjectController &controller = m_project->controller();
     const model::LineIdList &ids = controller.scriptLineIds();
     return std::count_if(ids.begin(), ids.end(), [this, &controller](const model::LineId &id) {
-        return m_project->session().generator().canGenerate(id) && !controller.runtime().hasGeneratedAudio(id);
+        return controller::canGenerate(controller, id) && !controller.runtime().hasGeneratedAudio(id);
     });
 }
 

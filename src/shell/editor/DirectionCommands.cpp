@@ -17,13 +17,12 @@
 #include "controller/script/Selection.h"
 #include "controller/takes/LineRuntime.h"
 #include "controller/takes/TakeEditing.h"
-#include "shell/editor/LineRow.h"
+#include "shell/editor/row/LineRow.h"
 #include "shell/theme/Icon.h"
 
 using namespace Qt::StringLiterals;
 
 namespace orlenta::shell {
-namespace {} // namespace
 
 DirectionCommands::DirectionCommands(controller::ProjectSession &session, QObject *parent)
     : QObject(parent), m_controller(session.controller()), m_playback(session.playback()),
@@ -46,10 +45,6 @@ void DirectionCommands::forgetRefusal() {
 }
 
 void DirectionCommands::connectRow(LineRow *row) {
-    connect(row, &LineRow::directionWished, this,
-            [this, row](CommandId command) { carryOut(command, row->lineId(), row); });
-    connect(row, &LineRow::directionSeekRequested, this,
-            [this, row](double fraction) { seek(row->lineId(), fraction); });
     connect(row, &LineRow::filesDropped, this,
             [this, row](const QList<QUrl> &files) { importFiles(files, row->lineId()); });
     connect(row, &LineRow::notesEdited, this,

@@ -7,7 +7,7 @@
 #include <QtGui/QKeySequence>
 
 #include "model/Ids.h"
-#include "shell/editor/LineRowContent.h"
+#include "shell/editor/row/LineRowContent.h"
 #include "shell/menus/CommandActions.h"
 
 class QMenu;
@@ -32,7 +32,7 @@ class DirectionCommands final : public QObject {
 public:
     explicit DirectionCommands(controller::ProjectSession &session, QObject *parent = nullptr);
 
-    /// Ties a row's wishes to the project, for whichever line the row shows.
+    /// Ties a row's notes and the files dropped on it to the project, for whichever line the row shows.
     void connectRow(LineRow *row);
     /// The commands, in the order of menus.
     [[nodiscard]] static const QList<CommandId> &ids();

@@ -7,7 +7,7 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QToolButton>
 
-#include "shell/editor/NoticeLabel.h"
+#include "shell/controls/NoticeLabel.h"
 #include "shell/menus/CommandActions.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"

@@ -2,6 +2,9 @@
 
 #include <chrono>
 
+#include <QtCore/QDateTime>
+#include <QtCore/QLocale>
+#include <QtGui/QActionGroup>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QInputMethod>
 #include <QtWidgets/QApplication>
@@ -11,6 +14,7 @@
 #include "controller/commands/CommandTable.h"
 #include "controller/document/TypingSession.h"
 #include "controller/document/UndoManager.h"
+#include "controller/generation/GenerationPlan.h"
 #include "controller/generation/LineGenerator.h"
 #include "controller/ProjectController.h"
 #include "controller/ProjectSession.h"
@@ -20,7 +24,7 @@
 #include "controller/takes/LineRuntime.h"
 #include "controller/takes/MediaFiles.h"
 #include "controller/takes/TakeEditing.h"
-#include "shell/editor/LineRow.h"
+#include "shell/editor/row/LineRow.h"
 #include "shell/menus/CommandActions.h"
 #include "shell/theme/Icon.h"
 #include "tags/TagInsertion.h"
@@ -33,6 +37,17 @@ namespace {
 // A click that ends here so soon after one in a text field is the same click.
 constexpr std::chrono::milliseconds sameClick{200};
 
+/// "Take 2", when it was spoken and by whom.
+QString takeTitle(const model::Project &project, const model::ProjectLine &line, qsizetype index) {
+    const model::Take &take = line.takes.at(index);
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(take.generatedAt.time_since_epoch());
+    const QDateTime when = QDateTime::fromSecsSinceEpoch(seconds.count());
+    QStringList parts{u"Take %1"_s.arg(index + 1), QLocale().toString(when, QLocale::ShortFormat)};
+    if (const model::ProjectVoice *voice = project.findVoice(take.voiceId))
+        parts.append(voice->castName);
+    return parts.join(u"  ·  "_s);
+}
+
 } // namespace
 
 ScriptCommands::ScriptCommands(controller::ProjectSession &session, QObject *parent)
@@ -44,15 +59,14 @@ void ScriptCommands::connectRow(LineRow *row) {
         click(row->lineId(), modifiers, inTextField ? ClickPlace::TextField : ClickPlace::Row);
     });
     connect(row, &LineRow::editRequested, this, [this, row](const QPoint &point) { editAt(row->lineId(), point); });
-    connect(row, &LineRow::generateRequested, this, [this, row] { generate(row->lineId()); });
-    connect(row, &LineRow::playRequested, this, [this, row] { play(row->lineId()); });
-    connect(row, &LineRow::stopRequested, this, &ScriptCommands::stop);
-    connect(row, &LineRow::seekRequested, this, [this, row](double fraction) { seek(row->lineId(), fraction); });
-    connect(row, &LineRow::takeChosen, this,
-            [this, row](const model::TakeId &take) { switchTake(row->lineId(), take); });
+    connect(row, &LineRow::commandRequested, this,
+            [this, row](CommandId command) { carryOut(command, row->lineId(), row); });
+    connect(row, &LineRow::seekRequested, this,
+            [this, row](controller::AudioKind kind, double fraction) { seek(row->lineId(), kind, fraction); });
     connect(row, &LineRow::menuRequested, this,
             [this, row](const QPoint &position) { openLineMenu(row->lineId(), position, row); });
-    connect(row, &LineRow::deleteTakeRequested, this, [this, row] { deleteTake(row->lineId()); });
+    connect(row, &LineRow::takeMenuRequested, this,
+            [this, row](const QPoint &position) { openTakeMenu(row->lineId(), position, row); });
     connectText(row);
     m_direction.connectRow(row);
 }
@@ -60,7 +74,7 @@ void ScriptCommands::connectRow(LineRow *row) {
 void ScriptCommands::connectText(LineRow *row) {
     ScriptTextField &text = row->textField();
     const auto isEdited = [this, row] { return m_controller.selection().editingLineId() == row->lineId(); };
-    connect(row, &LineRow::textEdited, this,
+    connect(&text, &ScriptTextField::textEdited, this,
             [this, row] { m_controller.typing().type(row->lineId(), row->textField().sourceText()); });
     connect(&text, &ScriptTextField::sourceSelectionChanged, this, [this, row, isEdited] {
         if (isEdited())
@@ -158,13 +172,26 @@ QList<audio::PlaybackLine> ScriptCommands::playable(const QList<model::LineId> &
     return lines;
 }
 
+void ScriptCommands::carryOut(CommandId command, const model::LineId &id, QWidget *parent) {
+    if (command == CommandId::Generate)
+        generate(id);
+    else if (command == CommandId::PlaySelection && m_playback.isPlaying() && m_playback.isCurrentGenerated(id))
+        stop();
+    else if (command == CommandId::PlaySelection)
+        play(id);
+    else
+        m_direction.carryOut(command, id, parent);
+}
+
 void ScriptCommands::play(const model::LineId &id) {
     const QList<audio::PlaybackLine> lines = playable({id});
     if (!lines.isEmpty() && m_direction.mayPlay())
         m_playback.playLine(lines.first());
 }
 
-void ScriptCommands::seek(const model::LineId &id, double fraction) {
+void ScriptCommands::seek(const model::LineId &id, controller::AudioKind kind, double fraction) {
+    if (kind == controller::AudioKind::SourceRecording)
+        return m_direction.seek(id, fraction);
     const QList<audio::PlaybackLine> lines = playable({id});
     if (!lines.isEmpty() && m_direction.mayPlay())
         m_playback.seek(lines.first(), fraction);
@@ -226,11 +253,36 @@ void ScriptCommands::insertTag(const tags::TagItem &item) {
     m_controller.tagEditing().insertTag(item, live);
 }
 
+void ScriptCommands::openTakeMenu(const model::LineId &id, const QPoint &globalPosition, QWidget *parent) {
+    const model::ProjectLine *line = m_controller.lines().find(id);
+    if (line == nullptr)
+        return;
+    const qsizetype inUse = m_controller.takes().indexInUse(*line);
+    auto *menu = new QMenu(parent);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->setAccessibleName(u"Takes of line %1"_s.arg(m_controller.lines().indexInScript(id) + 1));
+    auto *group = new QActionGroup(menu);
+    for (qsizetype index = 0; index < line->takes.size(); ++index) {
+        const model::TakeId take = line->takes.at(index).id;
+        QAction *action = menu->addAction(takeTitle(m_controller.project(), *line, index), menu,
+                                          [this, id, take] { switchTake(id, take); });
+        action->setCheckable(true);
+        action->setChecked(index == inUse);
+        group->addAction(action);
+    }
+    menu->addSeparator();
+    addCommand(*menu, CommandId::DeleteTake, controller::CommandTable::command(CommandId::DeleteTake).title,
+               [this, id] { deleteTake(id); })
+        ->setEnabled(inUse >= 0);
+    menu->popup(globalPosition);
+}
+
 void ScriptCommands::openLineMenu(const model::LineId &id, const QPoint &globalPosition, QWidget *parent) {
     controller::ProjectController &project = m_controller;
     if (!project.selection().selectedLineIds().contains(id))
         project.selection().selectAlone(id);
     const bool hasAudio = project.runtime().hasGeneratedAudio(id);
+    const controller::GenerationKind kind = controller::generationKind(project, *project.lines().find(id));
     auto *menu = new QMenu(parent);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     const auto add = [menu](CommandId command, bool isEnabled, auto carryOut, const QString &title = {}) {
@@ -240,8 +292,8 @@ void ScriptCommands::openLineMenu(const model::LineId &id, const QPoint &globalP
     add(
         CommandId::EditLine, true, [this, id] { edit(id); }, u"Edit Text"_s);
     add(
-        CommandId::Generate, m_session.generator().canGenerate(id), [this, id] { generate(id); },
-        hasAudio ? u"Regenerate"_s : u"Generate"_s);
+        CommandId::Generate, controller::canGenerate(project, id), [this, id] { generate(id); },
+        kind == controller::GenerationKind::Regenerate ? u"Regenerate"_s : u"Generate"_s);
     add(
         CommandId::PlaySelection, hasAudio, [this, id] { play(id); }, u"Play"_s);
     menu->addSeparator();

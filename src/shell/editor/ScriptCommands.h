@@ -6,6 +6,7 @@
 #include <QtCore/QObject>
 #include <QtCore/QPoint>
 
+#include "controller/takes/AudioKind.h"
 #include "model/Ids.h"
 #include "shell/editor/DirectionCommands.h"
 
@@ -49,8 +50,11 @@ public:
     /// Goes on editing in the next or the previous line, if there is one.
     void editNeighbour(int step);
 
+    /// One of the commands that a row has a button for. `parent` is what a panel stands above.
+    void carryOut(CommandId command, const model::LineId &id, QWidget *parent);
     void play(const model::LineId &id);
-    void seek(const model::LineId &id, double fraction);
+    /// Plays the line's sound from that share of it on, 0 to 1.
+    void seek(const model::LineId &id, controller::AudioKind kind, double fraction);
     void stop();
     /// Stops what plays; otherwise plays the selection: one line, or those of several that have audio.
     void togglePlayback();
@@ -65,6 +69,7 @@ public:
     [[nodiscard]] DirectionCommands &direction() { return m_direction; }
     /// Puts a palette item into the selected line, at the caret of the text that has the keyboard.
     void insertTag(const tags::TagItem &item);
+    void openTakeMenu(const model::LineId &id, const QPoint &globalPosition, QWidget *parent);
     void openLineMenu(const model::LineId &id, const QPoint &globalPosition, QWidget *parent);
 
     /// The point of a text field at which the next editing begins, for a caret set by the mouse.

@@ -16,11 +16,11 @@
 #include "controller/script/TabEditing.h"
 #include "controller/takes/LineRuntime.h"
 #include "shell/editor/DirectionActions.h"
-#include "shell/editor/LineRow.h"
-#include "shell/editor/NotesField.h"
+#include "shell/editor/list/ScriptLines.h"
+#include "shell/editor/list/ScriptListView.h"
 #include "shell/editor/NoticeBar.h"
-#include "shell/editor/ScriptLines.h"
-#include "shell/editor/ScriptListView.h"
+#include "shell/editor/row/LineRow.h"
+#include "shell/editor/row/NotesField.h"
 #include "shell/editor/ScriptTabBar.h"
 #include "shell/editor/ScriptToolbar.h"
 #include "shell/tags/TagPalette.h"
@@ -219,8 +219,9 @@ void ScriptEditor::followProgress() {
     LineRow *row = m_heardId ? m_list->rowFor(*m_heardId) : nullptr;
     if (row == nullptr || m_lines->heardAudio() != audioAtPlayhead(*m_heardId))
         return;
-    const bool isDirection = m_playback.isCurrentSource(*m_heardId);
-    row->setProgress(isDirection ? RowAudio::Direction : RowAudio::Generated, m_playback.playbackProgress());
+    using controller::AudioKind;
+    row->setProgress(m_playback.isCurrentSource(*m_heardId) ? AudioKind::SourceRecording : AudioKind::Generated,
+                     m_playback.playbackProgress());
 }
 
 void ScriptEditor::showHeardLine() {

@@ -5,8 +5,8 @@
 #include <QtWidgets/QWidget>
 
 #include "model/Ids.h"
+#include "shell/editor/row/ScriptTextField.h"
 #include "shell/editor/ScriptCommands.h"
-#include "shell/editor/ScriptTextField.h"
 
 namespace orlenta::controller {
 class ProjectController;

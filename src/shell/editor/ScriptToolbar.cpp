@@ -5,6 +5,7 @@
 #include <QtWidgets/QPushButton>
 
 #include "audio/playback/PlaybackController.h"
+#include "controller/generation/GenerationPlan.h"
 #include "controller/generation/LineGenerator.h"
 #include "controller/ProjectController.h"
 #include "controller/ProjectSession.h"
@@ -36,7 +37,7 @@ ScriptToolbar::ScriptToolbar(controller::ProjectSession &session, ScriptCommands
 
     controller::ProjectController &project = session.controller();
     connect(m_generate, &QPushButton::clicked, this, [this] {
-        m_session.generator().enqueue(m_session.generator().selectionPlan().lines,
+        m_session.generator().enqueue(controller::planForSelection(m_session.controller()).lines,
                                       speech::LineGenerationQueue::Priority::Normal);
     });
     connect(m_play, &QPushButton::clicked, &commands, &ScriptCommands::togglePlayback);
@@ -48,8 +49,8 @@ ScriptToolbar::ScriptToolbar(controller::ProjectSession &session, ScriptCommands
 }
 
 void ScriptToolbar::sync() {
-    const controller::LineGenerator::SelectionPlan plan = m_session.generator().selectionPlan();
-    const bool isAgain = plan.kind == controller::LineGenerator::Kind::Regenerate;
+    const controller::GenerationPlan plan = controller::planForSelection(m_session.controller());
+    const bool isAgain = plan.kind == controller::GenerationKind::Regenerate;
     m_generate->setText(isAgain ? QStringLiteral("Regenerate") : QStringLiteral("Generate"));
     m_generate->setIcon(
         Icon::named(isAgain ? QStringLiteral("arrow-clockwise") : QStringLiteral("waveform"), Icon::Tint::OnAccent));

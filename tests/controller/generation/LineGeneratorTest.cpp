@@ -1,4 +1,5 @@
 #include "controller/generation/LineGenerator.h"
+#include "controller/generation/GenerationPlan.h"
 
 #include <gtest/gtest.h>
 #include <qcoro/qcorotask.h>
@@ -229,10 +230,10 @@ TEST_F(LineGeneratorTest, DirectionAudioIsSpokenInTheVoiceAndItsAbsenceFallsBack
 TEST_F(LineGeneratorTest, ALineWithoutAVoiceOrAlreadyOnItsWayStopsQuietly) {
     ScriptProject voiceless({{QStringLiteral("a")}});
     LineGenerator other(*voiceless, service, defaults);
-    EXPECT_FALSE(other.canGenerate(voiceless.id(0)));
+    EXPECT_FALSE(canGenerate(*voiceless, voiceless.id(0)));
     QCoro::waitFor(other.generate(voiceless.id(0)));
     QCoro::waitFor(other.generate(model::LineId::create()));
-    EXPECT_TRUE(generator.canGenerate(project.id(0)));
+    EXPECT_TRUE(canGenerate(*project, project.id(0)));
     project->takes().setGenerating(GenerationState::Generating, project.id(0));
     generate(0);
     EXPECT_TRUE(server.requests().isEmpty());
@@ -241,17 +242,17 @@ TEST_F(LineGeneratorTest, ALineWithoutAVoiceOrAlreadyOnItsWayStopsQuietly) {
 }
 
 TEST_F(LineGeneratorTest, TheSelectionIsGeneratedWhereAudioIsMissingAndElseAgain) {
-    const auto planned = [this] { return generator.selectionPlan(); };
+    const auto planned = [this] { return planForSelection(*project); };
     project->selection().selectAll();
     project.addTake(0);
     EXPECT_EQ(planned().lines, QList{project.id(1)});
-    EXPECT_EQ(planned().kind, LineGenerator::Kind::Generate);
+    EXPECT_EQ(planned().kind, GenerationKind::Generate);
     generator.generateSelectedLines();
     ASSERT_TRUE(QTest::qWaitFor([this] { return !generator.queue().isActive(); }, patienceMs));
     EXPECT_EQ(takeCount(0), 1);
     EXPECT_EQ(takeCount(1), 1);
     EXPECT_EQ(planned().lines, (QList{project.id(0), project.id(1)}));
-    EXPECT_EQ(planned().kind, LineGenerator::Kind::Regenerate);
+    EXPECT_EQ(planned().kind, GenerationKind::Regenerate);
     project.clearSelection();
     generator.generateSelectedLines();
     EXPECT_FALSE(generator.queue().isActive());

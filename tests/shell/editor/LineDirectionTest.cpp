@@ -9,10 +9,10 @@
 #include "controller/takes/LineRuntime.h"
 #include "controller/takes/MediaFiles.h"
 #include "controller/takes/TakeEditing.h"
-#include "shell/editor/DirectionStrip.h"
-#include "shell/editor/NotesField.h"
+#include "shell/editor/row/DirectionStrip.h"
+#include "shell/editor/row/NotesField.h"
+#include "shell/editor/row/WaveformBarsView.h"
 #include "shell/editor/ScriptEditorFixture.h"
-#include "shell/editor/WaveformBarsView.h"
 #include "shell/theme/Theme.h"
 #include "support/SoundServerSession.h"
 #include "support/TestTone.h"
@@ -88,14 +88,16 @@ TEST_F(LineDirectionTest, AnAudioFileDroppedOnARowDirectsTheLineByVoice) {
     EXPECT_TRUE(isVoiceDirected(1));
     EXPECT_FALSE(isVoiceDirected(0));
     EXPECT_EQ(line(1).sourceRecordings.size(), 1);
-    ASSERT_NE(control<QLabel>(1, QStringLiteral("Direction duration of")), nullptr);
+    ASSERT_NE(control<QLabel>(1, QStringLiteral("Duration of the direction of")), nullptr);
     EXPECT_TRUE(QTest::qWaitFor(
-        [&] { return control<QLabel>(1, QStringLiteral("Direction duration of"))->text() == QStringLiteral("0:02"); },
+        [&] {
+            return control<QLabel>(1, QStringLiteral("Duration of the direction of"))->text() == QStringLiteral("0:02");
+        },
         deadline));
     EXPECT_EQ(controller->undoManager().undoActionName(), QStringLiteral("Import Direction Audio"));
     controller->undoManager().undo();
     EXPECT_FALSE(isVoiceDirected(1));
-    EXPECT_EQ(control<QLabel>(1, QStringLiteral("Direction duration of")), nullptr);
+    EXPECT_EQ(control<QLabel>(1, QStringLiteral("Duration of the direction of")), nullptr);
 }
 
 TEST_F(LineDirectionTest, ARefusedFileSaysWhyAndLeavesTheLineAlone) {
@@ -154,7 +156,7 @@ TEST_F(LineDirectionTest, DirectionAndGeneratedAudioAreDeletedAndComeBackByUndo)
     EXPECT_TRUE(directionURL(0).isEmpty());
 
     addTake(0);
-    Q_EMIT rowAt(0)->deleteTakeRequested();
+    editor->commands().deleteTake(idAt(0));
     EXPECT_FALSE(controller->runtime().hasGeneratedAudio(idAt(0)));
     controller->undoManager().undo();
     EXPECT_TRUE(controller->runtime().hasGeneratedAudio(idAt(0)));
@@ -257,22 +259,22 @@ TEST_F(LineDirectionTest, TheOtherTakesStayInReachWithoutTheOneInUse) {
     addTake(0);
     addTake(0);
     const model::TakeId first = line(0).takes.constFirst().id;
-    Q_EMIT rowAt(0)->deleteTakeRequested();
+    editor->commands().deleteTake(idAt(0));
     const auto picker = [this] { return control<QToolButton>(0, QStringLiteral("Take of")); };
     ASSERT_NE(picker(), nullptr);
     EXPECT_EQ(picker()->text(), QStringLiteral("Choose Take"));
-    EXPECT_LE(picker()->geometry().bottom(), rowAt(0)->height());
+    EXPECT_TRUE(rowAt(0)->rect().contains(picker()->parentWidget()->geometry()));
     EXPECT_EQ(control<QPushButton>(0, QStringLiteral("Generate"))->text(), QStringLiteral("Regenerate"));
     EXPECT_EQ(control<QToolButton>(0, QStringLiteral("Play")), nullptr);
-    Q_EMIT rowAt(0)->takeChosen(first);
+    editor->commands().switchTake(idAt(0), first);
     EXPECT_EQ(picker()->text(), QStringLiteral("Take 1"));
     EXPECT_NE(control<QToolButton>(0, QStringLiteral("Play")), nullptr);
 
     addTake(0);
     const model::Take lost = line(0).takes.constLast();
-    Q_EMIT rowAt(0)->takeChosen(first);
+    editor->commands().switchTake(idAt(0), first);
     ASSERT_TRUE(QFile::remove(controller->media().takeURL(lost).toLocalFile()));
-    Q_EMIT rowAt(0)->takeChosen(lost.id);
+    editor->commands().switchTake(idAt(0), lost.id);
     ASSERT_NE(picker(), nullptr);
     EXPECT_EQ(picker()->text(), QStringLiteral("Take 2 of 2, file missing"));
     EXPECT_EQ(control<QPushButton>(0, QStringLiteral("Generate"))->text(), QStringLiteral("Generate"));
@@ -359,7 +361,7 @@ TEST_F(LineDirectionSoundTest, TheRecordButtonRecordsIntoTheLineAndShowsTheRunni
     EXPECT_TRUE(isVoiceDirected(0));
     ASSERT_EQ(line(0).sourceRecordings.size(), 1);
     EXPECT_GE(line(0).sourceRecordings.constFirst().durationSeconds, 1.0);
-    EXPECT_NE(control<WaveformBarsView>(0, QStringLiteral("Direction playhead of")), nullptr);
+    EXPECT_NE(control<WaveformBarsView>(0, QStringLiteral("Playhead of the direction of")), nullptr);
 }
 
 TEST_F(LineDirectionSoundTest, ATakeGoesOnWhileItsRowIsOutOfViewAndAnImpatientStartIsToldSo) {
@@ -458,16 +460,16 @@ TEST_F(LineDirectionSoundTest, AMicrophonePulledOutInMidTakeLeavesThePartialTake
 TEST_F(LineDirectionSoundTest, PlayAndAClickInTheWaveformPlayTheDirection) {
     drop(1, {tone(QStringLiteral("read.wav"), 30.0)});
     ASSERT_TRUE(waitForDirection(1));
-    control<QToolButton>(1, QStringLiteral("Play direction of"))->click();
+    control<QToolButton>(1, QStringLiteral("Play the direction of"))->click();
     ASSERT_TRUE(waitForPlaying(1));
     EXPECT_TRUE(playback->isPlayingSource(idAt(1)));
-    auto *waveform = control<WaveformBarsView>(1, QStringLiteral("Direction playhead of"));
+    auto *waveform = control<WaveformBarsView>(1, QStringLiteral("Playhead of the direction of"));
     EXPECT_TRUE(waveform->showsProgress());
     QTest::mouseClick(waveform, Qt::LeftButton, Qt::NoModifier, QPoint(waveform->width() / 2, waveform->height() / 2));
     EXPECT_TRUE(playback->isPlayingSource(idAt(1)));
     EXPECT_NEAR(playback->playbackProgress(), 0.5, 0.05);
     EXPECT_TRUE(QTest::qWaitFor([&] { return waveform->progress() > 0.5; }, deadline));
-    control<QToolButton>(1, QStringLiteral("Stop direction of"))->click();
+    control<QToolButton>(1, QStringLiteral("Stop the direction of"))->click();
     EXPECT_FALSE(playback->isPlaying());
     QTest::mouseClick(waveform, Qt::LeftButton, Qt::NoModifier, QPoint(waveform->width() / 4, 3));
     EXPECT_TRUE(playback->isPlayingSource(idAt(1)));

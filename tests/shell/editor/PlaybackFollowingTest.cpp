@@ -5,8 +5,8 @@
 #include "controller/document/UndoManager.h"
 #include "controller/takes/LineRuntime.h"
 #include "controller/takes/MediaFiles.h"
+#include "shell/editor/row/WaveformBarsView.h"
 #include "shell/editor/ScriptEditorFixture.h"
-#include "shell/editor/WaveformBarsView.h"
 #include "support/SoundServerSession.h"
 
 using namespace Qt::StringLiterals;
@@ -98,7 +98,7 @@ TEST_F(PlaybackFollowingTest, ATakeSaysNothingOfThePlaceInAnotherOne) {
     addTake(0);
     editor->commands().play(idAt(0));
     ASSERT_TRUE(waitForProgress(0.02));
-    Q_EMIT rowAt(0)->takeChosen(controller->lines().find(idAt(0))->takes.constFirst().id);
+    editor->commands().switchTake(idAt(0), controller->lines().find(idAt(0))->takes.constFirst().id);
     EXPECT_FALSE(playback->isPlaying());
     EXPECT_FALSE(waveform(0).showsProgress());
     EXPECT_EQ(waveform(0).progress(), 0.0);

@@ -10,9 +10,9 @@
 #include "controller/script/LineEditing.h"
 #include "controller/script/Selection.h"
 #include "model/Project.h"
-#include "shell/editor/LineRow.h"
+#include "shell/editor/list/ScriptListView.h"
+#include "shell/editor/row/LineRow.h"
 #include "shell/editor/ScriptEditor.h"
-#include "shell/editor/ScriptListView.h"
 #include "shell/ShellSession.h"
 
 namespace orlenta::shell {

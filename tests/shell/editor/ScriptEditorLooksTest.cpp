@@ -10,10 +10,12 @@
 
 #include "controller/script/TabEditing.h"
 #include "controller/takes/TakeEditing.h"
-#include "shell/editor/NotesField.h"
+#include "shell/editor/row/LineHeader.h"
+#include "shell/editor/row/NotesField.h"
+#include "shell/editor/row/TakeStrip.h"
+#include "shell/editor/row/WaveformBarsView.h"
 #include "shell/editor/ScriptEditorFixture.h"
 #include "shell/editor/ScriptTabBar.h"
-#include "shell/editor/WaveformBarsView.h"
 #include "shell/theme/Theme.h"
 
 namespace orlenta::shell {
@@ -68,8 +70,11 @@ protected:
             if (const auto *text = qobject_cast<const ScriptTextField *>(widget)) {
                 EXPECT_GE(text->viewport()->height(), static_cast<int>(text->document()->size().height())) << what;
             }
-            if (widget->parentWidget() != nullptr && qobject_cast<const LineRow *>(widget->parentWidget()) != nullptr) {
-                EXPECT_TRUE(widget->parentWidget()->rect().contains(widget->geometry())) << what;
+            const QWidget *parent = widget->parentWidget();
+            if (qobject_cast<const LineRow *>(parent) != nullptr ||
+                qobject_cast<const LineHeader *>(parent) != nullptr ||
+                qobject_cast<const TakeStrip *>(parent) != nullptr) {
+                EXPECT_TRUE(parent->rect().contains(widget->geometry())) << what;
             }
         }
     }
@@ -108,15 +113,15 @@ TEST_F(ScriptEditorLooksTest, NothingIsClippedAtAnyInterfaceScale) {
 
 TEST_F(ScriptEditorLooksTest, WaveformsAtRestStandOutInEveryRowAndAppearance) {
     controller->selection().selectAlone(idAt(0));
-    rowAt(0)->directionWished(CommandId::SwitchDirectionMode);
+    editor->commands().carryOut(CommandId::SwitchDirectionMode, idAt(0), editor.get());
     for (const Appearance appearance : {Appearance::Light, Appearance::Dark}) {
         Theme::apply(appearance);
         for (const qsizetype selected : {0, 3}) {
             controller->selection().selectAlone(idAt(selected));
             settle();
-            const auto *waveform = rowAt(0)->findChild<WaveformBarsView *>(QString(), Qt::FindDirectChildrenOnly);
+            const auto *waveform = rowAt(0)->findChild<TakeStrip *>()->findChild<WaveformBarsView *>();
             const QImage row = rowAt(0)->grab().toImage();
-            const QRect place = waveform->geometry();
+            const QRect place(waveform->mapTo(rowAt(0), QPoint()), waveform->size());
             const QColor ground = row.pixelColor(place.left() - 2, place.center().y());
             EXPECT_EQ(ground, selected == 0 ? ThemeColors::of(editor->palette()).surfaceSelected
                                             : ThemeColors::of(editor->palette()).surface);

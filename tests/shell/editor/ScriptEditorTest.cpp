@@ -8,8 +8,8 @@
 #include "controller/document/UndoManager.h"
 #include "controller/takes/LineRuntime.h"
 #include "controller/takes/TakeEditing.h"
+#include "shell/editor/row/WaveformBarsView.h"
 #include "shell/editor/ScriptEditorFixture.h"
-#include "shell/editor/WaveformBarsView.h"
 
 namespace orlenta::shell {
 namespace {
@@ -143,7 +143,7 @@ TEST_F(ScriptEditorTest, ReturnPressesTheFocusedControlInsteadOfOpeningTheText) 
     rowAt(0)->focusControls();
     ASSERT_EQ(QApplication::focusWidget()->accessibleName(), QStringLiteral("Direction mode of line 1"));
     key(Qt::Key_Return);
-    EXPECT_TRUE(rowAt(0)->content().isVoiceDirected);
+    EXPECT_TRUE(rowAt(0)->content().header.isVoiceDirected);
     EXPECT_FALSE(controller->selection().editingLineId().has_value());
     auto *picker = control<QToolButton>(0, QStringLiteral("Take of line 1"));
     picker->setFocus();
@@ -158,20 +158,17 @@ TEST_F(ScriptEditorTest, SpaceOnAWaveformPlaysWhatTheWaveformShows) {
     open(projectWith(threeTexts));
     addTake(0);
     controller->selection().selectAlone(idAt(1));
-    QSignalSpy play(rowAt(0), &LineRow::playRequested);
-    QSignalSpy direction(rowAt(0), &LineRow::directionWished);
+    QSignalSpy asked(rowAt(0), &LineRow::commandRequested);
     auto *take = control<WaveformBarsView>(0, QStringLiteral("Playhead of line 1"));
     QTest::keyClick(take, Qt::Key_Space);
-    EXPECT_EQ(play.size(), 1);
-    EXPECT_EQ(direction.size(), 0);
-    rowAt(0)->directionWished(CommandId::SwitchDirectionMode);
-    auto *read = control<WaveformBarsView>(0, QStringLiteral("Direction playhead of line 1"));
+    ASSERT_EQ(asked.size(), 1);
+    EXPECT_EQ(asked.takeFirst().first().value<CommandId>(), CommandId::PlaySelection);
+    editor->commands().carryOut(CommandId::SwitchDirectionMode, idAt(0), editor.get());
+    auto *read = control<WaveformBarsView>(0, QStringLiteral("Playhead of the direction of line 1"));
     ASSERT_NE(read, nullptr);
-    direction.clear();
-    QTest::keyClick(read, Qt::Key_Space);
-    ASSERT_EQ(direction.size(), 1);
-    EXPECT_EQ(direction.first().first().value<CommandId>(), CommandId::PlayDirection);
-    EXPECT_EQ(play.size(), 1);
+    QTest::keyClick(read, Qt::Key_Return);
+    ASSERT_EQ(asked.size(), 1);
+    EXPECT_EQ(asked.first().first().value<CommandId>(), CommandId::PlayDirection);
 }
 
 TEST_F(ScriptEditorTest, ARowShowsHowItsSpeechStands) {
@@ -219,7 +216,7 @@ TEST_F(ScriptEditorTest, TheTakePickerSwitchesTakes) {
     addTake(1);
     auto *picker = control<QToolButton>(1, QStringLiteral("Take of line 2"));
     EXPECT_EQ(picker->text(), QStringLiteral("Take 2 of 2"));
-    rowAt(1)->openTakeMenu();
+    picker->click();
     auto *menu = rowAt(1)->findChild<QMenu *>();
     ASSERT_NE(menu, nullptr);
     ASSERT_EQ(menu->actions().size(), 4);
@@ -236,7 +233,7 @@ TEST_F(ScriptEditorTest, TheTakePickerSwitchesTakes) {
 TEST_F(ScriptEditorTest, TheWaveformOfALineInViewIsFetched) {
     open(projectWith(threeTexts));
     addTake(0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return rowAt(0)->content().waveform.size() == 200; }, 10000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return rowAt(0)->content().takes.audio->waveform.size() == 200; }, 10000));
 }
 
 TEST_F(ScriptEditorTest, TheDurationOfALineInViewAppearsOnceItHasBeenRead) {

@@ -1,4 +1,4 @@
-#include "shell/editor/BusyIndicator.h"
+#include "shell/editor/row/BusyIndicator.h"
 
 #include <algorithm>
 

@@ -5,7 +5,7 @@
 
 #include "controller/document/UndoManager.h"
 #include "controller/script/TabEditing.h"
-#include "shell/editor/NotesField.h"
+#include "shell/editor/row/NotesField.h"
 #include "shell/editor/ScriptEditorFixture.h"
 
 namespace orlenta::shell {

@@ -3,7 +3,7 @@
 #include <QtWidgets/QWidget>
 
 #include "controller/commands/Command.h"
-#include "shell/editor/LineRowContent.h"
+#include "shell/editor/row/LineRowContent.h"
 
 class QLabel;
 class QPushButton;
@@ -11,8 +11,8 @@ class QToolButton;
 
 namespace orlenta::shell {
 
+class AudioPlayer;
 class NoticeLabel;
-class WaveformBarsView;
 
 /// A line's spoken direction below its text: recording it, playing it, taking it from a file and taking it off. It
 /// holds nothing of its own and only tells what the user wants.
@@ -21,19 +21,17 @@ class DirectionStrip final : public QWidget {
 public:
     explicit DirectionStrip(QWidget *parent = nullptr);
 
-    void setContent(const DirectionContent &content);
-    /// Moves the playhead of what plays to that share of it, 0 to 1.
-    void setProgress(double progress);
+    /// `number` is the line's place in its tab.
+    void setContent(qsizetype number, const DirectionContent &content);
+    [[nodiscard]] AudioPlayer &player() const { return *m_player; }
     /// The controls that take the keyboard, in their order; some may be hidden.
     [[nodiscard]] QList<QWidget *> controls() const;
-    [[nodiscard]] WaveformBarsView &waveform() const { return *m_waveform; }
 
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }
     [[nodiscard]] int heightForWidth(int width) const override;
 
 Q_SIGNALS:
-    void wished(orlenta::controller::CommandId wish);
-    void seekRequested(double fraction);
+    void commandRequested(orlenta::controller::CommandId command);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -44,18 +42,16 @@ private:
     void makeControls();
     void layOut();
     void showRecording();
-    void showAudio();
     void showNames();
     void showReadings();
     void applyMeasures();
     void fitWords();
 
+    qsizetype m_number = 0;
     DirectionContent m_content;
     QLabel *m_icon = nullptr;
     QLabel *m_title = nullptr;
-    QToolButton *m_play = nullptr;
-    WaveformBarsView *m_waveform = nullptr;
-    QLabel *m_duration = nullptr;
+    AudioPlayer *m_player = nullptr;
     QPushButton *m_record = nullptr;
     QLabel *m_recordingTime = nullptr;
     QPushButton *m_import = nullptr;

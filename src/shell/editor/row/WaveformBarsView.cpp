@@ -1,4 +1,4 @@
-#include "shell/editor/WaveformBarsView.h"
+#include "shell/editor/row/WaveformBarsView.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,7 +10,8 @@
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 
-#include "shell/editor/ScriptAccessibility.h"
+#include "shell/editor/list/ScriptAccessibility.h"
+#include "shell/menus/CommandActions.h"
 #include "shell/theme/StylePainting.h"
 #include "shell/theme/Theme.h"
 
@@ -182,6 +183,11 @@ void WaveformBarsView::mousePressEvent(QMouseEvent *event) {
 }
 
 void WaveformBarsView::keyPressEvent(QKeyEvent *event) {
+    if (isKeyOf(*event, CommandId::PressControl)) {
+        if (!event->isAutoRepeat())
+            Q_EMIT playRequested();
+        return;
+    }
     const std::optional<double> wanted = placeForKey(event->key(), m_progress);
     if (!wanted)
         return event->ignore();

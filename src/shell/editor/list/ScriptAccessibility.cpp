@@ -1,14 +1,14 @@
-#include "shell/editor/ScriptAccessibility.h"
+#include "shell/editor/list/ScriptAccessibility.h"
 
 #include <algorithm>
 
 #include <QtWidgets/QAccessibleWidget>
 #include <QtWidgets/QScrollBar>
 
-#include "shell/editor/LineRow.h"
-#include "shell/editor/NoticeLabel.h"
-#include "shell/editor/ScriptListView.h"
-#include "shell/editor/WaveformBarsView.h"
+#include "shell/controls/NoticeLabel.h"
+#include "shell/editor/list/ScriptListView.h"
+#include "shell/editor/row/LineRow.h"
+#include "shell/editor/row/WaveformBarsView.h"
 
 namespace orlenta::shell {
 namespace {

@@ -1,7 +1,8 @@
-#include "shell/editor/ScriptTextField.h"
+#include "shell/editor/row/ScriptTextField.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include <QtCore/QMimeData>
 #include <QtGui/QDragEnterEvent>
@@ -75,6 +76,27 @@ void ScriptTextField::setSourceSelection(const controller::TextRange &range) {
     cursor.setPosition(static_cast<int>(std::clamp<qsizetype>(range.location + range.length, 0, last)),
                        QTextCursor::KeepAnchor);
     setTextCursor(cursor);
+}
+
+void ScriptTextField::forgetText() {
+    setAllowsEditing(false);
+    m_content.reset();
+}
+
+void ScriptTextField::setContent(const LineTextContent &content) {
+    const std::optional<LineTextContent> before = std::exchange(m_content, content);
+    const bool wasFlushed = before && before->typingFlushVersion != content.typingFlushVersion;
+    // While a key is being handled the field is ahead of the line; only a line that has changed overrules it.
+    const bool hasNewText = before && (before->text != content.text || wasFlushed);
+    if (!before || (hasNewText && sourceText() != content.text)) {
+        const controller::TextRange selection = sourceSelection();
+        setSourceText(content.text);
+        if (content.isEditing)
+            setSourceSelection(content.selection.value_or(selection));
+    } else if (wasFlushed) {
+        clearTypingUndo();
+    }
+    setAllowsEditing(content.isEditing);
 }
 
 void ScriptTextField::setAllowsEditing(bool allowsEditing) {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "shell/editor/HeightIndex.h"
+#include "shell/editor/list/HeightIndex.h"
 
 namespace orlenta::shell {
 namespace {

@@ -5,7 +5,7 @@
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 
-#include "shell/editor/WaveformBarsView.h"
+#include "shell/editor/row/WaveformBarsView.h"
 #include "shell/theme/ThemeColors.h"
 
 namespace orlenta::shell {

@@ -6,6 +6,7 @@
 #include <QtWidgets/QTextEdit>
 
 #include "controller/script/TextRange.h"
+#include "shell/editor/row/LineRowContent.h"
 
 namespace orlenta::shell {
 
@@ -25,8 +26,11 @@ public:
     [[nodiscard]] virtual controller::TextRange sourceSelection() const;
     virtual void setSourceSelection(const controller::TextRange &range);
 
+    /// Shows this text. The caret stays where the text does.
+    void setContent(const LineTextContent &content);
+    /// What is shown next is another line's text, which shares nothing with this one.
+    void forgetText();
     [[nodiscard]] bool allowsEditing() const { return m_allowsEditing; }
-    void setAllowsEditing(bool allowsEditing);
     /// What was typed has become a step of the project's undo: the field forgets its own.
     void clearTypingUndo();
     /// Puts the caret under a point of the viewport.
@@ -67,6 +71,10 @@ protected:
     void dragEnterEvent(QDragEnterEvent *event) override;
 
 private:
+    void setAllowsEditing(bool allowsEditing);
+
+    /// Nothing yet, or again.
+    std::optional<LineTextContent> m_content;
     bool m_allowsEditing = false;
     bool m_isUpdatingFromModel = false;
 };

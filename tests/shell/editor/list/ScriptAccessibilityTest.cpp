@@ -1,8 +1,8 @@
 #include <QtGui/QAccessible>
 #include <QtWidgets/QLabel>
 
-#include "shell/editor/DirectionStrip.h"
-#include "shell/editor/NoticeLabel.h"
+#include "shell/controls/NoticeLabel.h"
+#include "shell/editor/row/DirectionStrip.h"
 #include "shell/editor/ScriptEditorFixture.h"
 
 namespace orlenta::shell {
@@ -91,15 +91,16 @@ TEST_F(ScriptAccessibilityTest, MessagesAndReadingsAreSpokenAsTheyStand) {
     QAccessibleInterface *notice = findNamed(window, QStringLiteral("Audio import failed: a & b"));
     ASSERT_NE(notice, nullptr);
     EXPECT_EQ(notice->role(), QAccessible::Notification);
-    EXPECT_NE(findNamed(window, QStringLiteral("Duration of line 2, %1").arg(rowAt(1)->content().duration)), nullptr);
+    EXPECT_NE(
+        findNamed(window, QStringLiteral("Duration of line 2, %1").arg(rowAt(1)->content().takes.audio->duration)),
+        nullptr);
 
     DirectionStrip strip;
     DirectionContent content;
-    content.number = 1;
     content.isRecording = true;
     content.recordingTime = QStringLiteral("0:04");
     content.error = QStringLiteral("Couldn't start recording.");
-    strip.setContent(content);
+    strip.setContent(1, content);
     QAccessibleInterface *direction = QAccessible::queryAccessibleInterface(&strip);
     EXPECT_NE(findNamed(direction, QStringLiteral("Recording time of line 1, 0:04")), nullptr);
     QAccessibleInterface *problem =

@@ -1,20 +1,19 @@
 #pragma once
 
+#include <functional>
+
 #include <QtCore/QList>
 #include <QtCore/QMetaObject>
 
 #include "model/ProjectTab.h"
-#include "shell/editor/LineRowContent.h"
+#include "shell/editor/row/LineRowContent.h"
+#include "shell/editor/row/RowHeightEstimator.h"
 
 namespace orlenta::shell {
-
-class LineRow;
 
 /// What a script list shows: the lines in their order, and each one's content when it comes into view. Main thread.
 class ScriptListSource {
 public:
-    using Outline = LineOutline;
-
     ScriptListSource() = default;
     virtual ~ScriptListSource() = default;
     ScriptListSource(const ScriptListSource &) = delete;
@@ -22,10 +21,11 @@ public:
 
     [[nodiscard]] virtual const model::LineIdList &lineIds() const = 0;
     /// Cheap: it is asked for every line when a tab opens.
-    [[nodiscard]] virtual Outline outline(const model::LineId &id) const = 0;
+    [[nodiscard]] virtual LineOutline outline(const model::LineId &id) const = 0;
     [[nodiscard]] virtual LineRowContent content(const model::LineId &id, qsizetype index) const = 0;
-    /// Ties a row to the changes of the line that it shows from now on.
-    virtual QMetaObject::Connection watch(const model::LineId &id, LineRow *row) = 0;
+    /// Calls back when what a row shows of the line is out of date, until disconnected or `row` is gone.
+    virtual QMetaObject::Connection watch(const model::LineId &id, QObject *row,
+                                          const std::function<void()> &changed) = 0;
 };
 
 } // namespace orlenta::shell

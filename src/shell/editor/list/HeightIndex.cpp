@@ -1,4 +1,4 @@
-#include "shell/editor/HeightIndex.h"
+#include "shell/editor/list/HeightIndex.h"
 
 #include <algorithm>
 #include <bit>

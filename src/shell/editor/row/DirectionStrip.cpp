@@ -1,4 +1,4 @@
-#include "shell/editor/DirectionStrip.h"
+#include "shell/editor/row/DirectionStrip.h"
 
 #include <algorithm>
 
@@ -9,8 +9,8 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QToolButton>
 
-#include "shell/editor/NoticeLabel.h"
-#include "shell/editor/WaveformBarsView.h"
+#include "shell/controls/NoticeLabel.h"
+#include "shell/editor/row/AudioPlayer.h"
 #include "shell/menus/CommandActions.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/StylePainting.h"
@@ -19,28 +19,19 @@
 using namespace Qt::StringLiterals;
 
 namespace orlenta::shell {
-namespace {
-
-// Shown until the peaks have been extracted.
-const QList<qreal> &quietBars() {
-    static const QList<qreal> heights{3, 5, 7, 5, 4, 6, 8, 6, 4, 5, 7, 5};
-    return heights;
-}
-
-} // namespace
 
 DirectionStrip::DirectionStrip(QWidget *parent) : QWidget(parent) {
     makeControls();
     layOut();
     applyMeasures();
-    const auto wish = [this](CommandId what) { return [this, what] { Q_EMIT wished(what); }; };
-    connect(m_record, &QPushButton::clicked, this, wish(CommandId::Record));
-    connect(m_play, &QToolButton::clicked, this, wish(CommandId::PlayDirection));
-    connect(m_import, &QPushButton::clicked, this, wish(CommandId::ImportDirection));
-    connect(m_delete, &QToolButton::clicked, this, wish(CommandId::DeleteDirection));
-    connect(m_waveform, &WaveformBarsView::seekRequested, this, &DirectionStrip::seekRequested);
+    const auto asks = [this](QAbstractButton *button, CommandId command) {
+        connect(button, &QAbstractButton::clicked, this, [this, command] { Q_EMIT commandRequested(command); });
+    };
+    asks(m_record, CommandId::Record);
+    asks(m_import, CommandId::ImportDirection);
+    asks(m_delete, CommandId::DeleteDirection);
+    connect(m_player, &AudioPlayer::commandRequested, this, &DirectionStrip::commandRequested);
     showRecording();
-    showAudio();
 }
 
 void DirectionStrip::makeControls() {
@@ -48,13 +39,7 @@ void DirectionStrip::makeControls() {
     m_icon->setAccessibleName(u"Direction"_s);
     m_icon->setToolTip(u"Direction"_s);
     m_title = new QLabel(u"Direction"_s, this);
-    m_play = new QToolButton(this);
-    m_play->setAutoRaise(true);
-    m_waveform = new WaveformBarsView(this);
-    m_waveform->setFallbackHeights(quietBars());
-    m_waveform->setToolTip(u"Click to play the direction from here (Left, Right, Home, End; Space plays)"_s);
-    m_waveform->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    m_duration = new QLabel(this);
+    m_player = new AudioPlayer(controller::AudioKind::SourceRecording, this);
     m_record = new QPushButton(this);
     m_recordingTime = new QLabel(this);
     m_import = new QPushButton(this);
@@ -69,13 +54,12 @@ void DirectionStrip::makeControls() {
 
 void DirectionStrip::layOut() {
     auto *row = new QHBoxLayout;
-    for (QWidget *widget :
-         {static_cast<QWidget *>(m_icon), static_cast<QWidget *>(m_title), static_cast<QWidget *>(m_play)})
-        row->addWidget(widget);
-    row->addWidget(m_waveform, 1);
-    for (QWidget *widget : {static_cast<QWidget *>(m_duration), static_cast<QWidget *>(m_record),
-                            static_cast<QWidget *>(m_recordingTime), static_cast<QWidget *>(m_import)})
-        row->addWidget(widget);
+    row->addWidget(m_icon);
+    row->addWidget(m_title);
+    row->addWidget(m_player, 1);
+    row->addWidget(m_record);
+    row->addWidget(m_recordingTime);
+    row->addWidget(m_import);
     row->addWidget(m_hint, 1);
     row->addWidget(m_delete);
     // Keeps the controls together at the left where nothing takes the room.
@@ -86,7 +70,7 @@ void DirectionStrip::layOut() {
 }
 
 QList<QWidget *> DirectionStrip::controls() const {
-    return {m_play, m_waveform, m_record, m_import, m_delete};
+    return m_player->controls() << m_record << m_import << m_delete;
 }
 
 int DirectionStrip::heightForWidth(int width) const {
@@ -94,31 +78,19 @@ int DirectionStrip::heightForWidth(int width) const {
     return layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width) : layout()->totalSizeHint().height();
 }
 
-void DirectionStrip::setContent(const DirectionContent &content) {
-    if (m_content == content)
+void DirectionStrip::setContent(qsizetype number, const DirectionContent &content) {
+    if (m_number == number && m_content == content)
         return;
-    const DirectionContent before = std::exchange(m_content, content);
-    if (before.isRecording != content.isRecording || before.hasAudio != content.hasAudio)
-        showRecording();
-    if (before.number != content.number || before.isRecording != content.isRecording ||
-        before.playback != content.playback)
-        showNames();
-    if (before.number != content.number || before.recordingTime != content.recordingTime ||
-        before.duration != content.duration || before.error != content.error)
-        showReadings();
-    showAudio();
-}
-
-void DirectionStrip::setProgress(double progress) {
-    if (m_content.playback == RowPlayback::Idle)
-        return;
-    m_content.progress = progress;
-    m_waveform->setProgress(progress, m_content.playback);
+    m_number = number;
+    m_content = content;
+    showRecording();
+    showReadings();
+    showNames();
 }
 
 void DirectionStrip::showRecording() {
     const bool isRecording = m_content.isRecording;
-    const bool hasAudio = m_content.hasAudio;
+    const bool hasAudio = m_content.audio.has_value();
     // With a take on the line, its waveform needs the room that the words take.
     const bool hasWords = isRecording || !hasAudio;
     m_record->setText(!hasWords ? QString() : isRecording ? u"Stop"_s : u"Record"_s);
@@ -131,45 +103,28 @@ void DirectionStrip::showRecording() {
         Theme::setRole(button, hasWords ? ButtonRole::Normal : ButtonRole::Quiet);
     m_icon->setPixmap(Icon::named(u"microphone"_s, isRecording ? Icon::Tint::Danger : Icon::Tint::Muted)
                           .pixmap(QSize(Theme::iconSize(this), Theme::iconSize(this)), devicePixelRatioF()));
+    m_player->setContent(m_number, isRecording ? std::nullopt : m_content.audio);
+    m_delete->setVisible(hasAudio && !isRecording);
     m_recordingTime->setVisible(isRecording);
     m_import->setVisible(!isRecording);
     m_hint->setText(isRecording ? u"Recording"_s : u"or drop an audio file here"_s);
     fitWords();
 }
 
-void DirectionStrip::showAudio() {
-    const bool shows = m_content.hasAudio && !m_content.isRecording;
-    for (QWidget *widget : {static_cast<QWidget *>(m_play), static_cast<QWidget *>(m_waveform),
-                            static_cast<QWidget *>(m_duration), static_cast<QWidget *>(m_delete)})
-        widget->setVisible(shows);
-    if (!shows)
-        return;
-    const bool isPlaying = m_content.playback == RowPlayback::Playing;
-    m_play->setIcon(Icon::named(isPlaying ? u"stop"_s : u"play"_s));
-    m_play->setToolTip(isPlaying ? tipWithKey(u"Stop"_s, CommandId::PlayDirection) : tipOf(CommandId::PlayDirection));
-    m_waveform->setSamples(m_content.waveform);
-    m_waveform->setShowsProgress(m_content.playback != RowPlayback::Idle);
-    m_waveform->setProgress(m_content.playback == RowPlayback::Idle ? 0.0 : m_content.progress, m_content.playback);
-}
-
 // What these say is spoken with what they are about: alone, "0:04" tells nothing.
 void DirectionStrip::showReadings() {
-    const QString line = QStringLiteral("line %1").arg(m_content.number);
+    const QString line = u"line %1"_s.arg(m_number);
     m_recordingTime->setText(m_content.recordingTime);
     m_recordingTime->setAccessibleName(QStringLiteral("Recording time of %1, %2").arg(line, m_content.recordingTime));
-    m_duration->setText(m_content.duration);
-    m_duration->setAccessibleName(QStringLiteral("Direction duration of %1, %2").arg(line, m_content.duration));
     m_error->setNotice(QStringLiteral("Recording problem of %1").arg(line), m_content.error);
     m_error->setVisible(!m_content.error.isEmpty());
 }
 
 void DirectionStrip::showNames() {
-    const QString line = QStringLiteral("line %1").arg(m_content.number);
+    const QString line = u"line %1"_s.arg(m_number);
     const auto name = [&line](QWidget *widget, const QString &words) { widget->setAccessibleName(words.arg(line)); };
     name(this, u"Direction of %1"_s);
     name(m_record, m_content.isRecording ? u"Stop recording direction of %1"_s : u"Record direction of %1"_s);
-    name(m_play, m_content.playback == RowPlayback::Playing ? u"Stop direction of %1"_s : u"Play direction of %1"_s);
-    name(m_waveform, u"Direction playhead of %1"_s);
     name(m_import, u"Import direction audio of %1"_s);
     name(m_delete, u"Delete direction audio of %1"_s);
 }
@@ -181,16 +136,13 @@ void DirectionStrip::applyMeasures() {
     layout()->setSpacing(unit);
     layout()->itemAt(0)->layout()->setSpacing(unit * 2);
     const int icon = Theme::iconSize(this);
-    for (QAbstractButton *button : {static_cast<QAbstractButton *>(m_play), static_cast<QAbstractButton *>(m_record),
-                                    static_cast<QAbstractButton *>(m_import), static_cast<QAbstractButton *>(m_delete)})
+    for (QAbstractButton *button : {static_cast<QAbstractButton *>(m_record), static_cast<QAbstractButton *>(m_import),
+                                    static_cast<QAbstractButton *>(m_delete)})
         button->setIconSize({icon, icon});
     m_import->setIcon(Icon::named(u"import"_s));
     m_delete->setIcon(Icon::named(u"trash"_s, Icon::Tint::Muted));
-    m_waveform->setMaxBarHeight(unit * 5.0);
-    m_waveform->setBars(std::max(1.5, unit / 2.0), std::max(1.0, unit * 0.375));
-    m_waveform->setColor(colors.textMuted, colors.field);
-    m_waveform->setMinimumSize(unit * 8, m_waveform->sizeHint().height());
-    for (QLabel *label : {m_title, m_duration, m_hint}) {
+    m_player->setColor(colors.textMuted, colors.field);
+    for (QLabel *label : {m_title, m_hint}) {
         QPalette muted = palette();
         muted.setColor(QPalette::WindowText, colors.textMuted);
         label->setPalette(muted);
@@ -220,7 +172,7 @@ void DirectionStrip::resizeEvent(QResizeEvent *event) {
 void DirectionStrip::fitWords() {
     // The icons say it, too, where the controls need the room.
     const int units = width() / Theme::unit(this);
-    const bool isEmpty = !m_content.hasAudio && !m_content.isRecording;
+    const bool isEmpty = !m_content.audio && !m_content.isRecording;
     m_title->setVisible(units >= (isEmpty ? 74 : 95));
     m_hint->setVisible(m_content.isRecording || (isEmpty && units >= 118));
 }

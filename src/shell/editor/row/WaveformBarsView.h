@@ -4,14 +4,14 @@
 #include <QtGui/QColor>
 #include <QtWidgets/QWidget>
 
-#include "shell/editor/LineRowContent.h"
+#include "shell/editor/row/LineRowContent.h"
 
 namespace orlenta::shell {
 
 /// A line's audio as bars, with the share that has been played. Clicking in it asks for a seek, as do the arrow keys,
-/// Page Up, Page Down, Home and End while it has the focus. Measures are in logical pixels.
-/// Assistive technology can read the place at any time, but is told a change of it only at rest and for the user's own
-/// seeks.
+/// Page Up, Page Down, Home and End while it has the focus; Space and Return ask to play. Measures are in logical
+/// pixels. Assistive technology can read the place at any time, but is told a change of it only at rest and for the
+/// user's own seeks.
 class WaveformBarsView final : public QWidget {
     Q_OBJECT
 public:
@@ -44,6 +44,8 @@ public:
 
 Q_SIGNALS:
     void seekRequested(double fraction);
+    /// Space or Return: play what the waveform shows, or stop.
+    void playRequested();
     /// The place is another one than was told last, at rest or by the user's own doing: assistive technology is told.
     void placeTold(int percent);
 

@@ -1,8 +1,8 @@
-#include "shell/editor/NoticeLabel.h"
+#include "shell/controls/NoticeLabel.h"
 
 #include <QtGui/QAccessible>
 
-#include "shell/editor/ScriptAccessibility.h"
+#include "shell/editor/list/ScriptAccessibility.h"
 
 namespace orlenta::shell {
 namespace {

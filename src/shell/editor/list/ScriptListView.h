@@ -7,8 +7,8 @@
 #include <QtWidgets/QAbstractScrollArea>
 
 #include "model/ProjectTab.h"
-#include "shell/editor/HeightIndex.h"
-#include "shell/editor/LineRow.h"
+#include "shell/editor/list/HeightIndex.h"
+#include "shell/editor/row/LineRow.h"
 
 namespace orlenta::shell {
 

@@ -1,4 +1,4 @@
-#include "shell/editor/ScriptListView.h"
+#include "shell/editor/list/ScriptListView.h"
 
 #include <algorithm>
 #include <limits>
@@ -9,8 +9,8 @@
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QScrollBar>
 
-#include "shell/editor/ScriptAccessibility.h"
-#include "shell/editor/ScriptListSource.h"
+#include "shell/editor/list/ScriptAccessibility.h"
+#include "shell/editor/list/ScriptListSource.h"
 #include "shell/theme/Theme.h"
 
 namespace orlenta::shell {
@@ -65,7 +65,7 @@ void ScriptListView::rebuildHeights() {
     if (width != m_layoutWidth)
         m_measured.clear();
     m_layoutWidth = width;
-    const LineRow::Estimator estimate(this, width);
+    const RowHeightEstimator estimate(*this, width);
     std::vector<int> heights;
     heights.reserve(static_cast<size_t>(m_ids.size()));
     for (const model::LineId &id : m_ids) {
@@ -248,7 +248,7 @@ LineRow *ScriptListView::realise(qsizetype index) {
     row->resize(viewport()->width(), row->height());
     row->setContent(m_source.content(id, index));
     row->setListHasFocus(hasFocus());
-    row->setWatch(m_source.watch(id, row));
+    row->setWatch(m_source.watch(id, row, [this, row] { refreshRow(row->lineId()); }));
     return row;
 }
 
@@ -260,7 +260,6 @@ LineRow *ScriptListView::takeRow() {
     }
     auto *row = new LineRow(m_makeTextField, viewport());
     connect(row, &LineRow::heightChanged, this, &ScriptListView::layOutRows);
-    connect(row, &LineRow::lineChanged, this, [this, row] { refreshRow(row->lineId()); });
     connect(row, &LineRow::controlsLeft, this, [this] { setFocus(Qt::OtherFocusReason); });
     Q_EMIT rowCreated(row);
     return row;

@@ -1,4 +1,4 @@
-#include "shell/editor/NotesField.h"
+#include "shell/editor/row/NotesField.h"
 
 #include <cmath>
 

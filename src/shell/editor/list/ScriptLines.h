@@ -1,10 +1,13 @@
 #pragma once
 
+#include <optional>
+
 #include <QtCore/QUrl>
 
-#include "shell/editor/ScriptListSource.h"
+#include "controller/takes/AudioKind.h"
+#include "model/ProjectLine.h"
 
-class QUrl;
+#include "shell/editor/list/ScriptListSource.h"
 
 namespace orlenta::audio {
 class PlaybackController;
@@ -23,20 +26,20 @@ public:
     explicit ScriptLines(controller::ProjectSession &session);
 
     [[nodiscard]] const model::LineIdList &lineIds() const override;
-    [[nodiscard]] Outline outline(const model::LineId &id) const override;
+    [[nodiscard]] LineOutline outline(const model::LineId &id) const override;
     /// Asks for the line's waveforms and durations, too, where they are missing; its row is told when they arrive.
     [[nodiscard]] LineRowContent content(const model::LineId &id, qsizetype index) const override;
     /// The file that the playhead is in. A line that has come to another one shows nothing of its progress.
     void setHeardAudio(const QUrl &file) { m_heard = file; }
     [[nodiscard]] const QUrl &heardAudio() const { return m_heard; }
-    QMetaObject::Connection watch(const model::LineId &id, LineRow *row) override;
+    QMetaObject::Connection watch(const model::LineId &id, QObject *row, const std::function<void()> &changed) override;
 
 private:
-    void fillAudio(LineRowContent &content) const;
-    void fillTakes(LineRowContent &content) const;
-    void fillDirection(LineRowContent &content) const;
-    void fillPlayback(LineRowContent &content) const;
-    [[nodiscard]] QString durationText(const model::LineId &id, const QUrl &file, const QString &context) const;
+    [[nodiscard]] LineHeaderContent header(const model::ProjectLine &line) const;
+    [[nodiscard]] TakesContent takes(const model::ProjectLine &line) const;
+    [[nodiscard]] std::optional<DirectionContent> direction(const model::ProjectLine &line) const;
+    [[nodiscard]] AudioContent audio(const model::LineId &id, controller::AudioKind kind, const QUrl &file,
+                                     const QList<float> &peaks) const;
 
     controller::ProjectController &m_controller;
     audio::PlaybackController &m_playback;

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QtWidgets/QWidget>
+
+#include "controller/commands/Command.h"
+#include "controller/takes/AudioKind.h"
+#include "shell/editor/row/LineRowContent.h"
+
+class QLabel;
+class QToolButton;
+
+namespace orlenta::shell {
+
+class WaveformBarsView;
+
+/// One sound of a line with its play button, waveform and duration.
+class AudioPlayer final : public QWidget {
+    Q_OBJECT
+public:
+    AudioPlayer(controller::AudioKind kind, QWidget *parent);
+
+    /// `number` is the line's place in its tab. Without a sound the player hides.
+    void setContent(qsizetype number, const std::optional<AudioContent> &content);
+    /// Moves the playhead to that share of the sound, 0 to 1.
+    void setProgress(double progress);
+    /// The colour of the waveform, on that ground.
+    void setColor(const QColor &color, const QColor &ground);
+    /// What takes the keyboard, in its order.
+    [[nodiscard]] QList<QWidget *> controls() const;
+
+Q_SIGNALS:
+    void commandRequested(orlenta::controller::CommandId command);
+    void seekRequested(orlenta::controller::AudioKind kind, double fraction);
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    void showPlayback();
+    void showNames();
+    void applyMeasures();
+
+    const controller::AudioKind m_kind;
+    qsizetype m_number = 0;
+    AudioContent m_content;
+    QToolButton *m_play;
+    WaveformBarsView *m_waveform;
+    QLabel *m_duration;
+};
+
+} // namespace orlenta::shell

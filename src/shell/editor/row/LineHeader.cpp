@@ -1,0 +1,177 @@
+#include "shell/editor/row/LineHeader.h"
+
+#include <algorithm>
+
+#include <QtCore/QEvent>
+#include <QtGui/QPainter>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QToolButton>
+
+#include "shell/editor/row/BusyIndicator.h"
+#include "shell/menus/CommandActions.h"
+#include "shell/theme/Icon.h"
+#include "shell/theme/Theme.h"
+
+using namespace Qt::StringLiterals;
+
+namespace orlenta::shell {
+
+LineHeader::LineHeader(QWidget *parent)
+    : QWidget(parent), m_mode(new QToolButton(this)), m_notes(new QToolButton(this)), m_generate(new QPushButton(this)),
+      m_busy(new BusyIndicator(this)), m_voiceHint(new QLabel(u"Select a voice in the inspector to generate"_s, this)) {
+    m_voiceHint->setWordWrap(true);
+    m_notes->setToolTip(tipOf(CommandId::EditNotes));
+    for (QToolButton *button : {m_mode, m_notes})
+        button->setAutoRaise(true);
+    const auto asks = [this](QAbstractButton *button, CommandId command) {
+        connect(button, &QAbstractButton::clicked, this, [this, command] { Q_EMIT commandRequested(command); });
+    };
+    asks(m_mode, CommandId::SwitchDirectionMode);
+    asks(m_notes, CommandId::EditNotes);
+    asks(m_generate, CommandId::Generate);
+    applyMeasures();
+    showGeneration();
+    showDirection();
+}
+
+QList<QWidget *> LineHeader::controls() const {
+    return {m_mode, m_notes, m_generate};
+}
+
+void LineHeader::setContent(qsizetype number, const LineHeaderContent &content) {
+    if (number == m_number && content == m_content)
+        return;
+    m_number = number;
+    m_content = content;
+    showGeneration();
+    showDirection();
+    showNames();
+    layOut();
+    update();
+}
+
+void LineHeader::setGround(const QColor &ground) {
+    if (std::exchange(m_ground, ground) != ground)
+        update();
+}
+
+void LineHeader::showGeneration() {
+    const bool isGenerating = m_content.generation == RowGeneration::Generating;
+    const bool isFirst = !m_content.isSpoken;
+    m_voiceHint->setVisible(m_content.generation == RowGeneration::NoVoice);
+    m_generate->setVisible(m_content.generation != RowGeneration::NoVoice);
+    m_busy->setVisible(isGenerating);
+    m_generate->setText(isGenerating ? u"Generating..."_s : isFirst ? u"Generate"_s : u"Regenerate"_s);
+    m_generate->setAccessibleDescription(m_generate->text());
+    m_generate->setEnabled(!isGenerating);
+    Theme::setRole(m_generate, isFirst ? ButtonRole::Normal : ButtonRole::Quiet);
+    m_generate->setIcon(isGenerating ? QIcon() : Icon::named(isFirst ? u"waveform"_s : u"arrow-clockwise"_s));
+    m_generate->setToolTip(
+        tipWithKey(isFirst ? u"Speak this line"_s : u"Speak this line again, as a new take"_s, CommandId::Generate));
+}
+
+void LineHeader::showDirection() {
+    const bool isVoice = m_content.isVoiceDirected;
+    m_mode->setIcon(Icon::named(u"microphone"_s, isVoice ? Icon::Tint::Accent : Icon::Tint::Muted));
+    m_mode->setToolTip(tipWithKey(isVoice ? u"Directed by voice; direct by text instead"_s
+                                          : u"Directed by text; direct by voice instead"_s,
+                                  CommandId::SwitchDirectionMode));
+    m_mode->setAccessibleDescription(isVoice ? u"Voice"_s : u"Text"_s);
+    m_notes->setIcon(Icon::named(u"note"_s, m_content.hasNotes ? Icon::Tint::Accent : Icon::Tint::Muted));
+}
+
+void LineHeader::showNames() {
+    const QString line = u"line %1"_s.arg(m_number);
+    m_generate->setAccessibleName(u"Generate %1"_s.arg(line));
+    m_mode->setAccessibleName(u"Direction mode of %1"_s.arg(line));
+    m_notes->setAccessibleName(u"Edit notes of %1"_s.arg(line));
+}
+
+QFont LineHeader::nameFont() const {
+    QFont name = font();
+    name.setWeight(QFont::DemiBold);
+    return name;
+}
+
+LineHeader::Places LineHeader::placesFor(int width) const {
+    const int unit = Theme::unit(this);
+    const QFontMetrics names(nameFont());
+    const QSize action = m_generate->sizeHint();
+    const QSize bare = m_mode->sizeHint();
+    Places places;
+    places.height = std::max({action.height(), bare.height(), names.height()});
+    int right = width;
+    const auto fromRight = [&](const QSize &size, int gap) {
+        const QRect place(right - size.width(), (places.height - size.height()) / 2, size.width(), size.height());
+        right = place.left() - gap;
+        return place;
+    };
+    const int numberWidth = std::max(names.horizontalAdvance(QString::number(m_number)) + unit * 2, unit * 6);
+    places.number = QRect(0, 0, numberWidth, places.height);
+    if (m_content.generation != RowGeneration::NoVoice)
+        places.generate = fromRight(action, unit);
+    places.notes = fromRight(bare, 0);
+    places.mode = fromRight(bare, unit * 2);
+    bool hintBelow = false;
+    if (m_content.generation == RowGeneration::NoVoice) {
+        const int wanted = m_voiceHint->fontMetrics().horizontalAdvance(m_voiceHint->text()) + unit;
+        hintBelow = wanted > right - numberWidth - unit * 20;
+        if (!hintBelow)
+            places.voiceHint = fromRight(QSize(wanted, places.height), unit * 2);
+    } else if (m_content.generation == RowGeneration::Generating) {
+        places.busy = fromRight(m_busy->sizeHint(), unit * 2);
+    }
+    places.name = QRect(numberWidth, 0, std::max(0, right - numberWidth), places.height);
+    if (hintBelow) {
+        places.voiceHint = QRect(0, places.height + unit, width, m_voiceHint->heightForWidth(width));
+        places.height = places.voiceHint.bottom() + 1;
+    }
+    return places;
+}
+
+void LineHeader::layOut() {
+    m_places = placesFor(width());
+    m_mode->setGeometry(m_places.mode);
+    m_notes->setGeometry(m_places.notes);
+    m_generate->setGeometry(m_places.generate);
+    m_busy->setGeometry(m_places.busy);
+    m_voiceHint->setGeometry(m_places.voiceHint);
+}
+
+void LineHeader::resizeEvent(QResizeEvent *event) {
+    QWidget::resizeEvent(event);
+    layOut();
+}
+
+void LineHeader::changeEvent(QEvent *event) {
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange && event->type() != QEvent::FontChange)
+        return;
+    applyMeasures();
+    layOut();
+}
+
+void LineHeader::applyMeasures() {
+    QPalette muted = palette();
+    muted.setColor(QPalette::WindowText, ThemeColors::of(palette()).textMuted);
+    m_voiceHint->setPalette(muted);
+    const int icon = Theme::iconSize(this);
+    for (QAbstractButton *button : {static_cast<QAbstractButton *>(m_mode), static_cast<QAbstractButton *>(m_notes),
+                                    static_cast<QAbstractButton *>(m_generate)})
+        button->setIconSize({icon, icon});
+}
+
+void LineHeader::paintEvent(QPaintEvent *) {
+    const ThemeColors &colors = ThemeColors::of(palette());
+    QPainter painter(this);
+    painter.setFont(nameFont());
+    painter.setPen(colors.textMuted);
+    painter.drawText(m_places.number, Qt::AlignVCenter | Qt::AlignLeft, QString::number(m_number));
+    painter.setPen(m_content.stripe.isValid() ? readableOn(m_ground, m_content.stripe) : colors.textMuted);
+    const QString name = m_content.castName.isEmpty() ? u"No voice"_s : m_content.castName;
+    painter.drawText(m_places.name, Qt::AlignVCenter | Qt::AlignLeft,
+                     painter.fontMetrics().elidedText(name, Qt::ElideRight, m_places.name.width()));
+}
+
+} // namespace orlenta::shell

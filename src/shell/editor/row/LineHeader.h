@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QtWidgets/QWidget>
+
+#include "controller/commands/Command.h"
+#include "shell/editor/row/LineRowContent.h"
+
+class QLabel;
+class QPushButton;
+class QToolButton;
+
+namespace orlenta::shell {
+
+class BusyIndicator;
+
+/// The top of a line's row: its number, the cast name, and the buttons for its direction, its notes and its speech.
+class LineHeader final : public QWidget {
+    Q_OBJECT
+public:
+    explicit LineHeader(QWidget *parent);
+
+    /// `number` is the line's place in its tab.
+    void setContent(qsizetype number, const LineHeaderContent &content);
+    /// The colour that the header stands on.
+    void setGround(const QColor &ground);
+    /// What takes the keyboard, in its order; some may be hidden.
+    [[nodiscard]] QList<QWidget *> controls() const;
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int width) const override { return placesFor(width).height; }
+
+Q_SIGNALS:
+    void commandRequested(orlenta::controller::CommandId command);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    struct Places {
+        QRect number;
+        QRect name;
+        QRect mode;
+        QRect notes;
+        QRect generate;
+        QRect busy;
+        QRect voiceHint;
+        int height = 0;
+    };
+
+    void showGeneration();
+    void showDirection();
+    void showNames();
+    void applyMeasures();
+    void layOut();
+    [[nodiscard]] QFont nameFont() const;
+    [[nodiscard]] Places placesFor(int width) const;
+
+    qsizetype m_number = 0;
+    LineHeaderContent m_content;
+    QColor m_ground;
+    Places m_places;
+    QToolButton *m_mode;
+    QToolButton *m_notes;
+    QPushButton *m_generate;
+    BusyIndicator *m_busy;
+    QLabel *m_voiceHint;
+};
+
+} // namespace orlenta::shell

@@ -1,0 +1,368 @@
+#include "shell/editor/row/LineRow.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QtCore/QMimeData>
+#include <QtGui/QAccessible>
+#include <QtGui/QDragEnterEvent>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QPainter>
+#include <QtGui/QPainterPath>
+#include <QtWidgets/QAbstractButton>
+
+#include "shell/editor/row/AudioPlayer.h"
+#include "shell/editor/row/DirectionStrip.h"
+#include "shell/editor/row/LineHeader.h"
+#include "shell/editor/row/NotesField.h"
+#include "shell/editor/row/TakeStrip.h"
+#include "shell/editor/row/WaveformBarsView.h"
+#include "shell/menus/CommandActions.h"
+#include "shell/theme/StylePainting.h"
+#include "shell/theme/Theme.h"
+
+using namespace Qt::StringLiterals;
+
+namespace orlenta::shell {
+namespace {
+
+QList<QUrl> localFiles(const QMimeData &data) {
+    QList<QUrl> files = data.urls();
+    files.removeIf([](const QUrl &url) { return !url.isLocalFile(); });
+    return files;
+}
+
+} // namespace
+
+LineRow::LineRow(const ScriptTextField::Factory &makeTextField, QWidget *parent)
+    : QWidget(parent), m_header(new LineHeader(this)), m_text(makeTextField(this)), m_takes(new TakeStrip(this)) {
+    setAcceptDrops(true);
+    connectText();
+    connect(m_header, &LineHeader::commandRequested, this, &LineRow::commandRequested);
+    connect(&m_takes->player(), &AudioPlayer::commandRequested, this, &LineRow::commandRequested);
+    connect(&m_takes->player(), &AudioPlayer::seekRequested, this, &LineRow::seekRequested);
+    connect(m_takes, &TakeStrip::menuRequested, this, &LineRow::takeMenuRequested);
+    handleKeysOf(m_header->controls());
+    handleKeysOf(m_takes->controls());
+}
+
+LineRow::~LineRow() {
+    disconnect(m_watch);
+}
+
+void LineRow::connectText() {
+    connect(m_text, &ScriptTextField::editRequested, this, &LineRow::editRequested);
+    connect(m_text, &ScriptTextField::clicked, this,
+            [this](Qt::KeyboardModifiers modifiers) { Q_EMIT clicked(modifiers, true); });
+}
+
+void LineRow::handleKeysOf(const QList<QWidget *> &controls) {
+    for (QWidget *control : controls)
+        control->installEventFilter(this);
+}
+
+void LineRow::setWatch(const QMetaObject::Connection &watch) {
+    disconnect(m_watch);
+    m_watch = watch;
+}
+
+void LineRow::setContent(const LineRowContent &content) {
+    const LineRowContent before = std::exchange(m_content, content);
+    const bool isOtherLine = before.id != content.id;
+    if (isOtherLine)
+        m_text->forgetText();
+    m_text->setContent(content.text);
+    m_header->setContent(content.number, content.header);
+    m_takes->setContent(content.number, content.takes);
+    showDirection();
+    // What was written on another line must not come back on this one.
+    if (m_notes != nullptr && isOtherLine)
+        m_notes->document()->clearUndoRedoStacks();
+    showNotes();
+    showNames(before);
+    showGround();
+    if (!isOtherLine && before.isSelected != content.isSelected) {
+        QAccessibleEvent event(this, content.isSelected ? QAccessible::SelectionAdd : QAccessible::SelectionRemove);
+        QAccessible::updateAccessibility(&event);
+    }
+    const Qt::FocusPolicy policy = content.isCurrent ? Qt::TabFocus : Qt::NoFocus;
+    for (QWidget *control : controls())
+        control->setFocusPolicy(control != m_notes ? policy : content.isCurrent ? Qt::StrongFocus : Qt::ClickFocus);
+    layOut();
+    update();
+}
+
+void LineRow::setProgress(controller::AudioKind kind, double progress) {
+    if (kind == controller::AudioKind::Generated)
+        m_takes->player().setProgress(progress);
+    else if (m_direction != nullptr)
+        m_direction->player().setProgress(progress);
+}
+
+void LineRow::showGround() {
+    const ThemeColors &colors = ThemeColors::of(palette());
+    const QColor ground = m_content.isSelected || m_isDropTarget ? colors.surfaceSelected : colors.surface;
+    const QColor &stripe = m_content.header.stripe;
+    m_header->setGround(ground);
+    m_takes->player().setColor(stripe.isValid() ? stripe : colors.accent, ground);
+}
+
+void LineRow::showDirection() {
+    if (!m_content.direction) {
+        if (m_direction != nullptr)
+            m_direction->hide();
+        return;
+    }
+    if (m_direction == nullptr) {
+        m_direction = new DirectionStrip(this);
+        connect(m_direction, &DirectionStrip::commandRequested, this, &LineRow::commandRequested);
+        connect(&m_direction->player(), &AudioPlayer::seekRequested, this, &LineRow::seekRequested);
+        handleKeysOf(m_direction->controls());
+    }
+    m_direction->setContent(m_content.number, *m_content.direction);
+    m_direction->show();
+}
+
+void LineRow::showNotes() {
+    // Another window in front is no end: the caret comes back here.
+    const bool isOpen = m_notes != nullptr && window()->focusWidget() == m_notes;
+    const bool shows = isOpen || !m_content.notes.isEmpty();
+    if (shows && m_notes == nullptr)
+        makeNotes();
+    if (m_notes == nullptr)
+        return;
+    m_notes->setNotes(m_content.notes);
+    m_notes->setVisible(shows);
+}
+
+void LineRow::makeNotes() {
+    m_notes = new NotesField(this);
+    m_notes->setAccessibleName(u"Notes of line %1"_s.arg(m_content.number));
+    handleKeysOf({m_notes});
+    connect(m_notes, &NotesField::notesEdited, this, &LineRow::notesEdited);
+    connect(m_notes, &NotesField::entered, this, &LineRow::notesEntered);
+    connect(m_notes, &NotesField::left, this, [this] {
+        showNotes();
+        layOut();
+    });
+}
+
+void LineRow::editNotes() {
+    if (m_notes == nullptr)
+        makeNotes();
+    m_notes->show();
+    m_notes->moveCursor(QTextCursor::End);
+    m_notes->setFocus(Qt::OtherFocusReason);
+    layOut();
+}
+
+void LineRow::showNames(const LineRowContent &before) {
+    const QString number = QString::number(m_content.number);
+    if (before.number != m_content.number) {
+        m_text->setAccessibleName(u"Text of line %1"_s.arg(number));
+        if (m_notes != nullptr)
+            m_notes->setAccessibleName(u"Notes of line %1"_s.arg(number));
+    }
+    if (before.id == m_content.id && before.number == m_content.number && before.text.text == m_content.text.text &&
+        before.header.castName == m_content.header.castName)
+        return;
+    const QString cast = m_content.header.castName.isEmpty() ? u"no voice"_s : m_content.header.castName;
+    const QString text = m_content.text.text.simplified();
+    setAccessibleName(u"Line %1, %2, %3"_s.arg(number, cast, text.isEmpty() ? u"empty"_s : text));
+}
+
+bool LineRow::isPinned() const {
+    // Another window in front doesn't take it: it comes back here.
+    const QWidget *focus = window()->focusWidget();
+    return focus != nullptr && isAncestorOf(focus);
+}
+
+void LineRow::setListHasFocus(bool listHasFocus) {
+    if (std::exchange(m_listHasFocus, listHasFocus) != listHasFocus)
+        update();
+}
+
+void LineRow::setDropTarget(bool isDropTarget) {
+    if (std::exchange(m_isDropTarget, isDropTarget) == isDropTarget)
+        return;
+    showGround();
+    update();
+}
+
+void LineRow::mousePressEvent(QMouseEvent *event) {
+    if (event->button() == Qt::LeftButton)
+        Q_EMIT clicked(event->modifiers(), false);
+}
+
+void LineRow::mouseDoubleClickEvent(QMouseEvent *event) {
+    if (event->button() == Qt::LeftButton)
+        Q_EMIT editRequested(m_text->viewport()->mapFrom(this, event->position().toPoint()));
+}
+
+void LineRow::contextMenuEvent(QContextMenuEvent *event) {
+    Q_EMIT menuRequested(event->globalPos());
+}
+
+void LineRow::dragEnterEvent(QDragEnterEvent *event) {
+    if (localFiles(*event->mimeData()).isEmpty())
+        return event->ignore();
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    setDropTarget(true);
+}
+
+void LineRow::dragLeaveEvent(QDragLeaveEvent *) {
+    setDropTarget(false);
+}
+
+void LineRow::dropEvent(QDropEvent *event) {
+    setDropTarget(false);
+    const QList<QUrl> files = localFiles(*event->mimeData());
+    if (files.isEmpty())
+        return event->ignore();
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    Q_EMIT filesDropped(files);
+}
+
+void LineRow::changeEvent(QEvent *event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        showGround();
+    if (event->type() != QEvent::FontChange)
+        return;
+    m_text->applyScriptFont();
+    Q_EMIT heightChanged();
+}
+
+bool LineRow::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    auto *control = qobject_cast<QWidget *>(watched);
+    auto *button = qobject_cast<QAbstractButton *>(watched);
+    const auto &key = *static_cast<QKeyEvent *>(event);
+    // In the waveform the arrows move the playhead, in the notes the caret.
+    const bool takesArrows = button == nullptr;
+    const bool isArrow = key.key() == Qt::Key_Left || key.key() == Qt::Key_Right;
+    const bool isSpace = key.key() == Qt::Key_Space;
+    if (isKeyOf(key, CommandId::LeaveControls)) {
+        Q_EMIT controlsLeft();
+    } else if (button != nullptr && !isSpace && isKeyOf(key, CommandId::PressControl)) {
+        // The list would take Return for the line's text.
+        if (!key.isAutoRepeat())
+            button->click();
+    } else if (takesArrows && isArrow) {
+        return QWidget::eventFilter(watched, event);
+    } else if (isKeyOf(key, CommandId::NextControl)) {
+        moveFocus(control, 1);
+    } else if (isKeyOf(key, CommandId::PreviousControl)) {
+        moveFocus(control, -1);
+    } else {
+        return QWidget::eventFilter(watched, event);
+    }
+    return true;
+}
+
+QList<QWidget *> LineRow::controls() const {
+    QList<QWidget *> all = m_header->controls();
+    if (m_notes != nullptr)
+        all.append(m_notes);
+    if (m_direction != nullptr)
+        all.append(m_direction->controls());
+    return all + m_takes->controls();
+}
+
+void LineRow::focusControls() {
+    moveFocus(nullptr, 1);
+}
+
+void LineRow::moveFocus(QWidget *from, int step) {
+    QList<QWidget *> open = controls();
+    open.removeIf([this, from](const QWidget *control) {
+        return !control->isVisibleTo(this) || (!control->isEnabled() && control != from);
+    });
+    if (open.isEmpty())
+        return;
+    const qsizetype at = open.indexOf(from);
+    const qsizetype next = at < 0 ? 0 : (at + step + open.size()) % open.size();
+    open.at(next)->setFocus(step > 0 ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+}
+
+LineRow::Places LineRow::placesFor(int width) const {
+    const int unit = Theme::unit(this);
+    Places places;
+    places.card = QRect(unit * 3, unit, std::max(width - unit * 6, unit * 20), 0);
+    const int stripe = std::max(4, unit);
+    const QRect inner = places.card.adjusted(stripe + unit * 3, unit * 2, -unit * 3, 0);
+    // The fields have a margin of their own; their text lines up with the header.
+    const int outset = static_cast<int>(m_text->document()->documentMargin());
+    const QRect textColumn = inner.adjusted(-outset, 0, outset, 0);
+    int y = inner.top();
+    const auto below = [&y](const QRect &column, int height) {
+        const QRect place(column.left(), y, column.width(), height);
+        y = place.bottom() + 1;
+        return place;
+    };
+    places.header = below(inner, m_header->heightForWidth(inner.width()));
+    y += unit;
+    places.text = below(textColumn, m_text->heightForTextWidth(textColumn.width()));
+    if (m_notes != nullptr && !m_notes->isHidden())
+        places.notes = below(textColumn, m_notes->heightForTextWidth(textColumn.width()));
+    if (m_direction != nullptr && !m_direction->isHidden()) {
+        y += unit;
+        places.direction = below(inner, m_direction->heightForWidth(inner.width()));
+    }
+    if (!m_takes->isHidden()) {
+        y += unit;
+        // The play button has room around its mark, which lines up with the header, too.
+        places.takes = below(inner.adjusted(-unit, 0, 0, 0), m_takes->sizeHint().height());
+    }
+    places.card.setHeight(y + unit * 2 - places.card.top());
+    places.stripe = QRect(places.card.left(), places.card.top(), stripe, places.card.height());
+    places.height = places.card.bottom() + 1 + unit;
+    return places;
+}
+
+void LineRow::layOut() {
+    m_places = placesFor(width());
+    m_header->setGeometry(m_places.header);
+    m_text->setGeometry(m_places.text);
+    if (m_notes != nullptr)
+        m_notes->setGeometry(m_places.notes);
+    if (m_direction != nullptr)
+        m_direction->setGeometry(m_places.direction);
+    m_takes->setGeometry(m_places.takes);
+    if (m_places.height != height() && isVisible())
+        Q_EMIT heightChanged();
+}
+
+void LineRow::resizeEvent(QResizeEvent *event) {
+    QWidget::resizeEvent(event);
+    if (event->size().width() != event->oldSize().width())
+        layOut();
+}
+
+void LineRow::paintEvent(QPaintEvent *) {
+    const ThemeColors &colors = ThemeColors::of(palette());
+    const qreal radius = Theme::radius(this) * 1.3;
+    const bool isMarked = m_content.isSelected || m_isDropTarget;
+    const bool hasKeyboard = m_content.text.isEditing || hasListFocus();
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPainterPath outline;
+    outline.addRoundedRect(QRectF(m_places.card).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    painter.fillPath(outline, isMarked ? colors.surfaceSelected : colors.surface);
+    if (m_content.header.stripe.isValid()) {
+        painter.save();
+        painter.setClipPath(outline);
+        painter.fillRect(m_places.stripe, m_content.header.stripe);
+        painter.restore();
+    }
+    QPen border(isMarked ? colors.accent : colors.border, hasKeyboard || m_isDropTarget ? 2.0 : 1.0);
+    if (m_isDropTarget)
+        border.setStyle(Qt::DashLine);
+    painter.setPen(border);
+    painter.drawPath(outline);
+}
+
+} // namespace orlenta::shell

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QtCore/QtGlobal>
+
+class QWidget;
+
+namespace orlenta::shell {
+
+/// What decides a row's height, roughly.
+struct LineOutline {
+    qsizetype textLength = 0;
+    bool hasAudio = false;
+    bool hasDirection = false;
+    bool hasNotes = false;
+};
+
+/// Heights of rows of a width, in pixels, told from the length of their text without laying it out.
+class RowHeightEstimator final {
+public:
+    RowHeightEstimator(const QWidget &list, int width);
+
+    [[nodiscard]] int height(const LineOutline &outline) const;
+
+private:
+    double m_charactersPerLine = 1.0;
+    double m_lineHeight = 0.0;
+    int m_bare = 0;
+    int m_audio = 0;
+    int m_direction = 0;
+    int m_notes = 0;
+};
+
+} // namespace orlenta::shell
