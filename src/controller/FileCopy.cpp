@@ -6,7 +6,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
-#include "base/AtomicFile.h"
+#include "base/files/AtomicFile.h"
 
 namespace orlenta::controller {
 namespace {

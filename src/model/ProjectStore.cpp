@@ -10,7 +10,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
-#include "base/AtomicFile.h"
+#include "base/files/AtomicFile.h"
 #include "model/FileNameGuard.h"
 #include "model/ProjectJson.h"
 

@@ -12,7 +12,7 @@
 #include "audio/files/WavHeader.h"
 #include "audio/FileSizeLimit.h"
 #include "audio/ToneMeasurement.h"
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
 
 namespace orlenta::audio::test {
 namespace {

@@ -9,7 +9,7 @@
 #include "audio/recording/RecordingWriter.h"
 #include "audio/RecordingTest.h"
 #include "audio/ToneMeasurement.h"
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
 
 namespace orlenta::audio {
 namespace {

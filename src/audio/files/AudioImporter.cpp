@@ -13,9 +13,9 @@
 #include "audio/files/AudioFileReader.h"
 #include "audio/files/ConvertingReader.h"
 #include "audio/files/WavFileWriter.h"
-#include "base/AtomicFile.h"
+#include "base/files/AtomicFile.h"
+#include "base/files/PrivateFolders.h"
 #include "base/LogCategories.h"
-#include "base/PrivateFolders.h"
 
 namespace orlenta::audio {
 namespace {

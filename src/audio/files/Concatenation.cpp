@@ -18,8 +18,8 @@
 #include "audio/files/ConvertingReader.h"
 #include "audio/files/WavFileWriter.h"
 #include "audio/files/WavHeader.h"
+#include "base/files/PrivateFolders.h"
 #include "base/LogCategories.h"
-#include "base/PrivateFolders.h"
 
 namespace orlenta::audio {
 namespace {

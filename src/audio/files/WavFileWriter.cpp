@@ -13,7 +13,7 @@
 #include <QtCore/QtEndian>
 
 #include "audio/files/WavHeader.h"
-#include "base/AtomicFile.h"
+#include "base/files/AtomicFile.h"
 
 namespace orlenta::audio {
 namespace {

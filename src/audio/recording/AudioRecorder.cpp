@@ -11,7 +11,7 @@
 #include "audio/playback/RoutedAudioPlayer.h"
 #include "audio/recording/MicrophonePermission.h"
 #include "audio/recording/RecordingWriter.h"
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
 #include "base/UserDefaults.h"
 
 namespace orlenta::audio {

@@ -12,7 +12,7 @@
 
 #include "audio/files/AudioImporter.h"
 #include "audio/recording/LeftoverRecordings.h"
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
 #include "controller/document/Edit.h"
 #include "controller/ProjectController.h"
 #include "controller/takes/AudioInstaller.h"

@@ -7,7 +7,7 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QPointer>
 
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
 #include "controller/FileCopy.h"
 #include "controller/ProjectController.h"
 #include "controller/takes/MediaFiles.h"

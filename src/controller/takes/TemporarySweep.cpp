@@ -5,7 +5,7 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
 
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
 
 namespace orlenta::controller {
 namespace {

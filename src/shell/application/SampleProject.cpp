@@ -6,7 +6,7 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QStandardPaths>
 
-#include "base/AtomicFile.h"
+#include "base/files/AtomicFile.h"
 
 using namespace Qt::StringLiterals;
 

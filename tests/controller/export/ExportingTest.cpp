@@ -18,7 +18,7 @@
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
-#include "base/AtomicFile.h"
+#include "base/files/AtomicFile.h"
 #include "controller/script/Selection.h"
 #include "controller/ScriptProject.h"
 #include "controller/takes/MediaFiles.h"

@@ -14,7 +14,7 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
 #include "controller/script/Selection.h"
 #include "controller/takes/MediaFiles.h"
 #include "controller/takes/TakeEditing.h"

@@ -1,4 +1,4 @@
-#include "base/FileError.h"
+#include "base/files/FileError.h"
 
 #include <cstring>
 

@@ -3,7 +3,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
-#include "base/FileError.h"
+#include "base/files/FileError.h"
 #include "base/Result.h"
 
 namespace orlenta::base {
