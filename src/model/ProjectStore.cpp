@@ -11,6 +11,8 @@
 #include <QtCore/QFileInfo>
 
 #include "base/files/AtomicFile.h"
+#include "base/files/PendingFile.h"
+#include "base/files/RegularFile.h"
 #include "model/FileNameGuard.h"
 #include "model/ProjectJson.h"
 

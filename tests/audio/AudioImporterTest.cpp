@@ -10,9 +10,9 @@
 #include "audio/AudioTestFiles.h"
 #include "audio/files/AudioFileReader.h"
 #include "audio/files/WavHeader.h"
-#include "audio/FileSizeLimit.h"
 #include "audio/ToneMeasurement.h"
 #include "base/files/PrivateFolders.h"
+#include "support/FileSizeLimit.h"
 
 namespace orlenta::audio::test {
 namespace {
@@ -87,7 +87,7 @@ TEST(AudioImporter, ARefusedFileSaysWhyAndLeavesNothing) {
     const QUrl text = fileURL(folder.writeBytes(QStringLiteral("text.wav"), "no sound"));
     const QUrl missing = fileURL(folder.path(QStringLiteral("missing.m4a")));
     const QUrl large = fileURL(folder.write(QStringLiteral("large.wav"), noise(60000, 16), {44100, 1, wav16}));
-    const FileSizeLimit limit(96 * 1024);
+    const testing::FileSizeLimit limit(96 * 1024);
     for (const QUrl &source : {text, missing, large}) {
         const auto failed = AudioImporter::importDirectionAudio(source, target);
         ASSERT_FALSE(failed);

@@ -4,12 +4,12 @@
 #include <QtCore/QElapsedTimer>
 
 #include "audio/files/AudioFileReader.h"
-#include "audio/FileSizeLimit.h"
 #include "audio/recording/MicrophonePermission.h"
 #include "audio/recording/RecordingWriter.h"
 #include "audio/RecordingTest.h"
 #include "audio/ToneMeasurement.h"
 #include "base/files/PrivateFolders.h"
+#include "support/FileSizeLimit.h"
 
 namespace orlenta::audio {
 namespace {
@@ -292,7 +292,7 @@ TEST_P(AudioRecorderTest, AFullDiskIsToldAndWhatWasRecordedStaysReadable) {
     const QStringList before = caches.entryList(QDir::Files);
     ASSERT_TRUE(start());
     {
-        const test::FileSizeLimit limit(30000);
+        const testing::FileSizeLimit limit(30000);
         ASSERT_TRUE(QTest::qWaitFor([&] { return !recorder.isRecording(); }, deadline));
     }
     ASSERT_TRUE(recorder.errorMessage().has_value());

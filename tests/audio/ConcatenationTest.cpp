@@ -8,8 +8,8 @@
 
 #include "audio/AudioTestFiles.h"
 #include "audio/files/AudioFileReader.h"
-#include "audio/FileSizeLimit.h"
 #include "audio/ToneMeasurement.h"
+#include "support/FileSizeLimit.h"
 
 namespace orlenta::audio::test {
 namespace {
@@ -125,7 +125,7 @@ TEST(Concatenation, FailuresAreWordedAndLeaveNothing) {
     EXPECT_EQ(missing.error().code(), 0);
     EXPECT_TRUE(missing.error().description().contains(QStringLiteral("gone.wav")));
 
-    const FileSizeLimit limit(64 * 1024);
+    const testing::FileSizeLimit limit(64 * 1024);
     EXPECT_FALSE(concatenateAudio({good}, output));
     EXPECT_EQ(folder.names(), QStringList{QStringLiteral("good.wav")});
 }

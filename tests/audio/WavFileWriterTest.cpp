@@ -11,7 +11,7 @@
 
 #include "audio/AudioTestFiles.h"
 #include "audio/files/WavHeader.h"
-#include "audio/FileSizeLimit.h"
+#include "support/FileSizeLimit.h"
 
 namespace orlenta::audio::test {
 namespace {
@@ -93,7 +93,7 @@ TEST(WavFileWriter, AFullDiskIsToldAndTheOldFileStays) {
     auto writer = WavFileWriter::create(path, {44100, 1, 16});
     ASSERT_TRUE(writer);
     {
-        const FileSizeLimit limit(64 * 1024);
+        const testing::FileSizeLimit limit(64 * 1024);
         const auto written = writer.value().writeFrames(std::span<const double>(samples));
         ASSERT_FALSE(written);
         EXPECT_EQ(written.error().kind, AudioFileError::Kind::CannotWrite);

@@ -3,29 +3,36 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
+#include "base/files/ContentCopy.h"
 #include "base/files/FileError.h"
+#include "base/files/RegularFile.h"
 #include "base/Result.h"
 
 namespace orlenta::base {
 
-/// The one safe write: on success the file at `path` holds exactly `data`, and both the file and its folder's entry are
-/// on disk. On a failure it stands as it was, byte for byte, and no temporary file is left; only when the very last
-/// step fails, the flush of the folder, does the new content stand in place without being certain to outlive a power
-/// cut. Blocking; any thread; writers of one folder, in whatever process, take turns.
-///
-/// The temporary file is "<name>.tmp" beside the target; one left by a process that was killed is replaced. An existing
-/// target keeps its mode, and a link to it stays a link; a new one gets 0644 less the umask. QSaveFile is no
-/// substitute: it takes a short write for a success and never syncs the folder.
+// The one way that data reaches a file of the user's. On success the file holds all of the new content, and it and its
+// folder's entry are on disk; on a failure it stands as it was, byte for byte, and no temporary file is left. Only
+// where the very last step fails, the flush of the folder, is the new content in place without being certain to outlive
+// a power cut. The file may be a link, which stays one; see PendingFile for the temporary file and the mode. QSaveFile
+// is no substitute: it takes a short write for a success and never flushes the folder. Blocking; any thread.
+
+/// Replaces or makes the file with `data`.
 Result<void, FileError> writeAtomically(const QString &path, const QByteArray &data);
 
-/// Removes what a killed process may have left of its last safe write to `path`. Waits for a write in progress.
-/// Blocking; any thread.
-void removeStaleTemporary(const QString &path);
+/// Replaces or makes `destination` with the content of the plain file `source`; its mode stays behind. A file copied
+/// onto itself is left as it is.
+Result<void, FileError> copyAtomically(const QString &source, const QString &destination,
+                                       const CopyControl &control = {});
+/// The same from a file that is open, whatever has become of its name.
+Result<void, FileError> copyAtomically(const RegularFile &source, const QString &destination,
+                                       const CopyControl &control = {});
 
-/// Flushes a file that something else wrote, and the entry of its folder, to disk. Blocking; any thread.
+/// Makes a finished file, which may not be on disk yet, `destination`: by a rename, or where that can't be done, across
+/// file systems say, by a copy. The source is gone then, unless it can't be removed.
+Result<void, FileError> moveAtomically(const QString &source, const QString &destination,
+                                       const CopyControl &control = {});
+
+/// Flushes a file or folder that is in place already, and its own folder's entry, to disk.
 Result<void, FileError> syncToDisk(const QString &path);
-
-/// Reads a whole file; a pipe, device or folder is refused, so that reading can't wait for ever. Blocking; any thread.
-Result<QByteArray, FileError> readWholeFile(const QString &path);
 
 } // namespace orlenta::base

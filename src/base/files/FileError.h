@@ -13,6 +13,8 @@ struct FileError {
 
     /// "<file name>: <reason>", as a user reads it.
     [[nodiscard]] QString description() const;
+    /// It was the caller who called the operation off.
+    [[nodiscard]] bool isCancelled() const;
 
     [[nodiscard]] static FileError fromErrno(const QString &path, int code);
     [[nodiscard]] static FileError withReason(const QString &path, const QString &reason);
