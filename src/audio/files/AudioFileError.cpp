@@ -39,4 +39,8 @@ AudioFileError AudioFileError::fromErrno(Kind kind, const QString &path, int cod
     return {kind, path, QString::fromLocal8Bit(std::strerror(code))};
 }
 
+AudioFileError AudioFileError::fromFileError(Kind kind, const base::FileError &error) {
+    return {kind, error.path, error.reason};
+}
+
 } // namespace orlenta::audio

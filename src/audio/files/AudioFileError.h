@@ -2,6 +2,8 @@
 
 #include <QtCore/QString>
 
+#include "base/files/FileError.h"
+
 namespace orlenta::audio {
 
 /// Why an audio file could not be read, written or converted.
@@ -32,6 +34,7 @@ struct AudioFileError {
     [[nodiscard]] QString description() const;
 
     [[nodiscard]] static AudioFileError fromErrno(Kind kind, const QString &path, int code);
+    [[nodiscard]] static AudioFileError fromFileError(Kind kind, const base::FileError &error);
 
     friend bool operator==(const AudioFileError &, const AudioFileError &) = default;
 };

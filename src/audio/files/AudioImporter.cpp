@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <cmath>
-#include <cstdio>
 #include <vector>
 
 #include <QtCore/QDir>
@@ -14,6 +13,8 @@
 #include "audio/files/ConvertingReader.h"
 #include "audio/files/WavFileWriter.h"
 #include "base/files/AtomicFile.h"
+#include "base/files/ContentCopy.h"
+#include "base/files/PendingFile.h"
 #include "base/files/PrivateFolders.h"
 #include "base/LogCategories.h"
 
@@ -25,7 +26,6 @@ using ImportOutcome = base::Result<void, AudioFileError>;
 constexpr WavFormat standardDirectionFormat{48000, 1, 24};
 constexpr double standardRateTolerance = 0.5;
 constexpr qsizetype importedBlockFrames = 16384;
-constexpr qint64 stagedBlockBytes = 1 << 20;
 
 QString lowerExtension(const QUrl &url) {
     return QFileInfo(url.toLocalFile()).suffix().toLower();
@@ -46,25 +46,19 @@ QString importingPath(const QString &destination) {
            extension;
 }
 
-AudioFileError copyingError(const QString &path, const QString &reason) {
-    return {AudioFileError::Kind::CannotWrite, path, reason};
-}
-
-ImportOutcome copyOntoDisk(const QString &source, const QString &destination) {
-    QFile file(source);
-    if (!file.copy(destination))
-        return base::fail(copyingError(destination, file.errorString()));
-    if (const auto synced = base::syncToDisk(destination); !synced)
-        return base::fail(copyingError(destination, synced.error().reason));
+ImportOutcome importOutcome(const base::Result<void, base::FileError> &result) {
+    if (!result)
+        return base::fail(AudioFileError::fromFileError(AudioFileError::Kind::CannotWrite, result.error()));
     return {};
 }
 
-ImportOutcome replaceByRename(const QString &from, const QString &to) {
-    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
-        return base::fail(AudioFileError::fromErrno(AudioFileError::Kind::CannotWrite, to, errno));
-    if (const auto synced = base::syncToDisk(to); !synced)
-        return base::fail(copyingError(to, synced.error().reason));
-    return {};
+base::Result<void, base::FileError> copyAside(const base::RegularFile &lent, const QString &path) {
+    auto copy = base::PendingFile::create(path);
+    if (!copy)
+        return base::fail(copy.error());
+    if (auto copied = base::copyContent(lent, copy.value(), {}); !copied)
+        return copied;
+    return copy.value().commit(lent.size, base::Flush::Never);
 }
 
 AudioImporterError loggedFailure(const AudioFileError &error) {
@@ -79,7 +73,7 @@ base::Result<double, AudioFileError> importThrough(const QString &temporary, con
     QFile::remove(temporary);
     const QUrl temporaryURL = QUrl::fromLocalFile(temporary);
     const ImportOutcome stored = AudioImporter::canCopyWithoutConversion(source)
-                                     ? copyOntoDisk(source.toLocalFile(), temporary)
+                                     ? importOutcome(base::copyAtomically(source.toLocalFile(), temporary))
                                      : AudioImporter::convertToStandardDirectionWAV(source, temporaryURL);
     if (!stored)
         return base::fail(stored.error());
@@ -89,7 +83,7 @@ base::Result<double, AudioFileError> importThrough(const QString &temporary, con
     if (*duration <= 0.0)
         return base::fail(AudioFileError{AudioFileError::Kind::UnsupportedFormat, source.toLocalFile(),
                                          QStringLiteral("it holds no sound")});
-    if (const auto moved = replaceByRename(temporary, destination); !moved)
+    if (const auto moved = importOutcome(base::moveAtomically(temporary, destination)); !moved)
         return base::fail(moved.error());
     return duration;
 }
@@ -174,34 +168,24 @@ base::Result<double, AudioFileError> AudioImporter::durationSeconds(const QUrl &
     return static_cast<double>(reader.value().frames()) / reader->sampleRate();
 }
 
-base::Result<std::shared_ptr<QFile>, AudioImporterError> AudioImporter::openDroppedFile(const QUrl &url) {
+base::Result<std::shared_ptr<const base::RegularFile>, AudioImporterError>
+AudioImporter::openDroppedFile(const QUrl &url) {
     if (!isSupportedExtension(lowerExtension(url)))
         return base::fail(AudioImporterError::unsupportedFormat);
-    const QString source = url.toLocalFile();
-    // To copy a pipe would wait for ever for a writer.
-    if (!QFileInfo(source).isFile())
-        return base::fail(loggedFailure({AudioFileError::Kind::CannotOpen, source, QStringLiteral("not a file")}));
-    auto lent = std::make_shared<QFile>(source);
-    if (!lent->open(QIODevice::ReadOnly))
-        return base::fail(loggedFailure({AudioFileError::Kind::CannotOpen, source, lent->errorString()}));
-    return lent;
+    auto lent = base::openRegularFile(url.toLocalFile());
+    if (!lent)
+        return base::fail(loggedFailure(AudioFileError::fromFileError(AudioFileError::Kind::CannotOpen, lent.error())));
+    return std::shared_ptr<const base::RegularFile>(std::make_shared<base::RegularFile>(std::move(lent).value()));
 }
 
-base::Result<QUrl, AudioImporterError> AudioImporter::stageDroppedFile(const std::shared_ptr<QFile> &lent) {
+base::Result<QUrl, AudioImporterError>
+AudioImporter::stageDroppedFile(const std::shared_ptr<const base::RegularFile> &lent) {
     const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
     const QString staged = base::PrivateFolders::temporary() + QStringLiteral("/OrlentaDroppedAudio-") + uuid + u'.' +
-                           QFileInfo(lent->fileName()).suffix();
-    QFile copy(staged);
-    bool isCopied = copy.open(QIODevice::WriteOnly | QIODevice::Truncate);
-    while (isCopied && !lent->atEnd()) {
-        const QByteArray block = lent->read(stagedBlockBytes);
-        isCopied = !block.isEmpty() && copy.write(block) == block.size();
-    }
-    if (isCopied && copy.flush())
-        return QUrl::fromLocalFile(staged);
-    copy.remove();
-    const QFile &failed = lent->error() == QFile::NoError ? copy : *lent;
-    return base::fail(loggedFailure(copyingError(staged, failed.errorString())));
+                           QFileInfo(lent->path).suffix();
+    if (const auto copied = importOutcome(copyAside(*lent, staged)); !copied)
+        return base::fail(loggedFailure(copied.error()));
+    return QUrl::fromLocalFile(staged);
 }
 
 } // namespace orlenta::audio

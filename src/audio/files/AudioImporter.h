@@ -2,11 +2,11 @@
 
 #include <memory>
 
-#include <QtCore/QFile>
 #include <QtCore/QStringList>
 #include <QtCore/QUrl>
 
 #include "audio/files/AudioFileError.h"
+#include "base/files/RegularFile.h"
 #include "base/Result.h"
 
 namespace orlenta::audio {
@@ -44,9 +44,11 @@ public:
     [[nodiscard]] static base::Result<double, AudioFileError> durationSeconds(const QUrl &url);
     /// Takes hold of a dropped file, which is only lent for a moment: what it holds stays readable when its name is
     /// taken away. Refuses what could not be imported by its extension or is no regular file. Doesn't wait.
-    [[nodiscard]] static base::Result<std::shared_ptr<QFile>, AudioImporterError> openDroppedFile(const QUrl &url);
+    [[nodiscard]] static base::Result<std::shared_ptr<const base::RegularFile>, AudioImporterError>
+    openDroppedFile(const QUrl &url);
     /// Copies it to the temporary folder. The caller imports the copy and removes it.
-    [[nodiscard]] static base::Result<QUrl, AudioImporterError> stageDroppedFile(const std::shared_ptr<QFile> &lent);
+    [[nodiscard]] static base::Result<QUrl, AudioImporterError>
+    stageDroppedFile(const std::shared_ptr<const base::RegularFile> &lent);
 };
 
 } // namespace orlenta::audio

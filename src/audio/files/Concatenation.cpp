@@ -7,9 +7,6 @@
 #include <mutex>
 #include <new>
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QUuid>
@@ -19,6 +16,7 @@
 #include "audio/files/WavFileWriter.h"
 #include "audio/files/WavHeader.h"
 #include "base/files/PrivateFolders.h"
+#include "base/files/RegularFile.h"
 #include "base/LogCategories.h"
 
 namespace orlenta::audio {
@@ -85,31 +83,14 @@ JoinOutcome joiningOutcome(const base::Result<void, AudioFileError> &result) {
     return {};
 }
 
-/// An open descriptor of an input.
-class OpenInput final {
-public:
-    explicit OpenInput(const QString &path)
-        : m_descriptor(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
-    ~OpenInput() {
-        if (m_descriptor >= 0)
-            ::close(m_descriptor);
-    }
-    OpenInput(const OpenInput &) = delete;
-    OpenInput &operator=(const OpenInput &) = delete;
-
-    [[nodiscard]] int descriptor() const { return m_descriptor; }
-    [[nodiscard]] std::optional<WavLayout> layout() const {
-        const off_t size = m_descriptor >= 0 ? ::lseek(m_descriptor, 0, SEEK_END) : -1;
-        return size >= 0 ? WavLayout::read(m_descriptor, size) : std::nullopt;
-    }
-
-private:
-    int m_descriptor;
-};
+/// Where the frames of a plain WAV file lie; nothing for any other file.
+std::optional<WavLayout> layoutOf(const base::Result<base::RegularFile, base::FileError> &file) {
+    return file ? WavLayout::read(file->descriptor.get(), file->size) : std::nullopt;
+}
 
 base::Result<ConcatenationInputInfo, ConcatenationError> inputInfo(const QString &path) {
     // A plain WAV file has told all there is to know with its header.
-    if (const auto layout = OpenInput(path).layout()) {
+    if (const auto layout = layoutOf(base::openRegularFile(path))) {
         const WavFormat &plain = layout->format;
         if (isUsableFormat(plain.sampleRate, plain.channelCount))
             return ConcatenationInputInfo{static_cast<double>(plain.sampleRate), plain.channelCount, plain.bitDepth};
@@ -180,10 +161,10 @@ JoinOutcome appendConverted(AudioFileReader &source, WavFileWriter &output) {
 }
 
 JoinOutcome appendFile(const QString &path, WavFileWriter &output) {
-    const OpenInput input(path);
+    const auto plain = base::openRegularFile(path);
     // Frames that stand as they will be written need no decoding: this is what makes joining cost what copying does.
-    if (const auto layout = input.layout(); layout && layout->format == output.format())
-        return joiningOutcome(output.copyBytes(input.descriptor(), layout->dataOffset, layout->dataBytes));
+    if (const auto layout = layoutOf(plain); layout && layout->format == output.format())
+        return joiningOutcome(output.copyBytes(plain->descriptor.get(), layout->dataOffset, layout->dataBytes));
     auto source = AudioFileReader::open(path);
     if (!source)
         return base::fail(ConcatenationError(source.error()));

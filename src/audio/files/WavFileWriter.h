@@ -1,11 +1,13 @@
 #pragma once
 
+#include <optional>
 #include <span>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
 #include "audio/files/AudioFileError.h"
+#include "base/files/PendingFile.h"
 #include "base/Result.h"
 
 namespace orlenta::audio {
@@ -41,10 +43,6 @@ public:
 
     [[nodiscard]] static base::Result<WavFileWriter, AudioFileError>
     create(const QString &path, const WavFormat &format, Placement placement = Placement::RenamedWhenOnDisk);
-    WavFileWriter(WavFileWriter &&other) noexcept;
-    WavFileWriter &operator=(WavFileWriter &&other) = delete;
-    ~WavFileWriter();
-
     [[nodiscard]] const WavFormat &format() const { return m_format; }
     [[nodiscard]] qint64 framesWritten() const;
 
@@ -61,19 +59,22 @@ public:
 
 private:
     WavFileWriter(QString path, const WavFormat &format, Placement placement);
+    [[nodiscard]] base::Result<void, AudioFileError> open();
+    [[nodiscard]] const base::FileDescriptor &descriptor() const;
     template <typename Sample>
     base::Result<void, AudioFileError> writeSamples(std::span<const Sample> samples);
-    base::Result<void, AudioFileError> reserve(qint64 byteCount);
+    base::Result<void, AudioFileError> append(std::span<const char> bytes);
+    base::Result<void, AudioFileError> checkRoomFor(qint64 byteCount) const;
+    [[nodiscard]] bool isPadded() const { return m_dataBytes % 2 != 0; }
     base::Result<void, AudioFileError> completeHeader();
-    [[nodiscard]] AudioFileError systemError() const;
-    void discard();
+    [[nodiscard]] base::Failure<AudioFileError> failure(int code) const;
 
     QString m_path;
-    /// What to remove when it all comes to nothing.
-    QByteArray m_writtenPath;
     WavFormat m_format;
     Placement m_placement;
-    int m_descriptor = -1;
+    /// The file, unless it is written in place.
+    std::optional<base::PendingFile> m_pending;
+    base::FileDescriptor m_inPlace;
     qint64 m_dataBytes = 0;
     QByteArray m_encoded;
 };
