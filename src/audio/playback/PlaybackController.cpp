@@ -60,15 +60,15 @@ PlaybackController::PlaybackController(SoundServer &server, base::UserDefaults &
     connect(&m_progressTimer, &QTimer::timeout, this, &PlaybackController::updateProgress);
 }
 
-bool PlaybackController::isCurrentGenerated(const model::LineId &line) const {
+bool PlaybackController::isCurrentGenerated(const PlaybackLineId &line) const {
     return m_lineID == line && m_source == AudioSource::Generated;
 }
 
-bool PlaybackController::isCurrentSource(const model::LineId &line) const {
+bool PlaybackController::isCurrentSource(const PlaybackLineId &line) const {
     return m_lineID == line && m_source == AudioSource::SourceRecording;
 }
 
-bool PlaybackController::isPlayingSource(const model::LineId &line) const {
+bool PlaybackController::isPlayingSource(const PlaybackLineId &line) const {
     return isCurrentSource(line) && m_isPlaying;
 }
 
@@ -260,7 +260,7 @@ void PlaybackController::fail(const RoutedAudioPlayerError &error) {
     Q_EMIT playbackFailed(description);
 }
 
-void PlaybackController::setLine(const std::optional<model::LineId> &line, std::optional<AudioSource> source) {
+void PlaybackController::setLine(const std::optional<PlaybackLineId> &line, std::optional<AudioSource> source) {
     const bool lineDiffers = m_lineID != line;
     const bool sourceDiffers = m_source != source;
     m_lineID = line;

@@ -6,10 +6,9 @@
 #include <QtCore/QList>
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
-#include <QtCore/QUrl>
 
+#include "audio/playback/PlaybackLine.h"
 #include "audio/playback/RoutedAudioPlayer.h"
-#include "model/Ids.h"
 
 namespace orlenta::base {
 class UserDefaults;
@@ -19,14 +18,6 @@ namespace orlenta::audio {
 
 class AudioDeviceMonitor;
 class OutputRoutingDiagnostics;
-
-/// One line's audio to play.
-struct PlaybackLine {
-    model::LineId id;
-    QUrl url;
-
-    friend bool operator==(const PlaybackLine &, const PlaybackLine &) = default;
-};
 
 /// What a stop does with the playhead.
 enum class PlayheadReset { KeepPlace, Reset };
@@ -44,15 +35,15 @@ public:
                        OutputRoutingDiagnostics &diagnostics, QObject *parent = nullptr);
 
     /// The line of the playhead; it can stay set while nothing plays.
-    [[nodiscard]] const std::optional<model::LineId> &currentlyPlayingLineID() const { return m_lineID; }
+    [[nodiscard]] const std::optional<PlaybackLineId> &currentlyPlayingLineID() const { return m_lineID; }
     [[nodiscard]] std::optional<AudioSource> currentAudioSource() const { return m_source; }
     [[nodiscard]] bool isPlaying() const { return m_isPlaying; }
     [[nodiscard]] bool isPlayingSequence() const { return m_isPlayingSequence; }
     /// Share of the file that has been heard, 0 to 1.
     [[nodiscard]] double playbackProgress() const { return m_progress; }
-    [[nodiscard]] bool isCurrentGenerated(const model::LineId &line) const;
-    [[nodiscard]] bool isCurrentSource(const model::LineId &line) const;
-    [[nodiscard]] bool isPlayingSource(const model::LineId &line) const;
+    [[nodiscard]] bool isCurrentGenerated(const PlaybackLineId &line) const;
+    [[nodiscard]] bool isCurrentSource(const PlaybackLineId &line) const;
+    [[nodiscard]] bool isPlayingSource(const PlaybackLineId &line) const;
 
     void playLine(const PlaybackLine &line);
     void playSource(const PlaybackLine &line);
@@ -86,7 +77,7 @@ private:
     void updateProgress();
     void complete();
     void fail(const RoutedAudioPlayerError &error);
-    void setLine(const std::optional<model::LineId> &line, std::optional<AudioSource> source);
+    void setLine(const std::optional<PlaybackLineId> &line, std::optional<AudioSource> source);
     void setPlaying(bool isPlaying);
     void setPlayingSequence(bool isPlayingSequence);
     void setProgress(double progress);
@@ -96,7 +87,7 @@ private:
     OutputRoutingDiagnostics &m_diagnostics;
     RoutedAudioPlayer m_player;
     QTimer m_progressTimer;
-    std::optional<model::LineId> m_lineID;
+    std::optional<PlaybackLineId> m_lineID;
     std::optional<AudioSource> m_source;
     bool m_isPlaying = false;
     bool m_isPlayingSequence = false;

@@ -482,7 +482,7 @@ TEST_F(LineDirectionSoundTest, PlayAllWalksTheLinesThatHaveAudioAndReturnsToTheF
     QList<model::LineId> walked;
     QObject::connect(playback, &audio::PlaybackController::currentlyPlayingLineIDChanged, editor.get(), [&] {
         if (const auto id = playback->currentlyPlayingLineID())
-            walked.append(*id);
+            walked.append(model::LineId(id->uuid()));
     });
     press(Qt::Key_Space);
     ASSERT_TRUE(waitForPlaying(0));
