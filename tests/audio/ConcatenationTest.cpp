@@ -127,6 +127,11 @@ TEST(Concatenation, FailuresAreWordedAndLeaveNothing) {
 
     const testing::FileSizeLimit limit(64 * 1024);
     EXPECT_FALSE(concatenateAudio({good}, output));
+    // The user knows nothing of the file in the temporary folder.
+    const auto joined = concatenateAudio({good}, ConcatenationOwner::Caller);
+    ASSERT_FALSE(joined);
+    EXPECT_TRUE(joined.error().description().startsWith(QStringLiteral("The audio could not be written: ")))
+        << joined.error().description().toStdString();
     EXPECT_EQ(folder.names(), QStringList{QStringLiteral("good.wav")});
 }
 

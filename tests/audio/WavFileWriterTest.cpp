@@ -1,10 +1,6 @@
 #include "audio/files/WavFileWriter.h"
 
 #include <cmath>
-#include <csignal>
-#include <fcntl.h>
-#include <sys/resource.h>
-#include <unistd.h>
 
 #include <gtest/gtest.h>
 #include <QtCore/QFile>
@@ -107,11 +103,11 @@ TEST(WavFileWriter, AFullDiskIsToldAndTheOldFileStays) {
 TEST(WavFileWriter, MoreThanFourGibibytesAreRefusedBeforeAnythingIsWritten) {
     const AudioTestFolder folder;
     const QString source = folder.writeBytes(QStringLiteral("source"), "x");
-    const int descriptor = ::open(QFile::encodeName(source).constData(), O_RDONLY | O_CLOEXEC);
+    const auto opened = base::openRegularFile(source);
+    ASSERT_TRUE(opened);
     auto writer = WavFileWriter::create(folder.path(QStringLiteral("a.wav")), {44100, 1, 16});
     ASSERT_TRUE(writer);
-    const auto copied = writer.value().copyBytes(descriptor, 0, largestWavData + 1);
-    ::close(descriptor);
+    const auto copied = writer.value().copyBytes(*opened, 0, largestWavData + 1);
     ASSERT_FALSE(copied);
     EXPECT_EQ(copied.error().kind, AudioFileError::Kind::TooLarge);
     EXPECT_EQ(writer->framesWritten(), 0);

@@ -26,12 +26,15 @@ struct AudioFileError {
     };
 
     Kind kind = Kind::CannotOpen;
+    /// Of the file; may be empty.
     QString path;
     /// The system's or the library's own words; may be empty.
     QString reason;
 
-    /// One sentence for the user, with the file's name in it.
+    /// One sentence for the user, with the file's name in it, if it has one.
     [[nodiscard]] QString description() const;
+    /// The same error of a file whose name the user has never seen.
+    [[nodiscard]] AudioFileError withoutName() const;
 
     [[nodiscard]] static AudioFileError fromErrno(Kind kind, const QString &path, int code);
     [[nodiscard]] static AudioFileError fromFileError(Kind kind, const base::FileError &error);

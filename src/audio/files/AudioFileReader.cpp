@@ -74,8 +74,16 @@ base::Result<AudioFileReader, AudioFileError> AudioFileReader::open(const QStrin
     return AudioFileReader(path, std::move(file), std::move(decoder).value());
 }
 
-QString AudioFileReader::heldPath() const {
-    return QStringLiteral("/proc/self/fd/%1").arg(m_file->handle());
+DecoderResult AudioFileReader::reopen() const {
+    auto decoder = openDecoder(QStringLiteral("/proc/self/fd/%1").arg(m_file->handle()));
+    if (!decoder)
+        return named(decoder.error());
+    return decoder;
+}
+
+base::Failure<AudioFileError> AudioFileReader::named(AudioFileError error) const {
+    error.path = m_path;
+    return base::fail(std::move(error));
 }
 
 const AudioFileFormat &AudioFileReader::format() const {
@@ -100,7 +108,7 @@ qint64 AudioFileReader::frames() {
     if (m_countedFrames)
         return *m_countedFrames;
     qint64 counted = 0;
-    if (auto decoder = openDecoder(heldPath())) {
+    if (auto decoder = reopen()) {
         std::vector<float> block(static_cast<size_t>(skippedBlockFrames * channelCount()));
         // A read error ends the count: a reader gets no further either.
         for (auto read = decoder.value()->read(block); read && *read > 0; read = decoder.value()->read(block))
@@ -121,8 +129,9 @@ qint64 AudioFileReader::framePosition() const {
 template <typename Sample>
 base::Result<qsizetype, AudioFileError> AudioFileReader::readSamples(std::span<Sample> samples) {
     auto read = m_decoder->read(samples);
-    if (read)
-        m_position += *read;
+    if (!read)
+        return named(read.error());
+    m_position += *read;
     return read;
 }
 
@@ -140,7 +149,7 @@ base::Result<void, AudioFileError> AudioFileReader::seek(qint64 frame) {
         return {};
     }
     if (frame < m_position) {
-        auto decoder = openDecoder(heldPath());
+        auto decoder = reopen();
         if (!decoder)
             return base::fail(decoder.error());
         m_decoder = std::move(decoder).value();

@@ -49,9 +49,10 @@ private:
     AudioFileReader(QString path, std::unique_ptr<QFile> file, std::unique_ptr<AudioDecoder> decoder);
     template <typename Sample>
     base::Result<qsizetype, AudioFileError> readSamples(std::span<Sample> samples);
-
-    /// A way to the open file that holds when its name has gone.
-    [[nodiscard]] QString heldPath() const;
+    /// Opens the file anew, also when its name has gone.
+    [[nodiscard]] base::Result<std::unique_ptr<AudioDecoder>, AudioFileError> reopen() const;
+    /// Decoders know the file by the way that they opened it, which may say nothing to anybody.
+    [[nodiscard]] base::Failure<AudioFileError> named(AudioFileError error) const;
 
     QString m_path;
     /// Held open: what was opened is what is read to the end, whatever becomes of its name.

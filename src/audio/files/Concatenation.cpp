@@ -164,7 +164,7 @@ JoinOutcome appendFile(const QString &path, WavFileWriter &output) {
     const auto plain = base::openRegularFile(path);
     // Frames that stand as they will be written need no decoding: this is what makes joining cost what copying does.
     if (const auto layout = layoutOf(plain); layout && layout->format == output.format())
-        return joiningOutcome(output.copyBytes(plain->descriptor.get(), layout->dataOffset, layout->dataBytes));
+        return joiningOutcome(output.copyBytes(*plain, layout->dataOffset, layout->dataBytes));
     auto source = AudioFileReader::open(path);
     if (!source)
         return base::fail(ConcatenationError(source.error()));
@@ -203,8 +203,7 @@ base::Result<QString, ConcatenationError> reserveOutput() {
     const std::scoped_lock lock(shared.mutex);
     const QString folder = base::PrivateFolders::temporary() + QStringLiteral("/OrlentaStitchedAudio");
     if (!QDir().mkpath(folder))
-        return base::fail(
-            ConcatenationError(AudioFileError::fromErrno(AudioFileError::Kind::CannotWrite, folder, errno)));
+        return base::fail(ConcatenationError(AudioFileError::fromErrno(AudioFileError::Kind::CannotWrite, {}, errno)));
     if (!shared.lastConcatenationOutputURL.isEmpty())
         QFile::remove(shared.lastConcatenationOutputURL.toLocalFile());
     shared.lastConcatenationOutputURL.clear();
@@ -221,6 +220,11 @@ QString ConcatenationError::domain() {
 int ConcatenationError::code() const {
     const JoinReason *reason = std::get_if<JoinReason>(&m_cause);
     return reason != nullptr ? codeOf(*reason) : 0;
+}
+
+ConcatenationError ConcatenationError::withoutNameOf(const QString &path) const {
+    const auto *error = std::get_if<AudioFileError>(&m_cause);
+    return error != nullptr && error->path == path ? ConcatenationError(error->withoutName()) : *this;
 }
 
 QString ConcatenationError::description() const {
@@ -257,7 +261,7 @@ base::Result<QUrl, ConcatenationError> concatenateAudio(const QList<QUrl> &urls,
     if (!path)
         return base::fail(path.error());
     if (const auto joined = writeJoined(urls, outputFormat(*inputs), *path); !joined)
-        return base::fail(joined.error());
+        return base::fail(joined.error().withoutNameOf(*path));
     const QUrl output = QUrl::fromLocalFile(*path);
     if (retainedBy == ConcatenationOwner::NextConcatenation) {
         UnretainedOutput &shared = unretainedOutput();

@@ -39,6 +39,8 @@ public:
 
     /// The area that the codes belong to.
     [[nodiscard]] static QString domain();
+    /// The same error, but for the name of the file at `path`, which the user has never seen.
+    [[nodiscard]] ConcatenationError withoutNameOf(const QString &path) const;
     /// 1 to 5 for the joiner's own reasons, 0 for the failure of a file.
     [[nodiscard]] int code() const;
     /// What the user reads.

@@ -154,19 +154,20 @@ base::Result<void, AudioFileError> WavFileWriter::writeBytes(std::span<const cha
     return append(bytes);
 }
 
-base::Result<void, AudioFileError> WavFileWriter::copyBytes(int descriptor, qint64 offset, qint64 byteCount) {
+base::Result<void, AudioFileError> WavFileWriter::copyBytes(const base::RegularFile &source, qint64 offset,
+                                                            qint64 byteCount) {
     if (const auto fits = checkRoomFor(byteCount); !fits)
         return fits;
     // Through memory: with frames that begin 44 bytes into a file, the kernel's own copy was measured to be slower.
     m_encoded.resize(copiedBlockBytes);
     while (byteCount > 0) {
         const auto wanted = static_cast<size_t>(std::min<qint64>(copiedBlockBytes, byteCount));
-        const ssize_t got = ::pread(descriptor, m_encoded.data(), wanted, offset);
+        const ssize_t got = ::pread(source.descriptor.get(), m_encoded.data(), wanted, offset);
         if (got < 0 && errno == EINTR)
             continue;
         if (got <= 0)
             return base::fail(
-                AudioFileError{AudioFileError::Kind::Damaged, m_path, QStringLiteral("a source ends early")});
+                AudioFileError{AudioFileError::Kind::Damaged, source.path, QStringLiteral("it ends early")});
         if (const auto copied = append({m_encoded.constData(), static_cast<size_t>(got)}); !copied)
             return copied;
         offset += got;

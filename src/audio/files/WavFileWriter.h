@@ -8,6 +8,7 @@
 
 #include "audio/files/AudioFileError.h"
 #include "base/files/PendingFile.h"
+#include "base/files/RegularFile.h"
 #include "base/Result.h"
 
 namespace orlenta::audio {
@@ -51,9 +52,8 @@ public:
     base::Result<void, AudioFileError> writeFrames(std::span<const float> samples);
     /// Whole frames that are in the file's format already.
     base::Result<void, AudioFileError> writeBytes(std::span<const char> bytes);
-    /// Copies whole frames that are in the file's format already from the `byteCount` bytes at `offset` of an open
-    /// file.
-    base::Result<void, AudioFileError> copyBytes(int descriptor, qint64 offset, qint64 byteCount);
+    /// Copies whole frames that are in the file's format already: the `byteCount` bytes at `offset` of `source`.
+    base::Result<void, AudioFileError> copyBytes(const base::RegularFile &source, qint64 offset, qint64 byteCount);
     /// Completes the header and puts the file in its place. Nothing may be written afterwards.
     base::Result<void, AudioFileError> finish();
 
