@@ -17,7 +17,8 @@ class AudioDecoder;
 
 /// Reads WAV, AIFF, MP3 and M4A files block by block, as interleaved floating-point frames with full scale ±1. The kind
 /// of file is told from its content, never from its name. An encoder's delay and padding are left out where the file
-/// tells them (LAME tag, edit list, iTunSMPB). Samples that aren't numbers read as 0. One thread at a time; blocking.
+/// tells them (LAME tag, edit list, iTunSMPB). What can't be sound (SampleCleaning.h) reads as 0. One thread at a time;
+/// blocking.
 class AudioFileReader final {
 public:
     [[nodiscard]] static base::Result<AudioFileReader, AudioFileError> open(const QString &path);

@@ -1,7 +1,6 @@
 #include "audio/files/FfmpegDecoder.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <mutex>
 
@@ -14,6 +13,8 @@ extern "C" {
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QScopeGuard>
+
+#include "audio/files/SampleCleaning.h"
 
 namespace orlenta::audio {
 namespace {
@@ -304,7 +305,7 @@ AudioDecoder::ReadResult FfmpegDecoder::readSamples(std::span<Sample> samples) {
             for (int channel = 0; channel < channels; ++channel) {
                 const double sample = scaledSample(m_frame, channel, m_frameOffset + i, channels);
                 samples[static_cast<size_t>((done + i) * channels + channel)] =
-                    std::isfinite(sample) ? static_cast<Sample>(sample) : Sample{};
+                    isSound(sample) ? static_cast<Sample>(sample) : Sample{};
             }
         }
         m_frameOffset += count;

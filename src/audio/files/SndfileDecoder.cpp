@@ -1,9 +1,11 @@
 #include "audio/files/SndfileDecoder.h"
 
-#include <cmath>
+#include <algorithm>
 
 #include <QtCore/QFile>
 #include <sndfile.h>
+
+#include "audio/files/SampleCleaning.h"
 
 namespace orlenta::audio {
 namespace {
@@ -67,14 +69,6 @@ QString openingFailure() {
     return words.startsWith(QLatin1String("File does not exist")) ? QString() : words;
 }
 
-template <typename Sample>
-void silenceNonNumbers(std::span<Sample> samples) {
-    for (Sample &sample : samples) {
-        if (!std::isfinite(sample))
-            sample = 0;
-    }
-}
-
 } // namespace
 
 SndfileDecoder::SndfileDecoder(QString path, sf_private_tag *file) : m_path(std::move(path)), m_file(file) {}
@@ -126,7 +120,7 @@ AudioDecoder::ReadResult SndfileDecoder::read(std::span<double> samples) {
     const auto wanted = static_cast<sf_count_t>(samples.size()) / m_format.channelCount;
     const sf_count_t got = sf_readf_double(m_file, samples.data(), wanted);
     if (m_isFloatingPoint)
-        silenceNonNumbers(samples);
+        silenceNonSound(samples);
     return finished(got);
 }
 
@@ -134,7 +128,7 @@ AudioDecoder::ReadResult SndfileDecoder::read(std::span<float> samples) {
     const auto wanted = static_cast<sf_count_t>(samples.size()) / m_format.channelCount;
     const sf_count_t got = sf_readf_float(m_file, samples.data(), wanted);
     if (m_isFloatingPoint)
-        silenceNonNumbers(samples);
+        silenceNonSound(samples);
     return finished(got);
 }
 

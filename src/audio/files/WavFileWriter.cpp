@@ -11,6 +11,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QtEndian>
 
+#include "audio/files/SampleCleaning.h"
 #include "audio/files/WavHeader.h"
 #include "base/files/AtomicFile.h"
 
@@ -24,10 +25,8 @@ constexpr qsizetype copiedBlockBytes = 256 * 1024;
 // Clamping comes first: a value past full scale must not wrap round to the other end.
 template <typename Sample>
 qint32 quantised(Sample sample, double fullScale) {
-    const double scaled = static_cast<double>(sample) * fullScale;
-    if (!(scaled > -fullScale))
-        return std::isnan(scaled) ? 0 : static_cast<qint32>(-fullScale);
-    return static_cast<qint32>(std::lrint(std::min(scaled, fullScale - 1.0)));
+    const double scaled = isSound(sample) ? static_cast<double>(sample) * fullScale : 0.0;
+    return static_cast<qint32>(std::lrint(std::clamp(scaled, -fullScale, fullScale - 1.0)));
 }
 
 template <typename Sample>

@@ -27,9 +27,10 @@ struct WavFormat {
 };
 
 /// Writes an integer PCM WAV file with the canonical 44-byte header. Samples are rounded to the nearest step and
-/// limited to full scale. Until finish() the header says "as long as the file is", so that a file whose writer was
-/// killed can still be read. A writer that is destroyed before finish() has succeeded leaves no file, unless it writes
-/// in place: a recording is kept as far as it got. One thread at a time; blocking.
+/// limited to full scale; what can't be sound (SampleCleaning.h) is silence. Until finish() the header says "as long as
+/// the file is", so that a file whose writer was killed can still be read. A writer that is destroyed before finish()
+/// has succeeded leaves no file, unless it writes in place: a recording is kept as far as it got. One thread at a time;
+/// blocking.
 class WavFileWriter final {
 public:
     enum class Placement {
@@ -47,7 +48,7 @@ public:
     [[nodiscard]] const WavFormat &format() const { return m_format; }
     [[nodiscard]] qint64 framesWritten() const;
 
-    /// Interleaved samples, full scale ±1; the size is a multiple of the channel count. What isn't a number is silence.
+    /// Interleaved samples, full scale ±1; the size is a multiple of the channel count.
     base::Result<void, AudioFileError> writeFrames(std::span<const double> samples);
     base::Result<void, AudioFileError> writeFrames(std::span<const float> samples);
     /// Whole frames that are in the file's format already.

@@ -44,6 +44,7 @@ public:
 private:
     base::Result<void, AudioFileError> open();
     base::Result<qsizetype, AudioFileError> readUnfaded(std::span<float> samples);
+    base::Result<qsizetype, AudioFileError> readConverted(std::span<float> samples);
     void fadeIn(std::span<float> samples);
 
     std::shared_ptr<AudioFileReader> m_reader;

@@ -5,6 +5,8 @@
 #include <QtCore/QMetaObject>
 #include <QtCore/QObject>
 
+#include "audio/files/SampleCleaning.h"
+
 namespace orlenta::audio {
 
 namespace {
@@ -108,6 +110,7 @@ RecordingWriter::Outcome RecordingWriter::write(std::span<const float> samples) 
     if (!m_resampler)
         return m_file.writeFrames(samples);
     m_input.assign(samples.begin(), samples.end());
+    silenceNonSound(std::span(m_input));
     for (std::span<const double> rest(m_input); !rest.empty();) {
         const auto progress = m_resampler->process(rest, m_output);
         if (!progress)
