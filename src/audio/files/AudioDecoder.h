@@ -24,6 +24,8 @@ public:
     [[nodiscard]] virtual const AudioFileFormat &format() const = 0;
     /// The exact number of frames, or nothing when only decoding can tell.
     [[nodiscard]] virtual std::optional<qint64> frames() const = 0;
+    /// About how much of the file has been read once `position` frames have been given, 0 to 1.
+    [[nodiscard]] virtual double readShare(qint64 position) const = 0;
     /// Interleaved samples, full scale ±1. Gives the frames read, 0 at the end only.
     virtual ReadResult read(std::span<double> samples) = 0;
     virtual ReadResult read(std::span<float> samples) = 0;

@@ -122,6 +122,10 @@ std::optional<qint64> AudioFileReader::toldFrames() const {
     return m_decoder->frames();
 }
 
+double AudioFileReader::readShare() const {
+    return m_decoder->readShare(m_position);
+}
+
 qint64 AudioFileReader::framePosition() const {
     return m_position;
 }

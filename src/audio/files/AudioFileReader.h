@@ -36,6 +36,8 @@ public:
     [[nodiscard]] qint64 frames();
     /// The same at once, or nothing when only decoding can tell.
     [[nodiscard]] std::optional<qint64> toldFrames() const;
+    /// About how much of the file has been read, 0 to 1, also where its length isn't known.
+    [[nodiscard]] double readShare() const;
     /// The frame that the next read begins with.
     [[nodiscard]] qint64 framePosition() const;
 

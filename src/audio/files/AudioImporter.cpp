@@ -1,22 +1,23 @@
 #include "audio/files/AudioImporter.h"
 
 #include <cerrno>
+#include <climits>
 #include <cmath>
-#include <vector>
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QUuid>
 
+#include "audio/devices/AudioDebugLogger.h"
 #include "audio/files/AudioFileReader.h"
 #include "audio/files/ConvertingReader.h"
+#include "audio/files/FrameCopy.h"
 #include "audio/files/WavFileWriter.h"
 #include "base/files/AtomicFile.h"
 #include "base/files/ContentCopy.h"
 #include "base/files/PendingFile.h"
 #include "base/files/PrivateFolders.h"
-#include "base/LogCategories.h"
 
 namespace orlenta::audio {
 namespace {
@@ -42,8 +43,11 @@ QString importingPath(const QString &destination) {
     const QFileInfo info(destination);
     const QString extension = info.suffix().isEmpty() ? QStringLiteral("wav") : info.suffix();
     const QString unique = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper().left(8);
-    return info.absolutePath() + u'/' + info.completeBaseName() + QStringLiteral(".importing-") + unique + u'.' +
-           extension;
+    const QString ending = QStringLiteral(".importing-") + unique + u'.' + extension;
+    QString stem = info.completeBaseName();
+    while (QFile::encodeName(stem + ending).size() > NAME_MAX)
+        stem.chop(1);
+    return info.absolutePath() + u'/' + stem + ending;
 }
 
 ImportOutcome importOutcome(const base::Result<void, base::FileError> &result) {
@@ -52,29 +56,42 @@ ImportOutcome importOutcome(const base::Result<void, base::FileError> &result) {
     return {};
 }
 
-base::Result<void, base::FileError> copyAside(const base::RegularFile &lent, const QString &path) {
+base::CopyControl copyControl(const ImportControl &control) {
+    if (!control.progress)
+        return {control.stop, {}};
+    return {control.stop, [progress = control.progress](qint64 done, qint64 total) {
+                progress(static_cast<double>(done) / static_cast<double>(total));
+            }};
+}
+
+base::Result<void, base::FileError> copyAside(const base::RegularFile &lent, const QString &path,
+                                              const ImportControl &control) {
     auto copy = base::PendingFile::create(path);
     if (!copy)
         return base::fail(copy.error());
-    if (auto copied = base::copyContent(lent, copy.value(), {}); !copied)
+    if (auto copied = base::copyContent(lent, copy.value(), copyControl(control)); !copied)
         return copied;
     return copy.value().commit(lent.size, base::Flush::Never);
 }
 
-AudioImporterError loggedFailure(const AudioFileError &error) {
-    qCInfo(base::log::audioDebug).noquote() << QStringLiteral("AudioImporter ERROR: ") + error.description();
+/// What is told of a failure; one that the caller brought about is none.
+AudioImporterError importerError(const AudioFileError &error, const ImportControl &control) {
+    if (control.stop.stop_requested())
+        return AudioImporterError::cancelled;
+    AudioDebugLogger::log(QStringLiteral("AudioImporter ERROR: ") + error.description());
     return AudioImporterError::importFailed;
 }
 
 base::Result<double, AudioFileError> importThrough(const QString &temporary, const QUrl &source,
-                                                   const QString &destination) {
+                                                   const QString &destination, const ImportControl &control) {
     if (!QDir().mkpath(QFileInfo(destination).absolutePath()))
         return base::fail(AudioFileError::fromErrno(AudioFileError::Kind::CannotWrite, destination, errno));
     QFile::remove(temporary);
     const QUrl temporaryURL = QUrl::fromLocalFile(temporary);
-    const ImportOutcome stored = AudioImporter::canCopyWithoutConversion(source)
-                                     ? importOutcome(base::copyAtomically(source.toLocalFile(), temporary))
-                                     : AudioImporter::convertToStandardDirectionWAV(source, temporaryURL);
+    const ImportOutcome stored =
+        AudioImporter::canCopyWithoutConversion(source)
+            ? importOutcome(base::copyAtomically(source.toLocalFile(), temporary, copyControl(control)))
+            : AudioImporter::convertToStandardDirectionWAV(source, temporaryURL, control);
     if (!stored)
         return base::fail(stored.error());
     auto duration = AudioImporter::durationSeconds(temporaryURL);
@@ -96,6 +113,8 @@ QString description(AudioImporterError error) {
         return QStringLiteral("Couldn't import this file. Only WAV, MP3, M4A, and AIFF are supported.");
     case AudioImporterError::importFailed:
         return QStringLiteral("Couldn't import this file.");
+    case AudioImporterError::cancelled:
+        return QStringLiteral("The import was cancelled.");
     }
     return {};
 }
@@ -105,16 +124,16 @@ QStringList AudioImporter::panelExtensions() {
             QStringLiteral("aif")};
 }
 
-base::Result<ImportedDirectionAudio, AudioImporterError> AudioImporter::importDirectionAudio(const QUrl &source,
-                                                                                             const QUrl &destination) {
+base::Result<ImportedDirectionAudio, AudioImporterError>
+AudioImporter::importDirectionAudio(const QUrl &source, const QUrl &destination, const ImportControl &control) {
     if (!isSupportedExtension(lowerExtension(source)))
         return base::fail(AudioImporterError::unsupportedFormat);
     const QString target = destination.toLocalFile();
     const QString temporary = importingPath(target);
-    const auto duration = importThrough(temporary, source, target);
+    const auto duration = importThrough(temporary, source, target, control);
     if (!duration) {
         QFile::remove(temporary);
-        return base::fail(loggedFailure(duration.error()));
+        return base::fail(importerError(duration.error(), control));
     }
     return ImportedDirectionAudio{destination, *duration};
 }
@@ -123,7 +142,7 @@ bool AudioImporter::canCopyWithoutConversion(const QUrl &url) {
     const QString extension = lowerExtension(url);
     if (extension != QLatin1String("wav") && extension != QLatin1String("wave"))
         return false;
-    qCDebug(base::log::audioDebug, "AVAudioFile.init(forReading:) from AudioImporter.canCopyWithoutConversion");
+    AudioDebugLogger::log(QStringLiteral("AVAudioFile.init(forReading:) from AudioImporter.canCopyWithoutConversion"));
     const auto reader = AudioFileReader::open(url.toLocalFile());
     if (!reader)
         return false;
@@ -136,7 +155,8 @@ bool AudioImporter::canCopyWithoutConversion(const QUrl &url) {
 }
 
 base::Result<void, AudioFileError> AudioImporter::convertToStandardDirectionWAV(const QUrl &source,
-                                                                                const QUrl &destination) {
+                                                                                const QUrl &destination,
+                                                                                const ImportControl &control) {
     auto input = AudioFileReader::open(source.toLocalFile());
     if (!input)
         return base::fail(input.error());
@@ -147,17 +167,16 @@ base::Result<void, AudioFileError> AudioImporter::convertToStandardDirectionWAV(
                                               standardDirectionFormat.channelCount);
     if (!converted)
         return base::fail(converted.error());
-    std::vector<double> block(importedBlockFrames);
-    while (true) {
-        const auto read = converted.value().readFrames(block);
-        if (!read)
-            return base::fail(read.error());
-        if (*read == 0)
-            break;
-        const auto frames = std::span<const double>(block).first(static_cast<size_t>(*read));
-        if (const auto written = output.value().writeFrames(frames); !written)
-            return written;
-    }
+    const auto tellProgress = [&] {
+        if (control.progress)
+            control.progress(input->readShare());
+        return !control.stop.stop_requested();
+    };
+    if (auto copied = copyFrames(converted.value(), output.value(), importedBlockFrames, tellProgress); !copied)
+        return copied;
+    if (control.stop.stop_requested())
+        return base::fail(AudioFileError{AudioFileError::Kind::ConversionFailed, source.toLocalFile(),
+                                         QStringLiteral("it was called off")});
     return output.value().finish();
 }
 
@@ -174,17 +193,18 @@ AudioImporter::openDroppedFile(const QUrl &url) {
         return base::fail(AudioImporterError::unsupportedFormat);
     auto lent = base::openRegularFile(url.toLocalFile());
     if (!lent)
-        return base::fail(loggedFailure(AudioFileError::fromFileError(AudioFileError::Kind::CannotOpen, lent.error())));
+        return base::fail(
+            importerError(AudioFileError::fromFileError(AudioFileError::Kind::CannotOpen, lent.error()), {}));
     return std::shared_ptr<const base::RegularFile>(std::make_shared<base::RegularFile>(std::move(lent).value()));
 }
 
 base::Result<QUrl, AudioImporterError>
-AudioImporter::stageDroppedFile(const std::shared_ptr<const base::RegularFile> &lent) {
+AudioImporter::stageDroppedFile(const std::shared_ptr<const base::RegularFile> &lent, const ImportControl &control) {
     const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
     const QString staged = base::PrivateFolders::temporary() + QStringLiteral("/OrlentaDroppedAudio-") + uuid + u'.' +
                            QFileInfo(lent->path).suffix();
-    if (const auto copied = importOutcome(copyAside(*lent, staged)); !copied)
-        return base::fail(loggedFailure(copied.error()));
+    if (const auto copied = importOutcome(copyAside(*lent, staged, control)); !copied)
+        return base::fail(importerError(copied.error(), control));
     return QUrl::fromLocalFile(staged);
 }
 

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <limits>
 #include <mutex>
-#include <new>
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -13,6 +12,7 @@
 
 #include "audio/files/AudioFileReader.h"
 #include "audio/files/ConvertingReader.h"
+#include "audio/files/FrameCopy.h"
 #include "audio/files/WavFileWriter.h"
 #include "audio/files/WavHeader.h"
 #include "base/files/PrivateFolders.h"
@@ -125,27 +125,12 @@ WavFormat outputFormat(const QList<ConcatenationInputInfo> &inputs) {
             static_cast<quint16>(std::min(chosen.bitDepth, deepestWavBitDepth))};
 }
 
-std::unique_ptr<double[]> joiningBuffer(int channels) {
-    return std::unique_ptr<double[]>(new (std::nothrow) double[static_cast<size_t>(joinedBlockFrames * channels)]);
-}
-
 template <typename Source>
 JoinOutcome appendAll(Source &source, WavFileWriter &output, JoinReason missingBuffer) {
-    const int channels = output.format().channelCount;
-    const auto buffer = joiningBuffer(channels);
-    if (!buffer)
+    const auto copied = copyFrames(source, output, joinedBlockFrames);
+    if (!copied && copied.error().kind == AudioFileError::Kind::OutOfMemory)
         return base::fail(ConcatenationError(missingBuffer));
-    const std::span samples(buffer.get(), static_cast<size_t>(joinedBlockFrames * channels));
-    while (true) {
-        const auto read = source.readFrames(samples);
-        if (!read)
-            return base::fail(joiningError(read.error()));
-        if (*read == 0)
-            return {};
-        const auto written = output.writeFrames(samples.first(static_cast<size_t>(*read * channels)));
-        if (!written)
-            return base::fail(joiningError(written.error()));
-    }
+    return joiningOutcome(copied);
 }
 
 JoinOutcome appendConverted(AudioFileReader &source, WavFileWriter &output) {

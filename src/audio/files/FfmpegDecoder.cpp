@@ -237,6 +237,12 @@ std::optional<qint64> FfmpegDecoder::frames() const {
     return m_isCutOff ? std::nullopt : m_frames;
 }
 
+double FfmpegDecoder::readShare(qint64 position) const {
+    const qint64 done = m_frames ? position : avio_tell(m_input->pb);
+    const qint64 all = m_frames ? *m_frames : avio_size(m_input->pb);
+    return all > 0 ? std::clamp(static_cast<double>(done) / static_cast<double>(all), 0.0, 1.0) : 0.0;
+}
+
 bool FfmpegDecoder::seek(qint64 frame) {
     return frame == m_position;
 }

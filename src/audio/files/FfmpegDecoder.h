@@ -28,6 +28,7 @@ public:
 
     [[nodiscard]] const AudioFileFormat &format() const override;
     [[nodiscard]] std::optional<qint64> frames() const override;
+    [[nodiscard]] double readShare(qint64 position) const override;
     ReadResult read(std::span<double> samples) override;
     ReadResult read(std::span<float> samples) override;
     [[nodiscard]] bool seek(qint64 frame) override;

@@ -109,6 +109,10 @@ std::optional<qint64> SndfileDecoder::frames() const {
     return m_frames;
 }
 
+double SndfileDecoder::readShare(qint64 position) const {
+    return m_frames > 0 ? std::clamp(static_cast<double>(position) / static_cast<double>(m_frames), 0.0, 1.0) : 0.0;
+}
+
 AudioDecoder::ReadResult SndfileDecoder::finished(qint64 framesRead) const {
     if (framesRead == 0 && sf_error(m_file) != SF_ERR_NO_ERROR)
         return base::fail(
