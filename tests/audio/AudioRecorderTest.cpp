@@ -10,15 +10,10 @@
 #include "audio/ToneMeasurement.h"
 #include "base/files/PrivateFolders.h"
 #include "support/FileSizeLimit.h"
+#include "support/KeptLog.h"
 
 namespace orlenta::audio {
 namespace {
-
-int timesApplied = 0;
-
-void countApplied(QtMsgType, const QMessageLogContext &, const QString &message) {
-    timesApplied += message.contains(QStringLiteral("AudioRecorder applying input device: uid=mic_b")) ? 1 : 0;
-}
 
 class AudioRecorderTest : public RecordingTest {
 protected:
@@ -117,14 +112,11 @@ TEST_P(PulseAudioRecorderTest, ASourceThatCanNotBeOpenedEitherWayLeavesTheDefaul
         listeners.push_back(std::move(stream).value());
     }
     ASSERT_TRUE(QTest::qWaitFor([&] { return listening == mostStreamsOfASource; }, deadline));
-    timesApplied = 0;
-    const QtMessageHandler before = qInstallMessageHandler(countApplied);
+    const testing::KeptLog log;
     recorder.startRecording();
-    const bool isTold = waitForError(QStringLiteral("Couldn't start recording. Check your microphone and try again."));
-    qInstallMessageHandler(before);
-    EXPECT_TRUE(isTold);
+    EXPECT_TRUE(waitForError(QStringLiteral("Couldn't start recording. Check your microphone and try again.")));
     EXPECT_FALSE(recorder.isRecording());
-    EXPECT_EQ(timesApplied, 1);
+    EXPECT_EQ(log.lines(QStringLiteral("AudioRecorder applying input device: uid=mic_b")).size(), 1);
     EXPECT_EQ(defaultInput(), QStringLiteral("mic_a"));
     EXPECT_EQ(defaults.pendingInputRouteRestoreDeviceUID(), QString());
 

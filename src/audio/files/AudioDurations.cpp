@@ -11,10 +11,10 @@
 #include <QtCore/QHash>
 #include <QtCore/QPointer>
 
+#include "audio/devices/AudioDebugLogger.h"
 #include "audio/files/AudioFileReader.h"
 #include "audio/files/FrameCount.h"
 #include "base/LatestFirst.h"
-#include "base/LogCategories.h"
 
 namespace orlenta::audio {
 namespace {
@@ -43,7 +43,7 @@ struct DurationQuestion {
 };
 
 void logDurationError(const QString &context, const QString &reason) {
-    qCInfo(base::log::audioDebug).noquote() << context << QStringLiteral("AVAudioFile duration ERROR: ") + reason;
+    AudioDebugLogger::log(QStringLiteral("%1 AVAudioFile duration ERROR: %2").arg(context, reason));
 }
 
 DurationSeconds readDuration(const DurationQuestion &asked, const std::stop_token &stop) {
@@ -61,8 +61,7 @@ DurationSeconds readDuration(const DurationQuestion &asked, const std::stop_toke
     const auto frames = countFrames(reader.value(), stop);
     if (!frames)
         return std::nullopt;
-    qCDebug(base::log::audioDebug).noquote()
-        << asked.context << QStringLiteral("AVAudioFile duration read file=") + file;
+    AudioDebugLogger::log(QStringLiteral("%1 AVAudioFile duration read file=%2").arg(asked.context, file));
     return ScriptLineAudioDurationReader::Seconds(static_cast<double>(*frames) / rate);
 }
 
@@ -79,8 +78,8 @@ public:
     DurationSeconds find(const DurationQuestion &asked, const QObject *asker, const std::function<void()> &known) {
         const auto cached = m_cache.constFind(asked.path);
         if (cached != m_cache.constEnd() && cached->signature == asked.signature) {
-            qCDebug(base::log::audioDebug).noquote()
-                << asked.context << QStringLiteral("duration cache hit file=") + QFileInfo(asked.path).fileName();
+            AudioDebugLogger::log(
+                QStringLiteral("%1 duration cache hit file=%2").arg(asked.context, QFileInfo(asked.path).fileName()));
             return cached->duration;
         }
         QList<Asker> &askers = m_askers[asked.path];
