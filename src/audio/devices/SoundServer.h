@@ -10,6 +10,7 @@
 #include <QtCore/QTimer>
 
 #include "audio/devices/AudioDeviceInfo.h"
+#include "audio/devices/SharedMicrophone.h"
 
 struct pa_context;
 struct pa_stream;
@@ -59,6 +60,9 @@ public:
     /// The devices as of now; empty without a server. Never waits for the server. Any thread.
     [[nodiscard]] SoundDeviceTable devices() const;
 
+    /// Who of all that share this connection records. Main thread.
+    [[nodiscard]] SharedMicrophone &microphone() { return m_microphone; }
+
     /// For streams, which are made on the main thread with the loop locked.
     [[nodiscard]] pa_threaded_mainloop *mainloop() const;
     /// Null while there is no connection, which may be from one call to the next: to be asked for once. What it gave
@@ -87,6 +91,7 @@ private:
 
     static constexpr std::chrono::milliseconds reconnectInterval{2000};
 
+    SharedMicrophone m_microphone;
     QString m_address;
     QTimer m_reconnect;
     std::unique_ptr<Link> m_link;
