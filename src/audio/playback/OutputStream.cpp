@@ -9,6 +9,8 @@
 #include <QtCore/QMetaObject>
 
 #include "audio/devices/SoundServer.h"
+#include "audio/devices/Standstill.h"
+#include "audio/devices/StreamWatch.h"
 #include "audio/playback/PlaybackFeed.h"
 #include "audio/playback/WrittenTail.h"
 
@@ -26,9 +28,7 @@ constexpr auto noteInterval = std::chrono::milliseconds(20);
 /// The noted place runs up to 19 ms ahead of what a sink has rendered, and what goes on is faded in; repeating a little
 /// is better than a hole.
 constexpr auto resumeBackOff = std::chrono::milliseconds(25) + PlaybackSource::fadeLength;
-/// A server whose session manager is gone leaves a stream waiting for ever.
-constexpr auto connectTimeout = std::chrono::seconds(3);
-/// How soon it is looked again whether the file has delivered.
+/// Retry interval while the reader has no data.
 constexpr auto starvedInterval = std::chrono::milliseconds(5);
 /// How long the sound takes to fall away at a stop, and how far ahead of the server's place that can begin. With 10 ms
 /// one server was now and then past the place already.
@@ -67,14 +67,25 @@ public:
     [[nodiscard]] std::optional<qint64> currentFrame() const;
 
 private:
+    /// What the server wants and the file gives.
+    enum class Feeding { Flowing, Starved, Written };
+
     void stateChanged();
+    void becomeReady();
     void deviceChanged();
+    void endedByServer();
+    void askForSink();
+    void sinkAsked();
     void write(std::size_t bytes);
     void drain();
     void drained();
     void tick();
+    void watch();
     void notePlace();
-    void lose(Loss why);
+    void lose();
+    void fail(RoutedAudioPlayerError::Kind kind);
+    void fail(const RoutedAudioPlayerError &error);
+    [[nodiscard]] RoutedAudioPlayerError refusal() const;
     /// Lets what sounds fall away; false when it has to be cut off.
     bool fadeOut();
     void post(std::function<void()> event);
@@ -84,6 +95,7 @@ private:
     static void onMoved(pa_stream *stream, void *link);
     static void onWritable(pa_stream *stream, std::size_t bytes, void *link);
     static void onDrained(pa_stream *stream, int success, void *link);
+    static void onSink(pa_context *context, const pa_sink_info *info, int end, void *link);
     static void onTick(pa_mainloop_api *api, pa_time_event *event, const timeval *time, void *link);
 
     SoundServer &m_server;
@@ -92,14 +104,20 @@ private:
     pa_stream *m_stream = nullptr;
     pa_time_event *m_tick = nullptr;
     pa_operation *m_drain = nullptr;
+    /// Asks whether the sink of a stream that the server ended still exists.
+    pa_operation *m_sinkQuestion = nullptr;
+    bool m_hasSink = false;
     PlaybackFeed m_feed;
     WrittenTail m_tail;
     Events m_events;
-    bool m_isBound = false;
-    PlaybackClock::time_point m_openedAt = PlaybackClock::now();
-    bool m_isWritten = false;
-    /// The server wants more than has been read.
-    bool m_isStarved = false;
+    /// The chosen sink; nothing on the default one.
+    std::optional<std::uint32_t> m_deviceID;
+    StreamWatch m_watch;
+    std::int64_t m_takenBytes = 0;
+    /// Of a server that owes an answer: to the request for the stream, or to the question for its sink.
+    Standstill m_unanswered;
+    Feeding m_feeding = Feeding::Flowing;
+    bool m_isStarted = false;
     bool m_isOver = false;
 
     mutable std::mutex m_guard;
@@ -119,10 +137,11 @@ OutputStream::Link::~Link() {
     const SoundServerLock lock(m_mainloop);
     if (m_tick)
         pa_threaded_mainloop_get_api(m_mainloop)->time_free(m_tick);
-    if (m_drain) {
-        pa_operation_cancel(m_drain);
-        pa_operation_unref(m_drain);
-    }
+    for (pa_operation *operation : {m_drain, m_sinkQuestion})
+        if (operation) {
+            pa_operation_cancel(operation);
+            pa_operation_unref(operation);
+        }
     if (m_stream)
         m_server.retire(m_stream, fadeOut() ? stopLingering : std::chrono::milliseconds(0));
     pa_context_unref(m_context);
@@ -148,25 +167,17 @@ bool OutputStream::Link::fadeOut() {
 std::optional<RoutedAudioPlayerError> OutputStream::Link::connect(std::optional<std::uint32_t> deviceID,
                                                                   const QByteArray &sinkName) {
     const SoundServerLock lock(m_mainloop);
-    m_isBound = deviceID.has_value();
+    m_deviceID = deviceID;
     pa_sample_spec spec{};
     spec.format = PA_SAMPLE_FLOAT32LE;
     spec.rate = static_cast<std::uint32_t>(m_feed.deviceRate());
     spec.channels = static_cast<std::uint8_t>(std::min(m_feed.channelCount(), 255));
     pa_channel_map map{};
-    const auto refused = [&] {
-        return deviceID ? RoutedAudioPlayerError{RoutedAudioPlayerError::Kind::AudioUnitSetPropertyFailed,
-                                                 *deviceID,
-                                                 pa_context_errno(m_context),
-                                                 {}}
-                        : RoutedAudioPlayerError::soundServerUnavailable(
-                              QString::fromUtf8(pa_strerror(pa_context_errno(m_context))));
-    };
     if (!pa_channel_map_init_extend(&map, spec.channels, PA_CHANNEL_MAP_WAVEEX) || !pa_sample_spec_valid(&spec))
         return RoutedAudioPlayerError{RoutedAudioPlayerError::Kind::OutputAudioUnitUnavailable, 0, 0, {}};
     m_stream = pa_stream_new(m_context, "Playback", &spec, &map);
     if (!m_stream)
-        return refused();
+        return refusal();
     pa_stream_set_state_callback(m_stream, &Link::onState, this);
     pa_stream_set_moved_callback(m_stream, &Link::onMoved, this);
     pa_stream_set_write_callback(m_stream, &Link::onWritable, this);
@@ -180,7 +191,7 @@ std::optional<RoutedAudioPlayerError> OutputStream::Link::connect(std::optional<
                        (deviceID ? PA_STREAM_DONT_MOVE : PA_STREAM_NOFLAGS);
     if (pa_stream_connect_playback(m_stream, deviceID ? sinkName.constData() : "@DEFAULT_SINK@", &buffer,
                                    static_cast<pa_stream_flags_t>(flags), nullptr, nullptr) < 0)
-        return refused();
+        return refusal();
     m_tick = pa_context_rttime_new(m_context, pa_rtclock_now() + microseconds(noteInterval), &Link::onTick, this);
     return {};
 }
@@ -207,22 +218,35 @@ void OutputStream::Link::post(std::function<void()> event) {
     QMetaObject::invokeMethod(m_events.receiver, std::move(event), Qt::QueuedConnection);
 }
 
-void OutputStream::Link::lose(Loss why) {
+void OutputStream::Link::lose() {
     const Seconds place = heard().value_or(Seconds(0));
     const qint64 frame = m_feed.fileFrame(std::max<Seconds>(place - resumeBackOff, Seconds(0)).count());
-    post([lost = m_events.lost, why, frame] { lost(why, frame); });
+    post([lost = m_events.lost, frame] { lost(frame); });
+}
+
+void OutputStream::Link::fail(const RoutedAudioPlayerError &error) {
+    post([failed = m_events.failed, error] { failed(error); });
+}
+
+void OutputStream::Link::fail(RoutedAudioPlayerError::Kind kind) {
+    fail(RoutedAudioPlayerError{kind, 0, 0, {}});
+}
+
+RoutedAudioPlayerError OutputStream::Link::refusal() const {
+    const int status = pa_context_errno(m_context);
+    if (m_deviceID)
+        return {RoutedAudioPlayerError::Kind::AudioUnitSetPropertyFailed, *m_deviceID, status, {}};
+    return RoutedAudioPlayerError::soundServerUnavailable(QString::fromUtf8(pa_strerror(status)));
 }
 
 void OutputStream::Link::stateChanged() {
     switch (pa_stream_get_state(m_stream)) {
     case PA_STREAM_FAILED:
     case PA_STREAM_TERMINATED:
-        lose(pa_context_get_state(m_context) == PA_CONTEXT_READY ? Loss::Output : Loss::Server);
+        endedByServer();
         break;
     case PA_STREAM_READY:
-        deviceChanged();
-        if (m_isBound)
-            m_server.watchDevice(m_stream, DeviceDirection::Output, [this] { lose(Loss::Output); });
+        becomeReady();
         break;
     case PA_STREAM_UNCONNECTED:
     case PA_STREAM_CREATING:
@@ -230,14 +254,52 @@ void OutputStream::Link::stateChanged() {
     }
 }
 
+void OutputStream::Link::becomeReady() {
+    m_isStarted = true;
+    QMetaObject::invokeMethod(m_events.receiver, m_events.started, Qt::QueuedConnection);
+    deviceChanged();
+    if (m_deviceID)
+        m_server.watchDevice(m_stream, DeviceDirection::Output, [this] { lose(); });
+}
+
 void OutputStream::Link::deviceChanged() {
     if (SoundServer::isStandIn(pa_stream_get_device_name(m_stream)))
-        lose(Loss::Output);
+        fail(RoutedAudioPlayerError::Kind::NoOutput);
+}
+
+void OutputStream::Link::endedByServer() {
+    if (pa_context_get_state(m_context) != PA_CONTEXT_READY)
+        fail(RoutedAudioPlayerError::soundServerUnavailable({}));
+    else if (!m_isStarted)
+        fail(refusal());
+    else
+        askForSink();
+}
+
+// A stream can also be ended while its sink is there: by the user in a mixer, say. That is no reason to go on
+// elsewhere.
+void OutputStream::Link::askForSink() {
+    if (m_isOver || m_sinkQuestion)
+        return;
+    m_unanswered = {};
+    m_sinkQuestion = m_deviceID ? pa_context_get_sink_info_by_index(m_context, *m_deviceID, &Link::onSink, this)
+                                : pa_context_get_sink_info_by_name(m_context, "@DEFAULT_SINK@", &Link::onSink, this);
+    if (!m_sinkQuestion)
+        fail(RoutedAudioPlayerError::soundServerUnavailable({}));
+}
+
+void OutputStream::Link::sinkAsked() {
+    if (m_hasSink)
+        fail(RoutedAudioPlayerError::Kind::PlaybackEnded);
+    else if (m_deviceID)
+        lose();
+    else
+        fail(RoutedAudioPlayerError::Kind::NoOutput);
 }
 
 void OutputStream::Link::write(std::size_t bytes) {
     const std::size_t frameSize = pa_frame_size(pa_stream_get_sample_spec(m_stream));
-    while (bytes >= frameSize && !m_isWritten && !m_isOver) {
+    while (bytes >= frameSize && m_feeding != Feeding::Written && !m_isOver) {
         void *data = nullptr;
         std::size_t room = bytes;
         if (pa_stream_begin_write(m_stream, &data, &room) < 0 || !data)
@@ -247,11 +309,10 @@ void OutputStream::Link::write(std::size_t bytes) {
         const PlaybackFeed::Taken taken = m_feed.take(samples);
         if (taken.frames == 0) {
             pa_stream_cancel_write(m_stream);
-            m_isStarved = !taken.isEnd;
-            m_isWritten = taken.isEnd;
+            m_feeding = taken.isEnd ? Feeding::Written : Feeding::Starved;
             break;
         }
-        m_isStarved = false;
+        m_feeding = Feeding::Flowing;
         const auto size = static_cast<std::size_t>(taken.frames) * frameSize;
         m_tail.append(samples.first(size / sizeof(float)));
         // A stream that takes no more has failed, which its state tells.
@@ -261,7 +322,7 @@ void OutputStream::Link::write(std::size_t bytes) {
         const std::lock_guard guard(m_guard);
         m_written += Seconds(static_cast<double>(taken.frames) / m_feed.deviceRate());
     }
-    if (m_isWritten && !m_isOver)
+    if (m_feeding == Feeding::Written && !m_isOver)
         drain();
 }
 
@@ -273,26 +334,41 @@ void OutputStream::Link::drain() {
 void OutputStream::Link::drained() {
     // What could be read of a broken file has been heard.
     if (const std::optional<QString> why = m_feed.failure())
-        post([broken = m_events.broken, why = *why] { broken(why); });
+        fail(RoutedAudioPlayerError::fileUnreadable(*why));
     else
         post(m_events.finished);
 }
 
 void OutputStream::Link::tick() {
-    switch (pa_stream_get_state(m_stream)) {
-    case PA_STREAM_CREATING:
-        if (PlaybackClock::now() - m_openedAt > connectTimeout)
-            lose(Loss::Server);
-        break;
-    case PA_STREAM_READY:
+    if (m_isOver)
+        return;
+    if (pa_stream_get_state(m_stream) == PA_STREAM_READY) {
         notePlace();
-        if (m_isStarved)
+        watch();
+        if (m_feeding == Feeding::Starved)
             if (const std::size_t room = pa_stream_writable_size(m_stream); room != static_cast<std::size_t>(-1))
                 write(room);
+        return;
+    }
+    m_unanswered.look(PlaybackClock::now());
+    if (m_unanswered.length() > StreamWatch::serverPatience)
+        fail(RoutedAudioPlayerError::Kind::ServerSilent);
+}
+
+void OutputStream::Link::watch() {
+    const pa_timing_info *timing = pa_stream_get_timing_info(m_stream);
+    if (timing && std::exchange(m_takenBytes, timing->read_index) != timing->read_index)
+        m_watch.deviceMoved();
+    // Once it has taken all there is, the sink may need a while to play it.
+    const bool isIdle = m_feeding == Feeding::Starved || (timing && timing->read_index >= timing->write_index);
+    switch (m_watch.look(m_stream, isIdle)) {
+    case StreamWatch::Finding::Fine:
         break;
-    case PA_STREAM_UNCONNECTED:
-    case PA_STREAM_FAILED:
-    case PA_STREAM_TERMINATED:
+    case StreamWatch::Finding::ServerIsSilent:
+        fail(RoutedAudioPlayerError::Kind::ServerSilent);
+        break;
+    case StreamWatch::Finding::DeviceIsStill:
+        fail(RoutedAudioPlayerError::Kind::OutputStandsStill);
         break;
     }
 }
@@ -326,11 +402,20 @@ void OutputStream::Link::onDrained(pa_stream *, int success, void *link) {
         self->drained();
 }
 
+void OutputStream::Link::onSink(pa_context *, const pa_sink_info *info, int end, void *link) {
+    auto *self = static_cast<Link *>(link);
+    if (end == 0 && info)
+        self->m_hasSink = !SoundServer::isStandIn(info->name);
+    else
+        self->sinkAsked();
+}
+
 void OutputStream::Link::onTick(pa_mainloop_api *, pa_time_event *event, const timeval *, void *link) {
     auto *self = static_cast<Link *>(link);
     self->tick();
     pa_context_rttime_restart(self->m_context, event,
-                              pa_rtclock_now() + microseconds(self->m_isStarved ? starvedInterval : noteInterval));
+                              pa_rtclock_now() +
+                                  microseconds(self->m_feeding == Feeding::Starved ? starvedInterval : noteInterval));
 }
 
 base::Result<std::unique_ptr<OutputStream>, RoutedAudioPlayerError>

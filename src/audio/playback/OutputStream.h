@@ -24,19 +24,19 @@ class SoundServer;
 /// thread; sending runs on the sound server's.
 class OutputStream final {
 public:
-    /// What a stream can lose.
-    enum class Loss { Output, Server };
-    /// What becomes of the stream. Each is called on `receiver`'s thread, later than the call that caused it, and may
-    /// come when the stream is gone already. At most one of them comes.
+    /// What becomes of the stream. Each is called on `receiver`'s thread, later than what caused it, and may come when
+    /// the stream is gone already. After `started` at most one of the others comes, and `lost` never without it.
     struct Events {
         QObject *receiver = nullptr;
+        /// The sink has accepted the stream.
+        std::function<void()> started;
         /// The last frame has been heard.
         std::function<void()> finished;
-        /// The sink is gone, or the server doesn't answer; `frame` of the file is where to go on. A little is heard
-        /// twice rather than lost.
-        std::function<void(Loss why, qint64 frame)> lost;
-        /// The file could not be read on; what could has been heard.
-        std::function<void(const QString &description)> broken;
+        /// The chosen sink is gone; `frame` of the file is where to go on. A little is heard twice rather than lost.
+        std::function<void(qint64 frame)> lost;
+        /// Anything else that ended it: the sink refused the stream, the server is gone or no longer answers, the sink
+        /// stands still, or the file could not be read on (then what could be read has been heard).
+        std::function<void(const RoutedAudioPlayerError &error)> failed;
     };
 
     /// Starts playing what nobody else reads but the streams before and after, on the one thread of `readers`. Without

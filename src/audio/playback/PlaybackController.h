@@ -22,8 +22,8 @@ class OutputRoutingDiagnostics;
 /// What a stop does with the playhead.
 enum class PlayheadReset { KeepPlace, Reset };
 
-/// Decides what one project window plays: a line's take, its direction audio, or a row of lines. Asks for the chosen
-/// output anew before each playback. Main thread.
+/// Decides what one project window plays: a line's take, its direction audio, or a row of lines. Looks up the chosen
+/// output before each playback. Stops when somebody begins to record. Main thread.
 class PlaybackController final : public QObject {
     Q_OBJECT
 public:
@@ -38,7 +38,7 @@ public:
     [[nodiscard]] const std::optional<PlaybackLineId> &currentlyPlayingLineID() const { return m_lineID; }
     [[nodiscard]] std::optional<AudioSource> currentAudioSource() const { return m_source; }
     [[nodiscard]] bool isPlaying() const { return m_isPlaying; }
-    [[nodiscard]] bool isPlayingSequence() const { return m_isPlayingSequence; }
+    [[nodiscard]] bool isPlayingSequence() const { return m_isPlaying && m_sequence; }
     /// Share of the file that has been heard, 0 to 1.
     [[nodiscard]] double playbackProgress() const { return m_progress; }
     [[nodiscard]] bool isCurrentGenerated(const PlaybackLineId &line) const;
@@ -65,21 +65,25 @@ Q_SIGNALS:
     void playbackFailed(const QString &description);
 
 private:
-    struct Start {
-        AudioSource source = AudioSource::Generated;
-        QList<PlaybackLine> sequence;
-        double fraction = 0.0;
+    /// A Play All under way.
+    struct Sequence {
+        QList<PlaybackLine> lines;
+        qsizetype index = 0;
     };
 
+    void logRequest(const QString &operation, const PlaybackLine &line) const;
     void seek(const PlaybackLine &line, AudioSource source, double fraction);
-    void startPlayback(const PlaybackLine &line, const Start &start);
+    void startPlayback(const PlaybackLine &line, AudioSource source, double fraction);
+    /// Both say whether it went well; a failure has been told by then. `context` is for the diagnostics.
+    bool route();
+    bool play(const QString &context);
     RoutedAudioPlayer::Outcome applyPersistedOutputDevice();
     void updateProgress();
     void complete();
+    void failToRoute(const RoutedAudioPlayerError &error, const QString &context);
     void fail(const RoutedAudioPlayerError &error);
     void setLine(const std::optional<PlaybackLineId> &line, std::optional<AudioSource> source);
-    void setPlaying(bool isPlaying);
-    void setPlayingSequence(bool isPlayingSequence);
+    void setPlaying(bool isPlaying, std::optional<Sequence> sequence);
     void setProgress(double progress);
 
     base::UserDefaults &m_defaults;
@@ -90,10 +94,8 @@ private:
     std::optional<PlaybackLineId> m_lineID;
     std::optional<AudioSource> m_source;
     bool m_isPlaying = false;
-    bool m_isPlayingSequence = false;
     double m_progress = 0.0;
-    QList<PlaybackLine> m_sequenceLines;
-    qsizetype m_sequenceIndex = 0;
+    std::optional<Sequence> m_sequence;
 };
 
 } // namespace orlenta::audio

@@ -20,6 +20,14 @@ struct RoutedAudioPlayerError {
         SoundServerUnavailable,
         /// The sound server has no output.
         NoOutput,
+        /// The sound server answers nothing any more, though it is there.
+        ServerSilent,
+        /// The output takes no more sound, though it is there.
+        OutputStandsStill,
+        /// The sound server, or somebody through it, ended the playback.
+        PlaybackEnded,
+        /// Somebody records, and the microphone would hear it.
+        RecordingRuns,
     };
 
     Kind kind = Kind::NoFileLoaded;
@@ -31,6 +39,10 @@ struct RoutedAudioPlayerError {
     [[nodiscard]] static RoutedAudioPlayerError fileUnreadable(const QString &description);
     [[nodiscard]] static RoutedAudioPlayerError soundServerUnavailable(const QString &reason);
 
+    /// The chosen output isn't there, rather than unwilling.
+    [[nodiscard]] bool isOutputGone() const;
+    /// Whether it says anything about the way to the output, rather than about what was to be played or when.
+    [[nodiscard]] bool concernsRouting() const;
     /// One sentence for the user.
     [[nodiscard]] QString description() const;
 
