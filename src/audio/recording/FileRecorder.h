@@ -18,7 +18,7 @@ class SoundServer;
 class FileRecorder final : public QObject {
     Q_OBJECT
 public:
-    enum class Refusal { Unavailable, Forbidden };
+    enum class Refusal { Unavailable, Unanswered, Forbidden };
 
     /// Makes the file; nothing is recorded yet.
     [[nodiscard]] static base::Result<std::unique_ptr<FileRecorder>, AudioFileError>
@@ -31,6 +31,8 @@ public:
     [[nodiscard]] bool isRecording() const { return m_isRecording; }
     /// Seconds recorded so far; of the whole file when it is finished.
     [[nodiscard]] double currentTime() const;
+    /// What the user has to be told of how the take ended; empty where nothing went wrong.
+    [[nodiscard]] const QString &complaint() const { return m_complaint; }
 
     /// Asks for the source; started() or refused() follows. Fails with the server's words when it can't be asked.
     base::Result<void, QString> record();
@@ -44,7 +46,7 @@ Q_SIGNALS:
     void refused(orlenta::audio::FileRecorder::Refusal why, const QString &reason);
     /// The file is complete; not successful when there is no sound in it. Comes by itself when the source goes.
     void finished(bool isSuccessful);
-    /// The file could not be written on. What went before stays in it.
+    /// The file could not be written on. What went before stays in it. The description names no file.
     void encodeErrorOccurred(const QString &description);
 
 private:
@@ -60,8 +62,8 @@ private:
     std::unique_ptr<RecordingWriter> m_writer;
     std::unique_ptr<InputStream> m_stream;
     double m_currentTime = 0.0;
+    QString m_complaint;
     bool m_isRecording = false;
-    bool m_isEmpty = true;
     bool m_isDiscarded = false;
 };
 

@@ -9,6 +9,8 @@
 
 #include "audio/devices/AudioDebugLogger.h"
 #include "audio/devices/SoundServer.h"
+#include "audio/devices/Standstill.h"
+#include "audio/devices/StreamWatch.h"
 #include "audio/recording/RecordingWriter.h"
 
 namespace orlenta::audio {
@@ -17,9 +19,9 @@ namespace {
 
 /// What one delivery holds. Without it one server sends pieces of 0.7 s, and the end of a take is lost with the last.
 constexpr auto fragmentLength = std::chrono::milliseconds(20);
-/// A server whose session manager is gone leaves a stream waiting for ever.
-constexpr auto inputConnectTimeout = std::chrono::seconds(3);
-/// How long after they should have come the last samples of a take are waited for.
+/// How often the stream is looked after.
+constexpr auto inputTickInterval = std::chrono::milliseconds(20);
+/// Grace period for the final samples.
 constexpr auto tailGrace = std::chrono::milliseconds(100);
 /// The most that can be on its way when a take is stopped; a server that tells more is not believed.
 constexpr auto longestTail = std::chrono::milliseconds(500);
@@ -42,11 +44,14 @@ public:
     [[nodiscard]] std::chrono::duration<double> capturedTime() const;
 
 private:
+    enum class Phase { Opening, Running, Stopping, Over };
+
     void stateChanged();
+    void becomeReady();
     void read();
     void take(const void *data, std::size_t bytes);
-    void deadlinePassed();
-    void setDeadline(std::chrono::microseconds fromNow);
+    void tick();
+    void watch();
     void end(End how, const QString &reason);
     void lose(const QString &reason);
     [[nodiscard]] qint64 soundedFrames() const;
@@ -54,21 +59,23 @@ private:
 
     static void onState(pa_stream *stream, void *link);
     static void onReadable(pa_stream *stream, std::size_t bytes, void *link);
-    static void onDeadline(pa_mainloop_api *api, pa_time_event *event, const timeval *time, void *link);
+    static void onTick(pa_mainloop_api *api, pa_time_event *event, const timeval *time, void *link);
 
     SoundServer &m_server;
     pa_threaded_mainloop *m_mainloop;
     pa_context *m_context;
     pa_stream *m_stream = nullptr;
-    pa_time_event *m_deadline = nullptr;
+    pa_time_event *m_tick = nullptr;
     Source m_source;
     RecordingWriter &m_writer;
     Events m_events;
     std::atomic<qint64> m_frames = 0;
-    /// Set by a stop: how long the take is to be.
-    std::optional<qint64> m_wantedFrames;
-    bool m_isStarted = false;
-    bool m_isOver = false;
+    Phase m_phase = Phase::Opening;
+    Standstill m_opening;
+    StreamWatch m_watch;
+    /// Of a take that is being stopped: how long it is to be, and when to wait no longer for that.
+    qint64 m_wantedFrames = 0;
+    Standstill::Clock::time_point m_stopDeadline{};
 };
 
 InputStream::Link::Link(SoundServer &server, pa_context *context, const Source &source, RecordingWriter &writer,
@@ -78,8 +85,8 @@ InputStream::Link::Link(SoundServer &server, pa_context *context, const Source &
 
 InputStream::Link::~Link() {
     const SoundServerLock lock(m_mainloop);
-    if (m_deadline)
-        pa_threaded_mainloop_get_api(m_mainloop)->time_free(m_deadline);
+    if (m_tick)
+        pa_threaded_mainloop_get_api(m_mainloop)->time_free(m_tick);
     if (m_stream)
         m_server.retire(m_stream, std::chrono::microseconds(0));
     pa_context_unref(m_context);
@@ -107,8 +114,8 @@ std::optional<QString> InputStream::Link::connect() {
         QStringLiteral("pa_stream_connect_record(%1) from InputStream.connect").arg(QString::fromUtf8(m_source.name)));
     if (pa_stream_connect_record(m_stream, m_source.name.constData(), &buffer, flags) < 0)
         return serverReason();
-    m_deadline = pa_context_rttime_new(m_context, pa_rtclock_now() + inMicroseconds(inputConnectTimeout),
-                                       &Link::onDeadline, this);
+    m_tick =
+        pa_context_rttime_new(m_context, pa_rtclock_now() + inMicroseconds(inputTickInterval), &Link::onTick, this);
     return {};
 }
 
@@ -118,16 +125,18 @@ QString InputStream::Link::serverReason() const {
 
 void InputStream::Link::stop() {
     const SoundServerLock lock(m_mainloop);
-    if (m_isOver || m_wantedFrames)
+    if (m_phase == Phase::Stopping || m_phase == Phase::Over)
         return;
     const qint64 delivered = m_frames;
-    m_wantedFrames = m_isStarted ? std::max(soundedFrames(), delivered) : delivered;
-    const qint64 missing = *m_wantedFrames - delivered;
+    m_wantedFrames = m_phase == Phase::Running ? std::max(soundedFrames(), delivered) : delivered;
+    const qint64 missing = m_wantedFrames - delivered;
     if (missing == 0) {
         end(End::Stopped, {});
         return;
     }
-    setDeadline(std::chrono::microseconds(missing * 1'000'000 / m_source.sampleRate) + tailGrace);
+    m_phase = Phase::Stopping;
+    m_stopDeadline =
+        Standstill::Clock::now() + tailGrace + std::chrono::microseconds(missing * 1'000'000 / m_source.sampleRate);
 }
 
 /// What the source had taken in by now, delivered or not.
@@ -145,7 +154,7 @@ std::chrono::duration<double> InputStream::Link::capturedTime() const {
 }
 
 void InputStream::Link::end(End how, const QString &reason) {
-    if (std::exchange(m_isOver, true))
+    if (std::exchange(m_phase, Phase::Over) == Phase::Over)
         return;
     QMetaObject::invokeMethod(
         m_events.receiver, [ended = m_events.ended, how, reason] { ended(how, reason); }, Qt::QueuedConnection);
@@ -153,30 +162,23 @@ void InputStream::Link::end(End how, const QString &reason) {
 
 void InputStream::Link::lose(const QString &reason) {
     // Of a take that is being stopped all but a moment has come.
-    if (m_wantedFrames)
+    if (m_phase == Phase::Stopping)
         end(End::Stopped, {});
     else
         end(End::Lost, reason);
 }
 
-void InputStream::Link::setDeadline(std::chrono::microseconds fromNow) {
-    pa_context_rttime_restart(m_context, m_deadline, pa_rtclock_now() + inMicroseconds(fromNow));
-}
-
 void InputStream::Link::stateChanged() {
     switch (pa_stream_get_state(m_stream)) {
     case PA_STREAM_READY:
-        if (!std::exchange(m_isStarted, true) && !m_isOver)
-            QMetaObject::invokeMethod(m_events.receiver, m_events.started, Qt::QueuedConnection);
-        m_server.watchDevice(m_stream, DeviceDirection::Input,
-                             [this] { lose(QString::fromUtf8(pa_strerror(PA_ERR_KILLED))); });
+        becomeReady();
         break;
     case PA_STREAM_FAILED:
     case PA_STREAM_TERMINATED:
-        if (m_wantedFrames || m_isStarted)
-            lose(serverReason());
-        else
+        if (m_phase == Phase::Opening)
             end(pa_context_errno(m_context) == PA_ERR_ACCESS ? End::Forbidden : End::Refused, serverReason());
+        else
+            lose(serverReason());
         break;
     case PA_STREAM_UNCONNECTED:
     case PA_STREAM_CREATING:
@@ -184,10 +186,19 @@ void InputStream::Link::stateChanged() {
     }
 }
 
+void InputStream::Link::becomeReady() {
+    if (m_phase != Phase::Opening)
+        return;
+    m_phase = Phase::Running;
+    QMetaObject::invokeMethod(m_events.receiver, m_events.started, Qt::QueuedConnection);
+    m_server.watchDevice(m_stream, DeviceDirection::Input,
+                         [this] { lose(QString::fromUtf8(pa_strerror(PA_ERR_KILLED))); });
+}
+
 void InputStream::Link::read() {
     const void *data = nullptr;
     std::size_t bytes = 0;
-    while (!m_isOver && pa_stream_peek(m_stream, &data, &bytes) == 0 && bytes > 0) {
+    while (m_phase != Phase::Over && pa_stream_peek(m_stream, &data, &bytes) == 0 && bytes > 0) {
         take(data, bytes);
         pa_stream_drop(m_stream);
     }
@@ -195,23 +206,50 @@ void InputStream::Link::read() {
 
 void InputStream::Link::take(const void *data, std::size_t bytes) {
     auto count = static_cast<qint64>(bytes / sizeof(float));
-    if (m_wantedFrames)
-        count = std::min(count, *m_wantedFrames - m_frames);
+    if (m_phase == Phase::Stopping)
+        count = std::min(count, m_wantedFrames - m_frames);
     // No data stands for samples that the server has lost: silence in their place keeps the rest in time.
     if (data)
         m_writer.append({static_cast<const float *>(data), static_cast<std::size_t>(count)});
     else
         m_writer.appendSilence(static_cast<std::size_t>(count));
     m_frames += count;
-    if (m_wantedFrames && m_frames >= *m_wantedFrames)
+    m_watch.deviceMoved();
+    if (m_phase == Phase::Stopping && m_frames >= m_wantedFrames)
         end(End::Stopped, {});
 }
 
-void InputStream::Link::deadlinePassed() {
-    if (m_wantedFrames)
-        end(End::Stopped, {});
-    else if (!m_isStarted)
-        end(End::Refused, QString::fromUtf8(pa_strerror(PA_ERR_TIMEOUT)));
+void InputStream::Link::tick() {
+    const auto now = Standstill::Clock::now();
+    switch (m_phase) {
+    case Phase::Opening:
+        m_opening.look(now);
+        if (m_opening.length() > StreamWatch::serverPatience)
+            end(End::Unanswered, QString::fromUtf8(pa_strerror(PA_ERR_TIMEOUT)));
+        break;
+    case Phase::Running:
+        watch();
+        break;
+    case Phase::Stopping:
+        if (now >= m_stopDeadline)
+            end(End::Stopped, {});
+        break;
+    case Phase::Over:
+        break;
+    }
+}
+
+void InputStream::Link::watch() {
+    switch (m_watch.look(m_stream, false)) {
+    case StreamWatch::Finding::Fine:
+        break;
+    case StreamWatch::Finding::ServerIsSilent:
+        end(End::StoodStill, QStringLiteral("The sound server has stopped answering."));
+        break;
+    case StreamWatch::Finding::DeviceIsStill:
+        end(End::StoodStill, QStringLiteral("The microphone has stopped delivering sound."));
+        break;
+    }
 }
 
 void InputStream::Link::onState(pa_stream *, void *link) {
@@ -222,8 +260,10 @@ void InputStream::Link::onReadable(pa_stream *, std::size_t, void *link) {
     static_cast<Link *>(link)->read();
 }
 
-void InputStream::Link::onDeadline(pa_mainloop_api *, pa_time_event *, const timeval *, void *link) {
-    static_cast<Link *>(link)->deadlinePassed();
+void InputStream::Link::onTick(pa_mainloop_api *, pa_time_event *event, const timeval *, void *link) {
+    auto *self = static_cast<Link *>(link);
+    self->tick();
+    pa_context_rttime_restart(self->m_context, event, pa_rtclock_now() + inMicroseconds(inputTickInterval));
 }
 
 base::Result<std::unique_ptr<InputStream>, QString> InputStream::open(SoundServer &server, const Source &source,

@@ -32,8 +32,12 @@ public:
         Stopped,
         /// The source or the server went away in mid-take.
         Lost,
-        /// It never began: no such source, or no answer in time.
+        /// The server stopped answering in mid-take, or the source delivers nothing any more.
+        StoodStill,
+        /// It never began: the server wouldn't open the source.
         Refused,
+        /// It never began: the server doesn't answer.
+        Unanswered,
         /// It never began: the server doesn't let this process listen.
         Forbidden,
     };
@@ -41,7 +45,8 @@ public:
     struct Events {
         QObject *receiver = nullptr;
         std::function<void()> started;
-        /// Comes once; nothing reaches the writer afterwards. `reason` is in the server's words.
+        /// Comes once; nothing reaches the writer afterwards. `reason` is in the server's words, or in the user's where
+        /// the stream stood still.
         std::function<void(End end, const QString &reason)> ended;
     };
 

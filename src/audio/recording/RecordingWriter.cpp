@@ -83,6 +83,9 @@ void RecordingWriter::run() {
         m_isBroken = true;
         m_pending.clear();
     }
+    // So that what was written is a proper file for other programs too. The failure is known; nothing can be added to
+    // it.
+    static_cast<void>(m_file.finish());
     QMetaObject::invokeMethod(
         m_events.receiver, [failed = m_events.failed, error = written.error()] { failed(error); },
         Qt::QueuedConnection);
