@@ -8,6 +8,7 @@
 #include <pulse/pulseaudio.h>
 #include <QtCore/QMetaObject>
 
+#include "audio/devices/PulseTime.h"
 #include "audio/devices/SoundServer.h"
 #include "audio/devices/Standstill.h"
 #include "audio/devices/StreamWatch.h"
@@ -38,10 +39,6 @@ constexpr auto stopFadeMargin = std::chrono::milliseconds(20);
 constexpr auto stopLingering = std::chrono::milliseconds(60);
 /// How much of what was written is kept for that: a server may grant more than the wanted buffer.
 constexpr auto tailLength = std::chrono::milliseconds(500);
-
-pa_usec_t microseconds(std::chrono::microseconds duration) {
-    return static_cast<pa_usec_t>(duration.count());
-}
 
 qint64 framesIn(Seconds duration, double rate) {
     return static_cast<qint64>(duration.count() * rate);
@@ -184,7 +181,7 @@ std::optional<RoutedAudioPlayerError> OutputStream::Link::connect(std::optional<
 
     pa_buffer_attr buffer{};
     buffer.maxlength = buffer.prebuf = buffer.minreq = buffer.fragsize = static_cast<std::uint32_t>(-1);
-    buffer.tlength = static_cast<std::uint32_t>(pa_usec_to_bytes(microseconds(bufferLength), &spec));
+    buffer.tlength = static_cast<std::uint32_t>(pa_usec_to_bytes(inMicroseconds(bufferLength), &spec));
     // A named sink that is gone must be told, not silently replaced; the default must be followed when it changes, and
     // only this name for it keeps the desktop from sending the stream where an earlier one was moved to.
     const auto flags = PA_STREAM_ADJUST_LATENCY | PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_INTERPOLATE_TIMING |
@@ -192,7 +189,7 @@ std::optional<RoutedAudioPlayerError> OutputStream::Link::connect(std::optional<
     if (pa_stream_connect_playback(m_stream, deviceID ? sinkName.constData() : "@DEFAULT_SINK@", &buffer,
                                    static_cast<pa_stream_flags_t>(flags), nullptr, nullptr) < 0)
         return refusal();
-    m_tick = pa_context_rttime_new(m_context, pa_rtclock_now() + microseconds(noteInterval), &Link::onTick, this);
+    m_tick = pa_context_rttime_new(m_context, laterBy(noteInterval), &Link::onTick, this);
     return {};
 }
 
@@ -414,8 +411,7 @@ void OutputStream::Link::onTick(pa_mainloop_api *, pa_time_event *event, const t
     auto *self = static_cast<Link *>(link);
     self->tick();
     pa_context_rttime_restart(self->m_context, event,
-                              pa_rtclock_now() +
-                                  microseconds(self->m_feeding == Feeding::Starved ? starvedInterval : noteInterval));
+                              laterBy(self->m_feeding == Feeding::Starved ? starvedInterval : noteInterval));
 }
 
 base::Result<std::unique_ptr<OutputStream>, RoutedAudioPlayerError>

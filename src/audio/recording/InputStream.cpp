@@ -8,6 +8,7 @@
 #include <QtCore/QMetaObject>
 
 #include "audio/devices/AudioDebugLogger.h"
+#include "audio/devices/PulseTime.h"
 #include "audio/devices/SoundServer.h"
 #include "audio/devices/Standstill.h"
 #include "audio/devices/StreamWatch.h"
@@ -25,10 +26,6 @@ constexpr auto inputTickInterval = std::chrono::milliseconds(20);
 constexpr auto tailGrace = std::chrono::milliseconds(100);
 /// The most that can be on its way when a take is stopped; a server that tells more is not believed.
 constexpr auto longestTail = std::chrono::milliseconds(500);
-
-pa_usec_t inMicroseconds(std::chrono::microseconds duration) {
-    return static_cast<pa_usec_t>(duration.count());
-}
 
 } // namespace
 
@@ -114,8 +111,7 @@ std::optional<QString> InputStream::Link::connect() {
         QStringLiteral("pa_stream_connect_record(%1) from InputStream.connect").arg(QString::fromUtf8(m_source.name)));
     if (pa_stream_connect_record(m_stream, m_source.name.constData(), &buffer, flags) < 0)
         return serverReason();
-    m_tick =
-        pa_context_rttime_new(m_context, pa_rtclock_now() + inMicroseconds(inputTickInterval), &Link::onTick, this);
+    m_tick = pa_context_rttime_new(m_context, laterBy(inputTickInterval), &Link::onTick, this);
     return {};
 }
 
@@ -263,7 +259,7 @@ void InputStream::Link::onReadable(pa_stream *, std::size_t, void *link) {
 void InputStream::Link::onTick(pa_mainloop_api *, pa_time_event *event, const timeval *, void *link) {
     auto *self = static_cast<Link *>(link);
     self->tick();
-    pa_context_rttime_restart(self->m_context, event, pa_rtclock_now() + inMicroseconds(inputTickInterval));
+    pa_context_rttime_restart(self->m_context, event, laterBy(inputTickInterval));
 }
 
 base::Result<std::unique_ptr<InputStream>, QString> InputStream::open(SoundServer &server, const Source &source,
