@@ -2,16 +2,17 @@
 
 #include <algorithm>
 #include <chrono>
-#include <mutex>
 #include <utility>
 
 #include <pulse/pulseaudio.h>
 #include <QtCore/QMetaObject>
 
 #include "audio/devices/PulseTime.h"
+#include "audio/devices/SinkQuestion.h"
 #include "audio/devices/SoundServer.h"
 #include "audio/devices/Standstill.h"
 #include "audio/devices/StreamWatch.h"
+#include "audio/playback/HeardPlace.h"
 #include "audio/playback/PlaybackFeed.h"
 #include "audio/playback/WrittenTail.h"
 
@@ -19,8 +20,7 @@ namespace orlenta::audio {
 
 namespace {
 
-using PlaybackClock = std::chrono::steady_clock;
-using Seconds = std::chrono::duration<double>;
+using Seconds = HeardPlace::Seconds;
 
 /// How much lies ready at the server. Less underran now and then on a busy two-core machine.
 constexpr auto bufferLength = std::chrono::milliseconds(150);
@@ -46,7 +46,7 @@ qint64 framesIn(Seconds duration, double rate) {
 
 } // namespace
 
-/// The stream as libpulse's callbacks see it. Touched with the loop locked, but for the guarded place.
+/// The stream as libpulse's callbacks see it. Touched with the loop locked, but for the place that is heard.
 class OutputStream::Link final {
 public:
     /// What the application has one of, and the connection as it was found.
@@ -61,7 +61,7 @@ public:
 
     [[nodiscard]] std::optional<RoutedAudioPlayerError> connect(std::optional<std::uint32_t> deviceID,
                                                                 const QByteArray &sinkName);
-    [[nodiscard]] std::optional<qint64> currentFrame() const;
+    [[nodiscard]] std::optional<qint64> currentFrame();
 
 private:
     /// What the server wants and the file gives.
@@ -72,7 +72,6 @@ private:
     void deviceChanged();
     void endedByServer();
     void askForSink();
-    void sinkAsked();
     void write(std::size_t bytes);
     void drain();
     void drained();
@@ -86,13 +85,11 @@ private:
     /// Lets what sounds fall away; false when it has to be cut off.
     bool fadeOut();
     void post(std::function<void()> event);
-    [[nodiscard]] std::optional<Seconds> heard() const;
 
     static void onState(pa_stream *stream, void *link);
     static void onMoved(pa_stream *stream, void *link);
     static void onWritable(pa_stream *stream, std::size_t bytes, void *link);
     static void onDrained(pa_stream *stream, int success, void *link);
-    static void onSink(pa_context *context, const pa_sink_info *info, int end, void *link);
     static void onTick(pa_mainloop_api *api, pa_time_event *event, const timeval *time, void *link);
 
     SoundServer &m_server;
@@ -101,28 +98,21 @@ private:
     pa_stream *m_stream = nullptr;
     pa_time_event *m_tick = nullptr;
     pa_operation *m_drain = nullptr;
-    /// Asks whether the sink of a stream that the server ended still exists.
-    pa_operation *m_sinkQuestion = nullptr;
-    bool m_hasSink = false;
     PlaybackFeed m_feed;
     WrittenTail m_tail;
     Events m_events;
     /// The chosen sink; nothing on the default one.
     std::optional<std::uint32_t> m_deviceID;
-    StreamWatch m_watch;
+    /// From when the stream is ready.
+    std::optional<StreamWatch> m_watch;
     std::int64_t m_takenBytes = 0;
+    /// Asked when the server has ended the stream.
+    std::optional<SinkQuestion> m_sinkQuestion;
     /// Of a server that owes an answer: to the request for the stream, or to the question for its sink.
     Standstill m_unanswered;
     Feeding m_feeding = Feeding::Flowing;
-    bool m_isStarted = false;
     bool m_isOver = false;
-
-    mutable std::mutex m_guard;
-    std::optional<Seconds> m_heard;
-    PlaybackClock::time_point m_heardAt;
-    Seconds m_written{0};
-    /// The farthest place that was told.
-    mutable Seconds m_told{0};
+    HeardPlace m_heard;
 };
 
 OutputStream::Link::Link(const Parts &parts, PlaybackSource source, Events events)
@@ -134,11 +124,12 @@ OutputStream::Link::~Link() {
     const SoundServerLock lock(m_mainloop);
     if (m_tick)
         pa_threaded_mainloop_get_api(m_mainloop)->time_free(m_tick);
-    for (pa_operation *operation : {m_drain, m_sinkQuestion})
-        if (operation) {
-            pa_operation_cancel(operation);
-            pa_operation_unref(operation);
-        }
+    if (m_drain) {
+        pa_operation_cancel(m_drain);
+        pa_operation_unref(m_drain);
+    }
+    m_watch.reset();
+    m_sinkQuestion.reset();
     if (m_stream)
         m_server.retire(m_stream, fadeOut() ? stopLingering : std::chrono::milliseconds(0));
     pa_context_unref(m_context);
@@ -193,20 +184,9 @@ std::optional<RoutedAudioPlayerError> OutputStream::Link::connect(std::optional<
     return {};
 }
 
-std::optional<Seconds> OutputStream::Link::heard() const {
-    const std::lock_guard guard(m_guard);
-    if (!m_heard)
-        return {};
-    return std::min<Seconds>(*m_heard + (PlaybackClock::now() - m_heardAt), m_written);
-}
-
-std::optional<qint64> OutputStream::Link::currentFrame() const {
-    const std::optional<Seconds> place = heard();
-    if (!place)
-        return {};
-    // Each note may lie a little below what was reckoned from the one before, and a playhead doesn't go back.
-    m_told = std::max(m_told, *place);
-    return m_feed.fileFrame(m_told.count());
+std::optional<qint64> OutputStream::Link::currentFrame() {
+    const std::optional<Seconds> place = m_heard.forPlayhead();
+    return place ? std::optional(m_feed.fileFrame(place->count())) : std::nullopt;
 }
 
 void OutputStream::Link::post(std::function<void()> event) {
@@ -216,7 +196,7 @@ void OutputStream::Link::post(std::function<void()> event) {
 }
 
 void OutputStream::Link::lose() {
-    const Seconds place = heard().value_or(Seconds(0));
+    const Seconds place = m_heard.now().value_or(Seconds(0));
     const qint64 frame = m_feed.fileFrame(std::max<Seconds>(place - resumeBackOff, Seconds(0)).count());
     post([lost = m_events.lost, frame] { lost(frame); });
 }
@@ -252,7 +232,7 @@ void OutputStream::Link::stateChanged() {
 }
 
 void OutputStream::Link::becomeReady() {
-    m_isStarted = true;
+    m_watch.emplace();
     QMetaObject::invokeMethod(m_events.receiver, m_events.started, Qt::QueuedConnection);
     deviceChanged();
     if (m_deviceID)
@@ -267,7 +247,7 @@ void OutputStream::Link::deviceChanged() {
 void OutputStream::Link::endedByServer() {
     if (pa_context_get_state(m_context) != PA_CONTEXT_READY)
         fail(RoutedAudioPlayerError::soundServerUnavailable({}));
-    else if (!m_isStarted)
+    else if (!m_watch)
         fail(refusal());
     else
         askForSink();
@@ -279,19 +259,14 @@ void OutputStream::Link::askForSink() {
     if (m_isOver || m_sinkQuestion)
         return;
     m_unanswered = {};
-    m_sinkQuestion = m_deviceID ? pa_context_get_sink_info_by_index(m_context, *m_deviceID, &Link::onSink, this)
-                                : pa_context_get_sink_info_by_name(m_context, "@DEFAULT_SINK@", &Link::onSink, this);
-    if (!m_sinkQuestion)
-        fail(RoutedAudioPlayerError::soundServerUnavailable({}));
-}
-
-void OutputStream::Link::sinkAsked() {
-    if (m_hasSink)
-        fail(RoutedAudioPlayerError::Kind::PlaybackEnded);
-    else if (m_deviceID)
-        lose();
-    else
-        fail(RoutedAudioPlayerError::Kind::NoOutput);
+    m_sinkQuestion.emplace(m_context, m_deviceID, [this](bool isThere) {
+        if (isThere)
+            fail(RoutedAudioPlayerError::Kind::PlaybackEnded);
+        else if (m_deviceID)
+            lose();
+        else
+            fail(RoutedAudioPlayerError::Kind::NoOutput);
+    });
 }
 
 void OutputStream::Link::write(std::size_t bytes) {
@@ -316,8 +291,7 @@ void OutputStream::Link::write(std::size_t bytes) {
         if (pa_stream_write(m_stream, data, size, nullptr, 0, PA_SEEK_RELATIVE) < 0)
             return;
         bytes -= size;
-        const std::lock_guard guard(m_guard);
-        m_written += Seconds(static_cast<double>(taken.frames) / m_feed.deviceRate());
+        m_heard.addWritten(Seconds(static_cast<double>(taken.frames) / m_feed.deviceRate()));
     }
     if (m_feeding == Feeding::Written && !m_isOver)
         drain();
@@ -347,7 +321,7 @@ void OutputStream::Link::tick() {
                 write(room);
         return;
     }
-    m_unanswered.look(PlaybackClock::now());
+    m_unanswered.look(Standstill::Clock::now());
     if (m_unanswered.length() > StreamWatch::serverPatience)
         fail(RoutedAudioPlayerError::Kind::ServerSilent);
 }
@@ -355,10 +329,10 @@ void OutputStream::Link::tick() {
 void OutputStream::Link::watch() {
     const pa_timing_info *timing = pa_stream_get_timing_info(m_stream);
     if (timing && std::exchange(m_takenBytes, timing->read_index) != timing->read_index)
-        m_watch.deviceMoved();
+        m_watch->deviceMoved();
     // Once it has taken all there is, the sink may need a while to play it.
     const bool isIdle = m_feeding == Feeding::Starved || (timing && timing->read_index >= timing->write_index);
-    switch (m_watch.look(m_stream, isIdle)) {
+    switch (m_watch->look(m_stream, isIdle)) {
     case StreamWatch::Finding::Fine:
         break;
     case StreamWatch::Finding::ServerIsSilent:
@@ -375,9 +349,7 @@ void OutputStream::Link::notePlace() {
     pa_usec_t time = 0;
     if (pa_stream_get_time(m_stream, &time) < 0 || time == 0)
         return;
-    const std::lock_guard guard(m_guard);
-    m_heard = std::chrono::microseconds(time);
-    m_heardAt = PlaybackClock::now();
+    m_heard.note(std::chrono::microseconds(time));
 }
 
 void OutputStream::Link::onState(pa_stream *, void *link) {
@@ -397,14 +369,6 @@ void OutputStream::Link::onDrained(pa_stream *, int success, void *link) {
     // An unsuccessful drain is a sink on its way out; the state that follows tells the rest.
     if (success)
         self->drained();
-}
-
-void OutputStream::Link::onSink(pa_context *, const pa_sink_info *info, int end, void *link) {
-    auto *self = static_cast<Link *>(link);
-    if (end == 0 && info)
-        self->m_hasSink = !SoundServer::isStandIn(info->name);
-    else
-        self->sinkAsked();
 }
 
 void OutputStream::Link::onTick(pa_mainloop_api *, pa_time_event *event, const timeval *, void *link) {

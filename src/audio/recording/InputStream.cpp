@@ -69,7 +69,8 @@ private:
     std::atomic<qint64> m_frames = 0;
     Phase m_phase = Phase::Opening;
     Standstill m_opening;
-    StreamWatch m_watch;
+    /// From when the stream is ready.
+    std::optional<StreamWatch> m_watch;
     /// Of a take that is being stopped: how long it is to be, and when to wait no longer for that.
     qint64 m_wantedFrames = 0;
     Standstill::Clock::time_point m_stopDeadline{};
@@ -84,6 +85,7 @@ InputStream::Link::~Link() {
     const SoundServerLock lock(m_mainloop);
     if (m_tick)
         pa_threaded_mainloop_get_api(m_mainloop)->time_free(m_tick);
+    m_watch.reset();
     if (m_stream)
         m_server.retire(m_stream, std::chrono::microseconds(0));
     pa_context_unref(m_context);
@@ -186,6 +188,7 @@ void InputStream::Link::becomeReady() {
     if (m_phase != Phase::Opening)
         return;
     m_phase = Phase::Running;
+    m_watch.emplace();
     QMetaObject::invokeMethod(m_events.receiver, m_events.started, Qt::QueuedConnection);
     m_server.watchDevice(m_stream, DeviceDirection::Input,
                          [this] { lose(QString::fromUtf8(pa_strerror(PA_ERR_KILLED))); });
@@ -210,7 +213,7 @@ void InputStream::Link::take(const void *data, std::size_t bytes) {
     else
         m_writer.appendSilence(static_cast<std::size_t>(count));
     m_frames += count;
-    m_watch.deviceMoved();
+    m_watch->deviceMoved();
     if (m_phase == Phase::Stopping && m_frames >= m_wantedFrames)
         end(End::Stopped, {});
 }
@@ -236,7 +239,7 @@ void InputStream::Link::tick() {
 }
 
 void InputStream::Link::watch() {
-    switch (m_watch.look(m_stream, false)) {
+    switch (m_watch->look(m_stream, false)) {
     case StreamWatch::Finding::Fine:
         break;
     case StreamWatch::Finding::ServerIsSilent:
