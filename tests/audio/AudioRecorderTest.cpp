@@ -319,6 +319,20 @@ TEST_P(AudioRecorderTest, ATakeBegunWhileTheServerIsBeingReachedWaitsForIt) {
     EXPECT_EQ(asked.authorizationStatus(), MicrophoneAuthorization::Authorized);
 }
 
+TEST_P(AudioRecorderTest, ATakeBegunWhileTheServerIsBeingReachedGivesUpOnOneThatNeverAnswers) {
+    session.suspend();
+    SoundServer silent(session.address());
+    MicrophonePermission asked(silent);
+    AudioRecorder early({silent, defaults, routes, asked});
+    early.startRecording();
+    EXPECT_TRUE(early.isStarting());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return early.errorMessage().has_value(); }, deadline));
+    EXPECT_EQ(early.errorMessage(), QStringLiteral("Couldn't start recording. The sound server is not available."));
+    EXPECT_FALSE(early.hasUnfinishedTake());
+    session.resume();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return silent.state() == SoundServer::State::Ready; }, deadline));
+}
+
 TEST_P(AudioRecorderTest, ATakeThatIsCalledOffWhileTheServerIsBeingReachedDoesNotBegin) {
     SoundServer fresh(session.address());
     MicrophonePermission asked(fresh);

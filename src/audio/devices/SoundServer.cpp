@@ -58,6 +58,8 @@ public:
 
     void open(const QString &address);
     void close();
+    /// Ends an attempt that has led nowhere yet.
+    void giveUpConnecting();
 
     [[nodiscard]] State state() const;
     [[nodiscard]] SoundDeviceTable devices() const;
@@ -139,6 +141,13 @@ void SoundServer::Link::close() {
     context = nullptr;
     m_isListing = false;
     m_listAgain = false;
+}
+
+void SoundServer::Link::giveUpConnecting() {
+    if (state() != State::Connecting)
+        return;
+    close();
+    setState(State::Unavailable);
 }
 
 SoundServer::State SoundServer::Link::state() const {
@@ -281,7 +290,12 @@ SoundServer::SoundServer(const QString &address, QObject *parent)
     m_reconnect.setSingleShot(true);
     m_reconnect.setInterval(reconnectInterval);
     connect(&m_reconnect, &QTimer::timeout, this, &SoundServer::connectToServer);
+    m_connectDeadline.setSingleShot(true);
+    m_connectDeadline.setInterval(connectPatience);
+    connect(&m_connectDeadline, &QTimer::timeout, this, [this] { m_link->giveUpConnecting(); });
     connect(this, &SoundServer::stateChanged, this, [this] {
+        if (state() != State::Connecting)
+            m_connectDeadline.stop();
         if (state() == State::Unavailable)
             m_reconnect.start();
     });
@@ -320,6 +334,7 @@ bool SoundServer::isStandIn(const char *name) {
 }
 
 void SoundServer::connectToServer() {
+    m_connectDeadline.start();
     m_link->open(m_address);
 }
 

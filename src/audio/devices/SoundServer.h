@@ -90,10 +90,13 @@ private:
     void connectToServer();
 
     static constexpr std::chrono::milliseconds reconnectInterval{2000};
+    /// How long a server may take to answer before it counts as unavailable; one that starts on demand needs a while.
+    static constexpr std::chrono::milliseconds connectPatience{5000};
 
     SharedMicrophone m_microphone;
     QString m_address;
     QTimer m_reconnect;
+    QTimer m_connectDeadline;
     std::unique_ptr<Link> m_link;
 };
 
