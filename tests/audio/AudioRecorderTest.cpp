@@ -258,7 +258,7 @@ TEST_P(AudioRecorderTest, AServerThatNoLongerAnswersGivesThePartialTakeAndSaysWh
     ASSERT_TRUE(start());
     ASSERT_TRUE(waitForSeconds(0.2));
     session.suspend();
-    ASSERT_TRUE(waitForError(QStringLiteral("The sound server has stopped answering.")));
+    ASSERT_TRUE(waitForError(QStringLiteral("The sound server has stopped responding.")));
     EXPECT_FALSE(recorder.isRecording());
     EXPECT_EQ(partialTakes, QList<QUrl>{recorder.recordedURL()});
     EXPECT_GE(partialDuration, 0.2);
@@ -266,7 +266,7 @@ TEST_P(AudioRecorderTest, AServerThatNoLongerAnswersGivesThePartialTakeAndSaysWh
 
     // Nor does it open a microphone, by whichever name.
     recorder.startRecording();
-    ASSERT_TRUE(waitForError(QStringLiteral("Couldn't start recording. The sound server has stopped answering.")));
+    ASSERT_TRUE(waitForError(QStringLiteral("Couldn't start recording. The sound server has stopped responding.")));
     EXPECT_FALSE(recorder.hasUnfinishedTake());
     session.resume();
     EXPECT_TRUE(start());

@@ -207,7 +207,7 @@ TEST_P(RoutedAudioPlayerTest, AServerThatDiesEndsThePlaybackWithAReason) {
 }
 
 TEST_P(RoutedAudioPlayerTest, AServerThatNoLongerAnswersEndsThePlaybackWithAReason) {
-    const QString silent = QStringLiteral("The sound server has stopped answering.");
+    const QString silent = QStringLiteral("The sound server has stopped responding.");
     ASSERT_TRUE(player.load(tone(60.0)));
     ASSERT_TRUE(player.play());
     ASSERT_TRUE(waitUntilHeard(0.1));
@@ -257,7 +257,7 @@ TEST_P(RoutedAudioPlayerTest, ATakeThatBeginsStopsWhatPlaysAndNothingPlaysDuring
         for (RoutedAudioPlayer *each : {&player, &other}) {
             const auto played = each->play();
             ASSERT_FALSE(played);
-            EXPECT_EQ(played.error().description(), QStringLiteral("Nothing plays while a recording runs."));
+            EXPECT_EQ(played.error().description(), QStringLiteral("Playback isn't possible during a recording."));
         }
     }
     EXPECT_FALSE(server.microphone().isInUse());
@@ -304,7 +304,7 @@ TEST_P(PulseAudioPlayerTest, AnOutputThatStandsStillEndsThePlaybackWithAReason) 
     ASSERT_TRUE(waitUntilHeard(0.1));
     session.pactl({QStringLiteral("suspend-sink"), QStringLiteral("spk_a"), QStringLiteral("1")});
     EXPECT_TRUE(QTest::qWaitFor([&] { return !failures.isEmpty(); }, deadline));
-    EXPECT_EQ(failures, QStringList{QStringLiteral("The sound output has stopped taking sound.")});
+    EXPECT_EQ(failures, QStringList{QStringLiteral("The sound output has stopped responding.")});
     EXPECT_FALSE(player.isPlaybackActive());
 }
 

@@ -11,7 +11,7 @@ namespace orlenta::audio {
     return static_cast<pa_usec_t>(duration.count());
 }
 
-/// A moment of libpulse's own clock, for its time events.
+/// A time on libpulse's clock, for its timer events.
 [[nodiscard]] inline pa_usec_t laterBy(std::chrono::microseconds duration) {
     return pa_rtclock_now() + inMicroseconds(duration);
 }

@@ -6,25 +6,26 @@
 
 namespace orlenta::audio {
 
-/// Who records: one take at a time in the whole application, and nothing plays while it runs, since the microphone
-/// would hear it. Whoever is about to record takes the microphone; that ends the take that runs and all playback. One
-/// for the application. Main thread.
+/// Arbitrates recording. The application records one take at a time, and plays nothing meanwhile, since the microphone
+/// would pick it up. A recorder takes the microphone before it starts; that ends any running take and all playback. One
+/// instance per sound server connection. Main thread.
 class SharedMicrophone final : public QObject {
     Q_OBJECT
 public:
     using QObject::QObject;
 
-    /// Somebody records or is about to.
+    /// A take is running or about to start.
     [[nodiscard]] bool isInUse() const { return m_holder != nullptr; }
-    /// Takes it for `holder`. `giveUp` is called when somebody else takes it: the take has to end at once, its last
-    /// samples may still come. Nothing happens to who has it already.
+    /// Makes `holder` the one who records. `giveUp` is called when another holder takes the microphone; the take must
+    /// end then, though its final samples may still arrive. Does nothing if `holder` already has the microphone.
     void take(QObject *holder, std::function<void()> giveUp);
-    /// The take has ended. Nothing happens to who doesn't have it any more; a holder that is destroyed gives it back.
+    /// Call when the take has ended. Does nothing if `holder` no longer has the microphone. A destroyed holder releases
+    /// it automatically.
     void giveBack(const QObject *holder);
 
 Q_SIGNALS:
     void isInUseChanged();
-    /// A take begins: whatever plays has to stop.
+    /// A take is starting: all playback must stop.
     void taken();
 
 private:

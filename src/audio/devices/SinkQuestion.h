@@ -10,13 +10,13 @@ struct pa_sink_info;
 
 namespace orlenta::audio {
 
-/// Asks the sound server whether an output is there. Everything with the loop locked.
+/// Asks the sound server whether an output exists. Use with the loop locked.
 class SinkQuestion final {
 public:
     using Answer = std::function<void(bool isThere)>;
 
-    /// Without an id, whether there is any default output. The answer comes once, with the loop locked, unless this
-    /// object has gone or the connection is lost.
+    /// Without an id, asks whether there is a default output. Calls `answer` once, with the loop locked, unless this
+    /// object is destroyed or the connection lost first.
     SinkQuestion(pa_context *context, std::optional<std::uint32_t> deviceID, Answer answer);
     ~SinkQuestion();
     SinkQuestion(const SinkQuestion &) = delete;

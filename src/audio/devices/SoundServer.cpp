@@ -20,10 +20,10 @@ const SoundDevice *findByUID(const QList<SoundDevice> &devices, const QString &u
     return found == devices.cend() ? nullptr : &*found;
 }
 
-/// Servers count outputs and inputs apart; this keeps their ids from meeting.
+/// Servers number outputs and inputs separately; this keeps their ids distinct.
 constexpr std::uint32_t inputBit = 0x8000'0000;
 
-/// How long the end of the connection waits for streams on their way out.
+/// How long closing the connection waits for retired streams.
 constexpr auto longestFarewell = std::chrono::milliseconds(100);
 
 } // namespace
@@ -50,7 +50,7 @@ SoundServerLock::~SoundServerLock() {
     pa_threaded_mainloop_unlock(m_mainloop);
 }
 
-/// What libpulse's callbacks work on. All but the guarded state belongs to whoever holds the loop's lock.
+/// State for libpulse's callbacks. Protected by the loop's lock, except for the members under m_guard.
 class SoundServer::Link final {
 public:
     explicit Link(SoundServer &owner);
@@ -58,7 +58,7 @@ public:
 
     void open(const QString &address);
     void close();
-    /// Ends an attempt that has led nowhere yet.
+    /// Cancels a connection attempt that hasn't succeeded yet.
     void giveUpConnecting();
 
     [[nodiscard]] State state() const;
@@ -98,7 +98,7 @@ SoundServer::Link::Link(SoundServer &owner) : mainloop(pa_threaded_mainloop_new(
 
 SoundServer::Link::~Link() {
     {
-        // What was stopped just now is still fading.
+        // Streams stopped a moment ago are still fading out.
         const SoundServerLock lock(mainloop);
         if (m_isRunning && context && pa_context_get_state(context) == PA_CONTEXT_READY)
             retired.waitForEnd(longestFarewell);
@@ -112,7 +112,8 @@ SoundServer::Link::~Link() {
 void SoundServer::Link::open(const QString &address) {
     close();
     connectTo(address);
-    // Only now, since libpulse sets itself up at the first connection, which its thread had better not see half done.
+    // Start the thread only now: libpulse initialises itself during the first connection, and its thread must not see
+    // that half done.
     if (!std::exchange(m_isRunning, true))
         pa_threaded_mainloop_start(mainloop);
 }
@@ -174,7 +175,7 @@ void SoundServer::Link::contextChanged() {
     switch (pa_context_get_state(context)) {
     case PA_CONTEXT_READY:
         pa_context_set_subscribe_callback(context, &Link::onEvent, this);
-        // Listing before the subscription is acknowledged would miss what changes in between.
+        // List only after the server has acknowledged the subscription, or we would miss changes in between.
         if (pa_operation *subscribing = pa_context_subscribe(
                 context,
                 static_cast<pa_subscription_mask_t>(PA_SUBSCRIPTION_MASK_SINK | PA_SUBSCRIPTION_MASK_SOURCE |
@@ -203,7 +204,7 @@ void SoundServer::Link::list() {
     }
     m_isListing = true;
     m_listing = {};
-    // The server answers in the order asked, so the end of the last list is the end of all.
+    // The server answers in order, so the end of the last list is the end of all three.
     for (pa_operation *asking : {pa_context_get_server_info(context, &Link::onServerInfo, this),
                                  pa_context_get_sink_info_list(context, &Link::onSink, this),
                                  pa_context_get_source_info_list(context, &Link::onSource, this)})
@@ -229,7 +230,7 @@ void SoundServer::Link::onContextState(pa_context *, void *link) {
 }
 
 void SoundServer::Link::onSubscribed(pa_context *context, int success, void *link) {
-    // The devices are still listed once; without the subscription they just don't follow.
+    // Without the subscription we still list the devices once; they just don't update.
     if (!success)
         AudioDebugLogger::log(QStringLiteral("AudioDeviceMonitor ERROR: failed to install listener status=%1")
                                   .arg(pa_context_errno(context)));
@@ -279,7 +280,7 @@ void SoundServer::Link::onSource(pa_context *, const pa_source_info *info, int e
 
 SoundDevice SoundServer::Link::input(const pa_source_info &info) const {
     const QString uid = QString::fromUtf8(info.name);
-    // One device that plays and records is one device.
+    // A device with both directions has the same id in both lists.
     const SoundDevice *output = m_listing.findOutput(uid);
     return {{QString::fromUtf8(info.description), uid, output ? output->info.deviceID : info.index | inputBit},
             info.sample_spec.rate};

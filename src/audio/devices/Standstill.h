@@ -5,13 +5,13 @@
 
 namespace orlenta::audio {
 
-/// How long something hasn't moved, as far as this process was there to see it: while the process itself was held up,
-/// by a debugger or a busy machine, next to no time passes.
+/// Measures how long something has made no progress. Time in which this process itself didn't run, because of a
+/// debugger or a busy machine, hardly counts.
 class Standstill final {
 public:
     using Clock = std::chrono::steady_clock;
 
-    /// To be called often.
+    /// Call often: gaps longer than 100 ms count as 100 ms.
     void look(Clock::time_point now) {
         m_length += std::min<Clock::duration>(now - m_lastLook, longestGap);
         m_lastLook = now;

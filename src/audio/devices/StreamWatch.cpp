@@ -6,7 +6,7 @@ namespace orlenta::audio {
 
 namespace {
 
-/// How often the server is asked for a sign of life.
+/// How often to ping the server.
 constexpr auto askInterval = std::chrono::milliseconds(250);
 
 } // namespace

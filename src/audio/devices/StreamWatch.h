@@ -9,18 +9,18 @@ struct pa_stream;
 
 namespace orlenta::audio {
 
-/// Notices that a stream stands still: because the sound server has stopped answering, or because the device takes or
-/// gives nothing any more. Neither shows in the stream's state, so it would play or record for ever. Everything with
-/// the loop locked.
+/// Detects a stalled stream: either the sound server has stopped answering, or the device has stopped consuming or
+/// delivering samples. The stream's state shows neither, so the stream would play or record forever. Use with the loop
+/// locked.
 class StreamWatch final {
 public:
     enum class Finding { Fine, ServerIsSilent, DeviceIsStill };
 
-    /// How long a server may take to answer, when a stream is made and afterwards.
+    /// Time limit for the server's answers, including the one to creating the stream.
     static constexpr std::chrono::milliseconds serverPatience{2000};
-    /// How long a device may stand still that has moved already.
+    /// How long a running device may make no progress.
     static constexpr std::chrono::milliseconds devicePatience{2000};
-    /// How long one may take to wake up: wireless ones need seconds.
+    /// How long a device may take to start. Wireless devices need seconds.
     static constexpr std::chrono::milliseconds wakePatience{5000};
 
     StreamWatch() = default;
@@ -28,9 +28,9 @@ public:
     StreamWatch(const StreamWatch &) = delete;
     StreamWatch &operator=(const StreamWatch &) = delete;
 
-    /// The device has taken or given samples.
+    /// Call when the device has consumed or delivered samples.
     void deviceMoved();
-    /// Looks at a stream that is ready; to be called often. `isDeviceIdle`: it has nothing to do at the moment.
+    /// Checks a ready stream; call often. Pass true for `isDeviceIdle` while the device has nothing to do.
     [[nodiscard]] Finding look(pa_stream *stream, bool isDeviceIdle);
 
 private:

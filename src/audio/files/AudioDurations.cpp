@@ -31,7 +31,7 @@ DurationSignature signatureOf(const QString &path) {
     return {std::chrono::sys_time<std::chrono::nanoseconds>(sinceEpoch), static_cast<qint64>(status.st_size)};
 }
 
-/// A file as it was when its duration was asked for.
+/// A file at the time its duration was requested.
 struct DurationQuestion {
     QString path;
     DurationSignature signature;
@@ -65,7 +65,7 @@ DurationSeconds readDuration(const DurationQuestion &asked, const std::stop_toke
     return ScriptLineAudioDurationReader::Seconds(static_cast<double>(*frames) / rate);
 }
 
-/// What is known, who waits for what isn't, and the thread that finds out.
+/// The known durations, the callers waiting for unknown ones, and the reader thread.
 class DurationCache final : public QObject {
 public:
     static DurationCache &shared() {
@@ -89,8 +89,8 @@ public:
         return std::nullopt;
     }
 
-    /// The attributes as they were first looked at since the event loop turned: rows are drawn several times for one
-    /// change, and a look may have to cross a network.
+    /// The file's attributes, cached until the event loop's next iteration: one change redraws a row several times, and
+    /// stat() may have to cross a network.
     DurationSignature look(const QString &path) {
         if (m_looks.isEmpty())
             QMetaObject::invokeMethod(

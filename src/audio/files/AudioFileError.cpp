@@ -32,7 +32,7 @@ QString unnamedSentence(AudioFileError::Kind kind) {
     case AudioFileError::Kind::CannotOpen:
         return QStringLiteral("The audio could not be opened");
     case AudioFileError::Kind::UnsupportedFormat:
-        return QStringLiteral("The audio is of a kind that can't be read");
+        return QStringLiteral("The audio has an unsupported format");
     case AudioFileError::Kind::Damaged:
         return QStringLiteral("The audio is damaged");
     case AudioFileError::Kind::CannotWrite:

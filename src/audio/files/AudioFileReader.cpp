@@ -19,13 +19,13 @@ using DecoderResult = base::Result<std::unique_ptr<AudioDecoder>, AudioFileError
 
 constexpr qsizetype skippedBlockFrames = 4096;
 
-// A pipe would block for ever and a device would never end, so only what stat calls a file is opened.
+// Opening a pipe could block forever, and reading a device might never end.
 base::Result<void, AudioFileError> checkRegularFile(const QString &path) {
     struct stat status {};
     if (::stat(QFile::encodeName(path).constData(), &status) != 0)
         return base::fail(AudioFileError::fromErrno(AudioFileError::Kind::CannotOpen, path, errno));
     if (!S_ISREG(status.st_mode))
-        return base::fail(AudioFileError{AudioFileError::Kind::CannotOpen, path, QStringLiteral("not a file")});
+        return base::fail(AudioFileError{AudioFileError::Kind::CannotOpen, path, QStringLiteral("not a regular file")});
     return {};
 }
 
@@ -34,7 +34,7 @@ bool isMp4(const QString &path) {
     return file.open(QIODevice::ReadOnly) && file.read(8).mid(4) == "ftyp";
 }
 
-// libsndfile stops an MP3 at a length that it guesses when no tag tells it, and the guess may be too short.
+// Without a length tag, libsndfile stops reading an MP3 at a guessed length, which may be too short.
 DecoderResult openMp3(const QString &path, const Mp3Stream &stream, std::unique_ptr<SndfileDecoder> opened) {
     if (opened && stream.tellsLength && stream.junkBytes == 0)
         return std::unique_ptr<AudioDecoder>(std::move(opened));
@@ -49,7 +49,7 @@ DecoderResult openDecoder(const QString &path) {
     auto opened = SndfileDecoder::open(path);
     if (opened && !opened.value()->isMp3())
         return std::unique_ptr<AudioDecoder>(std::move(opened).value());
-    // libsndfile knows an MP3 by its first bytes; with anything in front of them it may not know it at all.
+    // libsndfile recognises an MP3 by its first bytes, so it fails if anything precedes them.
     const auto stream = Mp3Stream::find(path);
     if (!opened && !stream)
         return base::fail(opened.error());
@@ -110,7 +110,7 @@ qint64 AudioFileReader::frames() {
     qint64 counted = 0;
     if (auto decoder = reopen()) {
         std::vector<float> block(static_cast<size_t>(skippedBlockFrames * channelCount()));
-        // A read error ends the count: a reader gets no further either.
+        // Stop counting at a read error: a reader won't get further either.
         for (auto read = decoder.value()->read(block); read && *read > 0; read = decoder.value()->read(block))
             counted += *read;
     }

@@ -38,7 +38,7 @@ bool isSupportedExtension(const QString &extension) {
     return supported.contains(extension);
 }
 
-// Beside the destination, so that the last step is a rename within one volume.
+// Next to the destination, so that the final step is a rename within one file system.
 QString importingPath(const QString &destination) {
     const QFileInfo info(destination);
     const QString extension = info.suffix().isEmpty() ? QStringLiteral("wav") : info.suffix();
@@ -74,7 +74,7 @@ base::Result<void, base::FileError> copyAside(const base::RegularFile &lent, con
     return copy.value().commit(lent.size, base::Flush::Never);
 }
 
-/// What is told of a failure; one that the caller brought about is none.
+/// Logs the failure, unless the caller cancelled the import.
 AudioImporterError importerError(const AudioFileError &error, const ImportControl &control) {
     if (control.stop.stop_requested())
         return AudioImporterError::cancelled;
@@ -99,7 +99,7 @@ base::Result<double, AudioFileError> importThrough(const QString &temporary, con
         return duration;
     if (*duration <= 0.0)
         return base::fail(AudioFileError{AudioFileError::Kind::UnsupportedFormat, source.toLocalFile(),
-                                         QStringLiteral("it holds no sound")});
+                                         QStringLiteral("it contains no audio")});
     if (const auto moved = importOutcome(base::moveAtomically(temporary, destination)); !moved)
         return base::fail(moved.error());
     return duration;
@@ -147,7 +147,7 @@ bool AudioImporter::canCopyWithoutConversion(const QUrl &url) {
     if (!reader)
         return false;
     const AudioFileFormat &format = reader->format();
-    // The name promises a WAV file to everything that takes the copy up, other programs included.
+    // The copy is named .wav, and other programs rely on that, so the content must really be WAV.
     return format.container == AudioFileFormat::Container::Wav && format.coding == AudioFileFormat::Coding::LinearPCM &&
            format.bitDepth == standardDirectionFormat.bitDepth &&
            format.channelCount == standardDirectionFormat.channelCount &&
@@ -175,8 +175,8 @@ base::Result<void, AudioFileError> AudioImporter::convertToStandardDirectionWAV(
     if (auto copied = copyFrames(converted.value(), output.value(), importedBlockFrames, tellProgress); !copied)
         return copied;
     if (control.stop.stop_requested())
-        return base::fail(AudioFileError{AudioFileError::Kind::ConversionFailed, source.toLocalFile(),
-                                         QStringLiteral("it was called off")});
+        return base::fail(
+            AudioFileError{AudioFileError::Kind::ConversionFailed, source.toLocalFile(), QStringLiteral("cancelled")});
     return output.value().finish();
 }
 

@@ -83,13 +83,13 @@ JoinOutcome joiningOutcome(const base::Result<void, AudioFileError> &result) {
     return {};
 }
 
-/// Where the frames of a plain WAV file lie; nothing for any other file.
+/// Where the frames of an integer PCM WAV file are; nothing for any other file.
 std::optional<WavLayout> layoutOf(const base::Result<base::RegularFile, base::FileError> &file) {
     return file ? WavLayout::read(file->descriptor.get(), file->size) : std::nullopt;
 }
 
 base::Result<ConcatenationInputInfo, ConcatenationError> inputInfo(const QString &path) {
-    // A plain WAV file has told all there is to know with its header.
+    // For an integer PCM WAV file the header is all we need.
     if (const auto layout = layoutOf(base::openRegularFile(path))) {
         const WavFormat &plain = layout->format;
         if (isUsableFormat(plain.sampleRate, plain.channelCount))
@@ -120,7 +120,7 @@ JoinInputs scanInputs(const QList<QUrl> &urls) {
 
 WavFormat outputFormat(const QList<ConcatenationInputInfo> &inputs) {
     const ConcatenationInputInfo chosen = concatenationFormat(inputs);
-    // A file of 64-bit samples is joined at the depth that an integer WAV can have.
+    // An integer WAV file can't hold 64-bit samples.
     return {static_cast<quint32>(std::lround(chosen.sampleRate)), static_cast<quint16>(chosen.channelCount),
             static_cast<quint16>(std::min(chosen.bitDepth, deepestWavBitDepth))};
 }
@@ -135,7 +135,7 @@ JoinOutcome appendAll(Source &source, WavFileWriter &output, JoinReason missingB
 
 JoinOutcome appendConverted(AudioFileReader &source, WavFileWriter &output) {
     const qint64 frames = source.frames();
-    // Frame counts of one conversion are 32 bits wide.
+    // The converter's frame counts have 32 bits.
     if (frames < 1 || frames > longestConverted)
         return base::fail(ConcatenationError(JoinReason::TooLarge));
     const WavFormat &format = output.format();
@@ -147,7 +147,7 @@ JoinOutcome appendConverted(AudioFileReader &source, WavFileWriter &output) {
 
 JoinOutcome appendFile(const QString &path, WavFileWriter &output) {
     const auto plain = base::openRegularFile(path);
-    // Frames that stand as they will be written need no decoding: this is what makes joining cost what copying does.
+    // Frames already in the output format need no decoding, so joining them costs no more than copying.
     if (const auto layout = layoutOf(plain); layout && layout->format == output.format())
         return joiningOutcome(output.copyBytes(*plain, layout->dataOffset, layout->dataBytes));
     auto source = AudioFileReader::open(path);
@@ -172,7 +172,7 @@ JoinOutcome writeJoined(const QList<QUrl> &urls, const WavFormat &format, const 
     return joiningOutcome(output.value().finish());
 }
 
-/// The one file that nobody retains, of the whole process.
+/// The process's one output that no caller owns.
 struct UnretainedOutput {
     std::mutex mutex;
     QUrl lastConcatenationOutputURL;

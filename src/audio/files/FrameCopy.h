@@ -11,14 +11,14 @@
 
 namespace orlenta::audio {
 
-/// Room for that many frames, all silent; null when there is no memory for it.
+/// Allocates silent frames; null if there isn't enough memory.
 [[nodiscard]] inline std::unique_ptr<double[]> allocateFrames(qsizetype frames, int channels) {
     return std::unique_ptr<double[]>(new (std::nothrow) double[static_cast<size_t>(frames * channels)]());
 }
 
-/// Writes all frames of `source`, an AudioFileReader or a ConvertingReader that has as many channels as `output`, in
-/// blocks of `blockFrames`, and calls `afterBlock` after each: when that says no, the rest stays out. Fails with
-/// OutOfMemory where there is no room for a block. Blocking.
+/// Writes all frames of `source`, an AudioFileReader or ConvertingReader with as many channels as `output`. Calls
+/// `afterBlock` after every block and stops early if it returns false. Fails with OutOfMemory if a block can't be
+/// allocated. Blocking.
 template <typename Source>
 [[nodiscard]] base::Result<void, AudioFileError>
 copyFrames(Source &source, WavFileWriter &output, qsizetype blockFrames, const std::function<bool()> &afterBlock = {}) {

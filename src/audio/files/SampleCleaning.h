@@ -5,17 +5,17 @@
 
 namespace orlenta::audio {
 
-/// Files hold samples of every scale, up to that of 32-bit integers; what lies beyond it no converter made.
+/// Some files store integer samples as floats, up to full scale of 32 bits. Anything larger is garbage.
 inline constexpr double largestSample = 4294967296.0;
 
-/// Whether a sample can be of any sound. NaN, the infinities and the rest of what damaged floating-point files hold can
-/// not; a single one of them would silence a waveform and spread through a filter.
+/// Whether a sample is valid. Damaged floating-point files contain NaN, infinities and huge values; a single one would
+/// flatten a waveform and spread through a filter.
 template <typename Sample>
 [[nodiscard]] bool isSound(Sample sample) {
     return std::abs(sample) <= static_cast<Sample>(largestSample);
 }
 
-/// Puts silence in the place of what isn't sound.
+/// Replaces invalid samples with silence.
 template <typename Sample>
 void silenceNonSound(std::span<Sample> samples) {
     for (Sample &sample : samples)

@@ -11,7 +11,7 @@ namespace orlenta::audio {
 /// Reads WAV, AIFF, CAF, FLAC and tagged MP3 files through libsndfile.
 class SndfileDecoder final : public AudioDecoder {
 public:
-    /// `path` is that of a regular file.
+    /// `path` must be a regular file.
     [[nodiscard]] static base::Result<std::unique_ptr<SndfileDecoder>, AudioFileError> open(const QString &path);
     ~SndfileDecoder() override;
 

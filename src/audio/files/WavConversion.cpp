@@ -17,7 +17,7 @@ using ConversionOutcome = base::Result<void, AudioFileError>;
 
 constexpr double sameRateTolerance = 0.5;
 
-/// Removes the source file however the conversion ends.
+/// Removes the source file when the conversion ends.
 class SourceFile final {
 public:
     explicit SourceFile(QString path) : m_path(std::move(path)) {}
@@ -50,7 +50,7 @@ ConversionOutcome appendSilence(double sampleRate, WavFileWriter &output) {
     const auto frames = static_cast<qsizetype>(sampleRate * silentTailSeconds);
     const int channels = output.format().channelCount;
     const auto zeros = allocateFrames(frames, channels);
-    // The tail is a nicety; a take isn't lost for want of it.
+    // The tail is optional; don't lose a take over it.
     if (!zeros)
         return {};
     return output.writeFrames(std::span<const double>(zeros.get(), static_cast<size_t>(frames * channels)));

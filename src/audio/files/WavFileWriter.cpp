@@ -22,7 +22,7 @@ constexpr quint32 unknownLength = 0xFFFFFFFF;
 constexpr size_t encodedBlockSamples = 16384;
 constexpr qsizetype copiedBlockBytes = 256 * 1024;
 
-// Clamping comes first: a value past full scale must not wrap round to the other end.
+// Clamp before converting, so that overloads clip instead of wrapping around.
 template <typename Sample>
 qint32 quantised(Sample sample, double fullScale) {
     const double scaled = isSound(sample) ? static_cast<double>(sample) * fullScale : 0.0;
@@ -157,7 +157,7 @@ base::Result<void, AudioFileError> WavFileWriter::copyBytes(const base::RegularF
                                                             qint64 byteCount) {
     if (const auto fits = checkRoomFor(byteCount); !fits)
         return fits;
-    // Through memory: with frames that begin 44 bytes into a file, the kernel's own copy was measured to be slower.
+    // Copy through memory: because of the 44-byte offset, copy_file_range measured slower.
     m_encoded.resize(copiedBlockBytes);
     while (byteCount > 0) {
         const auto wanted = static_cast<size_t>(std::min<qint64>(copiedBlockBytes, byteCount));
@@ -178,7 +178,7 @@ base::Result<void, AudioFileError> WavFileWriter::copyBytes(const base::RegularF
 base::Result<void, AudioFileError> WavFileWriter::completeHeader() {
     const auto dataBytes = static_cast<quint32>(m_dataBytes);
     QByteArray header = wavHeader(dataBytes, m_format.sampleRate, m_format.channelCount, m_format.bitDepth);
-    // RIFF chunks begin at even places; the pad byte belongs to the file but not to the data.
+    // RIFF chunks start at even offsets. The pad byte counts towards the file's size but not the data's.
     if (isPadded()) {
         qToLittleEndian(dataBytes + wavHeaderSize - 8 + 1, header.data() + 4);
         if (const int code = descriptor().write({"", 1}))

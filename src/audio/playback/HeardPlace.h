@@ -6,18 +6,18 @@
 
 namespace orlenta::audio {
 
-/// Which place of a stream is heard, in seconds from its start: noted now and then, reckoned on in between, never past
-/// what has been written. Any thread.
+/// The position of a stream that is audible now, in seconds from its start. Extrapolated between the server's reports,
+/// but never beyond what has been written. Any thread.
 class HeardPlace final {
 public:
     using Seconds = std::chrono::duration<double>;
 
     void addWritten(Seconds length);
-    /// The server says that `place` is heard now.
+    /// The server reports that `place` is audible now.
     void note(Seconds place);
-    /// Nothing before the first sample is heard.
+    /// Nothing until the first sample is audible.
     [[nodiscard]] std::optional<Seconds> now() const;
-    /// The same for a playhead, which doesn't go back: each note may lie a little below what was reckoned before it.
+    /// Like now(), but never moves backwards: a report may be slightly behind the extrapolated position.
     [[nodiscard]] std::optional<Seconds> forPlayhead();
 
 private:

@@ -22,22 +22,22 @@ namespace {
 
 using Seconds = HeardPlace::Seconds;
 
-/// How much lies ready at the server. Less underran now and then on a busy two-core machine.
+/// Buffer at the server. With less, a busy two-core machine underran occasionally.
 constexpr auto bufferLength = std::chrono::milliseconds(150);
-/// How often the heard place is noted: once the stream has failed, the server no longer tells it.
+/// How often to record the position, because a failed stream no longer reports it.
 constexpr auto noteInterval = std::chrono::milliseconds(20);
-/// The noted place runs up to 19 ms ahead of what a sink has rendered, and what goes on is faded in; repeating a little
-/// is better than a hole.
+/// The reported position is up to 19 ms ahead of what the sink has rendered, and the resumed audio fades in. Better to
+/// repeat a little than to leave a gap.
 constexpr auto resumeBackOff = std::chrono::milliseconds(25) + PlaybackSource::fadeLength;
 /// Retry interval while the reader has no data.
 constexpr auto starvedInterval = std::chrono::milliseconds(5);
-/// How long the sound takes to fall away at a stop, and how far ahead of the server's place that can begin. With 10 ms
-/// one server was now and then past the place already.
+/// Length of the fade-out at a stop, and how far ahead of the server's position it starts. With 10 ms, one server was
+/// sometimes past that point already.
 constexpr auto stopFadeLength = std::chrono::milliseconds(5);
 constexpr auto stopFadeMargin = std::chrono::milliseconds(20);
-/// How long a stopped stream needs to play its fade out.
+/// How long a stopped stream needs to play its fade-out.
 constexpr auto stopLingering = std::chrono::milliseconds(60);
-/// How much of what was written is kept for that: a server may grant more than the wanted buffer.
+/// How much written audio to keep for the fade-out. The server's buffer may be larger than requested.
 constexpr auto tailLength = std::chrono::milliseconds(500);
 
 qint64 framesIn(Seconds duration, double rate) {
@@ -46,10 +46,10 @@ qint64 framesIn(Seconds duration, double rate) {
 
 } // namespace
 
-/// The stream as libpulse's callbacks see it. Touched with the loop locked, but for the place that is heard.
+/// The stream, as used by libpulse's callbacks. Needs the loop's lock, except for the heard position.
 class OutputStream::Link final {
 public:
-    /// What the application has one of, and the connection as it was found.
+    /// Shared services and the current context.
     struct Parts {
         SoundServer &server;
         pa_context *context;
@@ -64,7 +64,7 @@ public:
     [[nodiscard]] std::optional<qint64> currentFrame();
 
 private:
-    /// What the server wants and the file gives.
+    /// State of the data flow from the file to the server.
     enum class Feeding { Flowing, Starved, Written };
 
     void stateChanged();
@@ -82,7 +82,7 @@ private:
     void fail(RoutedAudioPlayerError::Kind kind);
     void fail(const RoutedAudioPlayerError &error);
     [[nodiscard]] RoutedAudioPlayerError refusal() const;
-    /// Lets what sounds fall away; false when it has to be cut off.
+    /// Fades out what is playing; returns false if it has to be cut off.
     bool fadeOut();
     void post(std::function<void()> event);
 
@@ -101,14 +101,14 @@ private:
     PlaybackFeed m_feed;
     WrittenTail m_tail;
     Events m_events;
-    /// The chosen sink; nothing on the default one.
+    /// The chosen sink, or nothing for the default.
     std::optional<std::uint32_t> m_deviceID;
-    /// From when the stream is ready.
+    /// Set once the stream is ready.
     std::optional<StreamWatch> m_watch;
     std::int64_t m_takenBytes = 0;
-    /// Asked when the server has ended the stream.
+    /// Asked after the server has ended the stream.
     std::optional<SinkQuestion> m_sinkQuestion;
-    /// Of a server that owes an answer: to the request for the stream, or to the question for its sink.
+    /// Time since we asked the server to create the stream or whether its sink exists.
     Standstill m_unanswered;
     Feeding m_feeding = Feeding::Flowing;
     bool m_isOver = false;
@@ -144,7 +144,7 @@ bool OutputStream::Link::fadeOut() {
     const auto age = std::chrono::microseconds(pa_timeval_age(&timing->timestamp));
     const auto frameSize = static_cast<qint64>(pa_frame_size(pa_stream_get_sample_spec(m_stream)));
     const qint64 at = timing->read_index / frameSize + framesIn(age + stopFadeMargin, m_feed.deviceRate());
-    // What little comes after that may sound out.
+    // The rest is short enough to play to its end.
     if (at >= m_tail.writtenFrames())
         return true;
     const std::vector<float> faded = m_tail.fadedFrom(at, framesIn(stopFadeLength, m_feed.deviceRate()));
@@ -173,8 +173,8 @@ std::optional<RoutedAudioPlayerError> OutputStream::Link::connect(std::optional<
     pa_buffer_attr buffer{};
     buffer.maxlength = buffer.prebuf = buffer.minreq = buffer.fragsize = static_cast<std::uint32_t>(-1);
     buffer.tlength = static_cast<std::uint32_t>(pa_usec_to_bytes(inMicroseconds(bufferLength), &spec));
-    // A named sink that is gone must be told, not silently replaced; the default must be followed when it changes, and
-    // only this name for it keeps the desktop from sending the stream where an earlier one was moved to.
+    // DONT_MOVE: if a chosen sink disappears we want an error, not a silent replacement. The default must be followed
+    // when it changes, and only with this name does the desktop not move the stream to where an earlier one was moved.
     const auto flags = PA_STREAM_ADJUST_LATENCY | PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_INTERPOLATE_TIMING |
                        (deviceID ? PA_STREAM_DONT_MOVE : PA_STREAM_NOFLAGS);
     if (pa_stream_connect_playback(m_stream, deviceID ? sinkName.constData() : "@DEFAULT_SINK@", &buffer,
@@ -253,8 +253,8 @@ void OutputStream::Link::endedByServer() {
         askForSink();
 }
 
-// A stream can also be ended while its sink is there: by the user in a mixer, say. That is no reason to go on
-// elsewhere.
+// A stream can also be ended while its sink still exists, for example by the user in a mixer. Then playback must not
+// continue elsewhere.
 void OutputStream::Link::askForSink() {
     if (m_isOver || m_sinkQuestion)
         return;
@@ -287,7 +287,7 @@ void OutputStream::Link::write(std::size_t bytes) {
         m_feeding = Feeding::Flowing;
         const auto size = static_cast<std::size_t>(taken.frames) * frameSize;
         m_tail.append(samples.first(size / sizeof(float)));
-        // A stream that takes no more has failed, which its state tells.
+        // If the write fails the stream has failed; its state callback handles that.
         if (pa_stream_write(m_stream, data, size, nullptr, 0, PA_SEEK_RELATIVE) < 0)
             return;
         bytes -= size;
@@ -303,7 +303,7 @@ void OutputStream::Link::drain() {
 }
 
 void OutputStream::Link::drained() {
-    // What could be read of a broken file has been heard.
+    // Everything readable of a damaged file has been played.
     if (const std::optional<QString> why = m_feed.failure())
         fail(RoutedAudioPlayerError::fileUnreadable(*why));
     else
@@ -330,7 +330,7 @@ void OutputStream::Link::watch() {
     const pa_timing_info *timing = pa_stream_get_timing_info(m_stream);
     if (timing && std::exchange(m_takenBytes, timing->read_index) != timing->read_index)
         m_watch->deviceMoved();
-    // Once it has taken all there is, the sink may need a while to play it.
+    // Once the sink has consumed everything, it may still need a while to play it.
     const bool isIdle = m_feeding == Feeding::Starved || (timing && timing->read_index >= timing->write_index);
     switch (m_watch->look(m_stream, isIdle)) {
     case StreamWatch::Finding::Fine:
@@ -339,13 +339,13 @@ void OutputStream::Link::watch() {
         fail(RoutedAudioPlayerError::Kind::ServerSilent);
         break;
     case StreamWatch::Finding::DeviceIsStill:
-        fail(RoutedAudioPlayerError::Kind::OutputStandsStill);
+        fail(RoutedAudioPlayerError::Kind::OutputStalled);
         break;
     }
 }
 
 void OutputStream::Link::notePlace() {
-    // Before the first sample sounds the time stands still at 0, and reckoning on from there would run ahead.
+    // The time stays 0 until the first sample is audible; extrapolating from that would run ahead.
     pa_usec_t time = 0;
     if (pa_stream_get_time(m_stream, &time) < 0 || time == 0)
         return;
@@ -366,7 +366,7 @@ void OutputStream::Link::onWritable(pa_stream *, std::size_t bytes, void *link) 
 
 void OutputStream::Link::onDrained(pa_stream *, int success, void *link) {
     auto *self = static_cast<Link *>(link);
-    // An unsuccessful drain is a sink on its way out; the state that follows tells the rest.
+    // If draining fails, the sink is going away; the state callback handles that.
     if (success)
         self->drained();
 }

@@ -27,7 +27,7 @@ QString sourceName(PlaybackController::AudioSource source) {
     Q_UNREACHABLE();
 }
 
-/// Where the file really lies, so that two ways to the same file compare equal.
+/// The canonical path, so that two paths to the same file compare equal.
 QString resolvedPath(const QUrl &url) {
     const QFileInfo info(url.toLocalFile());
     const QString canonical = info.canonicalFilePath();
@@ -121,7 +121,7 @@ void PlaybackController::seek(const PlaybackLine &line, AudioSource source, doub
     if (m_isPlaying)
         return;
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer.play from PlaybackController.seek"));
-    // Another output may have been chosen, or the chosen one have come back under another number.
+    // The user may have chosen another output, or the chosen one may have a new id after reconnecting.
     if (!route() || !play(QStringLiteral("PlaybackController.seek play")))
         return;
     setPlaying(true, m_sequence);
@@ -236,7 +236,7 @@ void PlaybackController::complete() {
     const PlaybackLineId first = m_sequence->lines.constFirst().id;
     m_player.stop();
     setPlaying(false, {});
-    // The playhead goes back to where the sequence began, where the next one would start.
+    // The playhead returns to the first line, where the next Play All would start.
     setLine(first, AudioSource::Generated);
     setProgress(0.0);
 }

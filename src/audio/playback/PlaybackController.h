@@ -19,11 +19,11 @@ namespace orlenta::audio {
 class AudioDeviceMonitor;
 class OutputRoutingDiagnostics;
 
-/// What a stop does with the playhead.
+/// What stopping does to the playhead.
 enum class PlayheadReset { KeepPlace, Reset };
 
-/// Decides what one project window plays: a line's take, its direction audio, or a row of lines. Looks up the chosen
-/// output before each playback. Stops when somebody begins to record. Main thread.
+/// Controls playback in one project window: a line's take, its direction audio, or a sequence of lines. Looks up the
+/// chosen output before each playback. Stops when a recording starts. Main thread.
 class PlaybackController final : public QObject {
     Q_OBJECT
 public:
@@ -34,12 +34,12 @@ public:
     PlaybackController(SoundServer &server, base::UserDefaults &defaults, AudioDeviceMonitor &monitor,
                        OutputRoutingDiagnostics &diagnostics, QObject *parent = nullptr);
 
-    /// The line of the playhead; it can stay set while nothing plays.
+    /// The line at the playhead; can be set while nothing plays.
     [[nodiscard]] const std::optional<PlaybackLineId> &currentlyPlayingLineID() const { return m_lineID; }
     [[nodiscard]] std::optional<AudioSource> currentAudioSource() const { return m_source; }
     [[nodiscard]] bool isPlaying() const { return m_isPlaying; }
     [[nodiscard]] bool isPlayingSequence() const { return m_isPlaying && m_sequence; }
-    /// Share of the file that has been heard, 0 to 1.
+    /// Share of the file that has been played, 0 to 1.
     [[nodiscard]] double playbackProgress() const { return m_progress; }
     [[nodiscard]] bool isCurrentGenerated(const PlaybackLineId &line) const;
     [[nodiscard]] bool isCurrentSource(const PlaybackLineId &line) const;
@@ -47,11 +47,11 @@ public:
 
     void playLine(const PlaybackLine &line);
     void playSource(const PlaybackLine &line);
-    /// Plays those of the lines whose file exists, one after the other. With none, what plays goes on.
+    /// Plays the lines in order, skipping those without a file. If none has one, current playback continues.
     void playAll(const QList<PlaybackLine> &lines);
-    /// Plays the line's take from `fraction` of it on, 0 to 1, whatever played before.
+    /// Plays the line's take from `fraction` (0 to 1) of its length.
     void seek(const PlaybackLine &line, double fraction);
-    /// The same for the line's direction audio.
+    /// Plays the line's direction audio from `fraction` (0 to 1) of its length.
     void seekSource(const PlaybackLine &line, double fraction);
     void stop(PlayheadReset reset);
 
@@ -61,11 +61,11 @@ Q_SIGNALS:
     void isPlayingChanged();
     void isPlayingSequenceChanged();
     void playbackProgressChanged();
-    /// Playback could not go on, for the reason given; everything has stopped. Shown under "Playback Failed".
+    /// Playback failed and has stopped. The window shows the description under "Playback Failed".
     void playbackFailed(const QString &description);
 
 private:
-    /// A Play All under way.
+    /// A running Play All.
     struct Sequence {
         QList<PlaybackLine> lines;
         qsizetype index = 0;
@@ -74,7 +74,7 @@ private:
     void logRequest(const QString &operation, const PlaybackLine &line) const;
     void seek(const PlaybackLine &line, AudioSource source, double fraction);
     void startPlayback(const PlaybackLine &line, AudioSource source, double fraction);
-    /// Both say whether it went well; a failure has been told by then. `context` is for the diagnostics.
+    /// Return whether they succeeded; they have already reported a failure. `context` is for the diagnostics.
     bool route();
     bool play(const QString &context);
     RoutedAudioPlayer::Outcome applyPersistedOutputDevice();

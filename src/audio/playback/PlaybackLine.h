@@ -7,7 +7,7 @@
 
 namespace orlenta::audio {
 
-/// Names what is played by the id of whatever record it belongs to; playback needs to know no more of it.
+/// Identifies what is played: the id of any record. Playback doesn't need to know which kind.
 class PlaybackLineId final {
 public:
     PlaybackLineId() = default;
@@ -15,7 +15,7 @@ public:
     PlaybackLineId(const base::TypedId<Tag> &id) : m_uuid(id.uuid()) {}
 
     [[nodiscard]] const QUuid &uuid() const { return m_uuid; }
-    /// As the record's own id has it.
+    /// The same text as the record's own id.
     [[nodiscard]] QString text() const { return m_uuid.toString(QUuid::WithoutBraces).toUpper(); }
 
     friend bool operator==(const PlaybackLineId &, const PlaybackLineId &) = default;
@@ -24,7 +24,7 @@ private:
     QUuid m_uuid;
 };
 
-/// One line's audio to play.
+/// A line's audio to play.
 struct PlaybackLine {
     PlaybackLineId id;
     QUrl url;

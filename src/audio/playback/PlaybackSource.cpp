@@ -45,8 +45,8 @@ base::Result<qsizetype, AudioFileError> PlaybackSource::readUnfaded(std::span<fl
     auto frames = m_converter ? readConverted(samples) : m_reader->readFrames(samples);
     if (!frames)
         return frames;
-    // Band-limiting may overshoot full scale, as may a floating-point file; sinks would clip that, each in a way of its
-    // own.
+    // Resampling can overshoot full scale, and floating-point files can exceed it. Clip here; sinks differ in how they
+    // do it.
     for (float &sample : samples.first(static_cast<std::size_t>(*frames * channelCount())))
         sample = std::clamp(sample, -1.0F, 1.0F);
     return frames;

@@ -125,7 +125,7 @@ RoutedAudioPlayer::Outcome RoutedAudioPlayer::schedulePlayback(qint64 startingFr
     return {};
 }
 
-/// What is still on its way from the stream counts no more.
+/// Ignores events of the old stream that are still queued.
 void RoutedAudioPlayer::endStream(State state) {
     ++m_scheduleGeneration;
     m_stream.reset();
@@ -162,7 +162,7 @@ void RoutedAudioPlayer::seek(double fraction) {
     if (const Outcome going = schedulePlayback(m_scheduledStartFrame); !going) {
         AudioDebugLogger::log(
             QStringLiteral("RoutedAudioPlayer ERROR: seek reschedule failed %1").arg(going.error().description()));
-        // The stream that would have reported the loss has been ended by the seek, so nobody else will.
+        // The seek has destroyed the stream that would have reported the loss, so report it here.
         QMetaObject::invokeMethod(
             this,
             [this, error = going.error(), generation = m_scheduleGeneration] { handleStreamFailed(generation, error); },
@@ -228,7 +228,7 @@ void RoutedAudioPlayer::handleStreamLost(int generation, qint64 frame) {
 void RoutedAudioPlayer::handleStreamFailed(int generation, const RoutedAudioPlayerError &error) {
     if (generation != m_scheduleGeneration)
         return;
-    // The output vanished at the moment of a seek: what was playing on it goes on.
+    // The output disappeared during a seek: playback continues at the default.
     if (m_state == State::Playing && m_appliedOutputDeviceID && error.isOutputGone()) {
         handleStreamLost(generation, m_scheduledStartFrame);
         return;

@@ -42,13 +42,13 @@ QString RoutedAudioPlayerError::description() const {
     case Kind::NoOutput:
         return QStringLiteral("There is no sound output to play through.");
     case Kind::ServerSilent:
-        return QStringLiteral("The sound server has stopped answering.");
-    case Kind::OutputStandsStill:
-        return QStringLiteral("The sound output has stopped taking sound.");
+        return QStringLiteral("The sound server has stopped responding.");
+    case Kind::OutputStalled:
+        return QStringLiteral("The sound output has stopped responding.");
     case Kind::PlaybackEnded:
         return QStringLiteral("The sound server ended the playback.");
     case Kind::RecordingRuns:
-        return QStringLiteral("Nothing plays while a recording runs.");
+        return QStringLiteral("Playback isn't possible during a recording.");
     }
     Q_UNREACHABLE();
 }

@@ -135,7 +135,7 @@ void AudioRecorder::beginRecording() {
     record(chosenSource());
 }
 
-/// The microphone would hear what plays.
+/// The microphone would pick up playback, so stop it by taking the microphone.
 void AudioRecorder::stopPlayback() {
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer.stop from AudioRecorder.stopPlayback"));
     m_parts.server.microphone().take(this, [this] { stopRecording(); });
@@ -158,7 +158,7 @@ InputStream::Source AudioRecorder::chosenSource() const {
 
 InputStream::Source AudioRecorder::defaultSource() const {
     const SoundDeviceTable table = m_parts.server.devices();
-    // The default's own name: a stream on "the default" would be moved along when that changes in mid-take.
+    // Use the default's real name: the server would move a stream on "the default" if that changed during the take.
     const SoundDevice *device = table.findInput(table.defaultInputUID);
     return {table.defaultInputUID.toUtf8(), device ? device->sampleRate : RecordingWriter::format.sampleRate};
 }
@@ -212,7 +212,7 @@ void AudioRecorder::handleRefused(FileRecorder::Refusal why, const QString &reas
                     QStringLiteral("record returned false"));
         return;
     case FileRecorder::Refusal::Unanswered:
-        failToStart(QStringLiteral("Couldn't start recording. The sound server has stopped answering."),
+        failToStart(QStringLiteral("Couldn't start recording. The sound server has stopped responding."),
                     QStringLiteral("AudioRecorder ERROR: prepare returned false, error=%1").arg(reason),
                     QStringLiteral("prepareToRecord failed"));
         return;
@@ -228,8 +228,8 @@ void AudioRecorder::handleRefused(FileRecorder::Refusal why, const QString &reas
                 QStringLiteral("prepareToRecord failed"));
 }
 
-// What the server won't open by its name it may still give as its default input; and a chosen input that has just gone
-// means the default without an error.
+// The server may open as its default input what it refuses to open by name. And if the chosen input has just
+// disappeared, record from the default without an error.
 void AudioRecorder::recordThroughDefault() {
     setState(State::OpeningDefault);
     m_appliedInputRoute = m_parts.routes.applySelectedInputDeviceForRecording();

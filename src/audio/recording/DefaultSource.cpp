@@ -16,7 +16,7 @@ auto refusal(int status) {
     return base::fail(DefaultSourceFailure{DefaultSourceFailure::Kind::Refused, status});
 }
 
-/// One change, with the loop locked but for the waits.
+/// One change. Holds the loop's lock except while waiting.
 class DefaultSourceChange final {
 public:
     DefaultSourceChange(pa_threaded_mainloop *mainloop, pa_context *context)

@@ -69,8 +69,8 @@ void FileRecorder::handleEnded(InputStream::End end, const QString &reason) {
         AudioDebugLogger::log(QStringLiteral("FileRecorder source lost: %1").arg(reason));
         m_writer->finish();
         break;
-    case InputStream::End::StoodStill:
-        AudioDebugLogger::log(QStringLiteral("FileRecorder source stood still: %1").arg(reason));
+    case InputStream::End::Stalled:
+        AudioDebugLogger::log(QStringLiteral("FileRecorder source stalled: %1").arg(reason));
         m_complaint = reason;
         m_writer->finish();
         break;

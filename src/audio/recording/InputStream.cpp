@@ -18,24 +18,25 @@ namespace orlenta::audio {
 
 namespace {
 
-/// What one delivery holds. Without it one server sends pieces of 0.7 s, and the end of a take is lost with the last.
+/// Size of one delivery. Without this, PipeWire sends chunks of 0.7 s, and we would lose the end of a take with the
+/// last chunk.
 constexpr auto fragmentLength = std::chrono::milliseconds(20);
-/// How often the stream is looked after.
+/// How often to check on the stream.
 constexpr auto inputTickInterval = std::chrono::milliseconds(20);
 /// Grace period for the final samples.
 constexpr auto tailGrace = std::chrono::milliseconds(100);
-/// The most that can be on its way when a take is stopped; a server that tells more is not believed.
+/// Upper limit for the audio still to arrive when a take is stopped. If the server claims more, don't believe it.
 constexpr auto longestTail = std::chrono::milliseconds(500);
 
 } // namespace
 
-/// The stream as libpulse's callbacks see it. Touched with the loop locked, but for the count of what has come.
+/// The stream, as used by libpulse's callbacks. Needs the loop's lock, except for the frame count.
 class InputStream::Link final {
 public:
     Link(SoundServer &server, pa_context *context, const Source &source, RecordingWriter &writer, Events events);
     ~Link();
 
-    /// The server's words where it can't be done.
+    /// Returns the server's message on failure.
     [[nodiscard]] std::optional<QString> connect();
     void stop();
     [[nodiscard]] std::chrono::duration<double> capturedTime() const;
@@ -69,9 +70,9 @@ private:
     std::atomic<qint64> m_frames = 0;
     Phase m_phase = Phase::Opening;
     Standstill m_opening;
-    /// From when the stream is ready.
+    /// Set once the stream is ready.
     std::optional<StreamWatch> m_watch;
-    /// Of a take that is being stopped: how long it is to be, and when to wait no longer for that.
+    /// For a take that is being stopped: its final length, and when to stop waiting for it.
     qint64 m_wantedFrames = 0;
     Standstill::Clock::time_point m_stopDeadline{};
 };
@@ -106,7 +107,8 @@ std::optional<QString> InputStream::Link::connect() {
     pa_buffer_attr buffer{};
     buffer.maxlength = buffer.tlength = buffer.prebuf = buffer.minreq = static_cast<std::uint32_t>(-1);
     buffer.fragsize = static_cast<std::uint32_t>(pa_usec_to_bytes(inMicroseconds(fragmentLength), &spec));
-    // Without DONT_MOVE a stream whose source goes is given another one, an output's monitor even, without a word.
+    // Without DONT_MOVE the server silently moves the stream to another source, even an output's monitor, when its
+    // source disappears.
     constexpr auto flags = static_cast<pa_stream_flags_t>(PA_STREAM_DONT_MOVE | PA_STREAM_ADJUST_LATENCY |
                                                           PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_INTERPOLATE_TIMING);
     AudioDebugLogger::log(
@@ -137,7 +139,7 @@ void InputStream::Link::stop() {
         Standstill::Clock::now() + tailGrace + std::chrono::microseconds(missing * 1'000'000 / m_source.sampleRate);
 }
 
-/// What the source had taken in by now, delivered or not.
+/// Frames the source has captured by now, delivered or not.
 qint64 InputStream::Link::soundedFrames() const {
     const qint64 delivered = m_frames;
     pa_usec_t time = 0;
@@ -159,7 +161,7 @@ void InputStream::Link::end(End how, const QString &reason) {
 }
 
 void InputStream::Link::lose(const QString &reason) {
-    // Of a take that is being stopped all but a moment has come.
+    // A take that is being stopped is complete except for a moment.
     if (m_phase == Phase::Stopping)
         end(End::Stopped, {});
     else
@@ -207,7 +209,7 @@ void InputStream::Link::take(const void *data, std::size_t bytes) {
     auto count = static_cast<qint64>(bytes / sizeof(float));
     if (m_phase == Phase::Stopping)
         count = std::min(count, m_wantedFrames - m_frames);
-    // No data stands for samples that the server has lost: silence in their place keeps the rest in time.
+    // Null data means the server lost samples. Insert silence to keep the rest in sync.
     if (data)
         m_writer.append({static_cast<const float *>(data), static_cast<std::size_t>(count)});
     else
@@ -243,10 +245,10 @@ void InputStream::Link::watch() {
     case StreamWatch::Finding::Fine:
         break;
     case StreamWatch::Finding::ServerIsSilent:
-        end(End::StoodStill, QStringLiteral("The sound server has stopped answering."));
+        end(End::Stalled, QStringLiteral("The sound server has stopped responding."));
         break;
     case StreamWatch::Finding::DeviceIsStill:
-        end(End::StoodStill, QStringLiteral("The microphone has stopped delivering sound."));
+        end(End::Stalled, QStringLiteral("The microphone has stopped delivering sound."));
         break;
     }
 }

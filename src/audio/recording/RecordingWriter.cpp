@@ -83,8 +83,8 @@ void RecordingWriter::run() {
         m_isBroken = true;
         m_pending.clear();
     }
-    // So that what was written is a proper file for other programs too. The failure is known; nothing can be added to
-    // it.
+    // Write the real length into the header, so that other programs can read the file too. The failure has been noted
+    // already; a second one adds nothing.
     static_cast<void>(m_file.finish());
     QMetaObject::invokeMethod(
         m_events.receiver, [failed = m_events.failed, error = written.error()] { failed(error); },

@@ -64,7 +64,7 @@ Result<void, FileError> moveAtomically(const QString &source, const QString &des
         return fail(opened.error());
     if (isSameFile(*opened, destination))
         return {};
-    // What a link points to belongs to somebody else.
+    // Renaming a link would move the link, not the file. Copy, and leave the link's target alone.
     if (QFileInfo(source).isSymLink())
         return copyAndRemove(source, destination, control);
     const auto place = FilePlace::find(destination);

@@ -10,29 +10,30 @@
 
 namespace orlenta::base {
 
-// The one way that data reaches a file of the user's. On success the file holds all of the new content, and it and its
-// folder's entry are on disk; on a failure it stands as it was, byte for byte, and no temporary file is left. Only
-// where the very last step fails, the flush of the folder, is the new content in place without being certain to outlive
-// a power cut. The file may be a link, which stays one; see PendingFile for the temporary file and the mode. QSaveFile
-// is no substitute: it takes a short write for a success and never flushes the folder. Blocking; any thread.
+// All user data is written through these functions. On success the file has its new content, and both the file and its
+// directory entry are on disk. On failure the old file is untouched and no temporary file remains. One exception: if
+// only the final flush of the folder fails, the new content is in place but may not survive a power cut. If the path is
+// a symbolic link, the link stays and its target is written. PendingFile documents the temporary file and the
+// permissions. Don't use QSaveFile: it treats a short write as success and never flushes the folder. Blocking; any
+// thread.
 
-/// Replaces or makes the file with `data`.
+/// Creates or replaces the file.
 Result<void, FileError> writeAtomically(const QString &path, const QByteArray &data);
 
-/// Replaces or makes `destination` with the content of the plain file `source`; its mode stays behind. A file copied
-/// onto itself is left as it is.
+/// Creates or replaces `destination` with the content of the regular file `source`. Doesn't copy permissions. Copying a
+/// file onto itself does nothing.
 Result<void, FileError> copyAtomically(const QString &source, const QString &destination,
                                        const CopyControl &control = {});
-/// The same from a file that is open, whatever has become of its name.
+/// Copies from an open file, which may have been renamed or deleted since.
 Result<void, FileError> copyAtomically(const RegularFile &source, const QString &destination,
                                        const CopyControl &control = {});
 
-/// Makes a finished file, which may not be on disk yet, `destination`: by a rename, or where that can't be done, across
-/// file systems say, by a copy. The source is gone then, unless it can't be removed.
+/// Moves a finished file to `destination`, flushing it first. Renames it if possible; otherwise, for example across
+/// file systems, copies it and removes the source. If only removing the source fails, the move still succeeds.
 Result<void, FileError> moveAtomically(const QString &source, const QString &destination,
                                        const CopyControl &control = {});
 
-/// Flushes a file or folder that is in place already, and its own folder's entry, to disk.
+/// Flushes an existing file or folder, and its directory entry, to disk.
 Result<void, FileError> syncToDisk(const QString &path);
 
 } // namespace orlenta::base

@@ -19,7 +19,7 @@ using CopyOutcome = Result<void, FileError>;
 constexpr qint64 kernelPieceBytes = 8 << 20;
 constexpr qint64 pieceBytes = 1 << 20;
 
-/// One copy under way.
+/// A running copy.
 class ContentCopy final {
 public:
     ContentCopy(const RegularFile &source, const PendingFile &target, const CopyControl &control)
@@ -36,7 +36,7 @@ public:
 private:
     bool shareBlocks() {
         const int target = m_target.descriptor().get();
-        // The clone is of the source as it is now, which may be longer than when it was opened.
+        // The clone covers the source as it is now, which may be longer than when it was opened.
         if (m_source.size == 0 || ::ioctl(target, FICLONE, m_source.descriptor.get()) != 0 ||
             ::ftruncate(target, m_source.size) != 0)
             return false;
@@ -44,7 +44,7 @@ private:
         return true;
     }
 
-    // File systems refuse this in many ways, or copy nothing and say nothing; what is left then goes through memory.
+    // File systems refuse this with various errors, or return 0. copyThroughMemory() handles the rest.
     CopyOutcome copyInKernel() {
         while (m_done < m_source.size) {
             if (m_control.stop.stop_requested())
@@ -73,7 +73,8 @@ private:
             if (got < 0)
                 return fail(FileError::fromErrno(m_source.path, errno));
             if (got == 0)
-                return fail(FileError::withReason(m_source.path, QStringLiteral("The file became shorter.")));
+                return fail(FileError::withReason(m_source.path,
+                                                  QStringLiteral("The file was truncated while it was being copied.")));
             if (const int code = m_target.descriptor().write(std::span(piece).first(static_cast<size_t>(got))))
                 return fail(FileError::fromErrno(m_target.path(), code));
             advance(got);

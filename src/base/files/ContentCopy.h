@@ -11,16 +11,16 @@ namespace orlenta::base {
 
 class PendingFile;
 
-/// How the caller follows a long copy, and calls it off.
+/// Lets the caller follow and cancel a long copy.
 struct CopyControl {
     std::stop_token stop = {};
-    /// Bytes done and bytes in all, from time to time, on the copying thread.
+    /// Called periodically, on the copying thread, with the bytes copied and the total.
     std::function<void(qint64 done, qint64 total)> progress = {};
 };
 
-/// Copies what `source` held when it was opened to the still empty `target`; the error names the file that it is about.
-/// Shares the blocks or lets the kernel copy where the file systems can. A source that gets shorter meanwhile fails;
-/// what is added to it stays out. Called off, it fails with FileError::isCancelled(). Blocking; any thread.
+/// Copies `source`, up to the size it had when opened, into the empty `target`. Uses a reflink or an in-kernel copy
+/// where the file systems support it. Fails if the source shrinks; ignores data appended to it. The error names the
+/// file at fault; after a cancellation, FileError::isCancelled() is true. Blocking; any thread.
 [[nodiscard]] Result<void, FileError> copyContent(const RegularFile &source, const PendingFile &target,
                                                   const CopyControl &control);
 

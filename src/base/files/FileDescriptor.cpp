@@ -43,7 +43,7 @@ int FileDescriptor::close() {
     if (!isOpen())
         return 0;
     const int result = ::close(std::exchange(m_descriptor, -1));
-    // Linux has closed it even then.
+    // On Linux the descriptor is closed even after EINTR.
     return result == 0 || errno == EINTR ? 0 : errno;
 }
 

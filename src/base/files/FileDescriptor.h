@@ -4,7 +4,7 @@
 
 namespace orlenta::base {
 
-/// Owns an open file descriptor. Operations give 0 or an errno value.
+/// Owns an open file descriptor. Operations return 0 or an errno value.
 class FileDescriptor final {
 public:
     explicit FileDescriptor(int descriptor = -1) : m_descriptor(descriptor) {}
@@ -15,9 +15,10 @@ public:
     [[nodiscard]] bool isOpen() const { return m_descriptor >= 0; }
     [[nodiscard]] int get() const { return m_descriptor; }
 
-    /// Writes all of it at the file's position. A full disk first shows as a short write, so that is never a success.
+    /// Writes all bytes at the current position. Never reports success for a short write, the first sign of a full
+    /// disk.
     [[nodiscard]] int write(std::span<const char> bytes) const;
-    /// Forces the content to disk. A file system that can't flush at all counts as flushed; a flush that fails doesn't.
+    /// Flushes the content to disk. Returns 0 if the file system doesn't support flushing.
     [[nodiscard]] int flush() const;
     [[nodiscard]] int close();
 

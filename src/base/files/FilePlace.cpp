@@ -52,14 +52,14 @@ int FilePlace::inspect() {
 QByteArray FilePlace::temporaryName() const {
     const QByteArray suffix(".tmp");
     qsizetype length = std::min<qsizetype>(m_name.size(), NAME_MAX - suffix.size());
-    // Some file systems refuse half a character.
+    // Don't cut a UTF-8 character in half; some file systems refuse that.
     while (length > 0 && length < m_name.size() && (static_cast<unsigned char>(m_name.at(length)) & 0xC0) == 0x80)
         --length;
     return m_name.first(length) + suffix;
 }
 
 void FilePlace::applyMode(const FileDescriptor &file) const {
-    // A file system that refuses this makes modes up, so that there is none to keep.
+    // Only file systems without real permissions refuse this, so there is nothing to preserve.
     if (m_mode)
         static_cast<void>(::fchmod(file.get(), *m_mode) == 0);
 }

@@ -13,24 +13,24 @@
 
 namespace orlenta::base {
 
-/// Where a file that is to be made or replaced really lies. Links have been followed, also one whose target doesn't
-/// exist yet, so that a link stays a link. Its folder is held open. Blocking; any thread.
+/// The real location of a file to create or replace. Follows symbolic links, even to a target that doesn't exist yet,
+/// so that writing never replaces a link. Keeps the folder open. Blocking; any thread.
 class FilePlace final {
 public:
-    /// Fails where there is no such folder, or where anything but a plain file has the name: a rename would replace a
-    /// pipe or device too.
+    /// Fails if the folder doesn't exist, or if the name belongs to anything but a regular file: a rename would replace
+    /// a pipe or a device too.
     [[nodiscard]] static Result<FilePlace, FileError> find(const QString &path);
 
     [[nodiscard]] const FolderHandle &folder() const { return m_folder; }
-    /// "<name>.tmp", shortened where the file system allows no longer name.
+    /// "<name>.tmp", shortened to the longest name the file system allows.
     [[nodiscard]] QByteArray temporaryName() const;
-    /// Whether there was a file when this was made.
+    /// Whether the file existed when find() ran.
     [[nodiscard]] bool isTaken() const { return m_mode.has_value(); }
 
-    /// Gives an open file the mode of the one that it is going to replace.
+    /// Gives `file` the permissions of the file it is about to replace, if any.
     void applyMode(const FileDescriptor &file) const;
-    /// Renames a file of `fromFolder` (a descriptor, or AT_FDCWD) onto this place. Gives 0, or an errno value where
-    /// nothing was renamed. Flushes nothing.
+    /// Renames a file in `fromFolder` (a descriptor or AT_FDCWD) to this location. Returns 0, or an errno value if
+    /// nothing was renamed. Doesn't flush.
     [[nodiscard]] int take(int fromFolder, const QByteArray &fromName) const;
 
 private:
@@ -39,7 +39,7 @@ private:
 
     FolderHandle m_folder;
     QByteArray m_name;
-    /// Of the file to replace.
+    /// Permissions of the file to replace.
     std::optional<mode_t> m_mode;
 };
 

@@ -10,7 +10,7 @@
 namespace orlenta::base {
 namespace {
 
-// A folder that may be written but not listed opens only as a place: it can be neither locked nor flushed.
+// A folder that we may write to but not list opens only with O_PATH. It can't be locked or flushed then.
 int openFolder(const QByteArray &path) {
     const int readable = ::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (readable >= 0 || (errno != EACCES && errno != EPERM))

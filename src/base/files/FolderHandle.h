@@ -6,17 +6,17 @@
 
 namespace orlenta::base {
 
-/// A folder held open, so that what is done in it stays together even when it is renamed meanwhile. Any thread.
+/// An open folder, so that a series of operations acts on the same folder even if it is renamed meanwhile. Any thread.
 class FolderHandle final {
 public:
     explicit FolderHandle(const QByteArray &path);
 
-    /// 0, or why the folder could not be opened.
+    /// 0, or the errno value of the failed open.
     [[nodiscard]] int error() const { return m_error; }
     [[nodiscard]] int get() const { return m_descriptor.get(); }
 
-    /// Forces the folder's entries to disk. Some network and FUSE file systems refuse to flush a folder; that counts as
-    /// flushed, since nobody can do better there. Otherwise 0 or an errno value.
+    /// Flushes the folder's entries to disk. Returns 0 or an errno value; also 0 if the file system refuses to flush
+    /// folders, as some network and FUSE file systems do.
     [[nodiscard]] int flush() const;
 
 private:
@@ -24,8 +24,8 @@ private:
     int m_error = 0;
 };
 
-/// Keeps every other holder of the folder's lock out, in whatever thread or process; waits for its turn. A file system
-/// that can't lock leaves it to chance.
+/// Holds the folder's advisory lock against other threads and processes; the constructor waits for it. Does nothing on
+/// a file system without locks.
 class FolderLock final {
 public:
     explicit FolderLock(const FolderHandle &folder);

@@ -10,7 +10,7 @@
 namespace orlenta::base {
 namespace {
 
-/// A temporary file that was there before. Whoever writes one holds its lock.
+/// Opens a temporary file that already exists. A writer holds its lock.
 FileDescriptor openExisting(const FilePlace &place) {
     constexpr int flags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
     return FileDescriptor(::openat(place.folder().get(), place.temporaryName().constData(), flags));
@@ -30,7 +30,7 @@ void removeTemporary(const FilePlace &place) {
 }
 
 FileDescriptor createTemporary(const FilePlace &place) {
-    // For a new file the kernel takes the umask off; asking for the umask would mean setting it for all threads.
+    // The kernel applies the umask. Reading the umask ourselves would mean setting it for all threads.
     const mode_t mode = place.isTaken() ? 0600 : 0644;
     constexpr int flags = O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC | O_RDWR;
     return FileDescriptor(::openat(place.folder().get(), place.temporaryName().constData(), flags, mode));
@@ -63,7 +63,7 @@ int PendingFile::open() {
     while (true) {
         FileDescriptor existing;
         {
-            // Between the making of a temporary file and its own lock nobody may take it for a leftover.
+            // Until a new temporary file is locked, nobody else may mistake it for a leftover.
             const FolderLock lock(m_place.folder());
             existing = openExisting(m_place);
             if (!isBeingWritten(existing)) {
@@ -96,7 +96,7 @@ Result<void, FileError> PendingFile::commit(qint64 size, Flush flush) {
 }
 
 int PendingFile::takePlace() {
-    // Closing gives up the file's own lock.
+    // Closing releases the file's own lock, so hold the folder's until the rename is done.
     const FolderLock lock(m_place.folder());
     int code = m_descriptor.close();
     if (code == 0)

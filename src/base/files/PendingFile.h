@@ -9,13 +9,13 @@
 
 namespace orlenta::base {
 
-/// Whether what is put in place must be on disk, or may be lost in a power cut.
+/// Whether commit() flushes to disk or accepts losing the file in a power cut.
 enum class Flush { ToDisk, Never };
 
-/// New content for a file, written to "<name>.tmp" beside it until it takes the file's place as a whole. Destroyed
-/// before that, it leaves the file as it was and no temporary one. Two for one file take turns, across processes too,
-/// so one thread must not hold both; a temporary file that a killed process left is replaced. One thread at a time;
-/// blocking.
+/// New content for a file, written to "<name>.tmp" next to it until commit() replaces the file in one step. Without
+/// commit(), the destructor removes the temporary file and the old file stays. Only one PendingFile per file exists at
+/// a time, across processes: create() waits for the other one, so a thread that holds one deadlocks if it creates
+/// another. A temporary file left by a killed process is replaced. One thread at a time; blocking.
 class PendingFile final {
 public:
     [[nodiscard]] static Result<PendingFile, FileError> create(const QString &path);
@@ -24,11 +24,11 @@ public:
     ~PendingFile();
 
     [[nodiscard]] const QString &path() const { return m_path; }
-    /// For writing, and for reading what was written.
+    /// Open for reading and writing.
     [[nodiscard]] const FileDescriptor &descriptor() const { return m_descriptor; }
-    /// Makes it the file, given that it is `size` bytes long by now: flushes it, renames it and flushes the folder's
-    /// entry. An existing file's mode is kept; a new file has 0644 less the umask. Only where the last flush fails is
-    /// the new content in place without being certain to outlive a power cut.
+    /// Checks that `size` bytes were written, flushes the file, renames it into place and flushes the folder. An
+    /// existing file keeps its permissions; a new file gets 0644 minus the umask. If only the flush of the folder
+    /// fails, the new content is in place but may not survive a power cut.
     Result<void, FileError> commit(qint64 size, Flush flush = Flush::ToDisk);
 
 private:
@@ -42,7 +42,7 @@ private:
     bool m_isOurs = false;
 };
 
-/// Removes what a killed process may have left of its last PendingFile for `path`; one that is being written stays.
+/// Removes the temporary file that a killed process may have left for `path`, unless another process is writing it.
 /// Blocking; any thread.
 void removeStaleTemporary(const QString &path);
 

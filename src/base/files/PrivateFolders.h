@@ -4,18 +4,18 @@
 
 namespace orlenta::base {
 
-/// Where the application keeps files of its own. Each folder is made when asked for. Any thread.
+/// The application's own folders, created on demand. Any thread.
 class PrivateFolders final {
 public:
     PrivateFolders() = delete;
 
-    /// The user's temporary folder for this application: mode 0700 and owned by the user, or a fresh random one when
-    /// somebody else already holds the name, or one below caches() where no shared temporary folder can be used. Shared
-    /// by all processes of the user.
+    /// The user's temporary folder for this application, shared by all of the user's processes. It has mode 0700 and
+    /// belongs to the user. If somebody else owns the usual name, a new random name is used; if the system has no
+    /// usable temporary folder, one in caches().
     [[nodiscard]] static QString temporary();
-    /// Generated audio on its way into a project: the XDG cache folder's part of this application.
+    /// The application's XDG cache folder: generated audio on its way into a project.
     [[nodiscard]] static QString caches();
-    /// Data that outlives a run and belongs to no project: the XDG data folder's part of this application.
+    /// The application's XDG data folder: persistent data that belongs to no project.
     [[nodiscard]] static QString applicationSupport();
 };
 

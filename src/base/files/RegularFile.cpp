@@ -9,7 +9,7 @@
 namespace orlenta::base {
 
 Result<RegularFile, FileError> openRegularFile(const QString &path) {
-    // Without O_NONBLOCK the open itself would wait for a pipe's other end.
+    // Without O_NONBLOCK, opening a pipe would block until a writer appears.
     constexpr int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
     FileDescriptor descriptor(::open(QFile::encodeName(path).constData(), flags));
     struct stat status {};
@@ -18,7 +18,7 @@ Result<RegularFile, FileError> openRegularFile(const QString &path) {
     if (S_ISDIR(status.st_mode))
         return fail(FileError::fromErrno(path, EISDIR));
     if (!S_ISREG(status.st_mode))
-        return fail(FileError::withReason(path, QStringLiteral("It is not a file.")));
+        return fail(FileError::withReason(path, QStringLiteral("not a regular file")));
     return RegularFile{path, std::move(descriptor), status.st_size};
 }
 

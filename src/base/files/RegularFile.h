@@ -9,19 +9,18 @@
 
 namespace orlenta::base {
 
-/// A plain file, opened for reading.
+/// A regular file, open for reading.
 struct RegularFile {
     QString path;
     FileDescriptor descriptor;
-    /// Bytes, as of the opening.
+    /// Bytes, when it was opened.
     qint64 size = 0;
 };
 
-/// Opens a plain file for reading. A pipe, device or folder is refused at once, since reading it might never end.
-/// Any thread.
+/// Opens a regular file for reading. Refuses pipes, devices and folders, which might block forever. Any thread.
 [[nodiscard]] Result<RegularFile, FileError> openRegularFile(const QString &path);
 
-/// Reads a whole plain file. Blocking; any thread.
+/// Reads a whole regular file. Blocking; any thread.
 [[nodiscard]] Result<QByteArray, FileError> readWholeFile(const QString &path);
 
 } // namespace orlenta::base
