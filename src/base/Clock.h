@@ -5,16 +5,16 @@
 
 namespace orlenta::base {
 
-/// A moment in UTC with whole seconds, as project files keep it.
+/// A moment in UTC in whole seconds, the resolution of project files.
 using Timestamp = std::chrono::sys_seconds;
 
-/// Where "now" comes from, so that a test can hold time still.
+/// Where "now" comes from; tests inject their own.
 using Clock = std::function<std::chrono::system_clock::time_point()>;
 
-/// The machine's own clock.
+/// The system clock.
 [[nodiscard]] Clock systemClock();
 
-/// The clock's present moment without its fraction of a second.
+/// The current time, rounded down to whole seconds.
 [[nodiscard]] Timestamp wholeSeconds(const Clock &clock);
 
 } // namespace orlenta::base

@@ -19,7 +19,7 @@ namespace {
 constexpr size_t keptBreadcrumbs = 32;
 constexpr size_t longestBreadcrumb = 501;
 
-/// Text that stands ready in memory: a process that crashes can't allocate any more.
+/// Preallocated text: a crashing process can't allocate.
 template <size_t Size>
 struct ReadyText {
     std::array<char, Size> characters{};
@@ -31,7 +31,7 @@ struct ReadyText {
     }
 };
 
-// All that the handler touches; plain memory that is never freed.
+// Everything the handler touches. Plain memory, never freed.
 std::mutex breadcrumbMutex;
 std::array<ReadyText<longestBreadcrumb>, keptBreadcrumbs> breadcrumbRing;
 size_t breadcrumbsEver = 0;
@@ -61,7 +61,7 @@ void writeReady(int descriptor, const char *text, size_t length) {
     }
 }
 
-// Only what POSIX allows in a signal handler. No lock: the crashed thread may hold it, and a torn line is no harm.
+// Only async-signal-safe calls. No lock: the crashed thread may hold it, and a torn line does no harm.
 void writeReport(int signal) {
     const int descriptor = ::open(reportPath.data(), O_CREAT | O_TRUNC | O_WRONLY | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (descriptor >= 0) {
@@ -79,7 +79,7 @@ void writeReport(int signal) {
         ::backtrace_symbols_fd(frames.data(), ::backtrace(frames.data(), static_cast<int>(frames.size())), descriptor);
         ::close(descriptor);
     }
-    // The handler stands for one signal only, so this one is fatal, and the system keeps its own account of it.
+    // The handler was reset (SA_RESETHAND), so this raise is fatal and the system can still write a core dump.
     ::raise(signal);
 }
 
@@ -93,13 +93,13 @@ void CrashReport::install(const QString &folder) {
     programLine.set(QStringLiteral("%1 %2\n")
                         .arg(QCoreApplication::applicationName(), QCoreApplication::applicationVersion())
                         .toUtf8());
-    // The first call loads a library, which a handler must not.
+    // The first call loads a library, which isn't allowed inside a handler.
     std::array<void *, 1> frame{};
     ::backtrace(frame.data(), 1);
     stack_t stack{};
     stack.ss_sp = handlerStack.data();
     stack.ss_size = handlerStack.size();
-    // Without a stack of its own the handler can't run after an overflow, but still after anything else.
+    // Without an alternate stack the handler still works, except after a stack overflow.
     const int onStack = ::sigaltstack(&stack, nullptr) == 0 ? SA_ONSTACK : 0;
     struct sigaction action {};
     action.sa_handler = &writeReport;

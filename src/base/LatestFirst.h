@@ -12,22 +12,22 @@
 
 namespace orlenta::base {
 
-/// Background work for what scrolls by: one key at a time on a thread of low priority, the latest asked for first, so
-/// that what has come into view doesn't wait for what has left it. Main thread, except for the work itself, which
-/// shares nothing and should look at its stop token often: the end of this object drops what waits and stops what runs.
+/// Runs background work one key at a time on a low-priority thread, most recent request first: when the user scrolls,
+/// the rows in view don't wait for the rows that have left it. Call on the main thread. The work itself shares no state
+/// and should check its stop token often; the destructor drops queued keys and stops the running one.
 template <typename Key, typename Outcome>
 class LatestFirst final {
 public:
     using Work = std::function<Outcome(const Key &, const std::stop_token &)>;
     using Done = std::function<void(const Key &, const Outcome &)>;
 
-    /// `work` runs on the thread; `done` is called with its outcome on the main thread, by the event loop.
+    /// `work` runs on the background thread; the event loop then calls `done` on the main thread with the outcome.
     LatestFirst(Work work, Done done);
     ~LatestFirst();
     LatestFirst(const LatestFirst &) = delete;
     LatestFirst &operator=(const LatestFirst &) = delete;
 
-    /// A key that waits already moves to the front; one that is being worked on is left to that.
+    /// Moves a key that is already queued to the front. Does nothing if the key is being worked on.
     void ask(const Key &key);
 
 private:
@@ -36,7 +36,7 @@ private:
 
     Work m_work;
     Done m_done;
-    /// The next one is the last.
+    /// A stack: the last key is next.
     QList<Key> m_waiting;
     std::optional<Key> m_running;
     std::stop_source m_stop;
@@ -60,7 +60,7 @@ template <typename Key, typename Outcome>
 void LatestFirst<Key, Outcome>::ask(const Key &key) {
     if (m_running == key)
         return;
-    // What is asked for again is mostly in view, and so near the end.
+    // Repeated requests are mostly for visible rows, which sit near the end.
     if (const qsizetype at = m_waiting.lastIndexOf(key); at >= 0)
         m_waiting.removeAt(at);
     m_waiting.append(key);

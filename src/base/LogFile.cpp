@@ -12,7 +12,7 @@ namespace orlenta::base {
 
 namespace {
 
-/// What the message handler, which is a plain function, writes to. Messages come from every thread.
+/// State of the message handler, which is a plain function and called from every thread.
 struct OpenLog {
     std::mutex guard;
     QFile file;
@@ -49,7 +49,7 @@ void writeMessage(QtMsgType type, const QMessageLogContext &context, const QStri
     const std::lock_guard guard(log.guard);
     if (!log.file.isOpen())
         return;
-    // A full disk costs the log, never the work.
+    // If the disk is full we lose log lines, nothing else.
     log.file.write(line);
     log.file.flush();
     if (log.file.size() > LogFile::largestSize)

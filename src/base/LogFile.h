@@ -4,15 +4,15 @@
 
 namespace orlenta::base {
 
-/// The program's log on disk: every message of every category that is switched on, with time and category, in
-/// "orlenta.log" below the XDG state folder, readable by the user alone. Warnings and worse go to the terminal as well.
-/// One older file of the same size is kept. There is one for the process, from when it is made until it is destroyed.
+/// Writes every enabled log message, with time and category, to "orlenta.log" in the XDG state folder. Only the user
+/// can read it. Warnings and errors also go to the terminal. Keeps one older file. Create one per process; it installs
+/// the message handler until destroyed.
 class LogFile final {
 public:
-    /// The bytes after which the file is set aside and a new one begun.
+    /// Rotates the file once it exceeds this many bytes.
     static constexpr qint64 largestSize = 4 * 1024 * 1024;
 
-    /// In the user's own place.
+    /// Uses defaultPath().
     LogFile();
     explicit LogFile(const QString &path);
     ~LogFile();

@@ -6,7 +6,7 @@
 
 namespace orlenta::base {
 
-/// Marks a value as the failure of a Result, so that value and error may even be of one type.
+/// Marks a value as a Result's error, so that value and error can even have the same type.
 template <typename E>
 struct Failure {
     E error;
@@ -17,7 +17,7 @@ template <typename E>
     return {std::forward<E>(error)};
 }
 
-/// The outcome of a fallible operation: a value, or the typed error that tells why there is none.
+/// The outcome of a fallible operation: either a value or a typed error.
 template <typename T, typename E>
 class [[nodiscard]] Result final {
 public:

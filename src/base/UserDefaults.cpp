@@ -92,7 +92,7 @@ QString UserDefaults::pendingInputRouteRestoreDeviceUID() const {
     return text(*m_settings, QLatin1String("pendingInputRouteRestoreDeviceUID"), QLatin1String());
 }
 bool UserDefaults::setPendingInputRouteRestoreDeviceUID(const QString &value) {
-    // An object of its own over the same file: the status of one stays at its first error for good.
+    // A separate QSettings for the same file: a QSettings keeps reporting its first error forever.
     QSettings settings(m_settings->fileName(), QSettings::IniFormat);
     storeOrRemove(settings, QLatin1String("pendingInputRouteRestoreDeviceUID"), value, value.isEmpty());
     settings.sync();

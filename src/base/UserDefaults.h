@@ -12,19 +12,19 @@ class QSettings;
 
 namespace orlenta::base {
 
-/// The user's preferences: one typed accessor for each key, backed by an INI file. Main thread; a worker is handed the
-/// values it needs. Reads go to the store each time, so several windows agree without telling each other.
+/// The user's preferences: one typed accessor per key, backed by an INI file. Reads always go to the store, so windows
+/// stay in sync without notifying each other. Main thread; pass workers the values they need.
 class UserDefaults final {
 public:
-    /// The user's own file, below the XDG configuration folder.
+    /// The user's own file in the XDG configuration folder.
     UserDefaults();
-    /// A file of the caller's choice.
+    /// The file at `path`.
     explicit UserDefaults(const QString &path);
     ~UserDefaults();
     UserDefaults(const UserDefaults &) = delete;
     UserDefaults &operator=(const UserDefaults &) = delete;
 
-    /// "mp3" or "wav" as stored; whatever else stands in the file is passed on for the reader to judge.
+    /// "mp3" or "wav". Returned as stored, so callers must handle any other text.
     [[nodiscard]] QString audioFormat() const;
     void setAudioFormat(const QString &value);
     [[nodiscard]] QString mp3Quality() const;
@@ -41,25 +41,25 @@ public:
     [[nodiscard]] double uiScale() const;
     void setUiScale(double value);
 
-    /// "continuous" or "individual": how several selected lines are handed on.
+    /// "continuous" or "individual": how several selected lines are handed over.
     [[nodiscard]] QString multiLineSpotOutputMode() const;
     void setMultiLineSpotOutputMode(const QString &value);
 
-    /// The chosen devices' UIDs; the empty text is the system default.
+    /// UIDs of the chosen devices; empty means the system default.
     [[nodiscard]] QString outputDeviceUID() const;
     void setOutputDeviceUID(const QString &value);
     [[nodiscard]] QString inputDeviceUID() const;
     void setInputDeviceUID(const QString &value);
 
-    /// The default input to go back to, set exactly while a recording has changed it; empty otherwise. Setting it is in
-    /// the file when the call returns, so that a crash can't leave the user on another microphone; false when it
-    /// couldn't be written.
+    /// The default input to restore. Set only while a recording has changed it, empty otherwise. The setter returns
+    /// after the value is in the file, so a crash can't leave the user on another microphone; it returns false if
+    /// writing failed.
     [[nodiscard]] QString pendingInputRouteRestoreDeviceUID() const;
     bool setPendingInputRouteRestoreDeviceUID(const QString &value);
 
     [[nodiscard]] bool hasCompletedFirstRunSetup() const;
     void setHasCompletedFirstRunSetup(bool value);
-    /// Whether the welcome window comes up when no other remains; true unless stored otherwise.
+    /// Whether the welcome window opens when no other window remains. Defaults to true.
     [[nodiscard]] bool showWelcomeOnEmptyState() const;
     void setShowWelcomeOnEmptyState(bool value);
     [[nodiscard]] std::chrono::milliseconds initialToolTipDelay() const;
@@ -67,27 +67,27 @@ public:
 
     [[nodiscard]] bool useAppleIntelligenceForTags() const;
     void setUseAppleIntelligenceForTags(bool value);
-    /// Tag key to category word, as stored; the reader judges the values.
+    /// Maps tag keys to category words. Returned as stored, so callers must validate the values.
     [[nodiscard]] QVariantMap tagClassificationCache() const;
     void setTagClassificationCache(const QVariantMap &value);
 
-    /// "default", "prompt" or "custom:" and a path.
+    /// "default", "prompt", or "custom:" followed by a path.
     [[nodiscard]] QString newProjectLocationSelection() const;
     void setNewProjectLocationSelection(const QString &value);
     [[nodiscard]] QStringList newProjectRecentLocationPaths() const;
     void setNewProjectRecentLocationPaths(const QStringList &value);
-    /// The encoded list; storing an empty value removes the key.
+    /// The encoded list. Storing an empty value removes the key.
     [[nodiscard]] QByteArray recentProjects() const;
     void setRecentProjects(const QByteArray &value);
 
-    /// Voice ids of the service.
+    /// The service's voice ids.
     [[nodiscard]] QStringList voiceFavorites() const;
     void setVoiceFavorites(const QStringList &value);
     /// Newest first.
     [[nodiscard]] QStringList voiceRecents() const;
     void setVoiceRecents(const QStringList &value);
 
-    /// Whether speech comes from the voices of this machine instead of the account's.
+    /// Whether to use this machine's voices instead of the account's.
     [[nodiscard]] bool useLocalVoices() const;
     void setUseLocalVoices(bool value);
 

@@ -10,7 +10,9 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
-#include "base/AtomicFile.h"
+#include "base/files/AtomicFile.h"
+#include "base/files/PendingFile.h"
+#include "base/files/RegularFile.h"
 #include "model/FileNameGuard.h"
 #include "model/ProjectJson.h"
 

@@ -6,7 +6,7 @@
 
 #include <QtCore/QString>
 
-#include "base/FileError.h"
+#include "base/files/FileError.h"
 
 namespace orlenta::model {
 

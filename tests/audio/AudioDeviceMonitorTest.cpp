@@ -1,36 +1,10 @@
 #include "audio/devices/AudioDeviceMonitor.h"
 
-#include <QtCore/QLoggingCategory>
-
 #include "audio/SoundServerTest.h"
+#include "support/KeptLog.h"
 
 namespace orlenta::audio {
 namespace {
-
-QStringList *keptLog = nullptr;
-
-void keepLog(QtMsgType, const QMessageLogContext &, const QString &message) {
-    if (keptLog)
-        keptLog->append(message);
-}
-
-/// What is logged while it lives.
-class KeptLog final {
-public:
-    KeptLog() {
-        keptLog = &m_lines;
-        m_before = qInstallMessageHandler(keepLog);
-    }
-    ~KeptLog() {
-        qInstallMessageHandler(m_before);
-        keptLog = nullptr;
-    }
-    [[nodiscard]] qsizetype count(const QString &text) const { return m_lines.filter(text).size(); }
-
-private:
-    QStringList m_lines;
-    QtMessageHandler m_before = nullptr;
-};
 
 class AudioDeviceMonitorTest : public SoundServerTest {
 protected:
@@ -74,20 +48,20 @@ TEST_P(AudioDeviceMonitorTest, TheChosenOutputsComingAndGoingIsLoggedOnceEach) {
     const QString module = session.addOutput(QStringLiteral("usb"));
     (void)outputID(QStringLiteral("usb"));
     defaults.setOutputDeviceUID(QStringLiteral("usb"));
-    KeptLog log;
+    const testing::KeptLog log;
     const AudioDeviceMonitor monitor(server, defaults);
     QSignalSpy refreshes(&monitor, &AudioDeviceMonitor::refreshed);
 
     session.remove(module);
     ASSERT_TRUE(QTest::qWaitFor([&] { return !monitor.isOutputAvailable(QStringLiteral("usb")); }, deadline));
-    EXPECT_EQ(log.count(QStringLiteral("selected output became unavailable uid=usb")), 1);
+    EXPECT_EQ(log.lines(QStringLiteral("selected output became unavailable uid=usb")).size(), 1);
     EXPECT_FALSE(monitor.deviceID(QStringLiteral("usb")).has_value());
 
     session.addOutput(QStringLiteral("usb"));
     ASSERT_TRUE(QTest::qWaitFor([&] { return monitor.isOutputAvailable(QStringLiteral("usb")); }, deadline));
-    EXPECT_EQ(log.count(QStringLiteral("selected output became available uid=usb")), 1);
+    EXPECT_EQ(log.lines(QStringLiteral("selected output became available uid=usb")).size(), 1);
     EXPECT_EQ(monitor.deviceID(QStringLiteral("usb")), outputID(QStringLiteral("usb")));
-    EXPECT_EQ(log.count(QStringLiteral("selected input became")), 0);
+    EXPECT_EQ(log.lines(QStringLiteral("selected input became")).size(), 0);
 }
 
 TEST_P(AudioDeviceMonitorTest, AFreshlyReturnedDeviceResolvesBeforeTheListIsRefreshed) {
@@ -119,11 +93,11 @@ TEST_P(PipeWireDeviceMonitorTest, ADeviceThatPlaysAndRecordsIsOneDevice) {
 
 TEST_P(AudioDeviceMonitorTest, AChosenDeviceThatIsThereFromTheStartIsNoNews) {
     defaults.setOutputDeviceUID(QStringLiteral("spk_b"));
-    KeptLog log;
+    const testing::KeptLog log;
     SoundServer fresh(session.address());
     const AudioDeviceMonitor monitor(fresh, defaults);
     ASSERT_TRUE(QTest::qWaitFor([&] { return monitor.isOutputAvailable(QStringLiteral("spk_b")); }, deadline));
-    EXPECT_EQ(log.count(QStringLiteral("selected output became")), 0);
+    EXPECT_EQ(log.lines(QStringLiteral("selected output became")).size(), 0);
 }
 
 TEST_P(AudioDeviceMonitorTest, DevicesFillInWhenAServerAppears) {

@@ -10,6 +10,7 @@
 
 #include "audio/AudioTestFiles.h"
 #include "audio/files/AudioFileReader.h"
+#include "support/KeptLog.h"
 
 namespace orlenta::audio::test {
 namespace {
@@ -65,6 +66,23 @@ TEST(AudioDurations, AFileIsReadOnceUntilItsDateOrSizeChanges) {
     QCoreApplication::processEvents();
     EXPECT_EQ(asker.read(path), Durations::Seconds(0.5));
     EXPECT_EQ(asker.told(), 3);
+}
+
+TEST(AudioDurations, WhatIsReadAndWhatIsKnownStandsInTheLogByDefault) {
+    const AudioTestFolder folder;
+    const testing::KeptLog log;
+    Asker asker;
+    asker.read(folder.write(QStringLiteral("a.wav"), noise(441, 16), {44100, 1, wav16}));
+    asker.read(folder.path(QStringLiteral("gone.wav")));
+    for (const char *line :
+         {"ScriptLineView.takeDuration AVAudioFile duration read file=a.wav",
+          "ScriptLineView.takeDuration duration cache hit file=a.wav",
+          "ScriptLineView.takeDuration AVAudioFile duration ERROR: “gone.wav” could not be opened: No such file"}) {
+        const QStringList found = log.lines(QString::fromUtf8(line));
+        ASSERT_EQ(found.size(), 1) << line;
+        EXPECT_TRUE(found.constFirst().startsWith(QStringLiteral("[TCCTrace] "))) << line;
+        EXPECT_TRUE(found.constFirst().contains(QStringLiteral(" | AudioDurations:"))) << line;
+    }
 }
 
 TEST(AudioDurations, AFileThatCantBeReadIsTriedOnce) {

@@ -161,11 +161,23 @@ TEST(AudioFileReader, SeekingLandsOnTheFrameInEveryKindOfFile) {
     }
 }
 
-TEST(AudioFileReader, WhatIsNoNumberReadsAsSilence) {
+TEST(AudioFileReader, AFileThatTurnsOutDamagedAfterASeekIsToldByItsName) {
     const AudioTestFolder folder;
-    const std::vector<double> samples{0.25, std::nan(""), HUGE_VAL, -HUGE_VAL, 0.5};
-    const QString path = folder.write(QStringLiteral("in.wav"), samples, {44100, 1, wavFloat});
-    EXPECT_EQ(readAll(path), (std::vector<double>{0.25, 0.0, 0.0, 0.0, 0.5}));
+    folder.write(QStringLiteral("in.wav"), noise(48000, 16), {48000, 1, wav16});
+    folder.run(QStringLiteral("ffmpeg"), QStringLiteral("-i in.wav -c:a alac -y damaged.m4a"));
+    QByteArray bytes = bytesOf(folder.path(QStringLiteral("damaged.m4a")));
+    bytes.replace(bytes.size() / 2, 8192, QByteArray(8192, '\0'));
+    auto reader = AudioFileReader::open(folder.writeBytes(QStringLiteral("damaged.m4a"), bytes));
+    ASSERT_TRUE(reader);
+    ASSERT_TRUE(reader.value().seek(1000));
+    ASSERT_TRUE(reader.value().seek(0)); // which opens it anew
+    std::vector<float> block(4096);
+    auto read = reader.value().readFrames(std::span(block));
+    while (read && *read > 0)
+        read = reader.value().readFrames(std::span(block));
+    ASSERT_FALSE(read);
+    EXPECT_TRUE(read.error().description().startsWith(QStringLiteral("“damaged.m4a” is damaged")))
+        << read.error().description().toStdString();
 }
 
 TEST(AudioFileReader, WhatIsNoAudioFileIsRefusedWithItsName) {

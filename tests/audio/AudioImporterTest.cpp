@@ -1,5 +1,6 @@
 #include "audio/files/AudioImporter.h"
 
+#include <algorithm>
 #include <sys/stat.h>
 
 #include <gtest/gtest.h>
@@ -10,9 +11,9 @@
 #include "audio/AudioTestFiles.h"
 #include "audio/files/AudioFileReader.h"
 #include "audio/files/WavHeader.h"
-#include "audio/FileSizeLimit.h"
 #include "audio/ToneMeasurement.h"
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
+#include "support/FileSizeLimit.h"
 
 namespace orlenta::audio::test {
 namespace {
@@ -74,6 +75,45 @@ TEST(AudioImporter, CompressedFilesBecomeTheStandardFormatUnderTheDestinationsNa
     EXPECT_EQ(folder.names().filter(QStringLiteral("importing")), QStringList());
 }
 
+TEST(AudioImporter, ALongImportTellsItsProgressAndCanBeCalledOff) {
+    const AudioTestFolder folder;
+    const auto samples = noise(20 * 48000, 16);
+    folder.write(QStringLiteral("copied.wav"), samples, {48000, 1, wav24});
+    folder.write(QStringLiteral("converted.wav"), samples, {44100, 1, wav16});
+    folder.run(QStringLiteral("lame"), QStringLiteral("--quiet -t -b 64 converted.wav untold.mp3")); // without a length
+    const AudioTestFolder project;
+    const QUrl target = fileURL(project.path(QStringLiteral("direction.wav")));
+    for (const char *name : {"copied.wav", "converted.wav", "untold.mp3"}) {
+        const QUrl source = fileURL(folder.path(QString::fromLatin1(name)));
+        std::vector<double> told;
+        ASSERT_TRUE(
+            AudioImporter::importDirectionAudio(source, target, {{}, [&](double share) { told.push_back(share); }}));
+        ASSERT_FALSE(told.empty()) << name;
+        EXPECT_TRUE(std::ranges::is_sorted(told)) << name;
+        EXPECT_GE(told.front(), 0.0) << name;
+        EXPECT_GT(told.back(), 0.95) << name;
+        EXPECT_LE(told.back(), 1.0) << name;
+
+        const QByteArray before = bytesOf(target.toLocalFile());
+        std::stop_source stop;
+        stop.request_stop();
+        const auto cancelled = AudioImporter::importDirectionAudio(source, target, {stop.get_token(), {}});
+        ASSERT_FALSE(cancelled) << name;
+        EXPECT_EQ(cancelled.error(), AudioImporterError::cancelled) << name;
+        EXPECT_EQ(project.names(), QStringList{QStringLiteral("direction.wav")}) << name;
+        EXPECT_EQ(bytesOf(target.toLocalFile()), before) << name;
+    }
+}
+
+TEST(AudioImporter, ADestinationsNameMayBeAsLongAsTheFileSystemAllows) {
+    const AudioTestFolder folder;
+    const QUrl source = fileURL(folder.write(QStringLiteral("in.wav"), noise(4800, 16), {44100, 1, wav16}));
+    const QString target = folder.path(QString(125, u'\u00e9') + QStringLiteral("x.wav"));
+    ASSERT_EQ(QFileInfo(target).fileName().toUtf8().size(), 255);
+    EXPECT_TRUE(AudioImporter::importDirectionAudio(source, fileURL(target)));
+    EXPECT_TRUE(QFile::exists(target));
+}
+
 TEST(AudioImporter, ARefusedFileSaysWhyAndLeavesNothing) {
     const AudioTestFolder folder;
     const QUrl target = fileURL(folder.path(QStringLiteral("Recordings/direction.wav")));
@@ -87,7 +127,7 @@ TEST(AudioImporter, ARefusedFileSaysWhyAndLeavesNothing) {
     const QUrl text = fileURL(folder.writeBytes(QStringLiteral("text.wav"), "no sound"));
     const QUrl missing = fileURL(folder.path(QStringLiteral("missing.m4a")));
     const QUrl large = fileURL(folder.write(QStringLiteral("large.wav"), noise(60000, 16), {44100, 1, wav16}));
-    const FileSizeLimit limit(96 * 1024);
+    const testing::FileSizeLimit limit(96 * 1024);
     for (const QUrl &source : {text, missing, large}) {
         const auto failed = AudioImporter::importDirectionAudio(source, target);
         ASSERT_FALSE(failed);
@@ -130,6 +170,13 @@ TEST(AudioImporter, ADroppedFileIsStagedUnderItsExtension) {
     const auto lent = AudioImporter::openDroppedFile(source);
     ASSERT_TRUE(lent);
     ASSERT_TRUE(QFile::remove(source.toLocalFile()));
+    std::stop_source stop;
+    stop.request_stop();
+    const auto before = QDir(base::PrivateFolders::temporary()).entryList(QDir::Files);
+    const auto calledOff = AudioImporter::stageDroppedFile(lent.value(), {stop.get_token(), {}});
+    ASSERT_FALSE(calledOff);
+    EXPECT_EQ(calledOff.error(), AudioImporterError::cancelled);
+    EXPECT_EQ(QDir(base::PrivateFolders::temporary()).entryList(QDir::Files), before);
     const auto staged = AudioImporter::stageDroppedFile(lent.value());
     ASSERT_TRUE(staged);
     EXPECT_TRUE(staged->fileName().startsWith(QStringLiteral("OrlentaDroppedAudio-")));

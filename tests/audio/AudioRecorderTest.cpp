@@ -4,21 +4,18 @@
 #include <QtCore/QElapsedTimer>
 
 #include "audio/files/AudioFileReader.h"
-#include "audio/FileSizeLimit.h"
+#include "audio/files/WavHeader.h"
 #include "audio/recording/MicrophonePermission.h"
 #include "audio/recording/RecordingWriter.h"
 #include "audio/RecordingTest.h"
 #include "audio/ToneMeasurement.h"
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
+#include "base/files/RegularFile.h"
+#include "support/FileSizeLimit.h"
+#include "support/KeptLog.h"
 
 namespace orlenta::audio {
 namespace {
-
-int timesApplied = 0;
-
-void countApplied(QtMsgType, const QMessageLogContext &, const QString &message) {
-    timesApplied += message.contains(QStringLiteral("AudioRecorder applying input device: uid=mic_b")) ? 1 : 0;
-}
 
 class AudioRecorderTest : public RecordingTest {
 protected:
@@ -117,14 +114,11 @@ TEST_P(PulseAudioRecorderTest, ASourceThatCanNotBeOpenedEitherWayLeavesTheDefaul
         listeners.push_back(std::move(stream).value());
     }
     ASSERT_TRUE(QTest::qWaitFor([&] { return listening == mostStreamsOfASource; }, deadline));
-    timesApplied = 0;
-    const QtMessageHandler before = qInstallMessageHandler(countApplied);
+    const testing::KeptLog log;
     recorder.startRecording();
-    const bool isTold = waitForError(QStringLiteral("Couldn't start recording. Check your microphone and try again."));
-    qInstallMessageHandler(before);
-    EXPECT_TRUE(isTold);
+    EXPECT_TRUE(waitForError(QStringLiteral("Couldn't start recording. Check your microphone and try again.")));
     EXPECT_FALSE(recorder.isRecording());
-    EXPECT_EQ(timesApplied, 1);
+    EXPECT_EQ(log.lines(QStringLiteral("AudioRecorder applying input device: uid=mic_b")).size(), 1);
     EXPECT_EQ(defaultInput(), QStringLiteral("mic_a"));
     EXPECT_EQ(defaults.pendingInputRouteRestoreDeviceUID(), QString());
 
@@ -213,14 +207,69 @@ TEST_P(AudioRecorderTest, ASecondStartIsRefusedAndLeavesTheTakeAlone) {
     EXPECT_EQ(recorder.errorMessage(), QStringLiteral("Recording is already in progress."));
     ASSERT_TRUE(QTest::qWaitFor([&] { return recorder.isRecording(); }, deadline));
     ASSERT_TRUE(waitForSeconds(0.1));
-    recorder.stopRecording();
-    EXPECT_FALSE(recorder.isRecording());
-    recorder.startRecording(); // the last samples are still on their way
-    EXPECT_EQ(recorder.errorMessage(), QStringLiteral("Recording is already in progress."));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return finished.count() == 1; }, deadline));
-
+    ASSERT_TRUE(stopAndWait());
     recorder.startRecording();
     EXPECT_FALSE(recorder.errorMessage().has_value());
+}
+
+TEST_P(AudioRecorderTest, ATakeBegunRightAfterAStopWaitsUntilTheLastOneIsComplete) {
+    ASSERT_TRUE(start());
+    ASSERT_TRUE(waitForSeconds(0.3));
+    recorder.stopRecording();
+    recorder.startRecording(); // the last samples are still on their way
+    EXPECT_FALSE(recorder.errorMessage().has_value());
+    EXPECT_TRUE(recorder.isStarting());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return finished.count() == 1; }, deadline));
+    EXPECT_GE(finished.constFirst().at(0).toDouble(), 0.3);
+    const QUrl first = recorder.recordedURL();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return recorder.isRecording(); }, deadline));
+    ASSERT_TRUE(waitForSeconds(0.1));
+    recorder.stopRecording();
+    recorder.startRecording();
+    recorder.stopRecording(); // which calls only the second one off
+    ASSERT_TRUE(QTest::qWaitFor([&] { return finished.count() == 2; }, deadline));
+    EXPECT_NE(recorder.recordedURL(), first);
+    EXPECT_FALSE(recorder.hasUnfinishedTake());
+    EXPECT_FALSE(recorder.errorMessage().has_value());
+}
+
+TEST_P(AudioRecorderTest, ATakeTakesTheMicrophoneFromAnotherAndStopsWhatPlays) {
+    RoutedAudioPlayer player(server);
+    ASSERT_TRUE(player.load(tone(60.0)));
+    ASSERT_TRUE(player.play());
+    ASSERT_TRUE(start());
+    EXPECT_FALSE(player.isPlaybackActive());
+    EXPECT_TRUE(server.microphone().isInUse());
+    EXPECT_FALSE(player.play());
+    ASSERT_TRUE(waitForSeconds(0.2));
+
+    AudioRecorder other({server, defaults, routes, permission});
+    other.startRecording();
+    EXPECT_FALSE(recorder.isRecording());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return finished.count() == 1 && other.isRecording(); }, deadline));
+    EXPECT_GE(finished.constFirst().at(0).toDouble(), 0.2);
+    EXPECT_TRUE(partialTakes.isEmpty());
+    other.stopRecording();
+    EXPECT_FALSE(server.microphone().isInUse());
+    EXPECT_TRUE(player.play());
+}
+
+TEST_P(AudioRecorderTest, AServerThatNoLongerAnswersGivesThePartialTakeAndSaysWhy) {
+    ASSERT_TRUE(start());
+    ASSERT_TRUE(waitForSeconds(0.2));
+    session.suspend();
+    ASSERT_TRUE(waitForError(QStringLiteral("The sound server has stopped responding.")));
+    EXPECT_FALSE(recorder.isRecording());
+    EXPECT_EQ(partialTakes, QList<QUrl>{recorder.recordedURL()});
+    EXPECT_GE(partialDuration, 0.2);
+    EXPECT_FALSE(server.microphone().isInUse());
+
+    // Nor does it open a microphone, by whichever name.
+    recorder.startRecording();
+    ASSERT_TRUE(waitForError(QStringLiteral("Couldn't start recording. The sound server has stopped responding.")));
+    EXPECT_FALSE(recorder.hasUnfinishedTake());
+    session.resume();
+    EXPECT_TRUE(start());
 }
 
 TEST_P(AudioRecorderTest, ATakeStoppedBeforeItsMicrophoneOpensIsCalledOffWithoutATrace) {
@@ -270,6 +319,20 @@ TEST_P(AudioRecorderTest, ATakeBegunWhileTheServerIsBeingReachedWaitsForIt) {
     EXPECT_EQ(asked.authorizationStatus(), MicrophoneAuthorization::Authorized);
 }
 
+TEST_P(AudioRecorderTest, ATakeBegunWhileTheServerIsBeingReachedGivesUpOnOneThatNeverAnswers) {
+    session.suspend();
+    SoundServer silent(session.address());
+    MicrophonePermission asked(silent);
+    AudioRecorder early({silent, defaults, routes, asked});
+    early.startRecording();
+    EXPECT_TRUE(early.isStarting());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return early.errorMessage().has_value(); }, deadline));
+    EXPECT_EQ(early.errorMessage(), QStringLiteral("Couldn't start recording. The sound server is not available."));
+    EXPECT_FALSE(early.hasUnfinishedTake());
+    session.resume();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return silent.state() == SoundServer::State::Ready; }, deadline));
+}
+
 TEST_P(AudioRecorderTest, ATakeThatIsCalledOffWhileTheServerIsBeingReachedDoesNotBegin) {
     SoundServer fresh(session.address());
     MicrophonePermission asked(fresh);
@@ -292,18 +355,25 @@ TEST_P(AudioRecorderTest, AFullDiskIsToldAndWhatWasRecordedStaysReadable) {
     const QStringList before = caches.entryList(QDir::Files);
     ASSERT_TRUE(start());
     {
-        const test::FileSizeLimit limit(30000);
+        const testing::FileSizeLimit limit(30000);
         ASSERT_TRUE(QTest::qWaitFor([&] { return !recorder.isRecording(); }, deadline));
     }
     ASSERT_TRUE(recorder.errorMessage().has_value());
     EXPECT_TRUE(recorder.errorMessage()->startsWith(QStringLiteral("Recording error: ")))
         << qPrintable(*recorder.errorMessage());
+    EXPECT_FALSE(recorder.errorMessage()->contains(QStringLiteral("direction_")));
     EXPECT_TRUE(recorder.recordedURL().isEmpty());
     EXPECT_TRUE(partialTakes.isEmpty());
     QStringList left = caches.entryList(QDir::Files);
     left.removeIf([&](const QString &name) { return before.contains(name); });
     ASSERT_EQ(left.size(), 1);
-    EXPECT_GT(test::readAll(caches.filePath(left.constFirst())).size(), 10000U);
+    EXPECT_EQ(recorder.keptRecording(), QUrl::fromLocalFile(caches.filePath(left.constFirst())));
+    EXPECT_GT(test::readAll(recorder.keptRecording().toLocalFile()).size(), 10000U);
+    const auto kept = base::openRegularFile(recorder.keptRecording().toLocalFile());
+    ASSERT_TRUE(kept);
+    EXPECT_TRUE(WavLayout::read(kept->descriptor.get(), kept->size)) << "a header that tells the length";
+    recorder.dismissError();
+    EXPECT_TRUE(recorder.keptRecording().isEmpty());
 }
 
 TEST_P(AudioRecorderTest, AKilledProcessWouldLeaveAReadableFile) {
@@ -315,20 +385,6 @@ TEST_P(AudioRecorderTest, AKilledProcessWouldLeaveAReadableFile) {
     ASSERT_TRUE(QFile::copy(base::PrivateFolders::caches() + u'/' + files.constFirst(), copy));
     EXPECT_GE(test::readAll(copy).size(), 4410U);
     ASSERT_TRUE(stopAndWait());
-}
-
-TEST_P(AudioRecorderTest, ATakeCanBePreviewed) {
-    ASSERT_TRUE(start());
-    ASSERT_TRUE(waitForSeconds(0.2));
-    recorder.startPlayback();
-    EXPECT_FALSE(recorder.isPlaying());
-    ASSERT_TRUE(stopAndWait());
-    recorder.startPlayback();
-    EXPECT_TRUE(recorder.isPlaying());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !recorder.isPlaying(); }, deadline));
-    recorder.startPlayback();
-    recorder.stopPlayback();
-    EXPECT_FALSE(recorder.isPlaying());
 }
 
 INSTANTIATE_TEST_SUITE_P(On, PulseAudioRecorderTest, ::testing::Values(testing::SoundServerSession::Kind::PulseAudio),

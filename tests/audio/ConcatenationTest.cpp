@@ -8,8 +8,8 @@
 
 #include "audio/AudioTestFiles.h"
 #include "audio/files/AudioFileReader.h"
-#include "audio/FileSizeLimit.h"
 #include "audio/ToneMeasurement.h"
+#include "support/FileSizeLimit.h"
 
 namespace orlenta::audio::test {
 namespace {
@@ -125,8 +125,13 @@ TEST(Concatenation, FailuresAreWordedAndLeaveNothing) {
     EXPECT_EQ(missing.error().code(), 0);
     EXPECT_TRUE(missing.error().description().contains(QStringLiteral("gone.wav")));
 
-    const FileSizeLimit limit(64 * 1024);
+    const testing::FileSizeLimit limit(64 * 1024);
     EXPECT_FALSE(concatenateAudio({good}, output));
+    // The user knows nothing of the file in the temporary folder.
+    const auto joined = concatenateAudio({good}, ConcatenationOwner::Caller);
+    ASSERT_FALSE(joined);
+    EXPECT_TRUE(joined.error().description().startsWith(QStringLiteral("The audio could not be written: ")))
+        << joined.error().description().toStdString();
     EXPECT_EQ(folder.names(), QStringList{QStringLiteral("good.wav")});
 }
 

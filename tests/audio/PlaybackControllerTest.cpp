@@ -8,10 +8,14 @@
 namespace orlenta::audio {
 namespace {
 
+PlaybackLineId newLineId() {
+    return base::TypedId<struct AnyRecord>::create();
+}
+
 class PlaybackControllerTest : public SoundServerTest {
 protected:
     [[nodiscard]] PlaybackLine line(double seconds, const QString &name) {
-        return {model::LineId::create(), tone(seconds, name + QStringLiteral(".wav"))};
+        return {newLineId(), tone(seconds, name + QStringLiteral(".wav"))};
     }
     [[nodiscard]] bool waitUntilSilent() {
         return QTest::qWaitFor([&] { return !playback.isPlaying(); }, deadline);
@@ -41,8 +45,8 @@ TEST_P(PlaybackControllerTest, ASingleLinePlaysToItsEndAndLeavesNoPlayhead) {
 TEST_P(PlaybackControllerTest, ASequencePlaysWhatExistsAndReturnsToItsFirstLine) {
     const PlaybackLine first = line(0.2, QStringLiteral("first"));
     const PlaybackLine second = line(0.2, QStringLiteral("second"));
-    const PlaybackLine missing{model::LineId::create(), QUrl::fromLocalFile(folder.filePath(QStringLiteral("no.wav")))};
-    QList<model::LineId> heard;
+    const PlaybackLine missing{newLineId(), QUrl::fromLocalFile(folder.filePath(QStringLiteral("no.wav")))};
+    QList<PlaybackLineId> heard;
     QObject::connect(&playback, &PlaybackController::currentlyPlayingLineIDChanged, &playback, [&] {
         if (playback.currentlyPlayingLineID())
             heard.append(*playback.currentlyPlayingLineID());
@@ -51,7 +55,7 @@ TEST_P(PlaybackControllerTest, ASequencePlaysWhatExistsAndReturnsToItsFirstLine)
     EXPECT_TRUE(playback.isPlayingSequence());
     ASSERT_TRUE(waitUntilSilent());
 
-    EXPECT_EQ(heard, (QList<model::LineId>{first.id, second.id, first.id}));
+    EXPECT_EQ(heard, (QList<PlaybackLineId>{first.id, second.id, first.id}));
     EXPECT_FALSE(playback.isPlayingSequence());
     EXPECT_EQ(playback.currentlyPlayingLineID(), first.id);
 
@@ -150,7 +154,7 @@ TEST_P(PlaybackControllerTest, AFileDamagedInItsMiddleIsToldButIsNoFaultOfTheOut
     QByteArray bytes = test::bytesOf(files.path(QStringLiteral("damaged.m4a")));
     bytes.replace(bytes.size() / 2, 8192, QByteArray(8192, '\0'));
     const QUrl url = QUrl::fromLocalFile(files.writeBytes(QStringLiteral("damaged.m4a"), bytes));
-    playback.playLine({model::LineId::create(), url});
+    playback.playLine({newLineId(), url});
     ASSERT_TRUE(QTest::qWaitFor([&] { return failed.count() == 1; }, deadline));
 
     EXPECT_TRUE(failed.constFirst().constFirst().toString().contains(QStringLiteral("damaged.m4a")));

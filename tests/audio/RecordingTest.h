@@ -38,11 +38,14 @@ protected:
     }
     /// Plays a file to where the microphones hear it.
     [[nodiscard]] bool speak(const QUrl &url, const QString &output = QStringLiteral("mic_feed")) {
+        (void)QTest::qWaitFor([&] { return room.devices().findOutput(output) != nullptr; }, deadline);
         return speaker.load(url) && speaker.setOutputDeviceID(outputID(output)) && speaker.play() &&
                QTest::qWaitFor([&] { return speaker.currentTime() > 0.0; }, deadline);
     }
 
-    RoutedAudioPlayer speaker{server};
+    /// What sounds in the room, which is another program's doing.
+    SoundServer room{session.address()};
+    RoutedAudioPlayer speaker{room};
 };
 
 /// A stretch of a recording that is the original, sample for sample.

@@ -1,9 +1,12 @@
 #include "audio/playback/RoutedAudioPlayer.h"
 
+#include <pulse/pulseaudio.h>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
 #include <QtCore/QThread>
+#include <QtCore/QThreadPool>
 
+#include "audio/files/AudioFileReader.h"
 #include "audio/SoundServerTest.h"
 
 namespace orlenta::audio {
@@ -21,6 +24,17 @@ protected:
     }
     [[nodiscard]] bool waitUntilHeard(double seconds) {
         return QTest::qWaitFor([&] { return player.currentTime() >= seconds; }, deadline);
+    }
+
+    /// Ends all playback at the server, as a user can do in some mixers.
+    void killStreams() {
+        const QStringList streams =
+            session.pactl({QStringLiteral("list"), QStringLiteral("short"), QStringLiteral("sink-inputs")})
+                .split(u'\n', Qt::SkipEmptyParts);
+        const SoundServerLock lock(server.mainloop());
+        for (const QString &stream : streams)
+            pa_operation_unref(
+                pa_context_kill_sink_input(server.context(), stream.section(u'\t', 0, 0).toUInt(), nullptr, nullptr));
     }
 
     RoutedAudioPlayer player{server};
@@ -192,7 +206,111 @@ TEST_P(RoutedAudioPlayerTest, AServerThatDiesEndsThePlaybackWithAReason) {
     EXPECT_EQ(played.error().description(), QStringLiteral("The sound server is not available."));
 }
 
+TEST_P(RoutedAudioPlayerTest, AServerThatNoLongerAnswersEndsThePlaybackWithAReason) {
+    const QString silent = QStringLiteral("The sound server has stopped responding.");
+    ASSERT_TRUE(player.load(tone(60.0)));
+    ASSERT_TRUE(player.play());
+    ASSERT_TRUE(waitUntilHeard(0.1));
+    session.suspend();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return failures == QStringList{silent}; }, deadline));
+    EXPECT_FALSE(player.isPlaybackActive());
+
+    // Nor does it say anything to a new playback, whichever output that is for.
+    ASSERT_TRUE(player.setOutputDeviceID(outputID(QStringLiteral("spk_b"))));
+    ASSERT_TRUE(player.play());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return failures == QStringList({silent, silent}); }, deadline));
+    session.resume();
+    ASSERT_TRUE(player.play());
+    EXPECT_TRUE(waitUntilHeard(0.2));
+    EXPECT_EQ(completions, 0);
+}
+
+TEST_P(RoutedAudioPlayerTest, AStreamThatSomebodyEndsDoesNotGoOnAtAnotherOutput) {
+    ASSERT_TRUE(player.load(tone(60.0)));
+    for (const QString &output : {QStringLiteral("spk_b"), QString()}) {
+        failures.clear();
+        ASSERT_TRUE(player.setOutputDeviceID(output.isEmpty() ? std::nullopt : std::optional(outputID(output))));
+        ASSERT_TRUE(player.play());
+        ASSERT_TRUE(waitUntilHeard(0.1));
+        killStreams();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !failures.isEmpty(); }, deadline));
+        EXPECT_EQ(failures, QStringList{QStringLiteral("The sound server ended the playback.")});
+        EXPECT_FALSE(player.isPlaybackActive());
+    }
+}
+
+TEST_P(RoutedAudioPlayerTest, ATakeThatBeginsStopsWhatPlaysAndNothingPlaysDuringIt) {
+    RoutedAudioPlayer other(server);
+    int interruptions = 0;
+    for (RoutedAudioPlayer *each : {&player, &other}) {
+        each->setInterruptionHandler([&] { ++interruptions; });
+        ASSERT_TRUE(each->load(tone(60.0)));
+    }
+    ASSERT_TRUE(player.play());
+    ASSERT_TRUE(waitUntilHeard(0.1));
+    {
+        QObject take;
+        server.microphone().take(&take, [] {});
+        EXPECT_TRUE(server.microphone().isInUse());
+        EXPECT_FALSE(player.isPlaybackActive());
+        EXPECT_EQ(interruptions, 1);
+        for (RoutedAudioPlayer *each : {&player, &other}) {
+            const auto played = each->play();
+            ASSERT_FALSE(played);
+            EXPECT_EQ(played.error().description(), QStringLiteral("Playback isn't possible during a recording."));
+        }
+    }
+    EXPECT_FALSE(server.microphone().isInUse());
+    EXPECT_TRUE(player.play());
+    EXPECT_EQ(completions, 0);
+    EXPECT_TRUE(failures.isEmpty());
+}
+
+/// What only PulseAudio has: a limit to the streams of an output, and outputs that can be suspended while they play.
+class PulseAudioPlayerTest : public RoutedAudioPlayerTest {};
+
+TEST_P(PulseAudioPlayerTest, AnOutputThatRefusesTheStreamIsAFailureAndTheDefaultStaysSilent) {
+    constexpr int mostStreamsOfAnOutput = 256;
+    const std::uint32_t id = outputID(QStringLiteral("spk_b"));
+    QThreadPool readers;
+    readers.setMaxThreadCount(1);
+    const auto reader = std::make_shared<AudioFileReader>(
+        std::move(AudioFileReader::open(tone(1.0, QStringLiteral("busy.wav")).toLocalFile())).value());
+    std::vector<std::unique_ptr<OutputStream>> busy;
+    int started = 0;
+    const auto ignore = [](const auto &...) {};
+    for (int i = 0; i < mostStreamsOfAnOutput; ++i) {
+        auto stream = OutputStream::open(server, id, readers, {reader, 48000.0, 1, 0},
+                                         {&player, [&] { ++started; }, ignore, ignore, ignore});
+        ASSERT_TRUE(stream);
+        busy.push_back(std::move(stream).value());
+    }
+    ASSERT_TRUE(QTest::qWaitFor([&] { return started == mostStreamsOfAnOutput; }, deadline));
+
+    ASSERT_TRUE(player.load(tone(5.0)));
+    ASSERT_TRUE(player.setOutputDeviceID(id));
+    ASSERT_TRUE(player.play());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !failures.isEmpty(); }, deadline));
+    EXPECT_TRUE(failures.constFirst().startsWith(
+        QStringLiteral("Could not bind output device %1 with AudioUnitSetProperty. OSStatus: ").arg(id)));
+    EXPECT_FALSE(player.isPlaybackActive());
+    EXPECT_EQ(player.outputDeviceID(), id);
+    EXPECT_EQ(completions, 0);
+}
+
+TEST_P(PulseAudioPlayerTest, AnOutputThatStandsStillEndsThePlaybackWithAReason) {
+    ASSERT_TRUE(player.load(tone(60.0)));
+    ASSERT_TRUE(player.play());
+    ASSERT_TRUE(waitUntilHeard(0.1));
+    session.pactl({QStringLiteral("suspend-sink"), QStringLiteral("spk_a"), QStringLiteral("1")});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !failures.isEmpty(); }, deadline));
+    EXPECT_EQ(failures, QStringList{QStringLiteral("The sound output has stopped responding.")});
+    EXPECT_FALSE(player.isPlaybackActive());
+}
+
 INSTANTIATE_TEST_SUITE_P(On, RoutedAudioPlayerTest, bothServers(), serverName);
+INSTANTIATE_TEST_SUITE_P(On, PulseAudioPlayerTest, ::testing::Values(testing::SoundServerSession::Kind::PulseAudio),
+                         serverName);
 
 } // namespace
 } // namespace orlenta::audio

@@ -8,8 +8,8 @@
 #include "audio/AudioTestFiles.h"
 #include "audio/files/AudioFileReader.h"
 #include "audio/files/ConvertingReader.h"
-#include "audio/FileSizeLimit.h"
 #include "audio/ToneMeasurement.h"
+#include "support/FileSizeLimit.h"
 
 namespace orlenta::audio::test {
 namespace {
@@ -93,7 +93,7 @@ TEST(WavConversion, AFailureLeavesNothing) {
         EXPECT_TRUE(folder.names().isEmpty());
     }
     // The source still fits, its conversion no longer does.
-    const FileSizeLimit limit(128 * 1024);
+    const testing::FileSizeLimit limit(128 * 1024);
     const auto path = convert(good, QStringLiteral("wav"));
     ASSERT_FALSE(path);
     EXPECT_EQ(path.error().kind, AudioFileError::Kind::CannotWrite);

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <qcoro/qcorotask.h>
 
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
 #include "controller/script/Selection.h"
 #include "controller/takes/TakeEditing.h"
 #include "model/ProjectStore.h"

@@ -8,7 +8,7 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QTemporaryDir>
 
-#include "base/AtomicFile.h"
+#include "base/files/RegularFile.h"
 #include "model/ProjectJson.h"
 #include "model/SampleDocuments.h"
 

@@ -8,14 +8,14 @@
 
 namespace orlenta::audio {
 
-/// The one diagnostic log of what audio code does to devices and streams. Any thread.
+/// The diagnostic log for everything audio code does with devices, streams and files. Any thread.
 class AudioDebugLogger final {
 public:
     AudioDebugLogger() = delete;
 
     static void log(const QString &message, const std::source_location &where = std::source_location::current());
 
-    /// The state in the log's words, "authorized" say. Notes that it was asked for.
+    /// Returns the state as logged, for example "authorized". Logs the query itself.
     [[nodiscard]] static QString microphoneAuthorizationDescription(MicrophoneAuthorization authorization);
 };
 

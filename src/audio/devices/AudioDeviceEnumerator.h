@@ -11,15 +11,16 @@ namespace orlenta::audio {
 
 class SoundServer;
 
-/// Asks the sound server's table for devices. Never fails and never waits: without a server there are none. Any thread.
+/// Looks devices up in the sound server's table. Never fails or blocks: without a server there are no devices. Any
+/// thread.
 class AudioDeviceEnumerator final {
 public:
     explicit AudioDeviceEnumerator(const SoundServer &server) : m_server(server) {}
 
-    /// In the server's order. A device without a name or UID is left out.
+    /// In the server's order. Omits devices without a name or UID.
     [[nodiscard]] QList<AudioDeviceInfo> getAudioDevices(DeviceDirection direction) const;
     [[nodiscard]] bool isDeviceAlive(std::uint32_t deviceID) const;
-    /// The id of the first living device of that UID, inputs before outputs.
+    /// The id of the first live device with that UID; inputs come before outputs.
     [[nodiscard]] std::optional<std::uint32_t> deviceID(const QString &uid) const;
 
 private:

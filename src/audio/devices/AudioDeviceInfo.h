@@ -6,17 +6,17 @@
 
 namespace orlenta::audio {
 
-/// Which way sound goes through a device.
+/// Direction of the sound, as seen from the application.
 enum class DeviceDirection { Input, Output };
 
-/// One device that sound can come from or go to.
+/// One input or output device.
 struct AudioDeviceInfo {
-    /// What the user calls it.
+    /// Name shown to the user.
     QString name;
-    /// The sink's or source's name at the sound server: what a choice is stored as. Survives unplugging.
+    /// The sink's or source's name on the sound server. Persistent, so preferences store this.
     QString uid;
-    /// The server's index of it, good until the device goes away; inputs, which are counted apart, have the highest bit
-    /// set.
+    /// The server's index, valid until the device disappears. Inputs are numbered separately, so theirs have the
+    /// highest bit set.
     std::uint32_t deviceID = 0;
 
     friend bool operator==(const AudioDeviceInfo &, const AudioDeviceInfo &) = default;

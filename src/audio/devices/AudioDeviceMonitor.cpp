@@ -93,7 +93,7 @@ void AudioDeviceMonitor::refreshSelectedOutputAvailability(const QString &reason
 
 void AudioDeviceMonitor::update(Availability &last, const QString &uid, bool isAvailable, const QString &reason,
                                 const ChangeLines &lines) const {
-    // What the server has not told yet is neither here nor away.
+    // Until the server has listed its devices, we don't know whether this one is available.
     if (!last.isAvailable && m_server.state() != SoundServer::State::Ready)
         return;
     if (!uid.isEmpty() && last.uid == uid && last.isAvailable && *last.isAvailable != isAvailable)

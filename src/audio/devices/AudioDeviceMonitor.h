@@ -15,8 +15,8 @@ class UserDefaults;
 
 namespace orlenta::audio {
 
-/// The published lists of devices, which follow the server's with a short delay so that a burst of changes is told
-/// once. One for the application, which owns it. Main thread.
+/// The device lists for the user interface. They follow the server's with a short delay, so that a burst of changes
+/// causes one update. One instance, owned by the application. Main thread.
 class AudioDeviceMonitor final : public QObject {
     Q_OBJECT
 public:
@@ -29,10 +29,10 @@ public:
     [[nodiscard]] const QList<AudioDeviceInfo> &outputDevices() const { return m_outputDevices; }
     [[nodiscard]] bool isInputAvailable(const QString &uid) const;
     [[nodiscard]] bool isOutputAvailable(const QString &uid) const;
-    /// The numeric id of a stored UID, through the published lists first; nothing when the device isn't there.
+    /// The numeric id for a stored UID, or nothing if the device isn't there. Checks the published lists first.
     [[nodiscard]] std::optional<std::uint32_t> deviceID(const QString &uid) const;
 
-    /// Lists the devices anew at once. `reason` is for the log.
+    /// Updates the lists immediately. `reason` is for the log.
     void refresh(const QString &reason);
     void refreshSelectedInputAvailability(const QString &reason);
     void refreshSelectedOutputAvailability(const QString &reason);
@@ -40,16 +40,16 @@ public:
 Q_SIGNALS:
     void inputDevicesChanged();
     void outputDevicesChanged();
-    /// Comes at the end of each refresh, whether or not a list has changed.
+    /// Emitted after every refresh, even if nothing changed.
     void refreshed(const QString &reason);
 
 private:
-    /// What the last check of one direction's chosen device found; empty before the first.
+    /// Result of the last availability check of one direction's chosen device; empty before the first.
     struct Availability {
         std::optional<QString> uid;
         std::optional<bool> isAvailable;
     };
-    /// The log's words for a change, "%1" standing for the UID.
+    /// Log messages for a change; "%1" stands for the UID.
     struct ChangeLines {
         QString becameAvailable;
         QString becameUnavailable;

@@ -2,7 +2,7 @@
 
 namespace orlenta::audio {
 
-/// Whether a process may listen to inputs.
+/// Whether this process may record from inputs.
 enum class MicrophoneAuthorization { NotDetermined, Restricted, Denied, Authorized, Unknown };
 
 } // namespace orlenta::audio

@@ -7,7 +7,7 @@
 
 namespace orlenta::audio {
 
-/// Remembers why sound last couldn't reach its output, for the settings to show. Not kept between runs. Main thread.
+/// Remembers the last output routing failure for the settings window. Not persistent. Main thread.
 class OutputRoutingDiagnostics final : public QObject {
     Q_OBJECT
 public:
@@ -16,7 +16,7 @@ public:
     [[nodiscard]] const std::optional<QString> &lastRoutingErrorMessage() const { return m_message; }
     [[nodiscard]] const std::optional<QString> &lastRoutingErrorContext() const { return m_context; }
 
-    /// `description` is the error's sentence for the user, `context` the place it came from.
+    /// `description` is the error message for the user; `context` names the operation that failed.
     void recordRoutingFailure(const QString &description, const QString &context);
     void clearRoutingFailure(const QString &context);
 

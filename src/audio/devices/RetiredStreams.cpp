@@ -4,6 +4,8 @@
 
 #include <pulse/pulseaudio.h>
 
+#include "audio/devices/PulseTime.h"
+
 namespace orlenta::audio {
 
 struct RetiredStreams::Retired {
@@ -50,8 +52,7 @@ void RetiredStreams::add(pa_stream *stream, std::chrono::microseconds lingering)
         break;
     case PA_STREAM_READY:
         if (lingering > lingering.zero())
-            retired->deadline = pa_context_rttime_new(pa_stream_get_context(stream),
-                                                      pa_rtclock_now() + static_cast<pa_usec_t>(lingering.count()),
+            retired->deadline = pa_context_rttime_new(pa_stream_get_context(stream), laterBy(lingering),
                                                       &Retired::onDeadline, retired.get());
         if (!retired->deadline)
             return;
@@ -81,8 +82,7 @@ void RetiredStreams::waitForEnd(std::chrono::microseconds atMost) {
     if (m_streams.empty())
         return;
     pa_context *context = pa_stream_get_context(m_streams.front()->stream);
-    pa_time_event *event = pa_context_rttime_new(context, pa_rtclock_now() + static_cast<pa_usec_t>(atMost.count()),
-                                                 &Deadline::onPassed, &deadline);
+    pa_time_event *event = pa_context_rttime_new(context, laterBy(atMost), &Deadline::onPassed, &deadline);
     while (event && !m_streams.empty() && !deadline.hasPassed)
         pa_threaded_mainloop_wait(m_mainloop);
     if (event)

@@ -9,8 +9,8 @@ struct pa_threaded_mainloop;
 
 namespace orlenta::audio {
 
-/// Streams that nobody listens to any more, on their way out. The server would keep for ever one that is let go before
-/// it has a channel, since only then can it be told. Everything here happens with the loop locked.
+/// Ends streams that are no longer needed. A stream can only be ended once the server has created it; if we dropped it
+/// earlier, the server would keep it forever. Call everything with the loop locked.
 class RetiredStreams final {
 public:
     explicit RetiredStreams(pa_threaded_mainloop *mainloop);
@@ -18,12 +18,12 @@ public:
     RetiredStreams(const RetiredStreams &) = delete;
     RetiredStreams &operator=(const RetiredStreams &) = delete;
 
-    /// Takes over the caller's reference, silences the callbacks, and ends the stream after `lingering`: as soon as it
-    /// can be told to end, if that is later.
+    /// Takes over the caller's reference and removes the callbacks. Ends the stream after `lingering`, or as soon as
+    /// the server has created it if that is later.
     void add(pa_stream *stream, std::chrono::microseconds lingering);
-    /// Lets go of all of them; what they are connected by is about to be closed.
+    /// Drops all streams, because the connection is about to close.
     void clear();
-    /// Waits until all have ended, at most that long.
+    /// Waits until all streams have ended, but no longer than `atMost`.
     void waitForEnd(std::chrono::microseconds atMost);
 
 private:

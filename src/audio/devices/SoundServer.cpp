@@ -7,6 +7,7 @@
 #include <pulse/pulseaudio.h>
 
 #include "audio/devices/AudioDebugLogger.h"
+#include "audio/devices/BoundStreams.h"
 #include "audio/devices/RetiredStreams.h"
 
 namespace orlenta::audio {
@@ -19,10 +20,10 @@ const SoundDevice *findByUID(const QList<SoundDevice> &devices, const QString &u
     return found == devices.cend() ? nullptr : &*found;
 }
 
-/// Servers count outputs and inputs apart; this keeps their ids from meeting.
+/// Servers number outputs and inputs separately; this keeps their ids distinct.
 constexpr std::uint32_t inputBit = 0x8000'0000;
 
-/// How long the end of the connection waits for streams on their way out.
+/// How long closing the connection waits for retired streams.
 constexpr auto longestFarewell = std::chrono::milliseconds(100);
 
 } // namespace
@@ -49,7 +50,7 @@ SoundServerLock::~SoundServerLock() {
     pa_threaded_mainloop_unlock(m_mainloop);
 }
 
-/// What libpulse's callbacks work on. All but the guarded state belongs to whoever holds the loop's lock.
+/// State for libpulse's callbacks. Protected by the loop's lock, except for the members under m_guard.
 class SoundServer::Link final {
 public:
     explicit Link(SoundServer &owner);
@@ -57,6 +58,8 @@ public:
 
     void open(const QString &address);
     void close();
+    /// Cancels a connection attempt that hasn't succeeded yet.
+    void giveUpConnecting();
 
     [[nodiscard]] State state() const;
     [[nodiscard]] SoundDeviceTable devices() const;
@@ -64,6 +67,7 @@ public:
     pa_threaded_mainloop *mainloop = nullptr;
     pa_context *context = nullptr;
     RetiredStreams retired;
+    BoundStreams bound;
 
 private:
     void connectTo(const QString &address);
@@ -94,7 +98,7 @@ SoundServer::Link::Link(SoundServer &owner) : mainloop(pa_threaded_mainloop_new(
 
 SoundServer::Link::~Link() {
     {
-        // What was stopped just now is still fading.
+        // Streams stopped a moment ago are still fading out.
         const SoundServerLock lock(mainloop);
         if (m_isRunning && context && pa_context_get_state(context) == PA_CONTEXT_READY)
             retired.waitForEnd(longestFarewell);
@@ -108,7 +112,8 @@ SoundServer::Link::~Link() {
 void SoundServer::Link::open(const QString &address) {
     close();
     connectTo(address);
-    // Only now, since libpulse sets itself up at the first connection, which its thread had better not see half done.
+    // Start the thread only now: libpulse initialises itself during the first connection, and its thread must not see
+    // that half done.
     if (!std::exchange(m_isRunning, true))
         pa_threaded_mainloop_start(mainloop);
 }
@@ -129,6 +134,7 @@ void SoundServer::Link::close() {
     if (!context)
         return;
     retired.clear();
+    bound.clear();
     pa_context_set_state_callback(context, nullptr, nullptr);
     pa_context_set_subscribe_callback(context, nullptr, nullptr);
     pa_context_disconnect(context);
@@ -136,6 +142,13 @@ void SoundServer::Link::close() {
     context = nullptr;
     m_isListing = false;
     m_listAgain = false;
+}
+
+void SoundServer::Link::giveUpConnecting() {
+    if (state() != State::Connecting)
+        return;
+    close();
+    setState(State::Unavailable);
 }
 
 SoundServer::State SoundServer::Link::state() const {
@@ -162,7 +175,7 @@ void SoundServer::Link::contextChanged() {
     switch (pa_context_get_state(context)) {
     case PA_CONTEXT_READY:
         pa_context_set_subscribe_callback(context, &Link::onEvent, this);
-        // Listing before the subscription is acknowledged would miss what changes in between.
+        // List only after the server has acknowledged the subscription, or we would miss changes in between.
         if (pa_operation *subscribing = pa_context_subscribe(
                 context,
                 static_cast<pa_subscription_mask_t>(PA_SUBSCRIPTION_MASK_SINK | PA_SUBSCRIPTION_MASK_SOURCE |
@@ -191,7 +204,7 @@ void SoundServer::Link::list() {
     }
     m_isListing = true;
     m_listing = {};
-    // The server answers in the order asked, so the end of the last list is the end of all.
+    // The server answers in order, so the end of the last list is the end of all three.
     for (pa_operation *asking : {pa_context_get_server_info(context, &Link::onServerInfo, this),
                                  pa_context_get_sink_info_list(context, &Link::onSink, this),
                                  pa_context_get_source_info_list(context, &Link::onSource, this)})
@@ -217,15 +230,23 @@ void SoundServer::Link::onContextState(pa_context *, void *link) {
 }
 
 void SoundServer::Link::onSubscribed(pa_context *context, int success, void *link) {
-    // The devices are still listed once; without the subscription they just don't follow.
+    // Without the subscription we still list the devices once; they just don't update.
     if (!success)
         AudioDebugLogger::log(QStringLiteral("AudioDeviceMonitor ERROR: failed to install listener status=%1")
                                   .arg(pa_context_errno(context)));
     static_cast<Link *>(link)->list();
 }
 
-void SoundServer::Link::onEvent(pa_context *, pa_subscription_event_type_t, uint32_t, void *link) {
-    static_cast<Link *>(link)->list();
+void SoundServer::Link::onEvent(pa_context *, pa_subscription_event_type_t type, uint32_t index, void *link) {
+    auto *self = static_cast<Link *>(link);
+    if ((type & PA_SUBSCRIPTION_EVENT_TYPE_MASK) == PA_SUBSCRIPTION_EVENT_REMOVE) {
+        const auto facility = type & PA_SUBSCRIPTION_EVENT_FACILITY_MASK;
+        if (facility == PA_SUBSCRIPTION_EVENT_SINK)
+            self->bound.deviceRemoved(DeviceDirection::Output, index);
+        else if (facility == PA_SUBSCRIPTION_EVENT_SOURCE)
+            self->bound.deviceRemoved(DeviceDirection::Input, index);
+    }
+    self->list();
 }
 
 void SoundServer::Link::onServerInfo(pa_context *, const pa_server_info *info, void *link) {
@@ -259,7 +280,7 @@ void SoundServer::Link::onSource(pa_context *, const pa_source_info *info, int e
 
 SoundDevice SoundServer::Link::input(const pa_source_info &info) const {
     const QString uid = QString::fromUtf8(info.name);
-    // One device that plays and records is one device.
+    // A device with both directions has the same id in both lists.
     const SoundDevice *output = m_listing.findOutput(uid);
     return {{QString::fromUtf8(info.description), uid, output ? output->info.deviceID : info.index | inputBit},
             info.sample_spec.rate};
@@ -270,7 +291,12 @@ SoundServer::SoundServer(const QString &address, QObject *parent)
     m_reconnect.setSingleShot(true);
     m_reconnect.setInterval(reconnectInterval);
     connect(&m_reconnect, &QTimer::timeout, this, &SoundServer::connectToServer);
+    m_connectDeadline.setSingleShot(true);
+    m_connectDeadline.setInterval(connectPatience);
+    connect(&m_connectDeadline, &QTimer::timeout, this, [this] { m_link->giveUpConnecting(); });
     connect(this, &SoundServer::stateChanged, this, [this] {
+        if (state() != State::Connecting)
+            m_connectDeadline.stop();
         if (state() == State::Unavailable)
             m_reconnect.start();
     });
@@ -295,7 +321,12 @@ pa_context *SoundServer::context() const {
     return state() == State::Ready ? m_link->context : nullptr;
 }
 
+void SoundServer::watchDevice(const pa_stream *stream, DeviceDirection direction, std::function<void()> lost) {
+    m_link->bound.add(stream, direction, std::move(lost));
+}
+
 void SoundServer::retire(pa_stream *stream, std::chrono::microseconds lingering) {
+    m_link->bound.remove(stream);
     m_link->retired.add(stream, lingering);
 }
 
@@ -304,6 +335,7 @@ bool SoundServer::isStandIn(const char *name) {
 }
 
 void SoundServer::connectToServer() {
+    m_connectDeadline.start();
     m_link->open(m_address);
 }
 

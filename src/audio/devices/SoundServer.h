@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -9,6 +10,7 @@
 #include <QtCore/QTimer>
 
 #include "audio/devices/AudioDeviceInfo.h"
+#include "audio/devices/SharedMicrophone.h"
 
 struct pa_context;
 struct pa_stream;
@@ -16,7 +18,7 @@ struct pa_threaded_mainloop;
 
 namespace orlenta::audio {
 
-/// A device as the server last told of it.
+/// A device as last reported by the server.
 struct SoundDevice {
     AudioDeviceInfo info;
     /// Hertz.
@@ -25,8 +27,8 @@ struct SoundDevice {
     friend bool operator==(const SoundDevice &, const SoundDevice &) = default;
 };
 
-/// The server's devices at one moment, in its own order, without monitors of outputs and without the silent stand-in
-/// that one server shows when no output is left.
+/// A snapshot of the server's devices, in the server's order. Omits output monitors and the dummy output that PipeWire
+/// shows when no other is left.
 struct SoundDeviceTable {
     QList<SoundDevice> outputs;
     QList<SoundDevice> inputs;
@@ -40,40 +42,46 @@ struct SoundDeviceTable {
     friend bool operator==(const SoundDeviceTable &, const SoundDeviceTable &) = default;
 };
 
-/// The process's connection to the sound server: PulseAudio, or PipeWire through the same interface. Made once by the
-/// application and handed to whoever plays or records. Without a server it goes on asking for one, so that devices
-/// appear when a server does. The server's callbacks run on a thread of libpulse; this object belongs to the main one.
+/// The process's connection to the sound server: PulseAudio, or PipeWire through the same interface. The application
+/// creates one and passes it to everything that plays or records. Without a server it keeps trying to connect. libpulse
+/// runs the callbacks on its own thread; this object lives on the main thread.
 class SoundServer final : public QObject {
     Q_OBJECT
 public:
-    /// Ready: connected, and the devices have been listed.
+    /// Ready means connected, with the devices listed.
     enum class State { Connecting, Ready, Unavailable };
 
-    /// `address` as PULSE_SERVER has it; empty for the user's own server.
+    /// `address` has the format of PULSE_SERVER; empty means the user's default server.
     explicit SoundServer(const QString &address = {}, QObject *parent = nullptr);
     ~SoundServer() override;
 
     /// Any thread.
     [[nodiscard]] State state() const;
-    /// The devices as of now; empty without a server. Never waits for the server. Any thread.
+    /// The current devices; empty without a server. Never blocks. Any thread.
     [[nodiscard]] SoundDeviceTable devices() const;
 
-    /// For streams, which are made on the main thread with the loop locked.
+    /// Arbitrates between everything that records through this connection. Main thread.
+    [[nodiscard]] SharedMicrophone &microphone() { return m_microphone; }
+
+    /// For creating streams, on the main thread with the loop locked.
     [[nodiscard]] pa_threaded_mainloop *mainloop() const;
-    /// Null while there is no connection, which may be from one call to the next: to be asked for once. What it gave
-    /// stays there until the event loop is entered again, or for whoever takes a reference. Main thread.
+    /// Null without a connection. The connection can end between two calls, so call this once and keep the result. The
+    /// pointer stays valid until control returns to the event loop, or longer if you take a reference. Main thread.
     [[nodiscard]] pa_context *context() const;
-    /// Takes over the reference to a stream that is no longer of use and ends it after `lingering`. With the loop
+    /// Calls `lost` once when the device that a ready stream is bound to is removed. With the loop locked; `lost` is
+    /// called so too, on the server's thread or at once, and not any more when the stream has been retired.
+    void watchDevice(const pa_stream *stream, DeviceDirection direction, std::function<void()> lost);
+    /// Takes over the reference to a stream that is no longer needed and ends it after `lingering`. Call with the loop
     /// locked.
     void retire(pa_stream *stream, std::chrono::microseconds lingering);
 
-    /// Whether an output of that name is PipeWire's stand-in while no other is left: it takes streams and plays them to
-    /// nobody.
+    /// Whether `name` is PipeWire's dummy output, which accepts streams but plays them nowhere. It exists only while
+    /// there is no other output.
     [[nodiscard]] static bool isStandIn(const char *name);
 
 Q_SIGNALS:
     void stateChanged();
-    /// The table differs from the one before.
+    /// devices() has changed.
     void devicesChanged();
 
 private:
@@ -82,13 +90,17 @@ private:
     void connectToServer();
 
     static constexpr std::chrono::milliseconds reconnectInterval{2000};
+    /// How long to wait for a connection before reporting Unavailable. A server started on demand takes a while.
+    static constexpr std::chrono::milliseconds connectPatience{5000};
 
+    SharedMicrophone m_microphone;
     QString m_address;
     QTimer m_reconnect;
+    QTimer m_connectDeadline;
     std::unique_ptr<Link> m_link;
 };
 
-/// Holds libpulse's loop still while it is touched from another thread.
+/// Locks libpulse's loop while another thread uses its objects.
 class SoundServerLock final {
 public:
     explicit SoundServerLock(pa_threaded_mainloop *mainloop);

@@ -11,7 +11,7 @@
 
 namespace orlenta::audio {
 
-/// One library's way of turning a file into frames; AudioFileReader chooses among them. One thread at a time.
+/// Decodes a file with one particular library; AudioFileReader picks the library. One thread at a time.
 class AudioDecoder {
 public:
     using ReadResult = base::Result<qsizetype, AudioFileError>;
@@ -22,12 +22,14 @@ public:
     AudioDecoder &operator=(const AudioDecoder &) = delete;
 
     [[nodiscard]] virtual const AudioFileFormat &format() const = 0;
-    /// The exact number of frames, or nothing when only decoding can tell.
+    /// The exact number of frames, or nothing if only decoding can tell.
     [[nodiscard]] virtual std::optional<qint64> frames() const = 0;
-    /// Interleaved samples, full scale ±1. Gives the frames read, 0 at the end only.
+    /// Roughly what share of the file, 0 to 1, the first `position` frames are.
+    [[nodiscard]] virtual double readShare(qint64 position) const = 0;
+    /// Reads interleaved samples, full scale ±1. Returns the number of frames, 0 only at the end.
     virtual ReadResult read(std::span<double> samples) = 0;
     virtual ReadResult read(std::span<float> samples) = 0;
-    /// Moves to a frame and tells so, or does nothing where the library can't do it to the sample.
+    /// Seeks to `frame` and returns true, or returns false if the library can't seek sample-accurately.
     [[nodiscard]] virtual bool seek(qint64 frame) = 0;
 };
 

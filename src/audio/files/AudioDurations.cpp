@@ -11,10 +11,10 @@
 #include <QtCore/QHash>
 #include <QtCore/QPointer>
 
+#include "audio/devices/AudioDebugLogger.h"
 #include "audio/files/AudioFileReader.h"
 #include "audio/files/FrameCount.h"
 #include "base/LatestFirst.h"
-#include "base/LogCategories.h"
 
 namespace orlenta::audio {
 namespace {
@@ -31,7 +31,7 @@ DurationSignature signatureOf(const QString &path) {
     return {std::chrono::sys_time<std::chrono::nanoseconds>(sinceEpoch), static_cast<qint64>(status.st_size)};
 }
 
-/// A file as it was when its duration was asked for.
+/// A file at the time its duration was requested.
 struct DurationQuestion {
     QString path;
     DurationSignature signature;
@@ -43,7 +43,7 @@ struct DurationQuestion {
 };
 
 void logDurationError(const QString &context, const QString &reason) {
-    qCInfo(base::log::audioDebug).noquote() << context << QStringLiteral("AVAudioFile duration ERROR: ") + reason;
+    AudioDebugLogger::log(QStringLiteral("%1 AVAudioFile duration ERROR: %2").arg(context, reason));
 }
 
 DurationSeconds readDuration(const DurationQuestion &asked, const std::stop_token &stop) {
@@ -61,12 +61,11 @@ DurationSeconds readDuration(const DurationQuestion &asked, const std::stop_toke
     const auto frames = countFrames(reader.value(), stop);
     if (!frames)
         return std::nullopt;
-    qCDebug(base::log::audioDebug).noquote()
-        << asked.context << QStringLiteral("AVAudioFile duration read file=") + file;
+    AudioDebugLogger::log(QStringLiteral("%1 AVAudioFile duration read file=%2").arg(asked.context, file));
     return ScriptLineAudioDurationReader::Seconds(static_cast<double>(*frames) / rate);
 }
 
-/// What is known, who waits for what isn't, and the thread that finds out.
+/// The known durations, the callers waiting for unknown ones, and the reader thread.
 class DurationCache final : public QObject {
 public:
     static DurationCache &shared() {
@@ -79,8 +78,8 @@ public:
     DurationSeconds find(const DurationQuestion &asked, const QObject *asker, const std::function<void()> &known) {
         const auto cached = m_cache.constFind(asked.path);
         if (cached != m_cache.constEnd() && cached->signature == asked.signature) {
-            qCDebug(base::log::audioDebug).noquote()
-                << asked.context << QStringLiteral("duration cache hit file=") + QFileInfo(asked.path).fileName();
+            AudioDebugLogger::log(
+                QStringLiteral("%1 duration cache hit file=%2").arg(asked.context, QFileInfo(asked.path).fileName()));
             return cached->duration;
         }
         QList<Asker> &askers = m_askers[asked.path];
@@ -90,8 +89,8 @@ public:
         return std::nullopt;
     }
 
-    /// The attributes as they were first looked at since the event loop turned: rows are drawn several times for one
-    /// change, and a look may have to cross a network.
+    /// The file's attributes, cached until the event loop's next iteration: one change redraws a row several times, and
+    /// stat() may have to cross a network.
     DurationSignature look(const QString &path) {
         if (m_looks.isEmpty())
             QMetaObject::invokeMethod(

@@ -11,9 +11,8 @@ class QObject;
 
 namespace orlenta::audio {
 
-/// The durations shown beside takes, kept for as long as the file's date and size stay the same. The cache is one for
-/// the whole process and belongs to the main thread, like all of these; files are read on a thread of its own, the
-/// latest asked for first. It goes with the application object.
+/// Durations shown next to takes, cached while a file's date and size stay the same. One cache for the process,
+/// destroyed with the application object. A background thread reads the files, most recent request first. Main thread.
 class ScriptLineAudioDurationReader final {
 public:
     using Seconds = std::chrono::duration<double>;
@@ -26,18 +25,18 @@ public:
     };
     struct CachedDuration {
         FileSignature signature;
-        /// Nothing where a file of this signature could not be read: it isn't tried again.
+        /// Empty if the file couldn't be read. It isn't retried until its signature changes.
         std::optional<Seconds> duration;
     };
 
     ScriptLineAudioDurationReader() = delete;
 
-    /// The audio's length as far as it is known. Where the file has to be read first that begins, and once it is over
-    /// `known` is called by the event loop unless `asker` has gone: ask again then. A hit costs one look at the file's
-    /// attributes, which holds until the event loop turns. `context` says in the log who asks.
+    /// Returns the duration if it is cached. Otherwise starts reading the file and returns nothing; when done, the
+    /// event loop calls `known`, unless `asker` has been destroyed, and the caller should ask again. A cache hit costs
+    /// one stat() call per event loop iteration. `context` names the caller in the log.
     [[nodiscard]] static std::optional<Seconds> duration(const QUrl &url, const QString &context, const QObject *asker,
                                                          const std::function<void()> &known);
-    /// Minutes and seconds, "1:05", or "--:--" where there is no duration.
+    /// Minutes and seconds, for example "1:05", or "--:--" without a duration.
     [[nodiscard]] static QString text(std::optional<Seconds> duration);
 };
 

@@ -19,13 +19,13 @@ using DecoderResult = base::Result<std::unique_ptr<AudioDecoder>, AudioFileError
 
 constexpr qsizetype skippedBlockFrames = 4096;
 
-// A pipe would block for ever and a device would never end, so only what stat calls a file is opened.
+// Opening a pipe could block forever, and reading a device might never end.
 base::Result<void, AudioFileError> checkRegularFile(const QString &path) {
     struct stat status {};
     if (::stat(QFile::encodeName(path).constData(), &status) != 0)
         return base::fail(AudioFileError::fromErrno(AudioFileError::Kind::CannotOpen, path, errno));
     if (!S_ISREG(status.st_mode))
-        return base::fail(AudioFileError{AudioFileError::Kind::CannotOpen, path, QStringLiteral("not a file")});
+        return base::fail(AudioFileError{AudioFileError::Kind::CannotOpen, path, QStringLiteral("not a regular file")});
     return {};
 }
 
@@ -34,7 +34,7 @@ bool isMp4(const QString &path) {
     return file.open(QIODevice::ReadOnly) && file.read(8).mid(4) == "ftyp";
 }
 
-// libsndfile stops an MP3 at a length that it guesses when no tag tells it, and the guess may be too short.
+// Without a length tag, libsndfile stops reading an MP3 at a guessed length, which may be too short.
 DecoderResult openMp3(const QString &path, const Mp3Stream &stream, std::unique_ptr<SndfileDecoder> opened) {
     if (opened && stream.tellsLength && stream.junkBytes == 0)
         return std::unique_ptr<AudioDecoder>(std::move(opened));
@@ -49,7 +49,7 @@ DecoderResult openDecoder(const QString &path) {
     auto opened = SndfileDecoder::open(path);
     if (opened && !opened.value()->isMp3())
         return std::unique_ptr<AudioDecoder>(std::move(opened).value());
-    // libsndfile knows an MP3 by its first bytes; with anything in front of them it may not know it at all.
+    // libsndfile recognises an MP3 by its first bytes, so it fails if anything precedes them.
     const auto stream = Mp3Stream::find(path);
     if (!opened && !stream)
         return base::fail(opened.error());
@@ -74,8 +74,16 @@ base::Result<AudioFileReader, AudioFileError> AudioFileReader::open(const QStrin
     return AudioFileReader(path, std::move(file), std::move(decoder).value());
 }
 
-QString AudioFileReader::heldPath() const {
-    return QStringLiteral("/proc/self/fd/%1").arg(m_file->handle());
+DecoderResult AudioFileReader::reopen() const {
+    auto decoder = openDecoder(QStringLiteral("/proc/self/fd/%1").arg(m_file->handle()));
+    if (!decoder)
+        return named(decoder.error());
+    return decoder;
+}
+
+base::Failure<AudioFileError> AudioFileReader::named(AudioFileError error) const {
+    error.path = m_path;
+    return base::fail(std::move(error));
 }
 
 const AudioFileFormat &AudioFileReader::format() const {
@@ -100,9 +108,9 @@ qint64 AudioFileReader::frames() {
     if (m_countedFrames)
         return *m_countedFrames;
     qint64 counted = 0;
-    if (auto decoder = openDecoder(heldPath())) {
+    if (auto decoder = reopen()) {
         std::vector<float> block(static_cast<size_t>(skippedBlockFrames * channelCount()));
-        // A read error ends the count: a reader gets no further either.
+        // Stop counting at a read error: a reader won't get further either.
         for (auto read = decoder.value()->read(block); read && *read > 0; read = decoder.value()->read(block))
             counted += *read;
     }
@@ -114,6 +122,10 @@ std::optional<qint64> AudioFileReader::toldFrames() const {
     return m_decoder->frames();
 }
 
+double AudioFileReader::readShare() const {
+    return m_decoder->readShare(m_position);
+}
+
 qint64 AudioFileReader::framePosition() const {
     return m_position;
 }
@@ -121,8 +133,9 @@ qint64 AudioFileReader::framePosition() const {
 template <typename Sample>
 base::Result<qsizetype, AudioFileError> AudioFileReader::readSamples(std::span<Sample> samples) {
     auto read = m_decoder->read(samples);
-    if (read)
-        m_position += *read;
+    if (!read)
+        return named(read.error());
+    m_position += *read;
     return read;
 }
 
@@ -140,7 +153,7 @@ base::Result<void, AudioFileError> AudioFileReader::seek(qint64 frame) {
         return {};
     }
     if (frame < m_position) {
-        auto decoder = openDecoder(heldPath());
+        auto decoder = reopen();
         if (!decoder)
             return base::fail(decoder.error());
         m_decoder = std::move(decoder).value();

@@ -1,21 +1,23 @@
 #include "audio/files/AudioImporter.h"
 
 #include <cerrno>
+#include <climits>
 #include <cmath>
-#include <cstdio>
-#include <vector>
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QUuid>
 
+#include "audio/devices/AudioDebugLogger.h"
 #include "audio/files/AudioFileReader.h"
 #include "audio/files/ConvertingReader.h"
+#include "audio/files/FrameCopy.h"
 #include "audio/files/WavFileWriter.h"
-#include "base/AtomicFile.h"
-#include "base/LogCategories.h"
-#include "base/PrivateFolders.h"
+#include "base/files/AtomicFile.h"
+#include "base/files/ContentCopy.h"
+#include "base/files/PendingFile.h"
+#include "base/files/PrivateFolders.h"
 
 namespace orlenta::audio {
 namespace {
@@ -25,7 +27,6 @@ using ImportOutcome = base::Result<void, AudioFileError>;
 constexpr WavFormat standardDirectionFormat{48000, 1, 24};
 constexpr double standardRateTolerance = 0.5;
 constexpr qsizetype importedBlockFrames = 16384;
-constexpr qint64 stagedBlockBytes = 1 << 20;
 
 QString lowerExtension(const QUrl &url) {
     return QFileInfo(url.toLocalFile()).suffix().toLower();
@@ -37,50 +38,60 @@ bool isSupportedExtension(const QString &extension) {
     return supported.contains(extension);
 }
 
-// Beside the destination, so that the last step is a rename within one volume.
+// Next to the destination, so that the final step is a rename within one file system.
 QString importingPath(const QString &destination) {
     const QFileInfo info(destination);
     const QString extension = info.suffix().isEmpty() ? QStringLiteral("wav") : info.suffix();
     const QString unique = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper().left(8);
-    return info.absolutePath() + u'/' + info.completeBaseName() + QStringLiteral(".importing-") + unique + u'.' +
-           extension;
+    const QString ending = QStringLiteral(".importing-") + unique + u'.' + extension;
+    QString stem = info.completeBaseName();
+    while (QFile::encodeName(stem + ending).size() > NAME_MAX)
+        stem.chop(1);
+    return info.absolutePath() + u'/' + stem + ending;
 }
 
-AudioFileError copyingError(const QString &path, const QString &reason) {
-    return {AudioFileError::Kind::CannotWrite, path, reason};
-}
-
-ImportOutcome copyOntoDisk(const QString &source, const QString &destination) {
-    QFile file(source);
-    if (!file.copy(destination))
-        return base::fail(copyingError(destination, file.errorString()));
-    if (const auto synced = base::syncToDisk(destination); !synced)
-        return base::fail(copyingError(destination, synced.error().reason));
+ImportOutcome importOutcome(const base::Result<void, base::FileError> &result) {
+    if (!result)
+        return base::fail(AudioFileError::fromFileError(AudioFileError::Kind::CannotWrite, result.error()));
     return {};
 }
 
-ImportOutcome replaceByRename(const QString &from, const QString &to) {
-    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
-        return base::fail(AudioFileError::fromErrno(AudioFileError::Kind::CannotWrite, to, errno));
-    if (const auto synced = base::syncToDisk(to); !synced)
-        return base::fail(copyingError(to, synced.error().reason));
-    return {};
+base::CopyControl copyControl(const ImportControl &control) {
+    if (!control.progress)
+        return {control.stop, {}};
+    return {control.stop, [progress = control.progress](qint64 done, qint64 total) {
+                progress(static_cast<double>(done) / static_cast<double>(total));
+            }};
 }
 
-AudioImporterError loggedFailure(const AudioFileError &error) {
-    qCInfo(base::log::audioDebug).noquote() << QStringLiteral("AudioImporter ERROR: ") + error.description();
+base::Result<void, base::FileError> copyAside(const base::RegularFile &lent, const QString &path,
+                                              const ImportControl &control) {
+    auto copy = base::PendingFile::create(path);
+    if (!copy)
+        return base::fail(copy.error());
+    if (auto copied = base::copyContent(lent, copy.value(), copyControl(control)); !copied)
+        return copied;
+    return copy.value().commit(lent.size, base::Flush::Never);
+}
+
+/// Logs the failure, unless the caller cancelled the import.
+AudioImporterError importerError(const AudioFileError &error, const ImportControl &control) {
+    if (control.stop.stop_requested())
+        return AudioImporterError::cancelled;
+    AudioDebugLogger::log(QStringLiteral("AudioImporter ERROR: ") + error.description());
     return AudioImporterError::importFailed;
 }
 
 base::Result<double, AudioFileError> importThrough(const QString &temporary, const QUrl &source,
-                                                   const QString &destination) {
+                                                   const QString &destination, const ImportControl &control) {
     if (!QDir().mkpath(QFileInfo(destination).absolutePath()))
         return base::fail(AudioFileError::fromErrno(AudioFileError::Kind::CannotWrite, destination, errno));
     QFile::remove(temporary);
     const QUrl temporaryURL = QUrl::fromLocalFile(temporary);
-    const ImportOutcome stored = AudioImporter::canCopyWithoutConversion(source)
-                                     ? copyOntoDisk(source.toLocalFile(), temporary)
-                                     : AudioImporter::convertToStandardDirectionWAV(source, temporaryURL);
+    const ImportOutcome stored =
+        AudioImporter::canCopyWithoutConversion(source)
+            ? importOutcome(base::copyAtomically(source.toLocalFile(), temporary, copyControl(control)))
+            : AudioImporter::convertToStandardDirectionWAV(source, temporaryURL, control);
     if (!stored)
         return base::fail(stored.error());
     auto duration = AudioImporter::durationSeconds(temporaryURL);
@@ -88,8 +99,8 @@ base::Result<double, AudioFileError> importThrough(const QString &temporary, con
         return duration;
     if (*duration <= 0.0)
         return base::fail(AudioFileError{AudioFileError::Kind::UnsupportedFormat, source.toLocalFile(),
-                                         QStringLiteral("it holds no sound")});
-    if (const auto moved = replaceByRename(temporary, destination); !moved)
+                                         QStringLiteral("it contains no audio")});
+    if (const auto moved = importOutcome(base::moveAtomically(temporary, destination)); !moved)
         return base::fail(moved.error());
     return duration;
 }
@@ -102,6 +113,8 @@ QString description(AudioImporterError error) {
         return QStringLiteral("Couldn't import this file. Only WAV, MP3, M4A, and AIFF are supported.");
     case AudioImporterError::importFailed:
         return QStringLiteral("Couldn't import this file.");
+    case AudioImporterError::cancelled:
+        return QStringLiteral("The import was cancelled.");
     }
     return {};
 }
@@ -111,16 +124,16 @@ QStringList AudioImporter::panelExtensions() {
             QStringLiteral("aif")};
 }
 
-base::Result<ImportedDirectionAudio, AudioImporterError> AudioImporter::importDirectionAudio(const QUrl &source,
-                                                                                             const QUrl &destination) {
+base::Result<ImportedDirectionAudio, AudioImporterError>
+AudioImporter::importDirectionAudio(const QUrl &source, const QUrl &destination, const ImportControl &control) {
     if (!isSupportedExtension(lowerExtension(source)))
         return base::fail(AudioImporterError::unsupportedFormat);
     const QString target = destination.toLocalFile();
     const QString temporary = importingPath(target);
-    const auto duration = importThrough(temporary, source, target);
+    const auto duration = importThrough(temporary, source, target, control);
     if (!duration) {
         QFile::remove(temporary);
-        return base::fail(loggedFailure(duration.error()));
+        return base::fail(importerError(duration.error(), control));
     }
     return ImportedDirectionAudio{destination, *duration};
 }
@@ -129,12 +142,12 @@ bool AudioImporter::canCopyWithoutConversion(const QUrl &url) {
     const QString extension = lowerExtension(url);
     if (extension != QLatin1String("wav") && extension != QLatin1String("wave"))
         return false;
-    qCDebug(base::log::audioDebug, "AVAudioFile.init(forReading:) from AudioImporter.canCopyWithoutConversion");
+    AudioDebugLogger::log(QStringLiteral("AVAudioFile.init(forReading:) from AudioImporter.canCopyWithoutConversion"));
     const auto reader = AudioFileReader::open(url.toLocalFile());
     if (!reader)
         return false;
     const AudioFileFormat &format = reader->format();
-    // The name promises a WAV file to everything that takes the copy up, other programs included.
+    // The copy is named .wav, and other programs rely on that, so the content must really be WAV.
     return format.container == AudioFileFormat::Container::Wav && format.coding == AudioFileFormat::Coding::LinearPCM &&
            format.bitDepth == standardDirectionFormat.bitDepth &&
            format.channelCount == standardDirectionFormat.channelCount &&
@@ -142,7 +155,8 @@ bool AudioImporter::canCopyWithoutConversion(const QUrl &url) {
 }
 
 base::Result<void, AudioFileError> AudioImporter::convertToStandardDirectionWAV(const QUrl &source,
-                                                                                const QUrl &destination) {
+                                                                                const QUrl &destination,
+                                                                                const ImportControl &control) {
     auto input = AudioFileReader::open(source.toLocalFile());
     if (!input)
         return base::fail(input.error());
@@ -153,17 +167,16 @@ base::Result<void, AudioFileError> AudioImporter::convertToStandardDirectionWAV(
                                               standardDirectionFormat.channelCount);
     if (!converted)
         return base::fail(converted.error());
-    std::vector<double> block(importedBlockFrames);
-    while (true) {
-        const auto read = converted.value().readFrames(block);
-        if (!read)
-            return base::fail(read.error());
-        if (*read == 0)
-            break;
-        const auto frames = std::span<const double>(block).first(static_cast<size_t>(*read));
-        if (const auto written = output.value().writeFrames(frames); !written)
-            return written;
-    }
+    const auto tellProgress = [&] {
+        if (control.progress)
+            control.progress(input->readShare());
+        return !control.stop.stop_requested();
+    };
+    if (auto copied = copyFrames(converted.value(), output.value(), importedBlockFrames, tellProgress); !copied)
+        return copied;
+    if (control.stop.stop_requested())
+        return base::fail(
+            AudioFileError{AudioFileError::Kind::ConversionFailed, source.toLocalFile(), QStringLiteral("cancelled")});
     return output.value().finish();
 }
 
@@ -174,34 +187,25 @@ base::Result<double, AudioFileError> AudioImporter::durationSeconds(const QUrl &
     return static_cast<double>(reader.value().frames()) / reader->sampleRate();
 }
 
-base::Result<std::shared_ptr<QFile>, AudioImporterError> AudioImporter::openDroppedFile(const QUrl &url) {
+base::Result<std::shared_ptr<const base::RegularFile>, AudioImporterError>
+AudioImporter::openDroppedFile(const QUrl &url) {
     if (!isSupportedExtension(lowerExtension(url)))
         return base::fail(AudioImporterError::unsupportedFormat);
-    const QString source = url.toLocalFile();
-    // To copy a pipe would wait for ever for a writer.
-    if (!QFileInfo(source).isFile())
-        return base::fail(loggedFailure({AudioFileError::Kind::CannotOpen, source, QStringLiteral("not a file")}));
-    auto lent = std::make_shared<QFile>(source);
-    if (!lent->open(QIODevice::ReadOnly))
-        return base::fail(loggedFailure({AudioFileError::Kind::CannotOpen, source, lent->errorString()}));
-    return lent;
+    auto lent = base::openRegularFile(url.toLocalFile());
+    if (!lent)
+        return base::fail(
+            importerError(AudioFileError::fromFileError(AudioFileError::Kind::CannotOpen, lent.error()), {}));
+    return std::shared_ptr<const base::RegularFile>(std::make_shared<base::RegularFile>(std::move(lent).value()));
 }
 
-base::Result<QUrl, AudioImporterError> AudioImporter::stageDroppedFile(const std::shared_ptr<QFile> &lent) {
+base::Result<QUrl, AudioImporterError>
+AudioImporter::stageDroppedFile(const std::shared_ptr<const base::RegularFile> &lent, const ImportControl &control) {
     const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
     const QString staged = base::PrivateFolders::temporary() + QStringLiteral("/OrlentaDroppedAudio-") + uuid + u'.' +
-                           QFileInfo(lent->fileName()).suffix();
-    QFile copy(staged);
-    bool isCopied = copy.open(QIODevice::WriteOnly | QIODevice::Truncate);
-    while (isCopied && !lent->atEnd()) {
-        const QByteArray block = lent->read(stagedBlockBytes);
-        isCopied = !block.isEmpty() && copy.write(block) == block.size();
-    }
-    if (isCopied && copy.flush())
-        return QUrl::fromLocalFile(staged);
-    copy.remove();
-    const QFile &failed = lent->error() == QFile::NoError ? copy : *lent;
-    return base::fail(loggedFailure(copyingError(staged, failed.errorString())));
+                           QFileInfo(lent->path).suffix();
+    if (const auto copied = importOutcome(copyAside(*lent, staged, control)); !copied)
+        return base::fail(importerError(copied.error(), control));
+    return QUrl::fromLocalFile(staged);
 }
 
 } // namespace orlenta::audio

@@ -1,12 +1,14 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <stop_token>
 
-#include <QtCore/QFile>
 #include <QtCore/QStringList>
 #include <QtCore/QUrl>
 
 #include "audio/files/AudioFileError.h"
+#include "base/files/RegularFile.h"
 #include "base/Result.h"
 
 namespace orlenta::audio {
@@ -20,33 +22,45 @@ struct ImportedDirectionAudio {
 enum class AudioImporterError {
     unsupportedFormat,
     importFailed,
+    /// The caller cancelled the import.
+    cancelled,
 };
 
-/// What the user reads.
+/// Lets the caller follow and cancel a long import.
+struct ImportControl {
+    std::stop_token stop = {};
+    /// Called on the importing thread with the share done, 0 to 1. Never decreases.
+    std::function<void(double share)> progress = {};
+};
+
+/// The message for the user.
 [[nodiscard]] QString description(AudioImporterError error);
 
-/// Takes a file that the user dropped or chose as a direction take into a project: as it is where it is a mono WAV file
-/// of 48 kHz and 24 bit, otherwise converted to one. Blocking; any thread.
+/// Imports a file that the user dropped or chose as direction. Mono WAV files of 48 kHz and 24 bit are copied;
+/// everything else is converted to that format. Blocking; any thread.
 class AudioImporter final {
 public:
     AudioImporter() = delete;
 
-    /// The extensions that a file panel offers, without a dot.
+    /// Extensions for the file dialog, without the dot.
     [[nodiscard]] static QStringList panelExtensions();
 
-    /// Stores `source` as `destination`, whose folder is made when missing and which is replaced when there. It appears
-    /// whole or not at all, and a failure leaves nothing; the log says why. A file without a single frame fails.
+    /// Stores `source` as `destination`, creating the folder and replacing an existing file. A failure leaves nothing
+    /// behind; the log has the reason. Files without any frames are refused.
     [[nodiscard]] static base::Result<ImportedDirectionAudio, AudioImporterError>
-    importDirectionAudio(const QUrl &source, const QUrl &destination);
+    importDirectionAudio(const QUrl &source, const QUrl &destination, const ImportControl &control = {});
     [[nodiscard]] static bool canCopyWithoutConversion(const QUrl &url);
-    [[nodiscard]] static base::Result<void, AudioFileError> convertToStandardDirectionWAV(const QUrl &source,
-                                                                                          const QUrl &destination);
+    /// If cancelled, fails and leaves nothing behind.
+    [[nodiscard]] static base::Result<void, AudioFileError>
+    convertToStandardDirectionWAV(const QUrl &source, const QUrl &destination, const ImportControl &control = {});
     [[nodiscard]] static base::Result<double, AudioFileError> durationSeconds(const QUrl &url);
-    /// Takes hold of a dropped file, which is only lent for a moment: what it holds stays readable when its name is
-    /// taken away. Refuses what could not be imported by its extension or is no regular file. Doesn't wait.
-    [[nodiscard]] static base::Result<std::shared_ptr<QFile>, AudioImporterError> openDroppedFile(const QUrl &url);
-    /// Copies it to the temporary folder. The caller imports the copy and removes it.
-    [[nodiscard]] static base::Result<QUrl, AudioImporterError> stageDroppedFile(const std::shared_ptr<QFile> &lent);
+    /// Opens a dropped file, which may be deleted right after the drop; it stays readable through the descriptor.
+    /// Refuses unsupported extensions and anything but regular files. Doesn't block.
+    [[nodiscard]] static base::Result<std::shared_ptr<const base::RegularFile>, AudioImporterError>
+    openDroppedFile(const QUrl &url);
+    /// Copies the file to the temporary folder. The caller imports the copy, then removes it.
+    [[nodiscard]] static base::Result<QUrl, AudioImporterError>
+    stageDroppedFile(const std::shared_ptr<const base::RegularFile> &lent, const ImportControl &control = {});
 };
 
 } // namespace orlenta::audio

@@ -5,10 +5,6 @@
 #include <cmath>
 #include <limits>
 #include <mutex>
-#include <new>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -16,10 +12,12 @@
 
 #include "audio/files/AudioFileReader.h"
 #include "audio/files/ConvertingReader.h"
+#include "audio/files/FrameCopy.h"
 #include "audio/files/WavFileWriter.h"
 #include "audio/files/WavHeader.h"
+#include "base/files/PrivateFolders.h"
+#include "base/files/RegularFile.h"
 #include "base/LogCategories.h"
-#include "base/PrivateFolders.h"
 
 namespace orlenta::audio {
 namespace {
@@ -85,31 +83,14 @@ JoinOutcome joiningOutcome(const base::Result<void, AudioFileError> &result) {
     return {};
 }
 
-/// An open descriptor of an input.
-class OpenInput final {
-public:
-    explicit OpenInput(const QString &path)
-        : m_descriptor(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
-    ~OpenInput() {
-        if (m_descriptor >= 0)
-            ::close(m_descriptor);
-    }
-    OpenInput(const OpenInput &) = delete;
-    OpenInput &operator=(const OpenInput &) = delete;
-
-    [[nodiscard]] int descriptor() const { return m_descriptor; }
-    [[nodiscard]] std::optional<WavLayout> layout() const {
-        const off_t size = m_descriptor >= 0 ? ::lseek(m_descriptor, 0, SEEK_END) : -1;
-        return size >= 0 ? WavLayout::read(m_descriptor, size) : std::nullopt;
-    }
-
-private:
-    int m_descriptor;
-};
+/// Where the frames of an integer PCM WAV file are; nothing for any other file.
+std::optional<WavLayout> layoutOf(const base::Result<base::RegularFile, base::FileError> &file) {
+    return file ? WavLayout::read(file->descriptor.get(), file->size) : std::nullopt;
+}
 
 base::Result<ConcatenationInputInfo, ConcatenationError> inputInfo(const QString &path) {
-    // A plain WAV file has told all there is to know with its header.
-    if (const auto layout = OpenInput(path).layout()) {
+    // For an integer PCM WAV file the header is all we need.
+    if (const auto layout = layoutOf(base::openRegularFile(path))) {
         const WavFormat &plain = layout->format;
         if (isUsableFormat(plain.sampleRate, plain.channelCount))
             return ConcatenationInputInfo{static_cast<double>(plain.sampleRate), plain.channelCount, plain.bitDepth};
@@ -139,37 +120,22 @@ JoinInputs scanInputs(const QList<QUrl> &urls) {
 
 WavFormat outputFormat(const QList<ConcatenationInputInfo> &inputs) {
     const ConcatenationInputInfo chosen = concatenationFormat(inputs);
-    // A file of 64-bit samples is joined at the depth that an integer WAV can have.
+    // An integer WAV file can't hold 64-bit samples.
     return {static_cast<quint32>(std::lround(chosen.sampleRate)), static_cast<quint16>(chosen.channelCount),
             static_cast<quint16>(std::min(chosen.bitDepth, deepestWavBitDepth))};
 }
 
-std::unique_ptr<double[]> joiningBuffer(int channels) {
-    return std::unique_ptr<double[]>(new (std::nothrow) double[static_cast<size_t>(joinedBlockFrames * channels)]);
-}
-
 template <typename Source>
 JoinOutcome appendAll(Source &source, WavFileWriter &output, JoinReason missingBuffer) {
-    const int channels = output.format().channelCount;
-    const auto buffer = joiningBuffer(channels);
-    if (!buffer)
+    const auto copied = copyFrames(source, output, joinedBlockFrames);
+    if (!copied && copied.error().kind == AudioFileError::Kind::OutOfMemory)
         return base::fail(ConcatenationError(missingBuffer));
-    const std::span samples(buffer.get(), static_cast<size_t>(joinedBlockFrames * channels));
-    while (true) {
-        const auto read = source.readFrames(samples);
-        if (!read)
-            return base::fail(joiningError(read.error()));
-        if (*read == 0)
-            return {};
-        const auto written = output.writeFrames(samples.first(static_cast<size_t>(*read * channels)));
-        if (!written)
-            return base::fail(joiningError(written.error()));
-    }
+    return joiningOutcome(copied);
 }
 
 JoinOutcome appendConverted(AudioFileReader &source, WavFileWriter &output) {
     const qint64 frames = source.frames();
-    // Frame counts of one conversion are 32 bits wide.
+    // The converter's frame counts have 32 bits.
     if (frames < 1 || frames > longestConverted)
         return base::fail(ConcatenationError(JoinReason::TooLarge));
     const WavFormat &format = output.format();
@@ -180,10 +146,10 @@ JoinOutcome appendConverted(AudioFileReader &source, WavFileWriter &output) {
 }
 
 JoinOutcome appendFile(const QString &path, WavFileWriter &output) {
-    const OpenInput input(path);
-    // Frames that stand as they will be written need no decoding: this is what makes joining cost what copying does.
-    if (const auto layout = input.layout(); layout && layout->format == output.format())
-        return joiningOutcome(output.copyBytes(input.descriptor(), layout->dataOffset, layout->dataBytes));
+    const auto plain = base::openRegularFile(path);
+    // Frames already in the output format need no decoding, so joining them costs no more than copying.
+    if (const auto layout = layoutOf(plain); layout && layout->format == output.format())
+        return joiningOutcome(output.copyBytes(*plain, layout->dataOffset, layout->dataBytes));
     auto source = AudioFileReader::open(path);
     if (!source)
         return base::fail(ConcatenationError(source.error()));
@@ -206,7 +172,7 @@ JoinOutcome writeJoined(const QList<QUrl> &urls, const WavFormat &format, const 
     return joiningOutcome(output.value().finish());
 }
 
-/// The one file that nobody retains, of the whole process.
+/// The process's one output that no caller owns.
 struct UnretainedOutput {
     std::mutex mutex;
     QUrl lastConcatenationOutputURL;
@@ -222,8 +188,7 @@ base::Result<QString, ConcatenationError> reserveOutput() {
     const std::scoped_lock lock(shared.mutex);
     const QString folder = base::PrivateFolders::temporary() + QStringLiteral("/OrlentaStitchedAudio");
     if (!QDir().mkpath(folder))
-        return base::fail(
-            ConcatenationError(AudioFileError::fromErrno(AudioFileError::Kind::CannotWrite, folder, errno)));
+        return base::fail(ConcatenationError(AudioFileError::fromErrno(AudioFileError::Kind::CannotWrite, {}, errno)));
     if (!shared.lastConcatenationOutputURL.isEmpty())
         QFile::remove(shared.lastConcatenationOutputURL.toLocalFile());
     shared.lastConcatenationOutputURL.clear();
@@ -240,6 +205,11 @@ QString ConcatenationError::domain() {
 int ConcatenationError::code() const {
     const JoinReason *reason = std::get_if<JoinReason>(&m_cause);
     return reason != nullptr ? codeOf(*reason) : 0;
+}
+
+ConcatenationError ConcatenationError::withoutNameOf(const QString &path) const {
+    const auto *error = std::get_if<AudioFileError>(&m_cause);
+    return error != nullptr && error->path == path ? ConcatenationError(error->withoutName()) : *this;
 }
 
 QString ConcatenationError::description() const {
@@ -276,7 +246,7 @@ base::Result<QUrl, ConcatenationError> concatenateAudio(const QList<QUrl> &urls,
     if (!path)
         return base::fail(path.error());
     if (const auto joined = writeJoined(urls, outputFormat(*inputs), *path); !joined)
-        return base::fail(joined.error());
+        return base::fail(joined.error().withoutNameOf(*path));
     const QUrl output = QUrl::fromLocalFile(*path);
     if (retainedBy == ConcatenationOwner::NextConcatenation) {
         UnretainedOutput &shared = unretainedOutput();

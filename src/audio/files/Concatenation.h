@@ -11,18 +11,18 @@
 
 namespace orlenta::audio {
 
-/// What decides the joined file's format: one input's own.
+/// One input's format, which determines the joined file's.
 struct ConcatenationInputInfo {
-    /// Frames a second.
+    /// Hz.
     double sampleRate = 0.0;
     quint32 channelCount = 0;
-    /// Bits of one stored sample; 24 for a compressed input.
+    /// Bits per stored sample; 24 for a compressed input.
     int bitDepth = 0;
 
     friend bool operator==(const ConcatenationInputInfo &, const ConcatenationInputInfo &) = default;
 };
 
-/// Why files could not be joined: one of the joiner's own reasons, or the failure of one file.
+/// Why files couldn't be joined: one of the reasons below, or an error of one file.
 class ConcatenationError final {
 public:
     enum class Reason {
@@ -37,11 +37,13 @@ public:
     ConcatenationError(Reason reason) : m_cause(reason) {}
     ConcatenationError(AudioFileError error) : m_cause(std::move(error)) {}
 
-    /// The area that the codes belong to.
+    /// The domain of the error codes.
     [[nodiscard]] static QString domain();
-    /// 1 to 5 for the joiner's own reasons, 0 for the failure of a file.
+    /// The same error, without the file's name if it is about `path`, a temporary file.
+    [[nodiscard]] ConcatenationError withoutNameOf(const QString &path) const;
+    /// 1 to 5 for the reasons above, 0 for an error of a file.
     [[nodiscard]] int code() const;
-    /// What the user reads.
+    /// The message for the user.
     [[nodiscard]] QString description() const;
 
     friend bool operator==(const ConcatenationError &, const ConcatenationError &) = default;
@@ -51,24 +53,24 @@ private:
 };
 
 enum class ConcatenationOwner {
-    /// The next concatenation that nobody retains removes the file, whoever asks for it.
+    /// The next concatenation with this owner removes the file.
     NextConcatenation,
-    /// The caller keeps the file and deletes it.
+    /// The caller deletes the file.
     Caller,
 };
 
-/// The joined file's format. Equal rates (to within 0.5 Hz): the first input's format. Otherwise 48000 Hz, the first
-/// input's channels, and the highest bit depth, at least 24. `inputs` is not empty.
+/// The joined file's format. If all rates are equal to within 0.5 Hz, the first input's format. Otherwise 48000 Hz, the
+/// first input's channel count, and the highest bit depth but at least 24. `inputs` must not be empty.
 [[nodiscard]] ConcatenationInputInfo concatenationFormat(const QList<ConcatenationInputInfo> &inputs);
 
-/// Writes the files one after another, without a gap, into a new WAV file "continuous_<UUID>.wav" of the folder
-/// "OrlentaStitchedAudio" among the temporary files, and gives its URL. Inputs of the output's rate and channel count
-/// are copied, others converted; either way memory stays the same however long they are. The file is not flushed to
-/// disk: it can be made again. A failure leaves nothing. Blocking; any thread, several at a time.
+/// Joins the files without gaps into a new WAV file, "continuous_<UUID>.wav" in the temporary folder
+/// "OrlentaStitchedAudio", and returns its URL. Copies inputs that have the output's rate and channel count, and
+/// converts the others. Memory use doesn't depend on their length. Doesn't flush the file to disk, since it can be
+/// recreated. A failure leaves nothing behind. Blocking; any thread, several calls at a time.
 [[nodiscard]] base::Result<QUrl, ConcatenationError> concatenateAudio(const QList<QUrl> &urls,
                                                                       ConcatenationOwner retainedBy);
 
-/// The same into a file of the caller's choice, which is replaced only once the new one is whole.
+/// Joins the files into `outputURL`, which is replaced only once the new file is complete.
 [[nodiscard]] base::Result<void, ConcatenationError> concatenateAudio(const QList<QUrl> &urls, const QUrl &outputURL);
 
 } // namespace orlenta::audio

@@ -9,24 +9,24 @@
 
 namespace orlenta::audio {
 
-/// Reads a file's frames at another rate, with another number of channels, or both. Memory stays the same however long
-/// the file is. One thread at a time; blocking.
+/// Reads a file at another sample rate, with another number of channels, or both. Memory use doesn't depend on the
+/// file's length. One thread at a time; blocking.
 ///
-/// Channels: to one channel all are averaged; from one channel it goes to all; to fewer, channel i is averaged into
-/// channel i modulo the new count; to more, the added ones are silent.
+/// Channels: mono output is the average of all channels; mono input goes to every output channel; with fewer output
+/// channels, channel i is averaged into channel i modulo the new count; additional output channels are silent.
 class ConvertingReader final {
 public:
-    /// Frames asked of the file at a time.
+    /// Frames read from the file at a time.
     static constexpr qsizetype blockFrames = 4096;
 
-    /// `source` must outlive the reader. Rate in Hz; equal rates are not touched by the resampler.
+    /// `source` must outlive the reader. Rate in Hz. If the rates are equal, nothing is resampled.
     [[nodiscard]] static base::Result<ConvertingReader, AudioFileError> create(AudioFileReader &source,
                                                                                double sampleRate, int channelCount);
 
-    /// The most frames that one block of input turns into, with room to spare: ceil(ratio * 4096) + 1024.
+    /// Upper limit of the frames one input block turns into: ceil(ratio * 4096) + 1024.
     [[nodiscard]] static qsizetype outputCapacity(double inputRate, double outputRate);
 
-    /// Fills `samples` from the start and gives the frames; 0 at the end only.
+    /// Fills `samples` and returns the number of frames, 0 only at the end.
     base::Result<qsizetype, AudioFileError> readFrames(std::span<double> samples);
 
 private:

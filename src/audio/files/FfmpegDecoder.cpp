@@ -1,7 +1,6 @@
 #include "audio/files/FfmpegDecoder.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <mutex>
 
@@ -15,22 +14,24 @@ extern "C" {
 #include <QtCore/QFileInfo>
 #include <QtCore/QScopeGuard>
 
+#include "audio/files/SampleCleaning.h"
+
 namespace orlenta::audio {
 namespace {
 
-// The longest compressed frame is Apple Lossless's 4096; no file holds more frames than that for each of its bytes.
+// The longest packet is Apple Lossless's, with 4096 frames. A file can't contain more frames than that per byte.
 constexpr qint64 mostFramesPerByte = 4096;
-// A demuxer makes room for all packets that a file claims to have before it looks whether they can be there. This is
-// room for 60 hours of them.
+// The demuxer allocates memory for as many packets as the file claims to have, without checking. This is enough for 60
+// hours.
 constexpr size_t mostBytesPerAllocation = 256 * 1024 * 1024;
-// libavformat ignores what an iTunSMPB tag tells from here on.
+// libavformat ignores an iTunSMPB tag with a larger delay.
 constexpr qint64 mostTakenOffPriming = 16384;
 
 bool isReadCodec(AVCodecID codec) {
     return codec == AV_CODEC_ID_AAC || codec == AV_CODEC_ID_ALAC || codec == AV_CODEC_ID_MP3;
 }
 
-// Both are settings of the whole process.
+// Both settings are process-wide.
 void setUpFfmpegOnce() {
     static std::once_flag isSetUp;
     std::call_once(isSetUp, [] {
@@ -52,7 +53,7 @@ bool isUsableTime(qint64 time) {
     return time > -limit && time < limit;
 }
 
-// What a demuxer doesn't know is negative.
+// Unknown values are negative.
 std::optional<qint64> knownDuration(const AVStream *stream) {
     const bool isTold = stream->duration >= 0 && isUsableTime(stream->duration);
     return isTold ? std::optional<qint64>(stream->duration) : std::nullopt;
@@ -61,13 +62,13 @@ std::optional<qint64> knownDuration(const AVStream *stream) {
 std::optional<EncoderDelay> encoderDelay(const AVFormatContext *input, const AVStream *stream) {
     const AVDictionaryEntry *tag = av_dict_get(input->metadata, "iTunSMPB", nullptr, 0);
     const auto delay = tag != nullptr ? EncoderDelay::parse(tag->value) : std::nullopt;
-    // Only these delays are taken off by the demuxer.
+    // The demuxer removes only these delays.
     const bool isTakenOff = delay && (delay->priming == 0 || (stream->codecpar->codec_id == AV_CODEC_ID_AAC &&
                                                               delay->priming < mostTakenOffPriming));
     return isTakenOff ? delay : std::nullopt;
 }
 
-// The track as a demuxer lists it that doesn't follow the edit list; one that does leaves out packets.
+// `stream` must come from a demuxer that ignores the edit list; otherwise it omits packets.
 TrackTiming timingOf(const AVFormatContext *input, AVStream *stream, std::optional<qint64> editedTicks) {
     TrackTiming timing;
     timing.ticksPerSecond = stream->time_base.den;
@@ -143,7 +144,7 @@ AudioFileError FfmpegDecoder::errorOf(AudioFileError::Kind kind, int code) const
 }
 
 AVFormatContext *FfmpegDecoder::openInput(TrackTiming::EditList editList, int &code) const {
-    // The demuxer is named and only files may be opened, so that a file's content can't reach out for anything else.
+    // Fix the demuxer and allow only the file protocol, so that a malicious file can't make FFmpeg open anything else.
     const AVInputFormat *demuxer = av_find_input_format(m_container == Container::Mp4 ? "mov" : "mp3");
     AVDictionary *options = nullptr;
     av_dict_set(&options, "protocol_whitelist", "file", 0);
@@ -186,7 +187,7 @@ base::Result<void, AudioFileError> FfmpegDecoder::chooseMp4Input() {
     if (stream < 0 || whole == nullptr || findAudioStream(whole) != stream)
         return {};
     AVStream *track = whole->streams[stream];
-    // Where there was no room for the list of packets the demuxer goes on without one.
+    // If the packet list doesn't fit in memory, the demuxer carries on without it.
     if (track->nb_frames > 0 && avformat_index_get_entries_count(track) == 0)
         return base::fail(AudioFileError{AudioFileError::Kind::OutOfMemory, m_path,
                                          QStringLiteral("it claims to hold %1 packets").arg(track->nb_frames)});
@@ -236,6 +237,12 @@ std::optional<qint64> FfmpegDecoder::frames() const {
     return m_isCutOff ? std::nullopt : m_frames;
 }
 
+double FfmpegDecoder::readShare(qint64 position) const {
+    const qint64 done = m_frames ? position : avio_tell(m_input->pb);
+    const qint64 all = m_frames ? *m_frames : avio_size(m_input->pb);
+    return all > 0 ? std::clamp(static_cast<double>(done) / static_cast<double>(all), 0.0, 1.0) : 0.0;
+}
+
 bool FfmpegDecoder::seek(qint64 frame) {
     return frame == m_position;
 }
@@ -243,14 +250,14 @@ bool FfmpegDecoder::seek(qint64 frame) {
 base::Result<void, AudioFileError> FfmpegDecoder::feedPacket() {
     int code = av_read_frame(m_input, m_packet);
     if (code < 0) {
-        // A file that was cut off ends early; what it still held counts.
+        // A truncated file ends early; keep what it contains.
         avcodec_send_packet(m_codec, nullptr);
         return {};
     }
     if (m_packet->stream_index == m_stream)
         code = avcodec_send_packet(m_codec, m_packet);
     av_packet_unref(m_packet);
-    // Stray bytes between MP3 frames are common (tags, joined files); in an M4A a bad packet means a damaged file.
+    // Stray bytes between MP3 frames are common (tags, joined files). In an M4A file, a bad packet means damage.
     if (code < 0 && m_container == Container::Mp4)
         return base::fail(errorOf(AudioFileError::Kind::Damaged, code));
     return {};
@@ -304,7 +311,7 @@ AudioDecoder::ReadResult FfmpegDecoder::readSamples(std::span<Sample> samples) {
             for (int channel = 0; channel < channels; ++channel) {
                 const double sample = scaledSample(m_frame, channel, m_frameOffset + i, channels);
                 samples[static_cast<size_t>((done + i) * channels + channel)] =
-                    std::isfinite(sample) ? static_cast<Sample>(sample) : Sample{};
+                    isSound(sample) ? static_cast<Sample>(sample) : Sample{};
             }
         }
         m_frameOffset += count;

@@ -12,8 +12,8 @@ struct AVPacket;
 
 namespace orlenta::audio {
 
-/// Reads M4A files (AAC and Apple Lossless), and MP3 files that don't tell their length, through FFmpeg. The first file
-/// opened sets for the whole process that FFmpeg logs nothing and allocates at most 256 MiB at a time.
+/// Reads M4A files (AAC and Apple Lossless), and MP3 files that don't declare their length, through FFmpeg. Opening the
+/// first file configures FFmpeg for the whole process: no logging, and at most 256 MiB per allocation.
 class FfmpegDecoder final : public AudioDecoder {
 public:
     enum class Container {
@@ -21,13 +21,14 @@ public:
         Mp3,
     };
 
-    /// The file is read from `firstByte` on, which is 0 but in an MP3 file with junk before its first frame.
+    /// Reads from `firstByte`, which is 0 except for MP3 files with junk before the first frame.
     [[nodiscard]] static base::Result<std::unique_ptr<AudioDecoder>, AudioFileError>
     open(const QString &path, Container container, qint64 firstByte = 0);
     ~FfmpegDecoder() override;
 
     [[nodiscard]] const AudioFileFormat &format() const override;
     [[nodiscard]] std::optional<qint64> frames() const override;
+    [[nodiscard]] double readShare(qint64 position) const override;
     ReadResult read(std::span<double> samples) override;
     ReadResult read(std::span<float> samples) override;
     [[nodiscard]] bool seek(qint64 frame) override;
@@ -38,7 +39,7 @@ private:
     FfmpegDecoder(QString path, Container container, qint64 firstByte);
     [[nodiscard]] AVFormatContext *openInput(TrackTiming::EditList editList, int &code) const;
     base::Result<void, AudioFileError> openStreams();
-    /// Decides whether the edit list is followed, and sets the length.
+    /// Decides whether to apply the edit list, and sets the length.
     base::Result<void, AudioFileError> chooseMp4Input();
     base::Result<void, AudioFileError> openCodec();
     template <typename Sample>
@@ -57,14 +58,14 @@ private:
     int m_stream = -1;
     AudioFileFormat m_format;
     std::optional<qint64> m_lengthTicks;
-    /// Reading ends here at the latest.
+    /// Reading stops here.
     std::optional<qint64> m_frames;
-    /// Packets lie past the end of the file, so that only decoding tells how many frames there are.
+    /// The file is truncated: the index lists packets past its end, so only decoding can tell the number of frames.
     bool m_isCutOff = false;
     qint64 m_position = 0;
     int m_frameOffset = 0;
     bool m_isDrained = false;
-    /// Told once the frames before it have been given, so that how many these are doesn't hang on the block's size.
+    /// Reported after the frames before it have been returned, so that their number doesn't depend on the block size.
     std::optional<AudioFileError> m_failure;
 };
 

@@ -16,7 +16,7 @@ std::optional<qint64> countFrames(AudioFileReader &reader, const std::stop_token
         return told;
     std::vector<float> block(static_cast<size_t>(countedBlockFrames * reader.channelCount()));
     while (!stop.stop_requested()) {
-        // A read error ends the count: whoever plays the file gets no further either.
+        // Stop counting at a read error: playback won't get further either.
         if (const auto read = reader.readFrames(block); !read || *read == 0)
             return reader.framePosition();
     }

@@ -9,9 +9,8 @@ namespace orlenta::audio {
 
 class AudioFileReader;
 
-/// The frames that reading the whole of a file gives, as AudioFileReader::frames(), from a reader that stands at its
-/// beginning. Where only decoding tells them the reader is read to its end, and `stop` is looked at between blocks:
-/// nothing when asked to stop. Blocking; any thread.
+/// Like AudioFileReader::frames(), but can be stopped. `reader` must be at the beginning; if only decoding can tell the
+/// length, it is read to the end. Checks `stop` between blocks and returns nothing if stopped. Blocking; any thread.
 [[nodiscard]] std::optional<qint64> countFrames(AudioFileReader &reader, const std::stop_token &stop);
 
 } // namespace orlenta::audio

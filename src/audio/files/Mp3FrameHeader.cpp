@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::array<int, 15> mpeg1BitRates{0, 32, 40, 48, 56, 64, 80, 96, 112, 128, 160, 192, 224, 256, 320};
 constexpr std::array<int, 15> mpeg2BitRates{0, 8, 16, 24, 32, 40, 48, 56, 64, 80, 96, 112, 128, 144, 160};
-// The most that encoders offer where the rate is free.
+// Highest "free" bit rate that encoders offer.
 constexpr int highestFreeBitRate = 640;
 constexpr std::array<int, 3> mpeg1Rates{44100, 48000, 32000};
 

@@ -7,29 +7,29 @@
 
 namespace orlenta::audio {
 
-/// The four bytes that every MPEG audio frame of layer III begins with. Layout: ISO/IEC 11172-3 and 13818-3.
+/// The four-byte header of an MPEG layer III frame. Format: ISO/IEC 11172-3 and 13818-3.
 struct Mp3FrameHeader {
     static constexpr qsizetype size = 4;
 
     enum class Version { Mpeg1, Mpeg2, Mpeg25 };
 
     Version version = Version::Mpeg1;
-    /// Frames a second of the audio, 8000 to 48000.
+    /// Hz, 8000 to 48000.
     int sampleRate = 0;
     bool isMono = false;
-    /// Bytes from this header to the next one; 0 where the bit rate is free, which only the next header can tell.
+    /// Bytes from this header to the next; 0 for the "free" bit rate, where only finding the next header can tell.
     qsizetype frameBytes = 0;
 
-    /// Reads the header that `bytes` begins with; nothing when there is none.
+    /// Parses the header at the start of `bytes`, if there is one.
     [[nodiscard]] static std::optional<Mp3FrameHeader> parse(QByteArrayView bytes);
-    /// Bytes between this header and a Xing or LAME tag, or the audio itself.
+    /// Bytes between this header and a Xing or LAME tag or the audio data.
     [[nodiscard]] qsizetype sideInformationBytes() const;
-    /// The fewest and the most bytes that a frame of this version and sample rate takes, at whatever bit rate.
+    /// Minimum and maximum size in bytes of a frame with this version and sample rate, over all bit rates.
     [[nodiscard]] std::pair<qsizetype, qsizetype> frameBytesRange() const;
 };
 
-/// The first place in `bytes` where `count` frames of one stream follow each other, or where the last of fewer ends
-/// with the bytes; nothing when there is none. A header alone proves little: its pattern turns up in any data.
+/// Finds the first position in `bytes` where `count` frames of one stream follow each other, or fewer if the last one
+/// ends exactly at the end. A single header proves little: its bit pattern occurs in any data.
 [[nodiscard]] std::optional<qsizetype> findMp3Frames(QByteArrayView bytes, int count);
 
 } // namespace orlenta::audio

@@ -11,20 +11,20 @@
 namespace orlenta::audio {
 namespace {
 
-// Header, the largest side information, tag name, flags, frames and bytes.
+// Frame header, largest side information, tag name, flags, frame count, byte count.
 constexpr qint64 tagReach = Mp3FrameHeader::size + 32 + 4 + 4 + 4 + 4;
 constexpr qint64 junkReach = 64 * 1024;
 constexpr qint64 tagHeadBytes = 32;
 constexpr int mostTags = 16;
 constexpr int framesThatProveAStream = 3;
-// A file joined to another may be as short as a tag and one frame.
+// A file appended to another can be as short as a tag and one frame.
 constexpr int framesThatProveMoreAudio = 2;
 
 QByteArray mp3BytesAt(QFile &file, qint64 at, qint64 count) {
     return file.seek(at) ? file.read(count) : QByteArray();
 }
 
-// http://wiki.hydrogenaud.io/index.php?title=APE_Tags_Header: the size counts items and footer, the header comes extra.
+// http://wiki.hydrogenaud.io/index.php?title=APE_Tags_Header: the size includes items and footer but not the header.
 qint64 apeBytes(QByteArrayView head) {
     constexpr quint32 isHeader = 1U << 29;
     if (head.size() < tagHeadBytes || !head.startsWith("APETAGEX") ||
@@ -54,14 +54,14 @@ qint64 afterTags(QFile &file, qint64 at, Tags tags) {
     return at;
 }
 
-// Tags without a header of their own (Lyrics3, the first APE) and what broken writers leave count as junk.
+// Treats tags without a header (Lyrics3, APEv1) and the output of broken writers as junk.
 bool isEndOfAudio(QFile &file, qint64 at) {
     const qint64 start = afterTags(file, at, Tags::AllKinds);
     const qint64 rest = std::max<qint64>(0, file.size() - start);
     return rest <= junkReach && !findMp3Frames(mp3BytesAt(file, start, rest), framesThatProveMoreAudio);
 }
 
-// A damaged number would cut the audio short, or promise hours of it.
+// A corrupt number would truncate the audio, or claim hours of it.
 bool fitsItsBytes(const Mp3Tag &tag, const Mp3FrameHeader &header) {
     const auto [least, most] = header.frameBytesRange();
     const qint64 frames = qint64{tag.mpegFrames} + 1;
@@ -90,13 +90,13 @@ std::optional<Mp3Stream> Mp3Stream::find(const QString &path) {
     }
     const auto header = Mp3FrameHeader::parse(first);
     if (tag && header && !fitsItsBytes(*tag, *header)) {
-        // A reader that saw the tag would cut out what it takes for the padding at the end.
+        // Skip the tag: a reader that sees it would cut off what it takes for padding.
         start += header->frameBytes;
         tag.reset();
     }
     Mp3Stream stream;
     stream.junkBytes = start == plainStart ? 0 : start;
-    // A stream that was cut off holds less than its tag says; its length then has to be counted.
+    // A truncated stream is shorter than its tag says, so its frames have to be counted.
     const qint64 end = tag ? start + tag->streamBytes : 0;
     stream.tellsLength = tag && end <= file.size() && isEndOfAudio(file, end);
     return stream;

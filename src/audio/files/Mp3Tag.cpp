@@ -30,7 +30,7 @@ std::optional<Mp3Tag> Mp3Tag::parse(QByteArrayView frame) {
     if ((qFromBigEndian<quint32>(tag.data() + 4) & (framesPresent | bytesPresent)) != (framesPresent | bytesPresent))
         return std::nullopt;
     const Mp3Tag found{qFromBigEndian<quint32>(tag.data() + 8), qFromBigEndian<quint32>(tag.data() + 12)};
-    // An encoder that wrote into a pipe could not come back to fill them in.
+    // An encoder writing to a pipe can't seek back to fill these in.
     if (found.mpegFrames == 0 || found.streamBytes == 0)
         return std::nullopt;
     return found;

@@ -6,17 +6,16 @@
 
 namespace orlenta::audio {
 
-/// What the Xing or LAME tag in the first frame of an MP3 file tells. Layout:
-/// http://gabriel.mp3-tech.org/mp3infotag.html
+/// The Xing or LAME tag in the first frame of an MP3 file. Format: http://gabriel.mp3-tech.org/mp3infotag.html
 struct Mp3Tag {
-    /// MPEG frames, the tag's own frame not counted.
+    /// Number of MPEG frames, without the tag's own.
     quint32 mpegFrames = 0;
-    /// Bytes of the MP3 stream, the tag's own frame counted.
+    /// Size of the MP3 stream in bytes, including the tag's own frame.
     quint32 streamBytes = 0;
 
-    /// Reads the tag of the MPEG frame that `frame` begins with; nothing when there is none or it tells no length.
+    /// Parses the tag of the MPEG frame at the start of `frame`. Returns nothing without a tag or a length.
     [[nodiscard]] static std::optional<Mp3Tag> parse(QByteArrayView frame);
-    /// The size in bytes of the ID3v2 block that `head` (its first 10 bytes) opens, 0 when it opens none.
+    /// Size in bytes of the ID3v2 block that starts with `head` (10 bytes), or 0 if it isn't one.
     [[nodiscard]] static qint64 id3Size(QByteArrayView head);
 };
 

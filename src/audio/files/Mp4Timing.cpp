@@ -12,12 +12,12 @@ extern "C" {
 namespace orlenta::audio {
 namespace {
 
-// A file of a sane muxer has a handful of boxes before and in its movie box.
+// Sane muxers write only a handful of boxes before and inside the movie box.
 constexpr int mostBoxes = 4096;
 constexpr qint64 boxHeaderBytes = 8;
 constexpr qint64 longBoxHeaderBytes = 16;
 
-/// Where a box's content lies in the file.
+/// The location of a box's content in the file.
 struct BoxSpan {
     qint64 start = 0;
     qint64 end = 0;
@@ -77,7 +77,7 @@ std::optional<qint64> movieTicksPerSecond(const QString &path) {
     const auto header = movie ? findBox(file, *movie, "mvhd") : std::nullopt;
     if (!header)
         return std::nullopt;
-    // Version and flags, then two dates, of 8 bytes each in the longer version, then the clock.
+    // Version and flags, two dates (of 8 bytes each in version 1, else 4), then the clock.
     const QByteArray content = mp4BytesAt(file, header->start, std::min<qint64>(header->end - header->start, 24));
     const qsizetype at = content.startsWith('\1') ? 20 : 12;
     if (content.size() < at + 4)
@@ -86,7 +86,7 @@ std::optional<qint64> movieTicksPerSecond(const QString &path) {
     return ticks > 0 ? std::optional<qint64>(ticks) : std::nullopt;
 }
 
-// Muxers round to the movie's clock either way.
+// Some muxers round down to the movie's clock, others up.
 bool TrackTiming::isRoundedTo(qint64 ticks) const {
     if (!movieTicksPerSecond)
         return ticks == *editedTicks;
@@ -97,7 +97,7 @@ bool TrackTiming::isRoundedTo(qint64 ticks) const {
     return told == inMovieTicks(ticks, AV_ROUND_DOWN) || told == inMovieTicks(ticks, AV_ROUND_UP);
 }
 
-// A tag that was kept while the audio was cut or joined tells of another file.
+// An editor may have kept the tag of another file while cutting or joining audio.
 bool TrackTiming::isOfThisTrack(const EncoderDelay &delay) const {
     const qint64 withoutPadding = delay.priming + delay.frames;
     return withoutPadding <= *trackTicks && *trackTicks <= withoutPadding + delay.padding;
@@ -112,8 +112,8 @@ std::optional<TrackTiming::Length> TrackTiming::length() const {
         if (!hasEditList || isConfirmed)
             return Length{encoderDelay->frames, EditList::Ignored};
     }
-    // Where list and track agree to within the rounding, the list only says how long the encoder's delay is, and the
-    // exact length is meant.
+    // If edit list and track agree except for rounding, the list only declares the encoder delay, and the track's exact
+    // length is right.
     const qint64 withoutDelay = *trackTicks - delayTicks;
     if (withoutDelay > 0 && isRoundedTo(withoutDelay))
         return Length{withoutDelay, EditList::Ignored};

@@ -22,10 +22,10 @@ Resampler &Resampler::operator=(Resampler &&) noexcept = default;
 Resampler::~Resampler() = default;
 
 base::Result<Resampler, AudioFileError> Resampler::create(double inputRate, double outputRate, int channelCount) {
-    // Double precision inside and out: with single precision the format itself would set the noise floor.
+    // Use double precision throughout; single precision would limit the noise floor.
     const soxr_io_spec_t samples = soxr_io_spec(SOXR_FLOAT64_I, SOXR_FLOAT64_I);
     soxr_quality_spec_t quality = soxr_quality_spec(SOXR_VHQ, 0);
-    // The band that passes unaltered, as a share of half the lower rate; the quality's own 0.913 droops at 20 kHz.
+    // Passband as a share of half the lower rate. The preset's 0.913 attenuates 20 kHz.
     quality.passband_end = 0.95;
     const soxr_runtime_spec_t runtime = soxr_runtime_spec(1);
     soxr_error_t error = nullptr;

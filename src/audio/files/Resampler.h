@@ -10,8 +10,8 @@ struct soxr;
 
 namespace orlenta::audio {
 
-/// Changes the sample rate of a stream of interleaved frames, at the 28-bit "very high quality" of libsoxr: linear
-/// phase, no delay to make up for, and round(frames * outputRate / inputRate) frames in all. One thread at a time.
+/// Resamples a stream of interleaved frames with libsoxr's 28-bit "very high quality". Linear phase, no delay to
+/// compensate, and round(frames * outputRate / inputRate) frames in total. One thread at a time.
 class Resampler final {
 public:
     struct Progress {
@@ -19,17 +19,16 @@ public:
         qsizetype framesProduced = 0;
     };
 
-    /// Rates in Hz. Fails with ConversionFailed where the library refuses them.
+    /// Rates in Hz. Fails with ConversionFailed if the library refuses them.
     [[nodiscard]] static base::Result<Resampler, AudioFileError> create(double inputRate, double outputRate,
                                                                         int channelCount);
     Resampler(Resampler &&) noexcept;
     Resampler &operator=(Resampler &&) noexcept;
     ~Resampler();
 
-    /// Takes frames of `input` and gives frames into `output`, as many of each as go. Sizes are multiples of the
-    /// channel count.
+    /// Consumes and produces as many frames as possible. Sizes are multiples of the channel count.
     base::Result<Progress, AudioFileError> process(std::span<const double> input, std::span<double> output);
-    /// After the last input: gives what is still inside; 0 frames when all is out.
+    /// Call after the last input to get the remaining frames; returns 0 once there are none.
     base::Result<qsizetype, AudioFileError> drain(std::span<double> output);
 
 private:

@@ -1,9 +1,11 @@
 #include "audio/files/SndfileDecoder.h"
 
-#include <cmath>
+#include <algorithm>
 
 #include <QtCore/QFile>
 #include <sndfile.h>
+
+#include "audio/files/SampleCleaning.h"
 
 namespace orlenta::audio {
 namespace {
@@ -34,7 +36,7 @@ AudioFileFormat::Container containerOf(int format) {
     }
 }
 
-// FLAC keeps its samples exactly, but compressed, and so counts as such.
+// FLAC is lossless but compressed, so it has no linear bit depth here.
 int linearBitDepth(int format) {
     if ((format & SF_FORMAT_TYPEMASK) == SF_FORMAT_FLAC)
         return 0;
@@ -61,18 +63,10 @@ bool isFloatingPointFormat(int format) {
     return coding == SF_FORMAT_FLOAT || coding == SF_FORMAT_DOUBLE;
 }
 
-// libsndfile says so of whatever calls itself an MP3 and isn't; who opens files here knows that it is one.
+// libsndfile reports this message for files that look like MP3 but aren't. We know that the file exists.
 QString openingFailure() {
     const QString words = QString::fromUtf8(sf_strerror(nullptr));
     return words.startsWith(QLatin1String("File does not exist")) ? QString() : words;
-}
-
-template <typename Sample>
-void silenceNonNumbers(std::span<Sample> samples) {
-    for (Sample &sample : samples) {
-        if (!std::isfinite(sample))
-            sample = 0;
-    }
 }
 
 } // namespace
@@ -109,10 +103,14 @@ const AudioFileFormat &SndfileDecoder::format() const {
 }
 
 std::optional<qint64> SndfileDecoder::frames() const {
-    // A compressed file's header may promise what its data doesn't hold.
+    // A compressed file's header may declare more frames than the data contains.
     if (m_format.coding == AudioFileFormat::Coding::Compressed && !m_isMp3)
         return std::nullopt;
     return m_frames;
+}
+
+double SndfileDecoder::readShare(qint64 position) const {
+    return m_frames > 0 ? std::clamp(static_cast<double>(position) / static_cast<double>(m_frames), 0.0, 1.0) : 0.0;
 }
 
 AudioDecoder::ReadResult SndfileDecoder::finished(qint64 framesRead) const {
@@ -126,7 +124,7 @@ AudioDecoder::ReadResult SndfileDecoder::read(std::span<double> samples) {
     const auto wanted = static_cast<sf_count_t>(samples.size()) / m_format.channelCount;
     const sf_count_t got = sf_readf_double(m_file, samples.data(), wanted);
     if (m_isFloatingPoint)
-        silenceNonNumbers(samples);
+        silenceNonSound(samples);
     return finished(got);
 }
 
@@ -134,12 +132,12 @@ AudioDecoder::ReadResult SndfileDecoder::read(std::span<float> samples) {
     const auto wanted = static_cast<sf_count_t>(samples.size()) / m_format.channelCount;
     const sf_count_t got = sf_readf_float(m_file, samples.data(), wanted);
     if (m_isFloatingPoint)
-        silenceNonNumbers(samples);
+        silenceNonSound(samples);
     return finished(got);
 }
 
 bool SndfileDecoder::seek(qint64 frame) {
-    // In a variable-rate MP3 the library lands thousands of samples off.
+    // In a variable-rate MP3, the library's seek is off by thousands of samples.
     if (m_format.coding == AudioFileFormat::Coding::Compressed)
         return false;
     return sf_seek(m_file, frame, SF_SEEK_SET) == frame;

@@ -11,13 +11,14 @@ namespace orlenta::audio {
 /// Reads WAV, AIFF, CAF, FLAC and tagged MP3 files through libsndfile.
 class SndfileDecoder final : public AudioDecoder {
 public:
-    /// `path` is that of a regular file.
+    /// `path` must be a regular file.
     [[nodiscard]] static base::Result<std::unique_ptr<SndfileDecoder>, AudioFileError> open(const QString &path);
     ~SndfileDecoder() override;
 
     [[nodiscard]] bool isMp3() const;
     [[nodiscard]] const AudioFileFormat &format() const override;
     [[nodiscard]] std::optional<qint64> frames() const override;
+    [[nodiscard]] double readShare(qint64 position) const override;
     ReadResult read(std::span<double> samples) override;
     ReadResult read(std::span<float> samples) override;
     [[nodiscard]] bool seek(qint64 frame) override;

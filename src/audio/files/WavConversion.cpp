@@ -1,13 +1,13 @@
 #include "audio/files/WavConversion.h"
 
 #include <cmath>
-#include <new>
 
 #include <QtCore/QFile>
 #include <QtCore/QUuid>
 
 #include "audio/files/AudioFileReader.h"
 #include "audio/files/ConvertingReader.h"
+#include "audio/files/FrameCopy.h"
 #include "audio/files/WavFileWriter.h"
 
 namespace orlenta::audio {
@@ -17,7 +17,7 @@ using ConversionOutcome = base::Result<void, AudioFileError>;
 
 constexpr double sameRateTolerance = 0.5;
 
-/// Removes the source file however the conversion ends.
+/// Removes the source file when the conversion ends.
 class SourceFile final {
 public:
     explicit SourceFile(QString path) : m_path(std::move(path)) {}
@@ -39,46 +39,18 @@ private:
     QString m_path;
 };
 
-std::unique_ptr<double[]> allocateSamples(qsizetype frames, int channels) {
-    return std::unique_ptr<double[]>(new (std::nothrow) double[static_cast<size_t>(frames * channels)]());
-}
-
-// Gives its frames block by block; what reads them is a plain reader or a converting one.
-template <typename Source>
-ConversionOutcome copyAll(Source &source, qsizetype frames, int channels, WavFileWriter &output) {
-    const auto buffer = allocateSamples(frames, channels);
-    if (!buffer)
-        return base::fail(AudioFileError{AudioFileError::Kind::OutOfMemory, {}, {}});
-    const std::span samples(buffer.get(), static_cast<size_t>(frames * channels));
-    while (true) {
-        const auto read = source.readFrames(samples);
-        if (!read)
-            return base::fail(read.error());
-        if (*read == 0)
-            return {};
-        const auto filled = static_cast<size_t>(*read * channels);
-        if (const auto written = output.writeFrames(samples.first(filled)); !written)
-            return written;
-    }
-}
-
-ConversionOutcome copyFrames(AudioFileReader &source, WavFileWriter &output) {
-    return copyAll(source, ConvertingReader::blockFrames, source.channelCount(), output);
-}
-
 ConversionOutcome resampleFrames(AudioFileReader &source, double sampleRate, WavFileWriter &output) {
     auto converted = ConvertingReader::create(source, sampleRate, source.channelCount());
     if (!converted)
         return base::fail(converted.error());
-    const qsizetype capacity = ConvertingReader::outputCapacity(source.sampleRate(), sampleRate);
-    return copyAll(converted.value(), capacity, source.channelCount(), output);
+    return copyFrames(converted.value(), output, ConvertingReader::outputCapacity(source.sampleRate(), sampleRate));
 }
 
 ConversionOutcome appendSilence(double sampleRate, WavFileWriter &output) {
     const auto frames = static_cast<qsizetype>(sampleRate * silentTailSeconds);
     const int channels = output.format().channelCount;
-    const auto zeros = allocateSamples(frames, channels);
-    // The tail is a nicety; a take isn't lost for want of it.
+    const auto zeros = allocateFrames(frames, channels);
+    // The tail is optional; don't lose a take over it.
     if (!zeros)
         return {};
     return output.writeFrames(std::span<const double>(zeros.get(), static_cast<size_t>(frames * channels)));
@@ -103,7 +75,7 @@ base::Result<QString, AudioFileError> convertToWAV(const QByteArray &bytes, cons
     if (!output)
         return base::fail(output.error());
     const bool isSameRate = std::abs(source->sampleRate() - sampleRate) < sameRateTolerance;
-    auto done = isSameRate ? copyFrames(source.value(), output.value())
+    auto done = isSameRate ? copyFrames(source.value(), output.value(), ConvertingReader::blockFrames)
                            : resampleFrames(source.value(), sampleRate, output.value());
     if (done)
         done = appendSilence(sampleRate, output.value());

@@ -7,13 +7,13 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
-#include <utility>
 
 #include <QtCore/QFile>
 #include <QtCore/QtEndian>
 
+#include "audio/files/SampleCleaning.h"
 #include "audio/files/WavHeader.h"
-#include "base/AtomicFile.h"
+#include "base/files/AtomicFile.h"
 
 namespace orlenta::audio {
 namespace {
@@ -22,13 +22,11 @@ constexpr quint32 unknownLength = 0xFFFFFFFF;
 constexpr size_t encodedBlockSamples = 16384;
 constexpr qsizetype copiedBlockBytes = 256 * 1024;
 
-// Clamping comes first: a value past full scale must not wrap round to the other end.
+// Clamp before converting, so that overloads clip instead of wrapping around.
 template <typename Sample>
 qint32 quantised(Sample sample, double fullScale) {
-    const double scaled = static_cast<double>(sample) * fullScale;
-    if (!(scaled > -fullScale))
-        return std::isnan(scaled) ? 0 : static_cast<qint32>(-fullScale);
-    return static_cast<qint32>(std::lrint(std::min(scaled, fullScale - 1.0)));
+    const double scaled = isSound(sample) ? static_cast<double>(sample) * fullScale : 0.0;
+    return static_cast<qint32>(std::lrint(std::clamp(scaled, -fullScale, fullScale - 1.0)));
 }
 
 template <typename Sample>
@@ -57,19 +55,6 @@ void encodeSamples(std::span<const Sample> samples, int bitDepth, char *out) {
     }
 }
 
-bool writeFully(int descriptor, const char *bytes, size_t count) {
-    while (count > 0) {
-        const ssize_t written = ::write(descriptor, bytes, count);
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written < 0)
-            return false;
-        bytes += written;
-        count -= static_cast<size_t>(written);
-    }
-    return true;
-}
-
 bool isWritableFormat(const WavFormat &format) {
     constexpr std::array<quint16, 4> depths{8, 16, 24, 32};
     return std::ranges::find(depths, format.bitDepth) != depths.end() && format.channelCount > 0 &&
@@ -81,26 +66,12 @@ bool isWritableFormat(const WavFormat &format) {
 WavFileWriter::WavFileWriter(QString path, const WavFormat &format, Placement placement)
     : m_path(std::move(path)), m_format(format), m_placement(placement) {}
 
-WavFileWriter::WavFileWriter(WavFileWriter &&other) noexcept
-    : m_path(std::move(other.m_path)), m_writtenPath(std::exchange(other.m_writtenPath, {})), m_format(other.m_format),
-      m_placement(other.m_placement), m_descriptor(std::exchange(other.m_descriptor, -1)),
-      m_dataBytes(other.m_dataBytes), m_encoded(std::move(other.m_encoded)) {}
-
-WavFileWriter::~WavFileWriter() {
-    discard();
+const base::FileDescriptor &WavFileWriter::descriptor() const {
+    return m_pending ? m_pending->descriptor() : m_inPlace;
 }
 
-void WavFileWriter::discard() {
-    if (m_descriptor >= 0)
-        ::close(m_descriptor);
-    m_descriptor = -1;
-    if (!m_writtenPath.isEmpty())
-        ::unlink(m_writtenPath.constData());
-    m_writtenPath.clear();
-}
-
-AudioFileError WavFileWriter::systemError() const {
-    return AudioFileError::fromErrno(AudioFileError::Kind::CannotWrite, m_path, errno);
+base::Failure<AudioFileError> WavFileWriter::failure(int code) const {
+    return base::fail(AudioFileError::fromErrno(AudioFileError::Kind::CannotWrite, m_path, code));
 }
 
 base::Result<WavFileWriter, AudioFileError> WavFileWriter::create(const QString &path, const WavFormat &format,
@@ -108,33 +79,48 @@ base::Result<WavFileWriter, AudioFileError> WavFileWriter::create(const QString 
     WavFileWriter writer(path, format, placement);
     if (!isWritableFormat(format))
         return base::fail(AudioFileError{AudioFileError::Kind::ConversionFailed, path, {}});
-    const bool isInPlace = placement == Placement::InPlace;
-    const QByteArray written = QFile::encodeName(isInPlace ? path : path + QStringLiteral(".tmp"));
-    ::unlink(written.constData());
-    constexpr mode_t mode = 0644;
-    writer.m_descriptor = ::open(written.constData(), O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC | O_RDWR, mode);
-    if (writer.m_descriptor < 0)
-        return base::fail(writer.systemError());
-    if (isInPlace)
-        ::flock(writer.m_descriptor, LOCK_EX | LOCK_NB);
-    else
-        writer.m_writtenPath = written;
+    if (auto opened = writer.open(); !opened)
+        return base::fail(opened.error());
     QByteArray header = wavHeader(0, format.sampleRate, format.channelCount, format.bitDepth);
     qToLittleEndian(unknownLength, header.data() + 4);
     qToLittleEndian(unknownLength, header.data() + wavHeaderSize - 4);
-    if (!writeFully(writer.m_descriptor, header.constData(), static_cast<size_t>(header.size())))
-        return base::fail(writer.systemError());
+    if (const int code = writer.descriptor().write(header))
+        return writer.failure(code);
     return writer;
+}
+
+base::Result<void, AudioFileError> WavFileWriter::open() {
+    if (m_placement != Placement::InPlace) {
+        auto pending = base::PendingFile::create(m_path);
+        if (!pending)
+            return base::fail(AudioFileError::fromFileError(AudioFileError::Kind::CannotWrite, pending.error()));
+        m_pending.emplace(std::move(pending).value());
+        return {};
+    }
+    const QByteArray path = QFile::encodeName(m_path);
+    ::unlink(path.constData());
+    m_inPlace =
+        base::FileDescriptor(::open(path.constData(), O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC | O_RDWR, 0644));
+    if (!m_inPlace.isOpen())
+        return failure(errno);
+    ::flock(m_inPlace.get(), LOCK_EX | LOCK_NB);
+    return {};
 }
 
 qint64 WavFileWriter::framesWritten() const {
     return m_dataBytes / m_format.bytesPerFrame();
 }
 
-base::Result<void, AudioFileError> WavFileWriter::reserve(qint64 byteCount) {
+base::Result<void, AudioFileError> WavFileWriter::checkRoomFor(qint64 byteCount) const {
     if (m_dataBytes + byteCount > largestWavData)
         return base::fail(AudioFileError{AudioFileError::Kind::TooLarge, m_path, {}});
-    m_dataBytes += byteCount;
+    return {};
+}
+
+base::Result<void, AudioFileError> WavFileWriter::append(std::span<const char> bytes) {
+    if (const int code = descriptor().write(bytes))
+        return failure(code);
+    m_dataBytes += static_cast<qint64>(bytes.size());
     return {};
 }
 
@@ -162,28 +148,27 @@ base::Result<void, AudioFileError> WavFileWriter::writeFrames(std::span<const fl
 }
 
 base::Result<void, AudioFileError> WavFileWriter::writeBytes(std::span<const char> bytes) {
-    if (const auto reserved = reserve(static_cast<qint64>(bytes.size())); !reserved)
-        return reserved;
-    if (!writeFully(m_descriptor, bytes.data(), bytes.size()))
-        return base::fail(systemError());
-    return {};
+    if (const auto fits = checkRoomFor(static_cast<qint64>(bytes.size())); !fits)
+        return fits;
+    return append(bytes);
 }
 
-base::Result<void, AudioFileError> WavFileWriter::copyBytes(int descriptor, qint64 offset, qint64 byteCount) {
-    if (const auto reserved = reserve(byteCount); !reserved)
-        return reserved;
-    // Through memory: with frames that begin 44 bytes into a file, the kernel's own copy was measured to be slower.
+base::Result<void, AudioFileError> WavFileWriter::copyBytes(const base::RegularFile &source, qint64 offset,
+                                                            qint64 byteCount) {
+    if (const auto fits = checkRoomFor(byteCount); !fits)
+        return fits;
+    // Copy through memory: because of the 44-byte offset, copy_file_range measured slower.
     m_encoded.resize(copiedBlockBytes);
     while (byteCount > 0) {
         const auto wanted = static_cast<size_t>(std::min<qint64>(copiedBlockBytes, byteCount));
-        const ssize_t got = ::pread(descriptor, m_encoded.data(), wanted, offset);
+        const ssize_t got = ::pread(source.descriptor.get(), m_encoded.data(), wanted, offset);
         if (got < 0 && errno == EINTR)
             continue;
         if (got <= 0)
             return base::fail(
-                AudioFileError{AudioFileError::Kind::Damaged, m_path, QStringLiteral("a source ends early")});
-        if (!writeFully(m_descriptor, m_encoded.constData(), static_cast<size_t>(got)))
-            return base::fail(systemError());
+                AudioFileError{AudioFileError::Kind::Damaged, source.path, QStringLiteral("it ends early")});
+        if (const auto copied = append({m_encoded.constData(), static_cast<size_t>(got)}); !copied)
+            return copied;
         offset += got;
         byteCount -= got;
     }
@@ -192,37 +177,34 @@ base::Result<void, AudioFileError> WavFileWriter::copyBytes(int descriptor, qint
 
 base::Result<void, AudioFileError> WavFileWriter::completeHeader() {
     const auto dataBytes = static_cast<quint32>(m_dataBytes);
-    const bool isPadded = dataBytes % 2 != 0;
     QByteArray header = wavHeader(dataBytes, m_format.sampleRate, m_format.channelCount, m_format.bitDepth);
-    // RIFF chunks begin at even places; the pad byte belongs to the file but not to the data.
-    if (isPadded)
+    // RIFF chunks start at even offsets. The pad byte counts towards the file's size but not the data's.
+    if (isPadded()) {
         qToLittleEndian(dataBytes + wavHeaderSize - 8 + 1, header.data() + 4);
-    if (isPadded && !writeFully(m_descriptor, "", 1))
-        return base::fail(systemError());
-    const ssize_t written = ::pwrite(m_descriptor, header.constData(), static_cast<size_t>(header.size()), 0);
-    if (written != header.size())
-        return base::fail(systemError());
-    return {};
+        if (const int code = descriptor().write({"", 1}))
+            return failure(code);
+    }
+    const auto size = static_cast<size_t>(header.size());
+    const ssize_t written = ::pwrite(descriptor().get(), header.constData(), size, 0);
+    return written == header.size() ? base::Result<void, AudioFileError>() : failure(written < 0 ? errno : EIO);
 }
 
 base::Result<void, AudioFileError> WavFileWriter::finish() {
     if (const auto completed = completeHeader(); !completed)
         return completed;
-    if (m_placement != Placement::RenamedUnflushed && ::fsync(m_descriptor) != 0)
-        return base::fail(systemError());
-    if (::close(std::exchange(m_descriptor, -1)) != 0)
-        return base::fail(systemError());
-    if (m_placement != Placement::InPlace) {
-        const QByteArray target = QFile::encodeName(m_path);
-        if (::rename(m_writtenPath.constData(), target.constData()) != 0)
-            return base::fail(systemError());
-        m_writtenPath = target;
+    if (m_pending) {
+        const auto flush = m_placement == Placement::RenamedUnflushed ? base::Flush::Never : base::Flush::ToDisk;
+        const qint64 size = wavHeaderSize + m_dataBytes + (isPadded() ? 1 : 0);
+        if (const auto placed = m_pending->commit(size, flush); !placed)
+            return base::fail(AudioFileError::fromFileError(AudioFileError::Kind::CannotWrite, placed.error()));
+        return {};
     }
-    if (m_placement != Placement::RenamedUnflushed) {
-        if (const auto synced = base::syncToDisk(m_path); !synced)
-            return base::fail(AudioFileError{AudioFileError::Kind::CannotWrite, m_path, synced.error().reason});
-    }
-    m_writtenPath.clear();
+    if (const int code = m_inPlace.flush())
+        return failure(code);
+    if (const int code = m_inPlace.close())
+        return failure(code);
+    if (const auto synced = base::syncToDisk(m_path); !synced)
+        return base::fail(AudioFileError::fromFileError(AudioFileError::Kind::CannotWrite, synced.error()));
     return {};
 }
 

@@ -12,7 +12,7 @@ constexpr quint16 integerPcm = 1;
 constexpr qint64 riffHeaderSize = 12;
 constexpr qint64 chunkHeaderSize = 8;
 constexpr quint32 formatChunkSize = 16;
-// Editors write a handful of chunks before the data; more than this is not worth the search.
+// Editors write a handful of chunks before the data. Give up after this many.
 constexpr int mostChunks = 64;
 
 template <typename Number>

@@ -9,22 +9,22 @@
 namespace orlenta::audio {
 
 inline constexpr int wavHeaderSize = 44;
-/// The most data bytes a WAV file holds: the RIFF size, header and pad byte included, is a 32-bit number.
+/// Maximum number of data bytes in a WAV file: the RIFF size, which includes header and pad byte, has 32 bits.
 inline constexpr qint64 largestWavData = 0xFFFFFFFFLL - (wavHeaderSize - 8) - 1;
 
-/// The canonical header of an integer PCM WAV file with `dataBytes` bytes of audio: 44 bytes, little-endian. Neither
-/// pads nor checks the data.
+/// The canonical 44-byte header of an integer PCM WAV file with `dataBytes` bytes of audio. Doesn't account for a pad
+/// byte.
 [[nodiscard]] QByteArray wavHeader(quint32 dataBytes, quint32 sampleRate, quint16 channelCount, quint16 bitDepth);
 
-/// Where the frames of a plain integer PCM WAV file lie.
+/// Where the frames of an integer PCM WAV file are.
 struct WavLayout {
     WavFormat format;
     qint64 dataOffset = 0;
     /// Whole frames only.
     qint64 dataBytes = 0;
 
-    /// Finds the frames in an open file of `fileSize` bytes; nothing when the file is anything but a plain integer PCM
-    /// WAV file that is as long as it says.
+    /// Locates the frames in an open file of `fileSize` bytes. Returns nothing unless it is an integer PCM WAV file
+    /// that is as long as its header declares.
     [[nodiscard]] static std::optional<WavLayout> read(int descriptor, qint64 fileSize);
 };
 

@@ -14,7 +14,7 @@ namespace {
 
 constexpr qint64 waveformBlockFrames = 16384;
 
-// Several running peaks instead of one let the compiler take several samples at a time; one would be a chain.
+// Several independent running peaks let the compiler vectorise the loop.
 float firstChannelPeak(std::span<const float> samples, size_t channels) {
     constexpr size_t lanes = 8;
     std::array<float, lanes> peaks{};
@@ -31,7 +31,7 @@ float firstChannelPeak(std::span<const float> samples, size_t channels) {
     return peak;
 }
 
-// Blocks and bars end at places of their own, so a bar's peak is carried from block to block.
+// Block and bar boundaries don't coincide, so a bar's peak carries over to the next block.
 void raisePeaks(std::span<const float> block, size_t channels, qint64 firstFrame, qint64 framesPerBar,
                 QList<float> &bars) {
     const auto frames = static_cast<qint64>(block.size() / channels);

@@ -7,13 +7,13 @@
 
 namespace orlenta::audio {
 
-/// The bars that every waveform of the application is kept as, however many of them a view draws.
+/// Number of bars stored per waveform, regardless of how many a view draws.
 inline constexpr int waveformBarCount = 200;
 
-/// Reduces a file's first channel to peaks, at most `barCount` of them (above 0), each 0 to 1 with the loudest at 1; a
-/// silent file gives zeros. Every bar covers frames / barCount frames, rounded down, at least 1; frames after the last
-/// bar are left out. Empty where the file can't be read or holds no frames, or when `stop` is asked for, which is
-/// looked at between blocks. Reads block by block, so memory does not grow with the file. Blocking; any thread.
+/// Reduces a file's first channel to at most `barCount` peaks (> 0), normalised so that the loudest is 1; a silent file
+/// yields zeros. Each bar covers frames / barCount frames, rounded down but at least 1; frames after the last bar are
+/// ignored. Returns an empty list if the file can't be read, has no frames, or `stop` is requested, which is checked
+/// between blocks. Memory use doesn't depend on the file's length. Blocking; any thread.
 [[nodiscard]] QList<float> extractWaveform(const QUrl &url, int barCount = waveformBarCount,
                                            const std::stop_token &stop = {});
 

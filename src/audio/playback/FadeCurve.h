@@ -5,7 +5,7 @@
 
 namespace orlenta::audio {
 
-/// The gain at `share` of a fade in, 0 to 1: half a cosine period, which has no corner at either end.
+/// Gain at position `share` (0 to 1) of a fade-in: a raised cosine, smooth at both ends.
 [[nodiscard]] inline float fadeCurve(double share) {
     return static_cast<float>(0.5 - 0.5 * std::cos(std::numbers::pi * share));
 }

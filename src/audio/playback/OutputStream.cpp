@@ -2,13 +2,17 @@
 
 #include <algorithm>
 #include <chrono>
-#include <mutex>
 #include <utility>
 
 #include <pulse/pulseaudio.h>
 #include <QtCore/QMetaObject>
 
+#include "audio/devices/PulseTime.h"
+#include "audio/devices/SinkQuestion.h"
 #include "audio/devices/SoundServer.h"
+#include "audio/devices/Standstill.h"
+#include "audio/devices/StreamWatch.h"
+#include "audio/playback/HeardPlace.h"
 #include "audio/playback/PlaybackFeed.h"
 #include "audio/playback/WrittenTail.h"
 
@@ -16,32 +20,25 @@ namespace orlenta::audio {
 
 namespace {
 
-using PlaybackClock = std::chrono::steady_clock;
-using Seconds = std::chrono::duration<double>;
+using Seconds = HeardPlace::Seconds;
 
-/// How much lies ready at the server. Less underran now and then on a busy two-core machine.
+/// Buffer at the server. With less, a busy two-core machine underran occasionally.
 constexpr auto bufferLength = std::chrono::milliseconds(150);
-/// How often the heard place is noted: once the stream has failed, the server no longer tells it.
+/// How often to record the position, because a failed stream no longer reports it.
 constexpr auto noteInterval = std::chrono::milliseconds(20);
-/// The noted place runs up to 19 ms ahead of what a sink has rendered, and what goes on is faded in; repeating a little
-/// is better than a hole.
+/// The reported position is up to 19 ms ahead of what the sink has rendered, and the resumed audio fades in. Better to
+/// repeat a little than to leave a gap.
 constexpr auto resumeBackOff = std::chrono::milliseconds(25) + PlaybackSource::fadeLength;
-/// A server whose session manager is gone leaves a stream waiting for ever.
-constexpr auto connectTimeout = std::chrono::seconds(3);
-/// How soon it is looked again whether the file has delivered.
+/// Retry interval while the reader has no data.
 constexpr auto starvedInterval = std::chrono::milliseconds(5);
-/// How long the sound takes to fall away at a stop, and how far ahead of the server's place that can begin. With 10 ms
-/// one server was now and then past the place already.
+/// Length of the fade-out at a stop, and how far ahead of the server's position it starts. With 10 ms, one server was
+/// sometimes past that point already.
 constexpr auto stopFadeLength = std::chrono::milliseconds(5);
 constexpr auto stopFadeMargin = std::chrono::milliseconds(20);
-/// How long a stopped stream needs to play its fade out.
+/// How long a stopped stream needs to play its fade-out.
 constexpr auto stopLingering = std::chrono::milliseconds(60);
-/// How much of what was written is kept for that: a server may grant more than the wanted buffer.
+/// How much written audio to keep for the fade-out. The server's buffer may be larger than requested.
 constexpr auto tailLength = std::chrono::milliseconds(500);
-
-pa_usec_t microseconds(std::chrono::microseconds duration) {
-    return static_cast<pa_usec_t>(duration.count());
-}
 
 qint64 framesIn(Seconds duration, double rate) {
     return static_cast<qint64>(duration.count() * rate);
@@ -49,10 +46,10 @@ qint64 framesIn(Seconds duration, double rate) {
 
 } // namespace
 
-/// The stream as libpulse's callbacks see it. Touched with the loop locked, but for the guarded place.
+/// The stream, as used by libpulse's callbacks. Needs the loop's lock, except for the heard position.
 class OutputStream::Link final {
 public:
-    /// What the application has one of, and the connection as it was found.
+    /// Shared services and the current context.
     struct Parts {
         SoundServer &server;
         pa_context *context;
@@ -64,21 +61,30 @@ public:
 
     [[nodiscard]] std::optional<RoutedAudioPlayerError> connect(std::optional<std::uint32_t> deviceID,
                                                                 const QByteArray &sinkName);
-    [[nodiscard]] std::optional<qint64> currentFrame() const;
+    [[nodiscard]] std::optional<qint64> currentFrame();
 
 private:
+    /// State of the data flow from the file to the server.
+    enum class Feeding { Flowing, Starved, Written };
+
     void stateChanged();
+    void becomeReady();
     void deviceChanged();
+    void endedByServer();
+    void askForSink();
     void write(std::size_t bytes);
     void drain();
     void drained();
     void tick();
+    void watch();
     void notePlace();
-    void lose(Loss why);
-    /// Lets what sounds fall away; false when it has to be cut off.
+    void lose();
+    void fail(RoutedAudioPlayerError::Kind kind);
+    void fail(const RoutedAudioPlayerError &error);
+    [[nodiscard]] RoutedAudioPlayerError refusal() const;
+    /// Fades out what is playing; returns false if it has to be cut off.
     bool fadeOut();
     void post(std::function<void()> event);
-    [[nodiscard]] std::optional<Seconds> heard() const;
 
     static void onState(pa_stream *stream, void *link);
     static void onMoved(pa_stream *stream, void *link);
@@ -95,18 +101,18 @@ private:
     PlaybackFeed m_feed;
     WrittenTail m_tail;
     Events m_events;
-    PlaybackClock::time_point m_openedAt = PlaybackClock::now();
-    bool m_isWritten = false;
-    /// The server wants more than has been read.
-    bool m_isStarved = false;
+    /// The chosen sink, or nothing for the default.
+    std::optional<std::uint32_t> m_deviceID;
+    /// Set once the stream is ready.
+    std::optional<StreamWatch> m_watch;
+    std::int64_t m_takenBytes = 0;
+    /// Asked after the server has ended the stream.
+    std::optional<SinkQuestion> m_sinkQuestion;
+    /// Time since we asked the server to create the stream or whether its sink exists.
+    Standstill m_unanswered;
+    Feeding m_feeding = Feeding::Flowing;
     bool m_isOver = false;
-
-    mutable std::mutex m_guard;
-    std::optional<Seconds> m_heard;
-    PlaybackClock::time_point m_heardAt;
-    Seconds m_written{0};
-    /// The farthest place that was told.
-    mutable Seconds m_told{0};
+    HeardPlace m_heard;
 };
 
 OutputStream::Link::Link(const Parts &parts, PlaybackSource source, Events events)
@@ -122,6 +128,8 @@ OutputStream::Link::~Link() {
         pa_operation_cancel(m_drain);
         pa_operation_unref(m_drain);
     }
+    m_watch.reset();
+    m_sinkQuestion.reset();
     if (m_stream)
         m_server.retire(m_stream, fadeOut() ? stopLingering : std::chrono::milliseconds(0));
     pa_context_unref(m_context);
@@ -136,7 +144,7 @@ bool OutputStream::Link::fadeOut() {
     const auto age = std::chrono::microseconds(pa_timeval_age(&timing->timestamp));
     const auto frameSize = static_cast<qint64>(pa_frame_size(pa_stream_get_sample_spec(m_stream)));
     const qint64 at = timing->read_index / frameSize + framesIn(age + stopFadeMargin, m_feed.deviceRate());
-    // What little comes after that may sound out.
+    // The rest is short enough to play to its end.
     if (at >= m_tail.writtenFrames())
         return true;
     const std::vector<float> faded = m_tail.fadedFrom(at, framesIn(stopFadeLength, m_feed.deviceRate()));
@@ -147,56 +155,38 @@ bool OutputStream::Link::fadeOut() {
 std::optional<RoutedAudioPlayerError> OutputStream::Link::connect(std::optional<std::uint32_t> deviceID,
                                                                   const QByteArray &sinkName) {
     const SoundServerLock lock(m_mainloop);
+    m_deviceID = deviceID;
     pa_sample_spec spec{};
     spec.format = PA_SAMPLE_FLOAT32LE;
     spec.rate = static_cast<std::uint32_t>(m_feed.deviceRate());
     spec.channels = static_cast<std::uint8_t>(std::min(m_feed.channelCount(), 255));
     pa_channel_map map{};
-    const auto refused = [&] {
-        return deviceID ? RoutedAudioPlayerError{RoutedAudioPlayerError::Kind::AudioUnitSetPropertyFailed,
-                                                 *deviceID,
-                                                 pa_context_errno(m_context),
-                                                 {}}
-                        : RoutedAudioPlayerError::soundServerUnavailable(
-                              QString::fromUtf8(pa_strerror(pa_context_errno(m_context))));
-    };
     if (!pa_channel_map_init_extend(&map, spec.channels, PA_CHANNEL_MAP_WAVEEX) || !pa_sample_spec_valid(&spec))
         return RoutedAudioPlayerError{RoutedAudioPlayerError::Kind::OutputAudioUnitUnavailable, 0, 0, {}};
     m_stream = pa_stream_new(m_context, "Playback", &spec, &map);
     if (!m_stream)
-        return refused();
+        return refusal();
     pa_stream_set_state_callback(m_stream, &Link::onState, this);
     pa_stream_set_moved_callback(m_stream, &Link::onMoved, this);
     pa_stream_set_write_callback(m_stream, &Link::onWritable, this);
 
     pa_buffer_attr buffer{};
     buffer.maxlength = buffer.prebuf = buffer.minreq = buffer.fragsize = static_cast<std::uint32_t>(-1);
-    buffer.tlength = static_cast<std::uint32_t>(pa_usec_to_bytes(microseconds(bufferLength), &spec));
-    // A named sink that is gone must be told, not silently replaced; the default must be followed when it changes, and
-    // only this name for it keeps the desktop from sending the stream where an earlier one was moved to.
+    buffer.tlength = static_cast<std::uint32_t>(pa_usec_to_bytes(inMicroseconds(bufferLength), &spec));
+    // DONT_MOVE: if a chosen sink disappears we want an error, not a silent replacement. The default must be followed
+    // when it changes, and only with this name does the desktop not move the stream to where an earlier one was moved.
     const auto flags = PA_STREAM_ADJUST_LATENCY | PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_INTERPOLATE_TIMING |
                        (deviceID ? PA_STREAM_DONT_MOVE : PA_STREAM_NOFLAGS);
     if (pa_stream_connect_playback(m_stream, deviceID ? sinkName.constData() : "@DEFAULT_SINK@", &buffer,
                                    static_cast<pa_stream_flags_t>(flags), nullptr, nullptr) < 0)
-        return refused();
-    m_tick = pa_context_rttime_new(m_context, pa_rtclock_now() + microseconds(noteInterval), &Link::onTick, this);
+        return refusal();
+    m_tick = pa_context_rttime_new(m_context, laterBy(noteInterval), &Link::onTick, this);
     return {};
 }
 
-std::optional<Seconds> OutputStream::Link::heard() const {
-    const std::lock_guard guard(m_guard);
-    if (!m_heard)
-        return {};
-    return std::min<Seconds>(*m_heard + (PlaybackClock::now() - m_heardAt), m_written);
-}
-
-std::optional<qint64> OutputStream::Link::currentFrame() const {
-    const std::optional<Seconds> place = heard();
-    if (!place)
-        return {};
-    // Each note may lie a little below what was reckoned from the one before, and a playhead doesn't go back.
-    m_told = std::max(m_told, *place);
-    return m_feed.fileFrame(m_told.count());
+std::optional<qint64> OutputStream::Link::currentFrame() {
+    const std::optional<Seconds> place = m_heard.forPlayhead();
+    return place ? std::optional(m_feed.fileFrame(place->count())) : std::nullopt;
 }
 
 void OutputStream::Link::post(std::function<void()> event) {
@@ -205,20 +195,35 @@ void OutputStream::Link::post(std::function<void()> event) {
     QMetaObject::invokeMethod(m_events.receiver, std::move(event), Qt::QueuedConnection);
 }
 
-void OutputStream::Link::lose(Loss why) {
-    const Seconds place = heard().value_or(Seconds(0));
+void OutputStream::Link::lose() {
+    const Seconds place = m_heard.now().value_or(Seconds(0));
     const qint64 frame = m_feed.fileFrame(std::max<Seconds>(place - resumeBackOff, Seconds(0)).count());
-    post([lost = m_events.lost, why, frame] { lost(why, frame); });
+    post([lost = m_events.lost, frame] { lost(frame); });
+}
+
+void OutputStream::Link::fail(const RoutedAudioPlayerError &error) {
+    post([failed = m_events.failed, error] { failed(error); });
+}
+
+void OutputStream::Link::fail(RoutedAudioPlayerError::Kind kind) {
+    fail(RoutedAudioPlayerError{kind, 0, 0, {}});
+}
+
+RoutedAudioPlayerError OutputStream::Link::refusal() const {
+    const int status = pa_context_errno(m_context);
+    if (m_deviceID)
+        return {RoutedAudioPlayerError::Kind::AudioUnitSetPropertyFailed, *m_deviceID, status, {}};
+    return RoutedAudioPlayerError::soundServerUnavailable(QString::fromUtf8(pa_strerror(status)));
 }
 
 void OutputStream::Link::stateChanged() {
     switch (pa_stream_get_state(m_stream)) {
     case PA_STREAM_FAILED:
     case PA_STREAM_TERMINATED:
-        lose(pa_context_get_state(m_context) == PA_CONTEXT_READY ? Loss::Output : Loss::Server);
+        endedByServer();
         break;
     case PA_STREAM_READY:
-        deviceChanged();
+        becomeReady();
         break;
     case PA_STREAM_UNCONNECTED:
     case PA_STREAM_CREATING:
@@ -226,14 +231,47 @@ void OutputStream::Link::stateChanged() {
     }
 }
 
+void OutputStream::Link::becomeReady() {
+    m_watch.emplace();
+    QMetaObject::invokeMethod(m_events.receiver, m_events.started, Qt::QueuedConnection);
+    deviceChanged();
+    if (m_deviceID)
+        m_server.watchDevice(m_stream, DeviceDirection::Output, [this] { lose(); });
+}
+
 void OutputStream::Link::deviceChanged() {
     if (SoundServer::isStandIn(pa_stream_get_device_name(m_stream)))
-        lose(Loss::Output);
+        fail(RoutedAudioPlayerError::Kind::NoOutput);
+}
+
+void OutputStream::Link::endedByServer() {
+    if (pa_context_get_state(m_context) != PA_CONTEXT_READY)
+        fail(RoutedAudioPlayerError::soundServerUnavailable({}));
+    else if (!m_watch)
+        fail(refusal());
+    else
+        askForSink();
+}
+
+// A stream can also be ended while its sink still exists, for example by the user in a mixer. Then playback must not
+// continue elsewhere.
+void OutputStream::Link::askForSink() {
+    if (m_isOver || m_sinkQuestion)
+        return;
+    m_unanswered = {};
+    m_sinkQuestion.emplace(m_context, m_deviceID, [this](bool isThere) {
+        if (isThere)
+            fail(RoutedAudioPlayerError::Kind::PlaybackEnded);
+        else if (m_deviceID)
+            lose();
+        else
+            fail(RoutedAudioPlayerError::Kind::NoOutput);
+    });
 }
 
 void OutputStream::Link::write(std::size_t bytes) {
     const std::size_t frameSize = pa_frame_size(pa_stream_get_sample_spec(m_stream));
-    while (bytes >= frameSize && !m_isWritten && !m_isOver) {
+    while (bytes >= frameSize && m_feeding != Feeding::Written && !m_isOver) {
         void *data = nullptr;
         std::size_t room = bytes;
         if (pa_stream_begin_write(m_stream, &data, &room) < 0 || !data)
@@ -243,21 +281,19 @@ void OutputStream::Link::write(std::size_t bytes) {
         const PlaybackFeed::Taken taken = m_feed.take(samples);
         if (taken.frames == 0) {
             pa_stream_cancel_write(m_stream);
-            m_isStarved = !taken.isEnd;
-            m_isWritten = taken.isEnd;
+            m_feeding = taken.isEnd ? Feeding::Written : Feeding::Starved;
             break;
         }
-        m_isStarved = false;
+        m_feeding = Feeding::Flowing;
         const auto size = static_cast<std::size_t>(taken.frames) * frameSize;
         m_tail.append(samples.first(size / sizeof(float)));
-        // A stream that takes no more has failed, which its state tells.
+        // If the write fails the stream has failed; its state callback handles that.
         if (pa_stream_write(m_stream, data, size, nullptr, 0, PA_SEEK_RELATIVE) < 0)
             return;
         bytes -= size;
-        const std::lock_guard guard(m_guard);
-        m_written += Seconds(static_cast<double>(taken.frames) / m_feed.deviceRate());
+        m_heard.addWritten(Seconds(static_cast<double>(taken.frames) / m_feed.deviceRate()));
     }
-    if (m_isWritten && !m_isOver)
+    if (m_feeding == Feeding::Written && !m_isOver)
         drain();
 }
 
@@ -267,40 +303,53 @@ void OutputStream::Link::drain() {
 }
 
 void OutputStream::Link::drained() {
-    // What could be read of a broken file has been heard.
+    // Everything readable of a damaged file has been played.
     if (const std::optional<QString> why = m_feed.failure())
-        post([broken = m_events.broken, why = *why] { broken(why); });
+        fail(RoutedAudioPlayerError::fileUnreadable(*why));
     else
         post(m_events.finished);
 }
 
 void OutputStream::Link::tick() {
-    switch (pa_stream_get_state(m_stream)) {
-    case PA_STREAM_CREATING:
-        if (PlaybackClock::now() - m_openedAt > connectTimeout)
-            lose(Loss::Server);
-        break;
-    case PA_STREAM_READY:
+    if (m_isOver)
+        return;
+    if (pa_stream_get_state(m_stream) == PA_STREAM_READY) {
         notePlace();
-        if (m_isStarved)
+        watch();
+        if (m_feeding == Feeding::Starved)
             if (const std::size_t room = pa_stream_writable_size(m_stream); room != static_cast<std::size_t>(-1))
                 write(room);
+        return;
+    }
+    m_unanswered.look(Standstill::Clock::now());
+    if (m_unanswered.length() > StreamWatch::serverPatience)
+        fail(RoutedAudioPlayerError::Kind::ServerSilent);
+}
+
+void OutputStream::Link::watch() {
+    const pa_timing_info *timing = pa_stream_get_timing_info(m_stream);
+    if (timing && std::exchange(m_takenBytes, timing->read_index) != timing->read_index)
+        m_watch->deviceMoved();
+    // Once the sink has consumed everything, it may still need a while to play it.
+    const bool isIdle = m_feeding == Feeding::Starved || (timing && timing->read_index >= timing->write_index);
+    switch (m_watch->look(m_stream, isIdle)) {
+    case StreamWatch::Finding::Fine:
         break;
-    case PA_STREAM_UNCONNECTED:
-    case PA_STREAM_FAILED:
-    case PA_STREAM_TERMINATED:
+    case StreamWatch::Finding::ServerIsSilent:
+        fail(RoutedAudioPlayerError::Kind::ServerSilent);
+        break;
+    case StreamWatch::Finding::DeviceIsStill:
+        fail(RoutedAudioPlayerError::Kind::OutputStalled);
         break;
     }
 }
 
 void OutputStream::Link::notePlace() {
-    // Before the first sample sounds the time stands still at 0, and reckoning on from there would run ahead.
+    // The time stays 0 until the first sample is audible; extrapolating from that would run ahead.
     pa_usec_t time = 0;
     if (pa_stream_get_time(m_stream, &time) < 0 || time == 0)
         return;
-    const std::lock_guard guard(m_guard);
-    m_heard = std::chrono::microseconds(time);
-    m_heardAt = PlaybackClock::now();
+    m_heard.note(std::chrono::microseconds(time));
 }
 
 void OutputStream::Link::onState(pa_stream *, void *link) {
@@ -317,7 +366,7 @@ void OutputStream::Link::onWritable(pa_stream *, std::size_t bytes, void *link) 
 
 void OutputStream::Link::onDrained(pa_stream *, int success, void *link) {
     auto *self = static_cast<Link *>(link);
-    // An unsuccessful drain is a sink on its way out; the state that follows tells the rest.
+    // If draining fails, the sink is going away; the state callback handles that.
     if (success)
         self->drained();
 }
@@ -326,7 +375,7 @@ void OutputStream::Link::onTick(pa_mainloop_api *, pa_time_event *event, const t
     auto *self = static_cast<Link *>(link);
     self->tick();
     pa_context_rttime_restart(self->m_context, event,
-                              pa_rtclock_now() + microseconds(self->m_isStarved ? starvedInterval : noteInterval));
+                              laterBy(self->m_feeding == Feeding::Starved ? starvedInterval : noteInterval));
 }
 
 base::Result<std::unique_ptr<OutputStream>, RoutedAudioPlayerError>

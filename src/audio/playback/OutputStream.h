@@ -18,29 +18,29 @@ namespace orlenta::audio {
 
 class SoundServer;
 
-/// One stretch of one file on its way to one sink: made for each play, seek and change of device, since a fresh stream
-/// starts as fast as an old one restarts, and a flushed one loses count of its place. When it is destroyed the sound
-/// falls away within some 30 milliseconds, as fast as it can without a click. Made, asked and destroyed on the main
-/// thread; sending runs on the sound server's.
+/// Plays one stretch of a file to one sink. Every play, seek and change of device creates a new stream: that is as fast
+/// as restarting one, and a flushed stream loses track of its position. The destructor fades out within about 30 ms, as
+/// fast as possible without a click. Use on the main thread; the data is sent on the sound server's thread.
 class OutputStream final {
 public:
-    /// What a stream can lose.
-    enum class Loss { Output, Server };
-    /// What becomes of the stream. Each is called on `receiver`'s thread, later than the call that caused it, and may
-    /// come when the stream is gone already. At most one of them comes.
+    /// Called asynchronously on `receiver`'s thread, possibly after the stream has been destroyed. `started` comes
+    /// first, unless the stream fails before; then at most one of the others.
     struct Events {
         QObject *receiver = nullptr;
-        /// The last frame has been heard.
+        /// The sink has accepted the stream.
+        std::function<void()> started;
+        /// The last frame has been played.
         std::function<void()> finished;
-        /// The sink is gone, or the server doesn't answer; `frame` of the file is where to go on. A little is heard
-        /// twice rather than lost.
-        std::function<void(Loss why, qint64 frame)> lost;
-        /// The file could not be read on; what could has been heard.
-        std::function<void(const QString &description)> broken;
+        /// The chosen sink is gone; resume at `frame`, which repeats a little rather than leaving a gap.
+        std::function<void(qint64 frame)> lost;
+        /// Everything else: the sink refused the stream, the server is gone or doesn't respond, the sink has stalled,
+        /// or the file couldn't be read any further (then everything readable has been played).
+        std::function<void(const RoutedAudioPlayerError &error)> failed;
     };
 
-    /// Starts playing what nobody else reads but the streams before and after, on the one thread of `readers`. Without
-    /// a device, on the system's default output, following it when it changes; with one, on that sink and no other.
+    /// Starts playing. `stretch` may be shared only with the streams before and after this one, and only if `readers`
+    /// has one thread. Without a device, plays on the system's default output and follows its changes; with one, plays
+    /// only there.
     [[nodiscard]] static base::Result<std::unique_ptr<OutputStream>, RoutedAudioPlayerError>
     open(SoundServer &server, std::optional<std::uint32_t> deviceID, QThreadPool &readers,
          const PlaybackSource::Stretch &stretch, Events events);
@@ -48,7 +48,7 @@ public:
     OutputStream(const OutputStream &) = delete;
     OutputStream &operator=(const OutputStream &) = delete;
 
-    /// The frame of the file that is heard now; nothing before the first one is.
+    /// The frame of the file that is audible now; nothing until the first one is.
     [[nodiscard]] std::optional<qint64> currentFrame() const;
 
 private:

@@ -27,7 +27,7 @@ QString sourceName(PlaybackController::AudioSource source) {
     Q_UNREACHABLE();
 }
 
-/// Where the file really lies, so that two ways to the same file compare equal.
+/// The canonical path, so that two paths to the same file compare equal.
 QString resolvedPath(const QUrl &url) {
     const QFileInfo info(url.toLocalFile());
     const QString canonical = info.canonicalFilePath();
@@ -49,43 +49,43 @@ PlaybackController::PlaybackController(SoundServer &server, base::UserDefaults &
     : QObject(parent), m_defaults(defaults), m_monitor(monitor), m_diagnostics(diagnostics), m_player(server) {
     m_player.setCompletionHandler([this] { complete(); });
     m_player.setFailureHandler([this](const RoutedAudioPlayerError &error) {
-        // A file that can't be read on says nothing about the output.
-        if (error.kind != RoutedAudioPlayerError::Kind::FileUnreadable)
-            m_diagnostics.recordRoutingFailure(error.description(),
-                                               QStringLiteral("PlaybackController.startPlayback play"));
-        fail(error);
+        failToRoute(error, QStringLiteral("PlaybackController.startPlayback play"));
     });
+    m_player.setInterruptionHandler([this] { stop(PlayheadReset::Reset); });
     m_progressTimer.setInterval(progressInterval);
     m_progressTimer.setTimerType(Qt::PreciseTimer);
     connect(&m_progressTimer, &QTimer::timeout, this, &PlaybackController::updateProgress);
 }
 
-bool PlaybackController::isCurrentGenerated(const model::LineId &line) const {
+bool PlaybackController::isCurrentGenerated(const PlaybackLineId &line) const {
     return m_lineID == line && m_source == AudioSource::Generated;
 }
 
-bool PlaybackController::isCurrentSource(const model::LineId &line) const {
+bool PlaybackController::isCurrentSource(const PlaybackLineId &line) const {
     return m_lineID == line && m_source == AudioSource::SourceRecording;
 }
 
-bool PlaybackController::isPlayingSource(const model::LineId &line) const {
+bool PlaybackController::isPlayingSource(const PlaybackLineId &line) const {
     return isCurrentSource(line) && m_isPlaying;
+}
+
+void PlaybackController::logRequest(const QString &operation, const PlaybackLine &line) const {
+    AudioDebugLogger::log(QStringLiteral("PlaybackController.%1 requested url=%2, outputUID=%3")
+                              .arg(operation, line.url.fileName(), uidText(m_defaults.outputDeviceUID())));
 }
 
 void PlaybackController::playLine(const PlaybackLine &line) {
     AudioDebugLogger::log(QStringLiteral("Generated playback requested for line %1").arg(line.id.text()));
-    AudioDebugLogger::log(QStringLiteral("PlaybackController.playLine requested url=%1, outputUID=%2")
-                              .arg(line.url.fileName(), uidText(m_defaults.outputDeviceUID())));
+    logRequest(QStringLiteral("playLine"), line);
     stop(PlayheadReset::Reset);
-    startPlayback(line, {AudioSource::Generated, {}, 0.0});
+    startPlayback(line, AudioSource::Generated, 0.0);
 }
 
 void PlaybackController::playSource(const PlaybackLine &line) {
     AudioDebugLogger::log(QStringLiteral("Source recording playback requested for line %1").arg(line.id.text()));
-    AudioDebugLogger::log(QStringLiteral("PlaybackController.playSource requested url=%1, outputUID=%2")
-                              .arg(line.url.fileName(), uidText(m_defaults.outputDeviceUID())));
+    logRequest(QStringLiteral("playSource"), line);
     stop(PlayheadReset::Reset);
-    startPlayback(line, {AudioSource::SourceRecording, {}, 0.0});
+    startPlayback(line, AudioSource::SourceRecording, 0.0);
 }
 
 void PlaybackController::playAll(const QList<PlaybackLine> &lines) {
@@ -96,9 +96,8 @@ void PlaybackController::playAll(const QList<PlaybackLine> &lines) {
     if (existing.isEmpty())
         return;
     stop(PlayheadReset::Reset);
-    m_sequenceLines = existing;
-    m_sequenceIndex = 0;
-    startPlayback(existing.constFirst(), {AudioSource::Generated, existing, 0.0});
+    m_sequence = Sequence{existing};
+    startPlayback(existing.constFirst(), AudioSource::Generated, 0.0);
 }
 
 void PlaybackController::seek(const PlaybackLine &line, double fraction) {
@@ -113,7 +112,7 @@ void PlaybackController::seek(const PlaybackLine &line, AudioSource source, doub
     const double share = std::isnan(fraction) ? 0.0 : std::clamp(fraction, 0.0, 1.0);
     if (m_lineID != line.id || m_source != source || !isSameFile(m_player.loadedURL(), line.url)) {
         stop(PlayheadReset::Reset);
-        startPlayback(line, {source, {}, share});
+        startPlayback(line, source, share);
         return;
     }
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer.seek from PlaybackController.seek fraction=%1").arg(share));
@@ -121,21 +120,11 @@ void PlaybackController::seek(const PlaybackLine &line, AudioSource source, doub
     setProgress(share);
     if (m_isPlaying)
         return;
-    // Another output may have been chosen, or the chosen one have come back under another number.
-    if (const RoutedAudioPlayer::Outcome routed = applyPersistedOutputDevice(); !routed) {
-        m_diagnostics.recordRoutingFailure(routed.error().description(),
-                                           QStringLiteral("PlaybackController.applyPersistedOutputDevice"));
-        fail(routed.error());
-        return;
-    }
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer.play from PlaybackController.seek"));
-    if (const RoutedAudioPlayer::Outcome played = m_player.play(); !played) {
-        m_diagnostics.recordRoutingFailure(played.error().description(),
-                                           QStringLiteral("PlaybackController.seek play"));
-        fail(played.error());
+    // The user may have chosen another output, or the chosen one may have a new id after reconnecting.
+    if (!route() || !play(QStringLiteral("PlaybackController.seek play")))
         return;
-    }
-    setPlaying(true);
+    setPlaying(true, m_sequence);
     m_progressTimer.start();
 }
 
@@ -143,61 +132,63 @@ void PlaybackController::stop(PlayheadReset reset) {
     m_progressTimer.stop();
     AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer.stop from PlaybackController.stop"));
     m_player.stop();
-    m_sequenceLines.clear();
-    m_sequenceIndex = 0;
-    setPlaying(false);
-    setPlayingSequence(false);
+    setPlaying(false, {});
     if (reset == PlayheadReset::Reset) {
         setLine({}, {});
         setProgress(0.0);
     }
 }
 
-void PlaybackController::startPlayback(const PlaybackLine &line, const Start &start) {
-    const QString source = sourceName(start.source);
+void PlaybackController::startPlayback(const PlaybackLine &line, AudioSource source, double fraction) {
+    const QString sourceText = sourceName(source);
     const QString file = line.url.fileName();
-    AudioDebugLogger::log(QStringLiteral("Starting RoutedAudioPlayer playback source=%1 file=%2").arg(source, file));
+    AudioDebugLogger::log(
+        QStringLiteral("Starting RoutedAudioPlayer playback source=%1 file=%2").arg(sourceText, file));
     AudioDebugLogger::log(
         QStringLiteral("RoutedAudioPlayer.load from PlaybackController.startPlayback source=%1 file=%2")
-            .arg(source, file));
+            .arg(sourceText, file));
     if (const RoutedAudioPlayer::Outcome loaded = m_player.load(line.url); !loaded) {
         AudioDebugLogger::log(QStringLiteral("PlaybackController ERROR: RoutedAudioPlayer load failed %1")
                                   .arg(loaded.error().description()));
         fail(loaded.error());
         return;
     }
-    if (const RoutedAudioPlayer::Outcome routed = applyPersistedOutputDevice(); !routed) {
-        AudioDebugLogger::log(QStringLiteral("PlaybackController ERROR: RoutedAudioPlayer output routing failed %1")
-                                  .arg(routed.error().description()));
-        m_diagnostics.recordRoutingFailure(routed.error().description(),
-                                           QStringLiteral("PlaybackController.applyPersistedOutputDevice"));
-        fail(routed.error());
+    if (!route())
         return;
-    }
-    if (start.fraction > 0.0) {
+    if (fraction > 0.0) {
         AudioDebugLogger::log(
             QStringLiteral("RoutedAudioPlayer.seek before PlaybackController.startPlayback play fraction=%1")
-                .arg(start.fraction));
-        m_player.seek(start.fraction);
+                .arg(fraction));
+        m_player.seek(fraction);
     }
-    setProgress(start.fraction);
-    setLine(start.source == AudioSource::Preview ? std::nullopt : std::optional(line.id), start.source);
+    setProgress(fraction);
+    setLine(source == AudioSource::Preview ? std::nullopt : std::optional(line.id), source);
     AudioDebugLogger::log(
-        QStringLiteral("RoutedAudioPlayer.play from PlaybackController.startPlayback source=%1").arg(source));
-    if (const RoutedAudioPlayer::Outcome played = m_player.play(); !played) {
+        QStringLiteral("RoutedAudioPlayer.play from PlaybackController.startPlayback source=%1").arg(sourceText));
+    if (!play(QStringLiteral("PlaybackController.startPlayback play")))
+        return;
+    setPlaying(true, m_sequence);
+    m_progressTimer.start();
+}
+
+bool PlaybackController::route() {
+    const RoutedAudioPlayer::Outcome routed = applyPersistedOutputDevice();
+    if (!routed) {
+        AudioDebugLogger::log(QStringLiteral("PlaybackController ERROR: RoutedAudioPlayer output routing failed %1")
+                                  .arg(routed.error().description()));
+        failToRoute(routed.error(), QStringLiteral("PlaybackController.applyPersistedOutputDevice"));
+    }
+    return routed.hasValue();
+}
+
+bool PlaybackController::play(const QString &context) {
+    const RoutedAudioPlayer::Outcome played = m_player.play();
+    if (!played) {
         AudioDebugLogger::log(
             QStringLiteral("PlaybackController ERROR: RoutedAudioPlayer failed %1").arg(played.error().description()));
-        m_diagnostics.recordRoutingFailure(played.error().description(),
-                                           QStringLiteral("PlaybackController.startPlayback play"));
-        fail(played.error());
-        return;
+        failToRoute(played.error(), context);
     }
-    setPlaying(true);
-    if (!start.sequence.isEmpty()) {
-        m_sequenceLines = start.sequence;
-        setPlayingSequence(true);
-    }
-    m_progressTimer.start();
+    return played.hasValue();
 }
 
 RoutedAudioPlayer::Outcome PlaybackController::applyPersistedOutputDevice() {
@@ -233,25 +224,27 @@ void PlaybackController::updateProgress() {
 
 void PlaybackController::complete() {
     m_progressTimer.stop();
-    if (!m_isPlayingSequence) {
+    if (!m_sequence) {
         stop(PlayheadReset::Reset);
         return;
     }
-    if (m_sequenceIndex + 1 < m_sequenceLines.size()) {
-        ++m_sequenceIndex;
-        const PlaybackLine next = m_sequenceLines.at(m_sequenceIndex);
-        startPlayback(next, {AudioSource::Generated, m_sequenceLines, 0.0});
+    if (m_sequence->index + 1 < m_sequence->lines.size()) {
+        const PlaybackLine next = m_sequence->lines.at(++m_sequence->index);
+        startPlayback(next, AudioSource::Generated, 0.0);
         return;
     }
-    const auto first = m_sequenceLines.isEmpty() ? std::nullopt : std::optional(m_sequenceLines.constFirst().id);
+    const PlaybackLineId first = m_sequence->lines.constFirst().id;
     m_player.stop();
-    m_sequenceLines.clear();
-    m_sequenceIndex = 0;
-    setPlaying(false);
-    setPlayingSequence(false);
-    // The playhead goes back to where the sequence began, where the next one would start.
+    setPlaying(false, {});
+    // The playhead returns to the first line, where the next Play All would start.
     setLine(first, AudioSource::Generated);
     setProgress(0.0);
+}
+
+void PlaybackController::failToRoute(const RoutedAudioPlayerError &error, const QString &context) {
+    if (error.concernsRouting())
+        m_diagnostics.recordRoutingFailure(error.description(), context);
+    fail(error);
 }
 
 void PlaybackController::fail(const RoutedAudioPlayerError &error) {
@@ -260,7 +253,7 @@ void PlaybackController::fail(const RoutedAudioPlayerError &error) {
     Q_EMIT playbackFailed(description);
 }
 
-void PlaybackController::setLine(const std::optional<model::LineId> &line, std::optional<AudioSource> source) {
+void PlaybackController::setLine(const std::optional<PlaybackLineId> &line, std::optional<AudioSource> source) {
     const bool lineDiffers = m_lineID != line;
     const bool sourceDiffers = m_source != source;
     m_lineID = line;
@@ -271,18 +264,15 @@ void PlaybackController::setLine(const std::optional<model::LineId> &line, std::
         Q_EMIT currentAudioSourceChanged();
 }
 
-void PlaybackController::setPlaying(bool isPlaying) {
-    if (m_isPlaying != isPlaying) {
-        m_isPlaying = isPlaying;
+void PlaybackController::setPlaying(bool isPlaying, std::optional<Sequence> sequence) {
+    const bool wasPlaying = m_isPlaying;
+    const bool wasPlayingSequence = isPlayingSequence();
+    m_isPlaying = isPlaying;
+    m_sequence = std::move(sequence);
+    if (wasPlaying != m_isPlaying)
         Q_EMIT isPlayingChanged();
-    }
-}
-
-void PlaybackController::setPlayingSequence(bool isPlayingSequence) {
-    if (m_isPlayingSequence != isPlayingSequence) {
-        m_isPlayingSequence = isPlayingSequence;
+    if (wasPlayingSequence != isPlayingSequence())
         Q_EMIT isPlayingSequenceChanged();
-    }
 }
 
 void PlaybackController::setProgress(double progress) {

@@ -6,10 +6,9 @@
 #include <QtCore/QList>
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
-#include <QtCore/QUrl>
 
+#include "audio/playback/PlaybackLine.h"
 #include "audio/playback/RoutedAudioPlayer.h"
-#include "model/Ids.h"
 
 namespace orlenta::base {
 class UserDefaults;
@@ -20,19 +19,11 @@ namespace orlenta::audio {
 class AudioDeviceMonitor;
 class OutputRoutingDiagnostics;
 
-/// One line's audio to play.
-struct PlaybackLine {
-    model::LineId id;
-    QUrl url;
-
-    friend bool operator==(const PlaybackLine &, const PlaybackLine &) = default;
-};
-
-/// What a stop does with the playhead.
+/// What stopping does to the playhead.
 enum class PlayheadReset { KeepPlace, Reset };
 
-/// Decides what one project window plays: a line's take, its direction audio, or a row of lines. Asks for the chosen
-/// output anew before each playback. Main thread.
+/// Controls playback in one project window: a line's take, its direction audio, or a sequence of lines. Looks up the
+/// chosen output before each playback. Stops when a recording starts. Main thread.
 class PlaybackController final : public QObject {
     Q_OBJECT
 public:
@@ -43,24 +34,24 @@ public:
     PlaybackController(SoundServer &server, base::UserDefaults &defaults, AudioDeviceMonitor &monitor,
                        OutputRoutingDiagnostics &diagnostics, QObject *parent = nullptr);
 
-    /// The line of the playhead; it can stay set while nothing plays.
-    [[nodiscard]] const std::optional<model::LineId> &currentlyPlayingLineID() const { return m_lineID; }
+    /// The line at the playhead; can be set while nothing plays.
+    [[nodiscard]] const std::optional<PlaybackLineId> &currentlyPlayingLineID() const { return m_lineID; }
     [[nodiscard]] std::optional<AudioSource> currentAudioSource() const { return m_source; }
     [[nodiscard]] bool isPlaying() const { return m_isPlaying; }
-    [[nodiscard]] bool isPlayingSequence() const { return m_isPlayingSequence; }
-    /// Share of the file that has been heard, 0 to 1.
+    [[nodiscard]] bool isPlayingSequence() const { return m_isPlaying && m_sequence; }
+    /// Share of the file that has been played, 0 to 1.
     [[nodiscard]] double playbackProgress() const { return m_progress; }
-    [[nodiscard]] bool isCurrentGenerated(const model::LineId &line) const;
-    [[nodiscard]] bool isCurrentSource(const model::LineId &line) const;
-    [[nodiscard]] bool isPlayingSource(const model::LineId &line) const;
+    [[nodiscard]] bool isCurrentGenerated(const PlaybackLineId &line) const;
+    [[nodiscard]] bool isCurrentSource(const PlaybackLineId &line) const;
+    [[nodiscard]] bool isPlayingSource(const PlaybackLineId &line) const;
 
     void playLine(const PlaybackLine &line);
     void playSource(const PlaybackLine &line);
-    /// Plays those of the lines whose file exists, one after the other. With none, what plays goes on.
+    /// Plays the lines in order, skipping those without a file. If none has one, current playback continues.
     void playAll(const QList<PlaybackLine> &lines);
-    /// Plays the line's take from `fraction` of it on, 0 to 1, whatever played before.
+    /// Plays the line's take from `fraction` (0 to 1) of its length.
     void seek(const PlaybackLine &line, double fraction);
-    /// The same for the line's direction audio.
+    /// Plays the line's direction audio from `fraction` (0 to 1) of its length.
     void seekSource(const PlaybackLine &line, double fraction);
     void stop(PlayheadReset reset);
 
@@ -70,25 +61,29 @@ Q_SIGNALS:
     void isPlayingChanged();
     void isPlayingSequenceChanged();
     void playbackProgressChanged();
-    /// Playback could not go on, for the reason given; everything has stopped. Shown under "Playback Failed".
+    /// Playback failed and has stopped. The window shows the description under "Playback Failed".
     void playbackFailed(const QString &description);
 
 private:
-    struct Start {
-        AudioSource source = AudioSource::Generated;
-        QList<PlaybackLine> sequence;
-        double fraction = 0.0;
+    /// A running Play All.
+    struct Sequence {
+        QList<PlaybackLine> lines;
+        qsizetype index = 0;
     };
 
+    void logRequest(const QString &operation, const PlaybackLine &line) const;
     void seek(const PlaybackLine &line, AudioSource source, double fraction);
-    void startPlayback(const PlaybackLine &line, const Start &start);
+    void startPlayback(const PlaybackLine &line, AudioSource source, double fraction);
+    /// Return whether they succeeded; they have already reported a failure. `context` is for the diagnostics.
+    bool route();
+    bool play(const QString &context);
     RoutedAudioPlayer::Outcome applyPersistedOutputDevice();
     void updateProgress();
     void complete();
+    void failToRoute(const RoutedAudioPlayerError &error, const QString &context);
     void fail(const RoutedAudioPlayerError &error);
-    void setLine(const std::optional<model::LineId> &line, std::optional<AudioSource> source);
-    void setPlaying(bool isPlaying);
-    void setPlayingSequence(bool isPlayingSequence);
+    void setLine(const std::optional<PlaybackLineId> &line, std::optional<AudioSource> source);
+    void setPlaying(bool isPlaying, std::optional<Sequence> sequence);
     void setProgress(double progress);
 
     base::UserDefaults &m_defaults;
@@ -96,13 +91,11 @@ private:
     OutputRoutingDiagnostics &m_diagnostics;
     RoutedAudioPlayer m_player;
     QTimer m_progressTimer;
-    std::optional<model::LineId> m_lineID;
+    std::optional<PlaybackLineId> m_lineID;
     std::optional<AudioSource> m_source;
     bool m_isPlaying = false;
-    bool m_isPlayingSequence = false;
     double m_progress = 0.0;
-    QList<PlaybackLine> m_sequenceLines;
-    qsizetype m_sequenceIndex = 0;
+    std::optional<Sequence> m_sequence;
 };
 
 } // namespace orlenta::audio

@@ -11,9 +11,9 @@ namespace orlenta::audio {
 
 namespace {
 
-/// How much is read ahead.
+/// How far to read ahead.
 constexpr auto feedLength = std::chrono::milliseconds(1000);
-/// How much is read at a time; what is read is there to be taken at once.
+/// Block size; each block can be taken as soon as it has been read.
 constexpr qsizetype feedBlockFrames = 2048;
 
 } // namespace
@@ -26,11 +26,11 @@ struct PlaybackFeed::Shared {
                               2 * feedBlockFrames))) {}
 
     const std::size_t channels;
-    /// Read by whoever fills.
+    /// Used only by the thread that fills the ring.
     PlaybackSource source;
 
     std::mutex guard;
-    /// Samples; `count` of them lie ready from `begin` on.
+    /// Ring buffer; `count` samples are available from `begin`.
     std::vector<float> ring;
     std::size_t begin = 0;
     std::size_t count = 0;

@@ -12,18 +12,18 @@ class QThreadPool;
 
 namespace orlenta::audio {
 
-/// Reads a file ahead of what is played, on a thread of a pool, so that a slow disk or a long way to the start of a
-/// stretch never holds up the sound server's thread. Destroying it waits for nothing.
+/// Reads a file ahead of playback on a pool thread, so that a slow disk or a long seek never blocks the sound server's
+/// thread. The destructor doesn't wait.
 class PlaybackFeed final {
 public:
-    /// What take() got.
+    /// Result of take().
     struct Taken {
         qsizetype frames = 0;
-        /// Nothing will come any more.
+        /// No more frames will follow.
         bool isEnd = false;
     };
 
-    /// Reading begins at once. A pool of one thread lets several feeds follow each other over one reader.
+    /// Starts reading immediately. With a pool of one thread, consecutive feeds can share one reader.
     PlaybackFeed(QThreadPool &readers, PlaybackSource source);
     ~PlaybackFeed();
     PlaybackFeed(const PlaybackFeed &) = delete;
@@ -31,12 +31,12 @@ public:
 
     [[nodiscard]] int channelCount() const;
     [[nodiscard]] double deviceRate() const;
-    /// The file's frame that is heard `seconds` after the start. Any thread.
+    /// The file's frame that plays `seconds` after the start. Any thread.
     [[nodiscard]] qint64 fileFrame(double seconds) const;
 
-    /// Fills `samples`, interleaved, with what has been read, as far as that goes. One thread at a time.
+    /// Moves available interleaved samples into `samples`. One thread at a time.
     [[nodiscard]] Taken take(std::span<float> samples);
-    /// Why reading ended before the end of the file, in a sentence for the user; nothing when it did not. Any thread.
+    /// If reading failed before the end of the file, the error message for the user. Any thread.
     [[nodiscard]] std::optional<QString> failure() const;
 
 private:

@@ -42,16 +42,22 @@ base::Result<qsizetype, AudioFileError> PlaybackSource::readUnfaded(std::span<fl
             return base::fail(opened.error());
         m_isOpened = true;
     }
-    if (!m_converter)
-        return m_reader->readFrames(samples);
-    m_converted.resize(samples.size());
-    auto frames = m_converter->readFrames(m_converted);
+    auto frames = m_converter ? readConverted(samples) : m_reader->readFrames(samples);
     if (!frames)
         return frames;
-    const auto filled = static_cast<std::ptrdiff_t>(*frames) * channelCount();
-    // Band-limiting may overshoot full scale; sinks would clip that, each in a way of its own.
-    std::transform(m_converted.begin(), m_converted.begin() + filled, samples.begin(),
-                   [](double sample) { return static_cast<float>(std::clamp(sample, -1.0, 1.0)); });
+    // Resampling can overshoot full scale, and floating-point files can exceed it. Clip here; sinks differ in how they
+    // do it.
+    for (float &sample : samples.first(static_cast<std::size_t>(*frames * channelCount())))
+        sample = std::clamp(sample, -1.0F, 1.0F);
+    return frames;
+}
+
+base::Result<qsizetype, AudioFileError> PlaybackSource::readConverted(std::span<float> samples) {
+    m_converted.resize(samples.size());
+    auto frames = m_converter->readFrames(m_converted);
+    if (frames)
+        std::transform(m_converted.begin(), m_converted.begin() + *frames * channelCount(), samples.begin(),
+                       [](double sample) { return static_cast<float>(sample); });
     return frames;
 }
 

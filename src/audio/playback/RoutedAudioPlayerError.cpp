@@ -1,5 +1,7 @@
 #include "audio/playback/RoutedAudioPlayerError.h"
 
+#include <pulse/def.h>
+
 namespace orlenta::audio {
 
 RoutedAudioPlayerError RoutedAudioPlayerError::fileUnreadable(const QString &description) {
@@ -8,6 +10,14 @@ RoutedAudioPlayerError RoutedAudioPlayerError::fileUnreadable(const QString &des
 
 RoutedAudioPlayerError RoutedAudioPlayerError::soundServerUnavailable(const QString &reason) {
     return {Kind::SoundServerUnavailable, 0, 0, reason};
+}
+
+bool RoutedAudioPlayerError::isOutputGone() const {
+    return kind == Kind::AudioUnitSetPropertyFailed && status == PA_ERR_NOENTITY;
+}
+
+bool RoutedAudioPlayerError::concernsRouting() const {
+    return kind != Kind::FileUnreadable && kind != Kind::RecordingRuns;
 }
 
 QString RoutedAudioPlayerError::description() const {
@@ -31,6 +41,14 @@ QString RoutedAudioPlayerError::description() const {
                                     : QStringLiteral("The sound server is not available: %1").arg(underlying);
     case Kind::NoOutput:
         return QStringLiteral("There is no sound output to play through.");
+    case Kind::ServerSilent:
+        return QStringLiteral("The sound server has stopped responding.");
+    case Kind::OutputStalled:
+        return QStringLiteral("The sound output has stopped responding.");
+    case Kind::PlaybackEnded:
+        return QStringLiteral("The sound server ended the playback.");
+    case Kind::RecordingRuns:
+        return QStringLiteral("Playback isn't possible during a recording.");
     }
     Q_UNREACHABLE();
 }

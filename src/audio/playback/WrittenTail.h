@@ -7,19 +7,17 @@
 
 namespace orlenta::audio {
 
-/// The last of what was sent to an output, so that a stop can let the sound fall away instead of cutting it, which
-/// clicks. One thread at a time.
+/// Keeps the audio last sent to an output, so that stopping can fade it out instead of clicking. One thread at a time.
 class WrittenTail final {
 public:
     /// Keeps the last `frames` frames of `channelCount` interleaved channels.
     WrittenTail(int channelCount, qint64 frames);
 
     void append(std::span<const float> samples);
-    /// All frames that were ever appended.
+    /// Total number of frames appended.
     [[nodiscard]] qint64 writtenFrames() const { return m_written; }
-    /// What to send in the place of everything from `frame` on, counted from the first ever appended: the same sound,
-    /// falling to nothing over `fadeFrames`, then silence up to the end. Empty when that is not kept any more, or not
-    /// yet there.
+    /// Replacement for everything from `frame`, counted from the first frame appended: the same audio faded out over
+    /// `fadeFrames`, then silence up to the end. Empty if `frame` is no longer kept or not yet written.
     [[nodiscard]] std::vector<float> fadedFrom(qint64 frame, qint64 fadeFrames) const;
 
 private:

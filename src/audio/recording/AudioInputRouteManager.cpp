@@ -103,7 +103,7 @@ std::optional<AppliedInputRoute> AudioInputRouteManager::applySelectedInputDevic
     AudioDebugLogger::log(
         ofTarget(QStringLiteral("AudioRecorder applying input device: uid=%1, name=%2, audioDeviceID=%3")));
     if (!m_defaults.setPendingInputRouteRestoreDeviceUID(previous.uid)) {
-        // Not on disk, but still in memory, where the next refresh would take it for a change to undo.
+        // It isn't on disk but still in memory, and the next refresh would take it for a change to undo.
         m_defaults.setPendingInputRouteRestoreDeviceUID({});
         return refuse(
             QStringLiteral("AudioRecorder could not note the way back, falling back without changing routing"));
@@ -111,7 +111,7 @@ std::optional<AppliedInputRoute> AudioInputRouteManager::applySelectedInputDevic
     const auto changed =
         setDefaultInputDevice(target->deviceID, QStringLiteral("AudioRecorder.applySelectedInputDeviceForRecording"));
     if (!changed) {
-        // What the server did not answer in time it may still do, and then the next refresh has to put it back.
+        // If the server didn't answer in time it may still make the change; then the next refresh must undo it.
         if (changed.error().kind == DefaultSourceFailure::Kind::Refused)
             m_defaults.setPendingInputRouteRestoreDeviceUID({});
         return refuse(QStringLiteral("AudioRecorder failed to apply chosen input device, falling back to previous "

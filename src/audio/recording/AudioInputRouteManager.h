@@ -19,7 +19,7 @@ namespace orlenta::audio {
 class AudioDeviceMonitor;
 class SoundServer;
 
-/// One change of the system's default input, and the way back.
+/// A change of the system's default input, with everything needed to undo it.
 struct AppliedInputRoute {
     std::uint32_t previousDeviceID = 0;
     QString previousDeviceName;
@@ -29,29 +29,31 @@ struct AppliedInputRoute {
     QString targetDeviceUID;
 };
 
-/// Changes the system's default input for the length of a take and puts it back. The former one's UID is on disk before
-/// anything changes and stays there until it is the default again, so that neither a crash nor an unplugged device
-/// leaves the user on the wrong microphone. One for the application, since there is room for one UID. Main thread.
+/// Changes the system's default input for the duration of a take, then restores it. Stores the previous default's UID
+/// on disk before the change and keeps it there until that input is the default again, so that neither a crash nor an
+/// unplugged device leaves the user on the wrong microphone. One instance per application, because only one UID can be
+/// stored. Main thread.
 class AudioInputRouteManager final : public QObject {
     Q_OBJECT
 public:
     AudioInputRouteManager(SoundServer &server, base::UserDefaults &defaults, QObject *parent = nullptr);
 
-    /// Takes up a postponed return at each refresh of the device list, when the missing device may be back.
+    /// Retries a pending restore at every refresh of the device list, in case the missing device is back.
     void followRefreshes(const AudioDeviceMonitor &monitor);
 
-    /// The chosen input, when it is there.
+    /// The chosen input, if it exists.
     [[nodiscard]] std::optional<AudioDeviceInfo> selectedInputDevice() const;
     void logSelectedInputDevice(const QString &context) const;
     [[nodiscard]] std::optional<std::uint32_t> currentDefaultInputDevice() const;
-    /// Succeeds once it is the default.
+    /// Returns success once the device is the default.
     base::Result<void, DefaultSourceFailure> setDefaultInputDevice(std::uint32_t deviceID, const QString &context);
 
-    /// Makes the chosen input the default. Without a route nothing has changed and there is nothing to restore.
+    /// Makes the chosen input the default. Returns nothing if nothing was changed, so there is nothing to restore.
     [[nodiscard]] std::optional<AppliedInputRoute> applySelectedInputDeviceForRecording();
     void restoreAppliedInputRoute(const AppliedInputRoute &route, const QString &context);
     void markAppliedInputRouteInactive();
-    /// Puts back what an earlier run, or a device that was missing, left changed. `context` is for the log.
+    /// Restores a default that an earlier run left changed or that a missing device kept from being restored. `context`
+    /// is for the log.
     void restorePendingDefaultInputIfNeeded(const QString &context);
 
 private:

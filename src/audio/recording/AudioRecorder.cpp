@@ -8,10 +8,9 @@
 
 #include "audio/devices/AudioDebugLogger.h"
 #include "audio/devices/SoundServer.h"
-#include "audio/playback/RoutedAudioPlayer.h"
 #include "audio/recording/MicrophonePermission.h"
 #include "audio/recording/RecordingWriter.h"
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
 #include "base/UserDefaults.h"
 
 namespace orlenta::audio {
@@ -33,7 +32,7 @@ QString newRecordingPath() {
 } // namespace
 
 void AudioRecorder::RecorderDeleter::operator()(FileRecorder *recorder) const {
-    // It may be its own signal that ends it.
+    // May run inside the recorder's own signal: delete later.
     recorder->disconnect();
     recorder->deleteLater();
 }
@@ -57,10 +56,25 @@ AudioRecorder::~AudioRecorder() {
     restoreRoute(QStringLiteral("AudioRecorder.deinit"));
 }
 
+bool AudioRecorder::isStarting() const {
+    return m_state == State::AwaitingAccess || m_state == State::Opening || m_state == State::OpeningDefault ||
+           m_state == State::FinishingBeforeNext;
+}
+
 void AudioRecorder::startRecording() {
     const MicrophoneAuthorization status = m_parts.permission.authorizationStatus();
     AudioDebugLogger::log(QStringLiteral("AudioRecorder microphone authorization before recording: %1")
                               .arg(AudioDebugLogger::microphoneAuthorizationDescription(status)));
+    if (m_state == State::Finishing) {
+        setErrorMessage({});
+        setState(State::FinishingBeforeNext);
+        stopPlayback();
+        return;
+    }
+    if (m_state != State::Idle) {
+        refuseReentry();
+        return;
+    }
     switch (status) {
     case MicrophoneAuthorization::Restricted:
     case MicrophoneAuthorization::Denied:
@@ -81,17 +95,18 @@ void AudioRecorder::startRecording() {
 }
 
 void AudioRecorder::requestAccess() {
-    m_isAwaitingAccess = true;
+    setState(State::AwaitingAccess);
     m_parts.permission.requestAccess(this, [this, request = ++m_accessRequest](bool isGranted) {
-        if (request != m_accessRequest || !std::exchange(m_isAwaitingAccess, false))
+        if (request != m_accessRequest || m_state != State::AwaitingAccess)
             return;
+        setState(State::Idle);
         if (isGranted)
             beginRecording();
         else if (m_parts.server.state() == SoundServer::State::Unavailable)
             setErrorMessage(QStringLiteral("Couldn't start recording. The sound server is not available."));
         else
             deny(QStringLiteral("Microphone permission denied. Check System Settings > Privacy > Microphone"));
-        if (!m_audioRecorder)
+        if (m_state == State::Idle)
             Q_EMIT takeEnded();
     });
 }
@@ -101,25 +116,29 @@ void AudioRecorder::deny(const QString &message) {
     setErrorMessage(message);
 }
 
+void AudioRecorder::refuseReentry() {
+    setErrorMessage(QStringLiteral("Recording is already in progress."));
+    AudioDebugLogger::log(
+        QStringLiteral(
+            "AudioRecorder beginRecording refused re-entry: isRecording=%1, hasRecorder=%2, hasAppliedRoute=%3")
+            .arg(inWords(isRecording()), inWords(m_audioRecorder != nullptr),
+                 inWords(m_appliedInputRoute.has_value())));
+}
+
 void AudioRecorder::beginRecording() {
-    if (m_isRecording || m_audioRecorder || m_appliedInputRoute) {
-        setErrorMessage(QStringLiteral("Recording is already in progress."));
-        AudioDebugLogger::log(
-            QStringLiteral(
-                "AudioRecorder beginRecording refused re-entry: isRecording=%1, hasRecorder=%2, hasAppliedRoute=%3")
-                .arg(inWords(m_isRecording), inWords(m_audioRecorder != nullptr),
-                     inWords(m_appliedInputRoute.has_value())));
-        return;
-    }
     setErrorMessage({});
     setPermissionDenied(false);
     m_parts.routes.logSelectedInputDevice(QStringLiteral("AudioRecorder.beginRecording"));
-    if (m_isPlaying)
-        stopPlayback();
-    m_isUserInitiatedStop = false;
-    m_isThroughDefault = false;
     setRecordingDuration(0.0);
+    setState(State::Opening);
+    stopPlayback();
     record(chosenSource());
+}
+
+/// The microphone would pick up playback, so stop it by taking the microphone.
+void AudioRecorder::stopPlayback() {
+    AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer.stop from AudioRecorder.stopPlayback"));
+    m_parts.server.microphone().take(this, [this] { stopRecording(); });
 }
 
 InputStream::Source AudioRecorder::chosenSource() const {
@@ -139,7 +158,7 @@ InputStream::Source AudioRecorder::chosenSource() const {
 
 InputStream::Source AudioRecorder::defaultSource() const {
     const SoundDeviceTable table = m_parts.server.devices();
-    // The default's own name: a stream on "the default" would be moved along when that changes in mid-take.
+    // Use the default's real name: the server would move a stream on "the default" if that changed during the take.
     const SoundDevice *device = table.findInput(table.defaultInputUID);
     return {table.defaultInputUID.toUtf8(), device ? device->sampleRate : RecordingWriter::format.sampleRate};
 }
@@ -147,7 +166,7 @@ InputStream::Source AudioRecorder::defaultSource() const {
 void AudioRecorder::record(const InputStream::Source &source) {
     auto made = FileRecorder::create(m_parts.server, source, newRecordingPath());
     if (!made) {
-        const QString why = made.error().description();
+        const QString why = made.error().withoutName().description();
         failToStart(QStringLiteral("Recording error: %1").arg(why),
                     QStringLiteral("AudioRecorder ERROR: AVAudioRecorder init threw error=%1").arg(why),
                     QStringLiteral("AVAudioRecorder init threw"));
@@ -157,11 +176,9 @@ void AudioRecorder::record(const InputStream::Source &source) {
     FileRecorder *recorder = m_audioRecorder.get();
     connect(recorder, &FileRecorder::started, this, &AudioRecorder::handleStarted);
     connect(recorder, &FileRecorder::refused, this, &AudioRecorder::handleRefused);
-    connect(recorder, &FileRecorder::finished, this, [this, recorder](bool isSuccessful) {
-        setRecordingDuration(recorder->currentTime());
+    connect(recorder, &FileRecorder::finished, this, [this](bool isSuccessful) {
         handleRecordingFinished(
-            recorder->url(), isSuccessful,
-            QStringLiteral("audioRecorderDidFinishRecording successfully=%1").arg(inWords(isSuccessful)));
+            isSuccessful, QStringLiteral("audioRecorderDidFinishRecording successfully=%1").arg(inWords(isSuccessful)));
     });
     connect(recorder, &FileRecorder::encodeErrorOccurred, this, &AudioRecorder::handleEncodeError);
     if (const auto recording = recorder->record(); !recording)
@@ -169,10 +186,10 @@ void AudioRecorder::record(const InputStream::Source &source) {
 }
 
 void AudioRecorder::handleStarted() {
-    if (m_isUserInitiatedStop)
+    if (m_state != State::Opening && m_state != State::OpeningDefault)
         return;
     setErrorMessage({});
-    setRecording(true);
+    setState(State::Recording);
     m_recordingTimer.start();
     for (int poll = 1; poll <= statePollCount; ++poll)
         QTimer::singleShot(poll * statePollStep, this, &AudioRecorder::pollState);
@@ -186,7 +203,6 @@ void AudioRecorder::pollState() const {
 }
 
 void AudioRecorder::handleRefused(FileRecorder::Refusal why, const QString &reason) {
-    clearRecorder();
     switch (why) {
     case FileRecorder::Refusal::Forbidden:
         m_parts.permission.noteRefusal();
@@ -195,17 +211,16 @@ void AudioRecorder::handleRefused(FileRecorder::Refusal why, const QString &reas
                     QStringLiteral("AudioRecorder ERROR: record returned false, error=%1").arg(reason),
                     QStringLiteral("record returned false"));
         return;
+    case FileRecorder::Refusal::Unanswered:
+        failToStart(QStringLiteral("Couldn't start recording. The sound server has stopped responding."),
+                    QStringLiteral("AudioRecorder ERROR: prepare returned false, error=%1").arg(reason),
+                    QStringLiteral("prepareToRecord failed"));
+        return;
     case FileRecorder::Refusal::Unavailable:
         break;
     }
-    // What the server won't open by its name it may still give as its default input; and a chosen input that has just
-    // gone means the default without an error.
-    if (!m_isUserInitiatedStop && !std::exchange(m_isThroughDefault, true)) {
-        m_appliedInputRoute = m_parts.routes.applySelectedInputDeviceForRecording();
-        const SoundDeviceTable table = m_parts.server.devices();
-        const SoundDevice *target =
-            table.findInput(m_appliedInputRoute ? m_appliedInputRoute->targetDeviceUID : table.defaultInputUID);
-        record({"@DEFAULT_SOURCE@", target ? target->sampleRate : RecordingWriter::format.sampleRate});
+    if (m_state == State::Opening) {
+        recordThroughDefault();
         return;
     }
     failToStart(QStringLiteral("Couldn't start recording. Check your microphone and try again."),
@@ -213,68 +228,95 @@ void AudioRecorder::handleRefused(FileRecorder::Refusal why, const QString &reas
                 QStringLiteral("prepareToRecord failed"));
 }
 
+// The server may open as its default input what it refuses to open by name. And if the chosen input has just
+// disappeared, record from the default without an error.
+void AudioRecorder::recordThroughDefault() {
+    setState(State::OpeningDefault);
+    m_appliedInputRoute = m_parts.routes.applySelectedInputDeviceForRecording();
+    const SoundDeviceTable table = m_parts.server.devices();
+    const SoundDevice *target =
+        table.findInput(m_appliedInputRoute ? m_appliedInputRoute->targetDeviceUID : table.defaultInputUID);
+    record({"@DEFAULT_SOURCE@", target ? target->sampleRate : RecordingWriter::format.sampleRate});
+}
+
 void AudioRecorder::failToStart(const QString &message, const QString &logLine, const QString &context) {
+    endTake();
     setErrorMessage(message);
     AudioDebugLogger::log(logLine);
     restoreRoute(context);
 }
 
 void AudioRecorder::callOff() {
-    m_isAwaitingAccess = false;
     if (m_audioRecorder)
         m_audioRecorder->discard();
-    clearRecorder();
+    endTake();
     restoreRoute(QStringLiteral("AudioRecorder.stopRecording"));
 }
 
 void AudioRecorder::stopRecording() {
     m_recordingTimer.stop();
-    if (m_isAwaitingAccess) {
-        callOff();
-        return;
-    }
-    if (!m_audioRecorder) {
+    switch (m_state) {
+    case State::Idle:
         AudioDebugLogger::log(QStringLiteral("AudioRecorder: stopRecording called but no audioRecorder exists"));
         restoreRoute(QStringLiteral("stopRecording without recorder"));
         return;
-    }
-    // One that has sound already was just not told of yet.
-    if (isStarting() && m_audioRecorder->currentTime() == 0.0) {
+    case State::AwaitingAccess:
         callOff();
         return;
+    case State::Finishing:
+    case State::FinishingBeforeNext:
+        setState(State::Finishing);
+        return;
+    case State::Opening:
+    case State::OpeningDefault:
+        // If audio has arrived, recording has started; `started` is still queued.
+        if (m_audioRecorder->currentTime() == 0.0) {
+            callOff();
+            return;
+        }
+        break;
+    case State::Recording:
+        break;
     }
     setRecordingDuration(m_audioRecorder->currentTime());
-    m_isUserInitiatedStop = true;
     m_audioRecorder->stop();
-    setRecording(false);
+    setState(State::Finishing);
     restoreRoute(QStringLiteral("AudioRecorder.stopRecording"));
 }
 
-void AudioRecorder::handleRecordingFinished(const QUrl &url, bool isSuccessful, const QString &context) {
-    clearRecorder();
-    const bool isUserInitiatedStop = std::exchange(m_isUserInitiatedStop, false);
+void AudioRecorder::handleRecordingFinished(bool isSuccessful, const QString &context) {
+    const bool isEndedBySomebody = m_state == State::Finishing || m_state == State::FinishingBeforeNext;
+    const bool isNextWanted = m_state == State::FinishingBeforeNext;
+    const QUrl url = m_audioRecorder->url();
+    const double duration = m_audioRecorder->currentTime();
+    setRecordingDuration(duration);
+    const QString complaint = endTake();
+    setRecordedURL(isSuccessful ? url : QUrl());
+    restoreRoute(context);
+    if (isEndedBySomebody)
+        logSavedFile(url);
     if (!isSuccessful) {
-        setRecordedURL({});
-        setErrorMessage(QStringLiteral("Recording failed before the audio file could be saved."));
+        setErrorMessage(complaint.isEmpty() ? QStringLiteral("Recording failed before the audio file could be saved.")
+                                            : complaint);
         AudioDebugLogger::log(
             QStringLiteral("AudioRecorder ERROR: AVAudioRecorder finished unsuccessfully; not publishing URL=%1")
                 .arg(url.fileName()));
+    } else if (isEndedBySomebody) {
+        Q_EMIT recordingFinished(duration, url);
     } else {
-        setRecordedURL(url);
+        deliver(duration, url, complaint);
     }
-    restoreRoute(context);
-    if (isUserInitiatedStop)
-        logSavedFile(url);
-    if (!isSuccessful)
-        return;
-    if (isUserInitiatedStop) {
-        Q_EMIT recordingFinished(m_recordingDuration, url);
-        return;
-    }
+    if (isNextWanted)
+        startRecording();
+}
+
+void AudioRecorder::deliver(double duration, const QUrl &url, const QString &complaint) {
     AudioDebugLogger::log(
         QStringLiteral("AudioRecorder recording ended spontaneously; delivering partial take via onSpontaneousFinish"));
     if (m_onSpontaneousFinish)
-        m_onSpontaneousFinish(m_recordingDuration, url);
+        m_onSpontaneousFinish(duration, url);
+    if (!complaint.isEmpty())
+        setErrorMessage(complaint);
 }
 
 void AudioRecorder::logSavedFile(const QUrl &url) const {
@@ -290,48 +332,20 @@ void AudioRecorder::logSavedFile(const QUrl &url) const {
 
 void AudioRecorder::handleEncodeError(const QString &description) {
     const QString why = description.isEmpty() ? QStringLiteral("unknown") : description;
-    setErrorMessage(QStringLiteral("Recording error: %1").arg(why));
+    const QUrl kept = m_audioRecorder->currentTime() > 0.0 ? m_audioRecorder->url() : QUrl();
     AudioDebugLogger::log(QStringLiteral("AudioRecorder ERROR: encode error occurred=%1").arg(why));
-    clearRecorder();
-    m_isUserInitiatedStop = false;
+    endTake();
+    setErrorMessage(QStringLiteral("Recording error: %1").arg(why), kept);
     restoreRoute(QStringLiteral("audioRecorderEncodeErrorDidOccur"));
 }
 
-void AudioRecorder::startPlayback() {
-    if (m_isRecording || m_audioRecorder || m_recordedURL.isEmpty())
-        return;
-    if (!m_previewPlayer) {
-        m_previewPlayer = std::make_unique<RoutedAudioPlayer>(m_parts.server);
-        m_previewPlayer->setCompletionHandler([this] { setPlaying(false); });
-        m_previewPlayer->setFailureHandler([this](const RoutedAudioPlayerError &error) {
-            setPlaying(false);
-            setErrorMessage(error.description());
-        });
-    }
-    const SoundDeviceTable table = m_parts.server.devices();
-    const SoundDevice *output = table.findOutput(m_parts.defaults.outputDeviceUID());
-    auto played = m_previewPlayer->load(m_recordedURL);
-    if (played)
-        played = m_previewPlayer->setOutputDeviceID(output ? std::optional(output->info.deviceID) : std::nullopt);
-    if (played)
-        played = m_previewPlayer->play();
-    if (!played)
-        setErrorMessage(played.error().description());
-    setPlaying(played.hasValue());
-}
-
-void AudioRecorder::stopPlayback() {
-    AudioDebugLogger::log(QStringLiteral("RoutedAudioPlayer.stop from AudioRecorder.stopPlayback"));
-    if (m_previewPlayer)
-        m_previewPlayer->stop();
-    setPlaying(false);
-}
-
-void AudioRecorder::clearRecorder() {
+QString AudioRecorder::endTake() {
     m_recordingTimer.stop();
-    setRecording(false);
+    const QString complaint = m_audioRecorder ? m_audioRecorder->complaint() : QString();
     m_audioRecorder.reset();
+    setState(State::Idle);
     QMetaObject::invokeMethod(this, &AudioRecorder::takeEnded, Qt::QueuedConnection);
+    return complaint;
 }
 
 void AudioRecorder::restoreRoute(const QString &context) {
@@ -339,14 +353,13 @@ void AudioRecorder::restoreRoute(const QString &context) {
         m_parts.routes.restoreAppliedInputRoute(*route, context);
 }
 
-void AudioRecorder::setRecording(bool isRecording) {
-    if (std::exchange(m_isRecording, isRecording) != isRecording)
+void AudioRecorder::setState(State state) {
+    const bool wasRecording = isRecording();
+    m_state = state;
+    if (state == State::Idle || state == State::Finishing)
+        m_parts.server.microphone().giveBack(this);
+    if (wasRecording != isRecording())
         Q_EMIT isRecordingChanged();
-}
-
-void AudioRecorder::setPlaying(bool isPlaying) {
-    if (std::exchange(m_isPlaying, isPlaying) != isPlaying)
-        Q_EMIT isPlayingChanged();
 }
 
 void AudioRecorder::setRecordedURL(const QUrl &url) {
@@ -364,7 +377,8 @@ void AudioRecorder::setPermissionDenied(bool isDenied) {
         Q_EMIT permissionDeniedChanged();
 }
 
-void AudioRecorder::setErrorMessage(const std::optional<QString> &message) {
+void AudioRecorder::setErrorMessage(const std::optional<QString> &message, const QUrl &keptRecording) {
+    m_keptRecording = keptRecording;
     if (std::exchange(m_errorMessage, message) != message)
         Q_EMIT errorMessageChanged();
 }

@@ -15,17 +15,17 @@
 namespace orlenta::audio {
 
 class MicrophonePermission;
-class RoutedAudioPlayer;
 
-/// Records one line's spoken direction from the chosen input into a file in the caches folder, of 44100 Hz, mono,
-/// 16 bit. The chosen source is opened directly; only when the server won't have that does the system's default input
-/// change for the length of the take. Main thread.
+/// Records one line's spoken direction from the chosen input to a file in the caches folder (44100 Hz, mono, 16 bit).
+/// Opens the chosen source directly; only if the server refuses does it change the system's default input for the
+/// duration of the take. Only one take runs at a time (SharedMicrophone): starting one stops all playback and any other
+/// recorder's take. Main thread.
 class AudioRecorder final : public QObject {
     Q_OBJECT
 public:
     static constexpr std::chrono::milliseconds durationInterval{100};
 
-    /// What the application has one of each.
+    /// Shared services.
     struct Parts {
         SoundServer &server;
         base::UserDefaults &defaults;
@@ -34,60 +34,69 @@ public:
     };
 
     explicit AudioRecorder(const Parts &parts, QObject *parent = nullptr);
-    /// Ends a running take, whose file stays in the caches folder, and restores the default input.
+    /// Ends a running take, keeping its file in the caches folder, and restores the default input.
     ~AudioRecorder() override;
 
-    /// Called with the length in seconds and the file when a take ends by itself, as when its microphone is unplugged:
-    /// what was recorded until then. A take that the user ended comes by recordingFinished() instead.
+    /// Called with the length in seconds and the partial file when a take ends by itself, for example because the
+    /// microphone was unplugged. For a take that was stopped, recordingFinished() is emitted instead.
     void setOnSpontaneousFinish(std::function<void(double duration, const QUrl &url)> handler) {
         m_onSpontaneousFinish = std::move(handler);
     }
 
-    [[nodiscard]] bool isRecording() const { return m_isRecording; }
-    /// A take has been begun whose microphone has not opened yet, be it that leave to listen is still being asked for.
-    [[nodiscard]] bool isStarting() const {
-        return m_isAwaitingAccess || (m_audioRecorder && !m_isRecording && !m_isUserInitiatedStop);
-    }
-    /// A take has been begun whose file is not complete yet: it is about to run, it runs, or its last samples are on
-    /// their way.
-    [[nodiscard]] bool hasUnfinishedTake() const { return m_audioRecorder || m_isAwaitingAccess; }
-    /// The finished file; empty before there is one.
+    [[nodiscard]] bool isRecording() const { return m_state == State::Recording; }
+    /// A take is starting but its microphone isn't open yet. It may be waiting for microphone permission, or for the
+    /// previous take to be completed.
+    [[nodiscard]] bool isStarting() const;
+    /// A take is starting, running, or waiting for its final samples.
+    [[nodiscard]] bool hasUnfinishedTake() const { return m_state != State::Idle; }
+    /// The last finished file, or empty.
     [[nodiscard]] const QUrl &recordedURL() const { return m_recordedURL; }
-    /// A preview of the take is running.
-    [[nodiscard]] bool isPlaying() const { return m_isPlaying; }
     /// Seconds.
     [[nodiscard]] double recordingDuration() const { return m_recordingDuration; }
     [[nodiscard]] bool permissionDenied() const { return m_permissionDenied; }
-    /// For the user; none when there is nothing to tell.
+    /// The message for the user, if any.
     [[nodiscard]] const std::optional<QString> &errorMessage() const { return m_errorMessage; }
+    /// If errorMessage() reports a take that couldn't be written completely, the file with what was recorded until
+    /// then. Otherwise empty. Changes together with errorMessage().
+    [[nodiscard]] const QUrl &keptRecording() const { return m_keptRecording; }
 
-    /// The message has been read, or holds no longer.
+    /// Clears the message once it has been read or is obsolete.
     void dismissError() { setErrorMessage({}); }
 
-    /// isRecordingChanged() or errorMessageChanged() tells what came of it.
+    /// isRecordingChanged() or errorMessageChanged() reports the outcome. If a stopped take is still being completed,
+    /// waits for it.
     void startRecording();
-    /// recordingFinished() follows when the last samples have come, about a tenth of a second later. A take whose
-    /// microphone has not opened yet is called off without a word.
+    /// recordingFinished() follows about 0.1 s later, when the final samples have arrived. Silently cancels a take
+    /// whose microphone isn't open yet.
     void stopRecording();
-    /// Plays the finished take through the chosen output. Does nothing while recording or without a take.
-    void startPlayback();
-    void stopPlayback();
 
 Q_SIGNALS:
     void isRecordingChanged();
     void recordedURLChanged();
-    void isPlayingChanged();
     void recordingDurationChanged();
     void permissionDeniedChanged();
     void errorMessageChanged();
-    /// A take that the user ended is complete, of that length in seconds.
+    /// A stopped take is complete; `duration` in seconds.
     void recordingFinished(double duration, const QUrl &url);
-    /// A take came to its end, well or not; follows what the end was.
+    /// A take has ended, successfully or not. Emitted after the outcome.
     void takeEnded();
-    /// The user has to allow the microphone in the desktop's settings.
+    /// The user must allow microphone access in the desktop's settings.
     void microphoneSettingsWanted();
 
 private:
+    enum class State {
+        Idle,
+        AwaitingAccess,
+        /// Opening the chosen source by name.
+        Opening,
+        /// The server refused; opening it as the default input.
+        OpeningDefault,
+        Recording,
+        /// Stopped; waiting for the final samples.
+        Finishing,
+        /// The same, and another take starts afterwards.
+        FinishingBeforeNext,
+    };
     struct RecorderDeleter {
         void operator()(FileRecorder *recorder) const;
     };
@@ -95,45 +104,45 @@ private:
     void deny(const QString &message);
     void requestAccess();
     void callOff();
+    void refuseReentry();
     void beginRecording();
+    void stopPlayback();
     [[nodiscard]] InputStream::Source chosenSource() const;
     [[nodiscard]] InputStream::Source defaultSource() const;
     void record(const InputStream::Source &source);
+    void recordThroughDefault();
     void handleStarted();
     void handleRefused(FileRecorder::Refusal why, const QString &reason);
     void failToStart(const QString &message, const QString &logLine, const QString &context);
-    void handleRecordingFinished(const QUrl &url, bool isSuccessful, const QString &context);
+    void handleRecordingFinished(bool isSuccessful, const QString &context);
+    void deliver(double duration, const QUrl &url, const QString &complaint);
     void handleEncodeError(const QString &description);
     void logSavedFile(const QUrl &url) const;
     void pollState() const;
-    void clearRecorder();
+    /// Ends the take, successful or not. Returns the recorder's complaint, if any.
+    QString endTake();
     void restoreRoute(const QString &context);
 
-    void setRecording(bool isRecording);
-    void setPlaying(bool isPlaying);
+    void setState(State state);
     void setRecordedURL(const QUrl &url);
     void setRecordingDuration(double seconds);
     void setPermissionDenied(bool isDenied);
-    void setErrorMessage(const std::optional<QString> &message);
+    void setErrorMessage(const std::optional<QString> &message, const QUrl &keptRecording = {});
 
     Parts m_parts;
     std::function<void(double, const QUrl &)> m_onSpontaneousFinish;
+    State m_state = State::Idle;
+    /// Set while a take is opening, running or finishing.
     std::unique_ptr<FileRecorder, RecorderDeleter> m_audioRecorder;
-    std::unique_ptr<RoutedAudioPlayer> m_previewPlayer;
     QTimer m_recordingTimer;
     std::optional<AppliedInputRoute> m_appliedInputRoute;
-    /// The server has refused the chosen source once, so that the take goes through the default input.
-    bool m_isThroughDefault = false;
-    bool m_isUserInitiatedStop = false;
-    bool m_isAwaitingAccess = false;
-    /// Counts the times that leave to listen was asked for: only the last asking counts.
+    /// Numbers the permission requests; only the answer to the last one counts.
     int m_accessRequest = 0;
-    bool m_isRecording = false;
-    bool m_isPlaying = false;
     bool m_permissionDenied = false;
     double m_recordingDuration = 0.0;
     QUrl m_recordedURL;
     std::optional<QString> m_errorMessage;
+    QUrl m_keptRecording;
 };
 
 } // namespace orlenta::audio

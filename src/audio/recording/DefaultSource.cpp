@@ -2,6 +2,7 @@
 
 #include <pulse/pulseaudio.h>
 
+#include "audio/devices/PulseTime.h"
 #include "audio/devices/SoundServer.h"
 
 namespace orlenta::audio {
@@ -15,11 +16,7 @@ auto refusal(int status) {
     return base::fail(DefaultSourceFailure{DefaultSourceFailure::Kind::Refused, status});
 }
 
-pa_usec_t laterBy(std::chrono::microseconds duration) {
-    return pa_rtclock_now() + static_cast<pa_usec_t>(duration.count());
-}
-
-/// One change, with the loop locked but for the waits.
+/// One change. Holds the loop's lock except while waiting.
 class DefaultSourceChange final {
 public:
     DefaultSourceChange(pa_threaded_mainloop *mainloop, pa_context *context)

@@ -10,11 +10,11 @@ namespace orlenta::audio {
 
 class SoundServer;
 
-/// How long a change of the default is waited for.
+/// How long to wait for a change of the default.
 inline constexpr std::chrono::milliseconds defaultSourceDeadline{500};
 
 struct DefaultSourceFailure {
-    /// Unanswered: the server may still do it.
+    /// Unanswered: the server may still make the change.
     enum class Kind { Refused, Unanswered };
 
     Kind kind = Kind::Refused;
@@ -22,8 +22,8 @@ struct DefaultSourceFailure {
     int status = 0;
 };
 
-/// Makes the source of that name the system's default, and waits until the server tells so itself: one server says yes
-/// a moment before it is true. Main thread; blocks for a few milliseconds, at most `defaultSourceDeadline`.
+/// Makes a source the system's default and waits until the server reports it as such: PipeWire acknowledges the change
+/// slightly before it takes effect. Main thread; blocks for a few milliseconds, at most `defaultSourceDeadline`.
 [[nodiscard]] base::Result<void, DefaultSourceFailure> setDefaultSource(SoundServer &server, const QByteArray &name);
 
 } // namespace orlenta::audio

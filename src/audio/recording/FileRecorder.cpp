@@ -24,13 +24,11 @@ FileRecorder::FileRecorder(SoundServer &server, InputStream::Source source, cons
     : m_server(server), m_source(std::move(source)), m_path(path) {}
 
 FileRecorder::~FileRecorder() {
-    // The writer may not have told yet what it wrote, also when the stream has ended already.
-    if (currentTime() > 0)
-        m_isEmpty = false;
+    const bool isEmpty = currentTime() == 0.0;
     m_stream.reset();
     const bool hasFile = m_writer != nullptr;
     m_writer.reset();
-    if (hasFile && (m_isEmpty || m_isDiscarded))
+    if (hasFile && (isEmpty || m_isDiscarded))
         QFile::remove(m_path);
 }
 
@@ -71,11 +69,19 @@ void FileRecorder::handleEnded(InputStream::End end, const QString &reason) {
         AudioDebugLogger::log(QStringLiteral("FileRecorder source lost: %1").arg(reason));
         m_writer->finish();
         break;
+    case InputStream::End::Stalled:
+        AudioDebugLogger::log(QStringLiteral("FileRecorder source stalled: %1").arg(reason));
+        m_complaint = reason;
+        m_writer->finish();
+        break;
     case InputStream::End::Stopped:
         m_writer->finish();
         break;
     case InputStream::End::Refused:
         Q_EMIT refused(Refusal::Unavailable, reason);
+        break;
+    case InputStream::End::Unanswered:
+        Q_EMIT refused(Refusal::Unanswered, reason);
         break;
     case InputStream::End::Forbidden:
         Q_EMIT refused(Refusal::Forbidden, reason);
@@ -84,17 +90,15 @@ void FileRecorder::handleEnded(InputStream::End end, const QString &reason) {
 }
 
 void FileRecorder::handleWritten(qint64 frames) {
-    m_isEmpty = frames == 0;
     m_currentTime = static_cast<double>(frames) / RecordingWriter::format.sampleRate;
-    Q_EMIT finished(!m_isEmpty);
+    Q_EMIT finished(frames > 0);
 }
 
 void FileRecorder::handleWriteError(const AudioFileError &error) {
     m_currentTime = currentTime();
-    m_isEmpty = m_currentTime == 0.0;
     m_stream.reset();
     m_isRecording = false;
-    Q_EMIT encodeErrorOccurred(error.description());
+    Q_EMIT encodeErrorOccurred(error.withoutName().description());
 }
 
 } // namespace orlenta::audio

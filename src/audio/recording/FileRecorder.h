@@ -14,37 +14,39 @@ namespace orlenta::audio {
 class RecordingWriter;
 class SoundServer;
 
-/// Records one source into one file, once. Main thread; writing runs on a thread of its own.
+/// Records one source to one file, once. Main thread; a background thread writes the file.
 class FileRecorder final : public QObject {
     Q_OBJECT
 public:
-    enum class Refusal { Unavailable, Forbidden };
+    enum class Refusal { Unavailable, Unanswered, Forbidden };
 
-    /// Makes the file; nothing is recorded yet.
+    /// Creates the file. Doesn't record yet.
     [[nodiscard]] static base::Result<std::unique_ptr<FileRecorder>, AudioFileError>
     create(SoundServer &server, const InputStream::Source &source, const QString &path);
-    /// What has come by now stays in the file; a file with nothing in it goes.
+    /// Keeps the file if it contains any samples, otherwise removes it.
     ~FileRecorder() override;
 
     [[nodiscard]] QUrl url() const;
-    /// Sound is being taken in.
+    /// The source is open and the take is running.
     [[nodiscard]] bool isRecording() const { return m_isRecording; }
-    /// Seconds recorded so far; of the whole file when it is finished.
+    /// Seconds recorded so far, or the file's length once it is finished.
     [[nodiscard]] double currentTime() const;
+    /// A message for the user about how the take ended, or empty.
+    [[nodiscard]] const QString &complaint() const { return m_complaint; }
 
-    /// Asks for the source; started() or refused() follows. Fails with the server's words when it can't be asked.
+    /// Opens the source; started() or refused() follows. Fails with the server's message if the request can't be sent.
     base::Result<void, QString> record();
-    /// Ends the take now; finished() follows when the samples that were on their way have come.
+    /// Ends the take now; finished() follows when the final samples have arrived.
     void stop();
-    /// Whatever has come by now, the file goes with this object.
+    /// Makes the destructor remove the file, whatever it contains.
     void discard() { m_isDiscarded = true; }
 
 Q_SIGNALS:
     void started();
     void refused(orlenta::audio::FileRecorder::Refusal why, const QString &reason);
-    /// The file is complete; not successful when there is no sound in it. Comes by itself when the source goes.
+    /// The file is complete. Not successful if it is empty. Also emitted when the source disappears.
     void finished(bool isSuccessful);
-    /// The file could not be written on. What went before stays in it.
+    /// Writing failed. The file keeps what was written before. The description doesn't name the file.
     void encodeErrorOccurred(const QString &description);
 
 private:
@@ -60,8 +62,8 @@ private:
     std::unique_ptr<RecordingWriter> m_writer;
     std::unique_ptr<InputStream> m_stream;
     double m_currentTime = 0.0;
+    QString m_complaint;
     bool m_isRecording = false;
-    bool m_isEmpty = true;
     bool m_isDiscarded = false;
 };
 

@@ -8,66 +8,73 @@
 #include <QtCore/QMetaObject>
 
 #include "audio/devices/AudioDebugLogger.h"
+#include "audio/devices/PulseTime.h"
 #include "audio/devices/SoundServer.h"
+#include "audio/devices/Standstill.h"
+#include "audio/devices/StreamWatch.h"
 #include "audio/recording/RecordingWriter.h"
 
 namespace orlenta::audio {
 
 namespace {
 
-/// What one delivery holds. Without it one server sends pieces of 0.7 s, and the end of a take is lost with the last.
+/// Size of one delivery. Without this, PipeWire sends chunks of 0.7 s, and we would lose the end of a take with the
+/// last chunk.
 constexpr auto fragmentLength = std::chrono::milliseconds(20);
-/// A server whose session manager is gone leaves a stream waiting for ever.
-constexpr auto inputConnectTimeout = std::chrono::seconds(3);
-/// How long after they should have come the last samples of a take are waited for.
+/// How often to check on the stream.
+constexpr auto inputTickInterval = std::chrono::milliseconds(20);
+/// Grace period for the final samples.
 constexpr auto tailGrace = std::chrono::milliseconds(100);
-/// The most that can be on its way when a take is stopped; a server that tells more is not believed.
+/// Upper limit for the audio still to arrive when a take is stopped. If the server claims more, don't believe it.
 constexpr auto longestTail = std::chrono::milliseconds(500);
-
-pa_usec_t inMicroseconds(std::chrono::microseconds duration) {
-    return static_cast<pa_usec_t>(duration.count());
-}
 
 } // namespace
 
-/// The stream as libpulse's callbacks see it. Touched with the loop locked, but for the count of what has come.
+/// The stream, as used by libpulse's callbacks. Needs the loop's lock, except for the frame count.
 class InputStream::Link final {
 public:
     Link(SoundServer &server, pa_context *context, const Source &source, RecordingWriter &writer, Events events);
     ~Link();
 
-    /// The server's words where it can't be done.
+    /// Returns the server's message on failure.
     [[nodiscard]] std::optional<QString> connect();
     void stop();
     [[nodiscard]] std::chrono::duration<double> capturedTime() const;
 
 private:
+    enum class Phase { Opening, Running, Stopping, Over };
+
     void stateChanged();
+    void becomeReady();
     void read();
     void take(const void *data, std::size_t bytes);
-    void deadlinePassed();
-    void setDeadline(std::chrono::microseconds fromNow);
+    void tick();
+    void watch();
     void end(End how, const QString &reason);
+    void lose(const QString &reason);
     [[nodiscard]] qint64 soundedFrames() const;
     [[nodiscard]] QString serverReason() const;
 
     static void onState(pa_stream *stream, void *link);
     static void onReadable(pa_stream *stream, std::size_t bytes, void *link);
-    static void onDeadline(pa_mainloop_api *api, pa_time_event *event, const timeval *time, void *link);
+    static void onTick(pa_mainloop_api *api, pa_time_event *event, const timeval *time, void *link);
 
     SoundServer &m_server;
     pa_threaded_mainloop *m_mainloop;
     pa_context *m_context;
     pa_stream *m_stream = nullptr;
-    pa_time_event *m_deadline = nullptr;
+    pa_time_event *m_tick = nullptr;
     Source m_source;
     RecordingWriter &m_writer;
     Events m_events;
     std::atomic<qint64> m_frames = 0;
-    /// Set by a stop: how long the take is to be.
-    std::optional<qint64> m_wantedFrames;
-    bool m_isStarted = false;
-    bool m_isOver = false;
+    Phase m_phase = Phase::Opening;
+    Standstill m_opening;
+    /// Set once the stream is ready.
+    std::optional<StreamWatch> m_watch;
+    /// For a take that is being stopped: its final length, and when to stop waiting for it.
+    qint64 m_wantedFrames = 0;
+    Standstill::Clock::time_point m_stopDeadline{};
 };
 
 InputStream::Link::Link(SoundServer &server, pa_context *context, const Source &source, RecordingWriter &writer,
@@ -77,8 +84,9 @@ InputStream::Link::Link(SoundServer &server, pa_context *context, const Source &
 
 InputStream::Link::~Link() {
     const SoundServerLock lock(m_mainloop);
-    if (m_deadline)
-        pa_threaded_mainloop_get_api(m_mainloop)->time_free(m_deadline);
+    if (m_tick)
+        pa_threaded_mainloop_get_api(m_mainloop)->time_free(m_tick);
+    m_watch.reset();
     if (m_stream)
         m_server.retire(m_stream, std::chrono::microseconds(0));
     pa_context_unref(m_context);
@@ -99,15 +107,15 @@ std::optional<QString> InputStream::Link::connect() {
     pa_buffer_attr buffer{};
     buffer.maxlength = buffer.tlength = buffer.prebuf = buffer.minreq = static_cast<std::uint32_t>(-1);
     buffer.fragsize = static_cast<std::uint32_t>(pa_usec_to_bytes(inMicroseconds(fragmentLength), &spec));
-    // Without DONT_MOVE a stream whose source goes is given another one, an output's monitor even, without a word.
+    // Without DONT_MOVE the server silently moves the stream to another source, even an output's monitor, when its
+    // source disappears.
     constexpr auto flags = static_cast<pa_stream_flags_t>(PA_STREAM_DONT_MOVE | PA_STREAM_ADJUST_LATENCY |
                                                           PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_INTERPOLATE_TIMING);
     AudioDebugLogger::log(
         QStringLiteral("pa_stream_connect_record(%1) from InputStream.connect").arg(QString::fromUtf8(m_source.name)));
     if (pa_stream_connect_record(m_stream, m_source.name.constData(), &buffer, flags) < 0)
         return serverReason();
-    m_deadline = pa_context_rttime_new(m_context, pa_rtclock_now() + inMicroseconds(inputConnectTimeout),
-                                       &Link::onDeadline, this);
+    m_tick = pa_context_rttime_new(m_context, laterBy(inputTickInterval), &Link::onTick, this);
     return {};
 }
 
@@ -117,19 +125,21 @@ QString InputStream::Link::serverReason() const {
 
 void InputStream::Link::stop() {
     const SoundServerLock lock(m_mainloop);
-    if (m_isOver || m_wantedFrames)
+    if (m_phase == Phase::Stopping || m_phase == Phase::Over)
         return;
     const qint64 delivered = m_frames;
-    m_wantedFrames = m_isStarted ? std::max(soundedFrames(), delivered) : delivered;
-    const qint64 missing = *m_wantedFrames - delivered;
+    m_wantedFrames = m_phase == Phase::Running ? std::max(soundedFrames(), delivered) : delivered;
+    const qint64 missing = m_wantedFrames - delivered;
     if (missing == 0) {
         end(End::Stopped, {});
         return;
     }
-    setDeadline(std::chrono::microseconds(missing * 1'000'000 / m_source.sampleRate) + tailGrace);
+    m_phase = Phase::Stopping;
+    m_stopDeadline =
+        Standstill::Clock::now() + tailGrace + std::chrono::microseconds(missing * 1'000'000 / m_source.sampleRate);
 }
 
-/// What the source had taken in by now, delivered or not.
+/// Frames the source has captured by now, delivered or not.
 qint64 InputStream::Link::soundedFrames() const {
     const qint64 delivered = m_frames;
     pa_usec_t time = 0;
@@ -144,30 +154,31 @@ std::chrono::duration<double> InputStream::Link::capturedTime() const {
 }
 
 void InputStream::Link::end(End how, const QString &reason) {
-    if (std::exchange(m_isOver, true))
+    if (std::exchange(m_phase, Phase::Over) == Phase::Over)
         return;
     QMetaObject::invokeMethod(
         m_events.receiver, [ended = m_events.ended, how, reason] { ended(how, reason); }, Qt::QueuedConnection);
 }
 
-void InputStream::Link::setDeadline(std::chrono::microseconds fromNow) {
-    pa_context_rttime_restart(m_context, m_deadline, pa_rtclock_now() + inMicroseconds(fromNow));
+void InputStream::Link::lose(const QString &reason) {
+    // A take that is being stopped is complete except for a moment.
+    if (m_phase == Phase::Stopping)
+        end(End::Stopped, {});
+    else
+        end(End::Lost, reason);
 }
 
 void InputStream::Link::stateChanged() {
     switch (pa_stream_get_state(m_stream)) {
     case PA_STREAM_READY:
-        if (!std::exchange(m_isStarted, true) && !m_isOver)
-            QMetaObject::invokeMethod(m_events.receiver, m_events.started, Qt::QueuedConnection);
+        becomeReady();
         break;
     case PA_STREAM_FAILED:
     case PA_STREAM_TERMINATED:
-        if (m_wantedFrames)
-            end(End::Stopped, {});
-        else if (m_isStarted)
-            end(End::Lost, serverReason());
-        else
+        if (m_phase == Phase::Opening)
             end(pa_context_errno(m_context) == PA_ERR_ACCESS ? End::Forbidden : End::Refused, serverReason());
+        else
+            lose(serverReason());
         break;
     case PA_STREAM_UNCONNECTED:
     case PA_STREAM_CREATING:
@@ -175,10 +186,20 @@ void InputStream::Link::stateChanged() {
     }
 }
 
+void InputStream::Link::becomeReady() {
+    if (m_phase != Phase::Opening)
+        return;
+    m_phase = Phase::Running;
+    m_watch.emplace();
+    QMetaObject::invokeMethod(m_events.receiver, m_events.started, Qt::QueuedConnection);
+    m_server.watchDevice(m_stream, DeviceDirection::Input,
+                         [this] { lose(QString::fromUtf8(pa_strerror(PA_ERR_KILLED))); });
+}
+
 void InputStream::Link::read() {
     const void *data = nullptr;
     std::size_t bytes = 0;
-    while (!m_isOver && pa_stream_peek(m_stream, &data, &bytes) == 0 && bytes > 0) {
+    while (m_phase != Phase::Over && pa_stream_peek(m_stream, &data, &bytes) == 0 && bytes > 0) {
         take(data, bytes);
         pa_stream_drop(m_stream);
     }
@@ -186,23 +207,50 @@ void InputStream::Link::read() {
 
 void InputStream::Link::take(const void *data, std::size_t bytes) {
     auto count = static_cast<qint64>(bytes / sizeof(float));
-    if (m_wantedFrames)
-        count = std::min(count, *m_wantedFrames - m_frames);
-    // No data stands for samples that the server has lost: silence in their place keeps the rest in time.
+    if (m_phase == Phase::Stopping)
+        count = std::min(count, m_wantedFrames - m_frames);
+    // Null data means the server lost samples. Insert silence to keep the rest in sync.
     if (data)
         m_writer.append({static_cast<const float *>(data), static_cast<std::size_t>(count)});
     else
         m_writer.appendSilence(static_cast<std::size_t>(count));
     m_frames += count;
-    if (m_wantedFrames && m_frames >= *m_wantedFrames)
+    m_watch->deviceMoved();
+    if (m_phase == Phase::Stopping && m_frames >= m_wantedFrames)
         end(End::Stopped, {});
 }
 
-void InputStream::Link::deadlinePassed() {
-    if (m_wantedFrames)
-        end(End::Stopped, {});
-    else if (!m_isStarted)
-        end(End::Refused, QString::fromUtf8(pa_strerror(PA_ERR_TIMEOUT)));
+void InputStream::Link::tick() {
+    const auto now = Standstill::Clock::now();
+    switch (m_phase) {
+    case Phase::Opening:
+        m_opening.look(now);
+        if (m_opening.length() > StreamWatch::serverPatience)
+            end(End::Unanswered, QString::fromUtf8(pa_strerror(PA_ERR_TIMEOUT)));
+        break;
+    case Phase::Running:
+        watch();
+        break;
+    case Phase::Stopping:
+        if (now >= m_stopDeadline)
+            end(End::Stopped, {});
+        break;
+    case Phase::Over:
+        break;
+    }
+}
+
+void InputStream::Link::watch() {
+    switch (m_watch->look(m_stream, false)) {
+    case StreamWatch::Finding::Fine:
+        break;
+    case StreamWatch::Finding::ServerIsSilent:
+        end(End::Stalled, QStringLiteral("The sound server has stopped responding."));
+        break;
+    case StreamWatch::Finding::DeviceIsStill:
+        end(End::Stalled, QStringLiteral("The microphone has stopped delivering sound."));
+        break;
+    }
 }
 
 void InputStream::Link::onState(pa_stream *, void *link) {
@@ -213,8 +261,10 @@ void InputStream::Link::onReadable(pa_stream *, std::size_t, void *link) {
     static_cast<Link *>(link)->read();
 }
 
-void InputStream::Link::onDeadline(pa_mainloop_api *, pa_time_event *, const timeval *, void *link) {
-    static_cast<Link *>(link)->deadlinePassed();
+void InputStream::Link::onTick(pa_mainloop_api *, pa_time_event *event, const timeval *, void *link) {
+    auto *self = static_cast<Link *>(link);
+    self->tick();
+    pa_context_rttime_restart(self->m_context, event, laterBy(inputTickInterval));
 }
 
 base::Result<std::unique_ptr<InputStream>, QString> InputStream::open(SoundServer &server, const Source &source,

@@ -17,44 +17,49 @@ namespace orlenta::audio {
 class RecordingWriter;
 class SoundServer;
 
-/// One stretch of listening to one source, and to no other: when the source goes, the stream ends. Made, asked and
-/// destroyed on the main thread; the samples pass from the sound server's thread to the writer.
+/// Records from one source and no other; when the source disappears, the stream ends. Use on the main thread; the sound
+/// server's thread passes the samples to the writer.
 class InputStream final {
 public:
     struct Source {
-        /// The source's name at the server.
+        /// The source's name on the server.
         QByteArray name;
-        /// Hertz: the source's own, so that the server has nothing to convert.
+        /// The source's own rate in Hz, so that the server doesn't resample.
         std::uint32_t sampleRate = 0;
     };
     enum class End {
-        /// stop() was called, and the samples that were on their way then have come.
+        /// After stop(), the final samples have arrived.
         Stopped,
-        /// The source or the server went away in mid-take.
+        /// The source or the server disappeared during the take.
         Lost,
-        /// It never began: no such source, or no answer in time.
+        /// The server stopped responding during the take, or the source stopped delivering samples.
+        Stalled,
+        /// Never started: the server refused to open the source.
         Refused,
-        /// It never began: the server doesn't let this process listen.
+        /// Never started: the server doesn't respond.
+        Unanswered,
+        /// Never started: the server denies this process access.
         Forbidden,
     };
-    /// Each is called on `receiver`'s thread, later than what caused it, and may come when the stream is gone already.
+    /// Called asynchronously on `receiver`'s thread, possibly after the stream has been destroyed.
     struct Events {
         QObject *receiver = nullptr;
         std::function<void()> started;
-        /// Comes once; nothing reaches the writer afterwards. `reason` is in the server's words.
+        /// Called once; the writer gets no more samples afterwards. `reason` is the server's message, or for Stalled
+        /// one for the user.
         std::function<void(End end, const QString &reason)> ended;
     };
 
-    /// Fails with the server's words when the stream can't even be asked for. `writer` outlives the stream.
+    /// Fails with the server's message if the request can't be sent. `writer` must outlive the stream.
     [[nodiscard]] static base::Result<std::unique_ptr<InputStream>, QString>
     open(SoundServer &server, const Source &source, RecordingWriter &writer, Events events);
     ~InputStream();
     InputStream(const InputStream &) = delete;
     InputStream &operator=(const InputStream &) = delete;
 
-    /// Ends the take at this moment: what has sounded by now still comes, what comes later is cut off.
+    /// Ends the take now: samples captured until now still arrive, later ones are dropped.
     void stop();
-    /// How much has been delivered so far.
+    /// Duration of the samples delivered so far.
     [[nodiscard]] std::chrono::duration<double> capturedTime() const;
 
 private:

@@ -24,7 +24,7 @@ bool isAtRest(const QFileInfo &file, std::chrono::system_clock::time_point now) 
     return file.lastModified().toMSecsSinceEpoch() < limit.count();
 }
 
-// Whoever writes a recording holds its lock, also while the sound server is silent and nothing comes to write.
+// The writer of a recording holds its lock, even while no samples arrive.
 bool isBeingWritten(const QString &path) {
     const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
     if (descriptor < 0)
@@ -55,7 +55,7 @@ QStringList LeftoverRecordings::find(const QString &folder, std::chrono::system_
                 QStringLiteral("LeftoverRecordings found %1, size: %2 bytes").arg(path).arg(file.size()));
             found.append(path);
         } else {
-            AudioDebugLogger::log(QStringLiteral("LeftoverRecordings removed %1, which holds no sound").arg(path));
+            AudioDebugLogger::log(QStringLiteral("LeftoverRecordings removed %1, which is empty").arg(path));
             QFile::remove(path);
         }
     }

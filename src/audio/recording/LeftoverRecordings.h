@@ -6,17 +6,17 @@
 
 namespace orlenta::audio {
 
-/// Recordings in the caches folder that no line has: a crash ended them or kept them from their line, or they could not
-/// be stored in their project. Nobody can make them again, so none that holds sound is ever removed here.
+/// Recordings in the caches folder that aren't attached to any line, because of a crash or because they couldn't be
+/// stored in their project. They can't be recreated, so none that contains audio is ever removed here.
 class LeftoverRecordings final {
 public:
     LeftoverRecordings() = delete;
 
-    /// How long a finished recording may take to its line before it counts as left over.
+    /// Time a finished recording gets to reach its line before it counts as left over.
     static constexpr std::chrono::seconds settlingTime{10};
 
-    /// The paths of those in the folder, by name; also removes those that never got any sound. One that is being
-    /// recorded at `now`, by whichever process, is left alone. Blocking; any thread.
+    /// Returns the paths of leftover recordings in the folder, sorted by name, and removes empty ones. Ignores
+    /// recordings in progress, in any process. Blocking; any thread.
     [[nodiscard]] static QStringList find(const QString &folder, std::chrono::system_clock::time_point now);
 };
 

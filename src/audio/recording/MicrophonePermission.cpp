@@ -46,7 +46,7 @@ void MicrophonePermission::update() {
 }
 
 void MicrophonePermission::answerRequests() {
-    // A server that is still being reached has not answered yet.
+    // While we are still connecting, there is no answer yet.
     if (m_server.state() == SoundServer::State::Connecting)
         return;
     const bool isGranted = authorizationStatus() == MicrophoneAuthorization::Authorized;

@@ -12,23 +12,22 @@ namespace orlenta::audio {
 
 class SoundServer;
 
-/// Whether this process may listen. On this platform nobody is asked: the sound server lets a process open its inputs,
-/// or refuses when it tries. One for the application. Main thread.
+/// Whether this process may record. This platform has no permission prompt: the sound server allows a process to open
+/// an input, or refuses the attempt. One instance per application. Main thread.
 class MicrophonePermission final : public QObject {
     Q_OBJECT
 public:
     explicit MicrophonePermission(const SoundServer &server, QObject *parent = nullptr);
 
-    /// Authorized when the server shows an input; Denied once it has refused one; NotDetermined while there is no
-    /// server; Unknown when the server has no input to ask for.
+    /// Authorized if the server has an input; Denied after it has refused one; NotDetermined without a server; Unknown
+    /// if the server has no input.
     [[nodiscard]] MicrophoneAuthorization authorizationStatus() const;
-    /// Calls `answer` on this thread, later, unless `receiver` has gone by then: whether the server, once it has
-    /// answered, lets this process listen.
+    /// Calls `answer` later on this thread, once the server's state is known, unless `receiver` has been destroyed.
     void requestAccess(QObject *receiver, std::function<void(bool isGranted)> answer);
-    /// An input could not be opened for want of the right. Counts until forgetRefusal() or until the connection to the
-    /// server changes.
+    /// Call when the server has denied access to an input. Effective until forgetRefusal() or until the connection
+    /// changes.
     void noteRefusal();
-    /// The user has been told, and may have allowed it by the next time: nobody but the next attempt can tell.
+    /// Call after telling the user, who may then grant access. Only the next attempt can tell.
     void forgetRefusal();
 
 Q_SIGNALS:
@@ -46,7 +45,7 @@ private:
     const SoundServer &m_server;
     QList<Request> m_requests;
     bool m_isRefused = false;
-    /// Made from the above.
+    /// Last announced status, derived from the members above.
     MicrophoneAuthorization m_announced;
 };
 

@@ -5,6 +5,8 @@
 #include <QtCore/QMetaObject>
 #include <QtCore/QObject>
 
+#include "audio/files/SampleCleaning.h"
+
 namespace orlenta::audio {
 
 namespace {
@@ -81,6 +83,9 @@ void RecordingWriter::run() {
         m_isBroken = true;
         m_pending.clear();
     }
+    // Write the real length into the header, so that other programs can read the file too. The failure has been noted
+    // already; a second one adds nothing.
+    static_cast<void>(m_file.finish());
     QMetaObject::invokeMethod(
         m_events.receiver, [failed = m_events.failed, error = written.error()] { failed(error); },
         Qt::QueuedConnection);
@@ -108,6 +113,7 @@ RecordingWriter::Outcome RecordingWriter::write(std::span<const float> samples) 
     if (!m_resampler)
         return m_file.writeFrames(samples);
     m_input.assign(samples.begin(), samples.end());
+    silenceNonSound(std::span(m_input));
     for (std::span<const double> rest(m_input); !rest.empty();) {
         const auto progress = m_resampler->process(rest, m_output);
         if (!progress)

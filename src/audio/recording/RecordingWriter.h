@@ -18,34 +18,34 @@ class QObject;
 
 namespace orlenta::audio {
 
-/// Puts what an input delivers into a WAV file of 44100 Hz, mono, 16 bit, on a thread of its own, so that a slow disk
-/// holds up neither the sound server nor the window. The file lies at its name from the start and can be read at any
-/// time, also when the process is killed.
+/// Writes recorded samples to a WAV file (44100 Hz, mono, 16 bit) on its own thread, so that a slow disk blocks neither
+/// the sound server nor the window. The file is written in place and is readable at any time, even if the process is
+/// killed.
 class RecordingWriter final {
 public:
     static constexpr WavFormat format{44100, 1, 16};
 
-    /// At most one of the two comes, on `receiver`'s thread.
+    /// At most one of the two is called, on `receiver`'s thread.
     struct Events {
         QObject *receiver = nullptr;
-        /// The file is complete and on disk; `frames` of its own rate.
+        /// The file is complete and on disk; `frames` at the file's rate.
         std::function<void(qint64 frames)> finished;
-        /// The disk took no more. What went before stays in the file.
+        /// Writing failed. The file keeps what was written before.
         std::function<void(const AudioFileError &error)> failed;
     };
 
-    /// Makes the file. `inputRate` in Hz, of the samples that will come; another rate than the file's is converted.
+    /// Creates the file. Samples arrive at `inputRate` (Hz) and are resampled if it differs from the file's.
     [[nodiscard]] static base::Result<std::unique_ptr<RecordingWriter>, AudioFileError>
     create(const QString &path, double inputRate, Events events);
-    /// Waits until what was appended is in the file.
+    /// Waits until all appended samples have been written.
     ~RecordingWriter();
     RecordingWriter(const RecordingWriter &) = delete;
     RecordingWriter &operator=(const RecordingWriter &) = delete;
 
-    /// Mono samples, full scale ±1. Any thread, one at a time; never waits for the disk.
+    /// Mono samples, full scale ±1. One thread at a time; never waits for the disk.
     void append(std::span<const float> samples);
     void appendSilence(std::size_t frames);
-    /// No more comes; completes the file.
+    /// Completes the file after the last sample.
     void finish();
 
 private:

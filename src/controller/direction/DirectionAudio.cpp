@@ -12,7 +12,7 @@
 
 #include "audio/files/AudioImporter.h"
 #include "audio/recording/LeftoverRecordings.h"
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
 #include "controller/document/Edit.h"
 #include "controller/ProjectController.h"
 #include "controller/takes/AudioInstaller.h"
@@ -108,7 +108,7 @@ QCoro::Task<void> DirectionAudio::importDroppedFile(QUrl source, model::LineId i
         co_return;
     }
     const QPointer<DirectionAudio> self(this);
-    auto staging = QtConcurrent::run(&audio::AudioImporter::stageDroppedFile, lent.value());
+    auto staging = QtConcurrent::run(&audio::AudioImporter::stageDroppedFile, lent.value(), audio::ImportControl{});
     const auto staged = co_await staging;
     const QString copy = staged ? staged->toLocalFile() : QString();
     bool isImported = false;
@@ -132,8 +132,8 @@ QCoro::Task<bool> DirectionAudio::import(QUrl source, QString name, model::LineI
         co_return false;
     }
     const QPointer<DirectionAudio> self(this);
-    auto importing =
-        QtConcurrent::run(&audio::AudioImporter::importDirectionAudio, source, QUrl::fromLocalFile(to.value()));
+    auto importing = QtConcurrent::run(&audio::AudioImporter::importDirectionAudio, source,
+                                       QUrl::fromLocalFile(to.value()), audio::ImportControl{});
     const auto imported = co_await importing;
     if (!self)
         co_return false;

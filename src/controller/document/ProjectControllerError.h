@@ -6,7 +6,7 @@
 #include <QtCore/QString>
 #include <QtCore/QUrl>
 
-#include "base/FileError.h"
+#include "base/files/FileError.h"
 #include "controller/takes/AudioKind.h"
 #include "model/ProjectStoreError.h"
 

@@ -12,8 +12,8 @@
 #include <QtCore/QThreadPool>
 
 #include "audio/files/Concatenation.h"
+#include "base/files/AtomicFile.h"
 #include "base/LogCategories.h"
-#include "controller/FileCopy.h"
 #include "controller/ProjectController.h"
 #include "controller/script/Selection.h"
 #include "controller/takes/MediaFiles.h"
@@ -58,7 +58,7 @@ QString loggedExportFailure(const QString &failure) {
 
 /// Returns the error message; empty on success.
 QString copyForExport(const QString &path, const QString &destination) {
-    const auto copied = copyFile(path, destination);
+    const auto copied = base::copyAtomically(path, destination);
     return copied ? QString()
                   : loggedExportFailure(QStringLiteral("Export failed: %1").arg(copied.error().description()));
 }
@@ -80,7 +80,7 @@ QString copyClips(const QList<Exporting::Clip> &clips, const QString &folder) {
     for (const Exporting::Clip &clip : clips) {
         const QString name = freeExportName(clip, folder, used);
         used.insert(name.toLower());
-        if (!copyFile(clip.path, folder + u'/' + name))
+        if (!base::copyAtomically(clip.path, folder + u'/' + name))
             failed.append(name);
     }
     return failed.isEmpty()

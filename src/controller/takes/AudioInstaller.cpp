@@ -7,8 +7,8 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QPointer>
 
-#include "base/PrivateFolders.h"
-#include "controller/FileCopy.h"
+#include "base/files/AtomicFile.h"
+#include "base/files/PrivateFolders.h"
 #include "controller/ProjectController.h"
 #include "controller/takes/MediaFiles.h"
 
@@ -38,10 +38,10 @@ AudioInstaller::Outcome storeFile(const QString &path, const QString &folder, co
     if (QFileInfo(path).absolutePath() == folder)
         return path;
     const QString destination = freePath(folder, name);
-    if (const auto copied = copyFile(path, destination); !copied)
-        return base::fail(Error(copied.error()));
-    if (liesDirectlyInCaches(path))
-        QFile::remove(path);
+    const auto stored =
+        liesDirectlyInCaches(path) ? base::moveAtomically(path, destination) : base::copyAtomically(path, destination);
+    if (!stored)
+        return base::fail(Error(stored.error()));
     return destination;
 }
 

@@ -5,12 +5,14 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
 
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
 
 namespace orlenta::controller {
 namespace {
 
 constexpr std::chrono::seconds temporaryLifetime{604'800};
+/// What the name of a file ends in while it is being written.
+constexpr QLatin1String unfinished("(\\.tmp)?");
 
 bool isOlderThan(const QFileInfo &item, std::chrono::system_clock::time_point limit) {
     const QDateTime modified = item.fileTime(QFileDevice::FileModificationTime);
@@ -30,30 +32,46 @@ QFileInfoList itemsOf(const QString &folder) {
     return QDir(folder).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
 }
 
+void removeOld(const QString &folder, const QRegularExpression &names, std::chrono::system_clock::time_point limit) {
+    for (const QFileInfo &item : itemsOf(folder))
+        if (names.match(item.fileName()).hasMatch() && isOlderThan(item, limit))
+            removeItem(item);
+}
+
+/// A whole file name: one of `prefixes`, a UUID, an extension, and what else may follow.
+QRegularExpression namedByUuid(const QString &prefixes, QLatin1String ending = {}) {
+    return QRegularExpression(QStringLiteral("^%1[0-9A-Fa-f]{8}-[0-9A-Fa-f]{4}-[0-9A-Fa-f]{4}-[0-9A-Fa-f]{4}-"
+                                             "[0-9A-Fa-f]{12}\\.[A-Za-z0-9]{1,5}%2\\z")
+                                  .arg(prefixes, ending));
+}
+
 } // namespace
 
 void sweepTemporaryFiles(std::chrono::system_clock::time_point now) {
-    sweepTemporaryFiles(base::PrivateFolders::temporary(), now);
+    sweepTemporaryFolder(base::PrivateFolders::temporary(), now);
+    sweepCaches(base::PrivateFolders::caches(), now);
 }
 
-void sweepTemporaryFiles(const QString &temporaryFolder, std::chrono::system_clock::time_point now) {
-    if (temporaryFolder.isEmpty())
+void sweepTemporaryFolder(const QString &folder, std::chrono::system_clock::time_point now) {
+    if (folder.isEmpty())
         return;
-    static const QRegularExpression swept(
-        QStringLiteral("^(tts|sts|voice_preview|direction|padded)_(src_)?[0-9A-Fa-f]{8}-[0-9A-Fa-f]{4}-[0-9A-Fa-f]{4}-"
-                       "[0-9A-Fa-f]{4}-[0-9A-Fa-f]{12}\\.[A-Za-z0-9]{1,5}\\z"));
     const auto limit = now - temporaryLifetime;
-    const QFileInfo undoAudio(temporaryFolder + QStringLiteral("/OrlentaDirectionAudioUndo"));
+    const QFileInfo undoAudio(folder + QStringLiteral("/OrlentaDirectionAudioUndo"));
     if (undoAudio.exists() || undoAudio.isSymLink())
         removeItem(undoAudio);
-    const QFileInfo drags(temporaryFolder + QStringLiteral("/OrlentaDrag"));
+    const QFileInfo drags(folder + QStringLiteral("/OrlentaDrag"));
     if (drags.isDir() && !drags.isSymLink())
         for (const QFileInfo &item : itemsOf(drags.absoluteFilePath()))
             if (isOlderThan(item, limit))
                 removeItem(item);
-    for (const QFileInfo &item : itemsOf(temporaryFolder))
-        if (swept.match(item.fileName()).hasMatch() && isOlderThan(item, limit))
-            removeItem(item);
+    removeOld(folder, namedByUuid(QStringLiteral("(tts|sts|voice_preview|direction|padded)_(src_)?")), limit);
+    removeOld(folder, namedByUuid(QStringLiteral("OrlentaDroppedAudio-"), unfinished), limit);
+}
+
+void sweepCaches(const QString &folder, std::chrono::system_clock::time_point now) {
+    if (!folder.isEmpty())
+        removeOld(folder, namedByUuid(QStringLiteral("(tts|sts|voice_preview|padded)_(src_)?"), unfinished),
+                  now - temporaryLifetime);
 }
 
 } // namespace orlenta::controller

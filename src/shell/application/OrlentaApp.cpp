@@ -11,8 +11,8 @@
 
 #include "audio/recording/LeftoverRecordings.h"
 #include "base/CrashReport.h"
+#include "base/files/PrivateFolders.h"
 #include "base/LogCategories.h"
-#include "base/PrivateFolders.h"
 #include "controller/takes/TemporarySweep.h"
 #include "shell/application/SampleProject.h"
 #include "shell/settings/MicrophoneSettings.h"

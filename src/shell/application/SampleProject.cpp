@@ -6,7 +6,7 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QStandardPaths>
 
-#include "base/AtomicFile.h"
+#include "base/files/AtomicFile.h"
 
 using namespace Qt::StringLiterals;
 
@@ -21,11 +21,8 @@ base::Result<void, base::FileError> copyFolderContents(const QString &source, co
         if (!QDir().mkpath(QFileInfo(to).path()))
             return base::fail(base::FileError::withReason(QFileInfo(to).path(), u"The folder could not be made."_s));
         // Copies the bytes, not the mode: what ships may be read-only.
-        auto bytes = base::readWholeFile(from);
-        if (!bytes)
-            return base::fail(bytes.error());
-        if (auto written = base::writeAtomically(to, bytes.value()); !written)
-            return base::fail(written.error());
+        if (auto copied = base::copyAtomically(from, to); !copied)
+            return copied;
     }
     return {};
 }

@@ -4,7 +4,7 @@
 
 #include <QtCore/QString>
 
-#include "base/FileError.h"
+#include "base/files/FileError.h"
 #include "base/Result.h"
 
 namespace orlenta::shell {

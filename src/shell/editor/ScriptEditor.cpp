@@ -192,7 +192,8 @@ void ScriptEditor::focusEditedText() {
 
 void ScriptEditor::followPlayhead() {
     const audio::PlaybackController &playback = m_playback;
-    const auto now = playback.currentlyPlayingLineID();
+    const auto playing = playback.currentlyPlayingLineID();
+    const auto now = playing ? std::optional(model::LineId(playing->uuid())) : std::nullopt;
     m_lines->setHeardAudio(now ? audioAtPlayhead(*now) : QUrl());
     const auto before = std::exchange(m_heardId, now);
     // Whoever has scrolled away from what is heard wants to look at something else.

@@ -9,8 +9,8 @@
 #include "audio/files/AudioFileReader.h"
 #include "audio/files/WavConversion.h"
 #include "audio/files/WavHeader.h"
-#include "base/AtomicFile.h"
-#include "base/PrivateFolders.h"
+#include "base/files/AtomicFile.h"
+#include "base/files/PrivateFolders.h"
 
 namespace orlenta::speech {
 

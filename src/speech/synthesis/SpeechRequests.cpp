@@ -4,7 +4,7 @@
 #include <QtCore/QJsonObject>
 #include <QtCore/QPointer>
 
-#include "base/AtomicFile.h"
+#include "base/files/RegularFile.h"
 #include "speech/account/ElevenLabsService.h"
 #include "speech/http/MultipartBody.h"
 #include "speech/http/ServiceExchange.h"

@@ -7,7 +7,7 @@
 #include <QtCore/QFile>
 
 #include "audio/files/AudioImporter.h"
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
 #include "controller/document/UndoManager.h"
 #include "controller/script/LineEditing.h"
 #include "controller/ScriptProject.h"

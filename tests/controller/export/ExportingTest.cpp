@@ -1,11 +1,9 @@
 #include "controller/export/Exporting.h"
 
 #include <deque>
-#include <fcntl.h>
+#include <memory>
 #include <mutex>
-#include <sys/stat.h>
 #include <thread>
-#include <unistd.h>
 
 #include <gtest/gtest.h>
 #include <qcoro/qcorotask.h>
@@ -18,7 +16,8 @@
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
-#include "base/AtomicFile.h"
+#include "base/files/PendingFile.h"
+#include "base/files/RegularFile.h"
 #include "controller/script/Selection.h"
 #include "controller/ScriptProject.h"
 #include "controller/takes/MediaFiles.h"
@@ -35,18 +34,18 @@ QByteArray bytesOf(const QString &path) {
 
 constexpr int deadline = 20'000;
 
-/// A source that keeps whoever copies it until it is let go.
-class HeldSource final {
+/// A file that somebody else is writing, which keeps whoever wants to replace it until it is let go.
+class HeldFile final {
 public:
-    explicit HeldSource(const QString &path) : m_path(path) {
-        EXPECT_EQ(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    explicit HeldFile(const QString &path) {
+        auto file = base::PendingFile::create(path);
+        EXPECT_TRUE(file);
+        m_file = std::make_unique<base::PendingFile>(std::move(file).value());
     }
-    /// Waits until the copy has begun, and lets it go on.
-    void letGo() const { ::close(::open(QFile::encodeName(m_path).constData(), O_WRONLY | O_CLOEXEC)); }
-    [[nodiscard]] const QString &path() const { return m_path; }
+    void letGo() { m_file.reset(); }
 
 private:
-    QString m_path;
+    std::unique_ptr<base::PendingFile> m_file;
 };
 
 /// What exports log while it lives, from whichever thread. The application's message handler is one function.
@@ -193,10 +192,10 @@ TEST_F(ExportingTest, AJoinedFileIsThereForAsLongAsItsPlan) {
 }
 
 TEST_F(ExportingTest, CopyingIsAWorkersAndTheExportIsBusyMeanwhile) {
-    const HeldSource held(source.filePath(QStringLiteral("held.wav")));
+    HeldFile held(target.filePath(QStringLiteral("A.wav")));
     const ExportLog log;
     const QSignalSpy changes(&exporting, &Exporting::isBusyChanged);
-    const Exporting::Folder clips{{{project.id(0), held.path(), QStringLiteral("A")},
+    const Exporting::Folder clips{{{project.id(0), sourceOf("a"), QStringLiteral("A")},
                                    {project.id(1), sourceOf("b"), QStringLiteral("B")},
                                    {project.id(2), QStringLiteral("/nowhere/take.aif"), QStringLiteral("C")}}};
     exporting.exportToFolder(clips, target.path());
@@ -219,11 +218,11 @@ TEST_F(ExportingTest, AFileThatCannotBeCopiedIsToldAndLoggedOnce) {
 }
 
 TEST_F(ExportingTest, AnExportGoesOnWhenItsProjectGoes) {
-    const HeldSource held(source.filePath(QStringLiteral("held.wav")));
+    HeldFile held(target.filePath(QStringLiteral("A.wav")));
     const ExportLog log;
     {
         const ScriptProject other({{QStringLiteral("One")}});
-        const Exporting::Folder clips{{{other.id(0), held.path(), QStringLiteral("A")},
+        const Exporting::Folder clips{{{other.id(0), sourceOf("a"), QStringLiteral("A")},
                                        {other.id(0), QStringLiteral("/nowhere/take.aif"), QStringLiteral("B")},
                                        {other.id(0), sourceOf("c"), QStringLiteral("C")}}};
         other->exporting().exportToFolder(clips, target.path());
@@ -236,9 +235,9 @@ TEST_F(ExportingTest, AnExportGoesOnWhenItsProjectGoes) {
 }
 
 TEST_F(ExportingTest, QuittingWaitsForTheExportAndLogsItsFailure) {
-    const HeldSource held(source.filePath(QStringLiteral("held.wav")));
+    HeldFile held(target.filePath(QStringLiteral("A.wav")));
     const ExportLog log;
-    Exporting::Folder clips{{{project.id(0), held.path(), QStringLiteral("A")}}};
+    Exporting::Folder clips{{{project.id(0), sourceOf("a"), QStringLiteral("A")}}};
     for (int clip = 0; clip < 50; ++clip)
         clips.clips.append({project.id(0), sourceOf("b"), QStringLiteral("B%1").arg(clip)});
     clips.clips.append({project.id(0), QStringLiteral("/nowhere/take.aif"), QStringLiteral("C")});
@@ -255,24 +254,24 @@ TEST_F(ExportingTest, QuittingWaitsForTheExportAndLogsItsFailure) {
 }
 
 TEST_F(ExportingTest, HoweverManyExportsWaitOtherWorkGoesOn) {
-    std::deque<HeldSource> held;
+    std::deque<HeldFile> held;
     for (int number = 0; number < QThreadPool::globalInstance()->maxThreadCount(); ++number) {
         const QString name = QString::number(number);
-        held.emplace_back(source.filePath(name));
-        exporting.exportToFolder({{{project.id(0), held.back().path(), name}}}, target.path());
+        held.emplace_back(target.filePath(name + QStringLiteral(".wav")));
+        exporting.exportToFolder({{{project.id(0), sourceOf("a"), name}}}, target.path());
     }
     const QFuture<void> other = QtConcurrent::run([] {});
     EXPECT_TRUE(QTest::qWaitFor([&] { return other.isFinished(); }, deadline));
-    for (const HeldSource &disk : held)
-        disk.letGo();
+    for (HeldFile &file : held)
+        file.letGo();
     ASSERT_TRUE(QTest::qWaitFor([&] { return !exporting.isBusy(); }, deadline));
     EXPECT_EQ(exported().size(), QThreadPool::globalInstance()->maxThreadCount());
 }
 
 TEST_F(ExportingTest, TwoExportsToOneFolderDontTakeOneName) {
-    const HeldSource held(source.filePath(QStringLiteral("held.wav")));
+    HeldFile held(target.filePath(QStringLiteral("A.wav")));
     const ScriptProject other({{QStringLiteral("One")}});
-    const Exporting::Folder first{{{project.id(0), held.path(), QStringLiteral("A")}}};
+    const Exporting::Folder first{{{project.id(0), sourceOf("a"), QStringLiteral("A")}}};
     const Exporting::Folder second{{{other.id(0), sourceOf("b"), QStringLiteral("A")}}};
     exporting.exportToFolder(first, target.path());
     other->exporting().exportToFolder(second, target.path());

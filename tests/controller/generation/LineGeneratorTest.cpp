@@ -11,7 +11,7 @@
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
 #include "controller/casting/PresetEditing.h"
 #include "controller/casting/VoiceCasting.h"
 #include "controller/document/UndoManager.h"

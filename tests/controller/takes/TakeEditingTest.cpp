@@ -6,7 +6,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
 
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
 #include "controller/casting/VoiceCasting.h"
 #include "controller/document/UndoManager.h"
 #include "controller/script/LineEditing.h"

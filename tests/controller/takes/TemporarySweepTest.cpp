@@ -18,17 +18,28 @@ void makeFile(const QString &path, int ageInDays) {
     file.setFileTime(QDateTime::currentDateTimeUtc().addDays(-ageInDays), QFileDevice::FileModificationTime);
 }
 
+struct SweptFile {
+    QString name;
+    int ageInDays;
+    bool stays;
+};
+
+using Sweep = void (*)(const QString &folder, std::chrono::system_clock::time_point now);
+
+void expectSwept(const QTemporaryDir &folder, const QList<SweptFile> &files, Sweep sweep) {
+    for (const SweptFile &file : files)
+        makeFile(folder.filePath(file.name), file.ageInDays);
+    sweep(folder.path(), std::chrono::system_clock::now());
+    for (const SweptFile &file : files)
+        EXPECT_EQ(QFile::exists(folder.filePath(file.name)), file.stays) << file.name.toStdString();
+}
+
 } // namespace
 
 TEST(TemporarySweep, OnlyOldFilesOfTheApplicationsOwnNamesGo) {
     const QTemporaryDir temporary;
     const QString uuid = QStringLiteral("0aB1c2D3-1111-2222-3333-444455556666");
-    struct Case {
-        QString name;
-        int ageInDays;
-        bool stays;
-    };
-    const QList<Case> cases{
+    const QList<SweptFile> cases{
         {QStringLiteral("tts_%1.wav").arg(uuid), 8, false},
         {QStringLiteral("tts_%1.wav").arg(uuid.toUpper()), 6, true},
         {QStringLiteral("sts_src_%1.mp3").arg(uuid), 8, false},
@@ -39,16 +50,29 @@ TEST(TemporarySweep, OnlyOldFilesOfTheApplicationsOwnNamesGo) {
         {QStringLiteral("tts_holiday.wav"), 400, true},
         {QStringLiteral("my tts_%1.wav").arg(uuid), 400, true},
         {QStringLiteral("tts_%1.wav.bak").arg(uuid), 400, true},
+        {QStringLiteral("OrlentaDroppedAudio-%1.aiff").arg(uuid), 8, false},
+        {QStringLiteral("OrlentaDroppedAudio-%1.wav.tmp").arg(uuid), 8, false},
+        {QStringLiteral("OrlentaDroppedAudio-%1.wav").arg(uuid), 6, true},
         {QStringLiteral("OrlentaDrag/clip.wav"), 8, false},
         {QStringLiteral("OrlentaDrag/fresh.wav"), 1, true},
         {QStringLiteral("OrlentaDirectionAudioUndo/deep/new.wav"), 0, false},
     };
-    for (const Case &c : cases)
-        makeFile(temporary.filePath(c.name), c.ageInDays);
-    sweepTemporaryFiles(temporary.path(), std::chrono::system_clock::now());
-    for (const Case &c : cases)
-        EXPECT_EQ(QFile::exists(temporary.filePath(c.name)), c.stays) << c.name.toStdString();
+    expectSwept(temporary, cases, &sweepTemporaryFolder);
     EXPECT_FALSE(QFile::exists(temporary.filePath(QStringLiteral("OrlentaDirectionAudioUndo"))));
+}
+
+TEST(TemporarySweep, GeneratedAudioThatACrashLeftInTheCachesGoesAndRecordingsStay) {
+    const QTemporaryDir caches;
+    const QString uuid = QStringLiteral("0AB1C2D3-1111-2222-3333-444455556666");
+    expectSwept(caches,
+                {{QStringLiteral("tts_%1.wav").arg(uuid), 8, false},
+                 {QStringLiteral("tts_%1.wav.tmp").arg(uuid), 8, false},
+                 {QStringLiteral("sts_src_%1.mp3").arg(uuid), 8, false},
+                 {QStringLiteral("voice_preview_%1.mp3").arg(uuid), 8, false},
+                 {QStringLiteral("sts_%1.wav").arg(uuid), 6, true},
+                 {QStringLiteral("direction_%1.wav").arg(uuid), 400, true},
+                 {QStringLiteral("holiday - direction 1 - 0ab1c2d3.wav"), 400, true}},
+                &sweepCaches);
 }
 
 TEST(TemporarySweep, ALinkGoesWithoutWhatItPointsTo) {
@@ -57,7 +81,7 @@ TEST(TemporarySweep, ALinkGoesWithoutWhatItPointsTo) {
     makeFile(elsewhere.filePath(QStringLiteral("keep.wav")), 30);
     QFile::link(elsewhere.path(), temporary.filePath(QStringLiteral("OrlentaDirectionAudioUndo")));
     QFile::link(elsewhere.path(), temporary.filePath(QStringLiteral("OrlentaDrag")));
-    sweepTemporaryFiles(temporary.path(), std::chrono::system_clock::now());
+    sweepTemporaryFolder(temporary.path(), std::chrono::system_clock::now());
     EXPECT_TRUE(QFile::exists(elsewhere.filePath(QStringLiteral("keep.wav"))));
 }
 

@@ -13,7 +13,7 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMessageBox>
 
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
 #include "shell/ShellSession.h"
 #include "shell/theme/Theme.h"
 #include "support/SoundServerSession.h"

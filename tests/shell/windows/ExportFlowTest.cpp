@@ -1,8 +1,6 @@
 #include "shell/windows/ExportFlow.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <memory>
 
 #include <gtest/gtest.h>
 #include <qcoro/qcorotask.h>
@@ -14,9 +12,9 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 
-#include "base/PrivateFolders.h"
+#include "base/files/PendingFile.h"
+#include "base/files/PrivateFolders.h"
 #include "controller/script/Selection.h"
-#include "controller/takes/MediaFiles.h"
 #include "controller/takes/TakeEditing.h"
 #include "shell/menus/ProjectActions.h"
 #include "shell/ShellSession.h"
@@ -115,12 +113,13 @@ TEST_F(ExportFlowTest, TheJoinedFileGoesWithTheExport) {
 TEST_F(ExportFlowTest, TheWindowShowsARunningExportAndStartsNoOther) {
     ProjectWindowController &project = open(QStringLiteral("Busy"));
     controller::ProjectController &document = project.controller();
-    // A take that keeps whoever copies it until somebody writes to it.
-    const QString held = document.media().audioURL(*document.project().linesInOrder().front()).toLocalFile();
-    ASSERT_TRUE(QFile::remove(held));
-    ASSERT_EQ(::mkfifo(QFile::encodeName(held).constData(), 0600), 0);
     const QString target = session.path(QStringLiteral("clips"));
     ASSERT_TRUE(QDir().mkpath(target));
+    // As long as this is being written, whoever wants to replace it waits.
+    const QString clip = document.takes().clipName(*document.project().linesInOrder().front()) + QStringLiteral(".wav");
+    auto held = std::make_unique<base::Result<base::PendingFile, base::FileError>>(
+        base::PendingFile::create(target + u'/' + clip));
+    ASSERT_TRUE(*held);
     const auto shows = [&project](const QString &text) {
         for (const QLabel *label : project.window().findChildren<QLabel *>())
             if (label->isVisible() && label->text() == text)
@@ -135,13 +134,8 @@ TEST_F(ExportFlowTest, TheWindowShowsARunningExportAndStartsNoOther) {
     EXPECT_FALSE(command->isEnabled());
     project.window().exportFlow().exportSelectedAudio(MultiLineOutput::Individual);
     EXPECT_EQ(dialogOf(project), nullptr);
-    // As often as somebody opens it: the thread that reads durations may have found the file before it was changed.
-    ASSERT_TRUE(waitUntil([&] {
-        const int writer = ::open(QFile::encodeName(held).constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
-        if (writer >= 0)
-            ::close(writer);
-        return !project.window().exportFlow().isBusy();
-    }));
+    held.reset();
+    ASSERT_TRUE(waitForEnd(project));
     EXPECT_FALSE(shows(busy));
     EXPECT_TRUE(command->isEnabled());
     EXPECT_EQ(QDir(target).entryList(QDir::Files).size(), 2);

@@ -11,7 +11,7 @@
 #include <sndfile.h>
 
 #include "audio/files/AudioFileReader.h"
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
 #include "speech/account/ServiceUnderTest.h"
 
 namespace orlenta::speech {

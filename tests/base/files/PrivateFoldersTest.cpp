@@ -1,4 +1,4 @@
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
 
 #include <cstdlib>
 #include <set>

@@ -1,65 +1,42 @@
-#include "base/AtomicFile.h"
+#include "base/files/AtomicFile.h"
 
 #include <atomic>
-#include <csignal>
-#include <sys/resource.h>
+#include <cerrno>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 #include <gtest/gtest.h>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <QtCore/QTemporaryDir>
+
+#include "base/files/FileFolder.h"
+#include "base/files/PendingFile.h"
+#include "support/FileSizeLimit.h"
 
 namespace orlenta::base {
 namespace {
 
 using namespace Qt::StringLiterals;
+using orlenta::testing::FileSizeLimit;
 
-class AtomicFile : public ::testing::Test {
-protected:
-    [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
-    [[nodiscard]] QStringList names() const {
-        return QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
-    }
-    void put(const QString &name, const QByteArray &data) const {
-        QFile file(path(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(data), data.size());
-    }
-    [[nodiscard]] QByteArray content(const QString &name) const {
-        auto data = readWholeFile(path(name));
-        return data ? *data : QByteArray("unreadable");
-    }
-    [[nodiscard]] mode_t mode(const QString &name) const {
-        struct stat status {};
-        ::stat(QFile::encodeName(path(name)).constData(), &status);
-        return status.st_mode & 07777;
-    }
+class AtomicFile : public test::FileFolder {};
 
-    QTemporaryDir m_folder;
-};
-
-/// For as long as it lives, files of this process can't grow past a size: the nearest thing to a full disk that needs
-/// no disk.
-class FileSizeLimit final {
+/// What the flush of a folder comes to in this program from now on, as long as it lives.
+class FolderFlushResult final {
 public:
-    explicit FileSizeLimit(rlim_t bytes) {
-        ::getrlimit(RLIMIT_FSIZE, &m_old);
-        m_oldHandler = ::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{bytes, m_old.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() {
-        ::setrlimit(RLIMIT_FSIZE, &m_old);
-        ::signal(SIGXFSZ, m_oldHandler);
-    }
+    explicit FolderFlushResult(int code) { s_code = code; }
+    ~FolderFlushResult() { s_code = 0; }
+    FolderFlushResult(const FolderFlushResult &) = delete;
+    FolderFlushResult &operator=(const FolderFlushResult &) = delete;
+
+    [[nodiscard]] static int code() { return s_code; }
 
 private:
-    rlimit m_old{};
-    void (*m_oldHandler)(int) = nullptr;
+    static inline std::atomic<int> s_code = 0;
 };
 
 TEST_F(AtomicFile, ANewFileHoldsTheDataAndTheUmasksMode) {
@@ -82,6 +59,18 @@ TEST_F(AtomicFile, ReplacingKeepsModeAndLink) {
     EXPECT_EQ(mode(u"real.orl"_s), 0604U);
 }
 
+TEST_F(AtomicFile, ALinkToWhatIsNotThereYetMakesItAndACircleFails) {
+    ASSERT_TRUE(QDir(m_folder.path()).mkdir(u"disk"_s));
+    ASSERT_EQ(::symlink("disk/real.orl", encodedPath(u"link.orl"_s).constData()), 0);
+    ASSERT_TRUE(writeAtomically(path(u"link.orl"_s), "new"));
+    EXPECT_TRUE(QFileInfo(path(u"link.orl"_s)).isSymLink());
+    EXPECT_EQ(content(u"disk/real.orl"_s), "new");
+    ASSERT_EQ(::symlink("circle.orl", encodedPath(u"circle.orl"_s).constData()), 0);
+    const auto written = writeAtomically(path(u"circle.orl"_s), "x");
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.error().code, ELOOP);
+}
+
 TEST_F(AtomicFile, AShortWriteLeavesTheOldFileAndNothingElse) {
     const QByteArray large(200'000, 'x');
     for (const rlim_t limit : {rlim_t{0}, rlim_t{1}, rlim_t{16'384}, rlim_t{100'000}, rlim_t{199'999}}) {
@@ -97,11 +86,13 @@ TEST_F(AtomicFile, AShortWriteLeavesTheOldFileAndNothingElse) {
     }
 }
 
-TEST_F(AtomicFile, ATargetThatIsAFolderOrHasNoFolderFails) {
+TEST_F(AtomicFile, ATargetThatIsNoPlainFileOrHasNoFolderFails) {
     ASSERT_TRUE(QDir(m_folder.path()).mkdir(u"folder"_s));
+    ASSERT_EQ(::mkfifo(encodedPath(u"pipe"_s).constData(), 0600), 0);
     EXPECT_FALSE(writeAtomically(path(u"folder"_s), "x"));
+    EXPECT_FALSE(writeAtomically(path(u"pipe"_s), "x"));
     EXPECT_FALSE(writeAtomically(path(u"missing/a.orl"_s), "x"));
-    EXPECT_EQ(names(), QStringList{u"folder"_s});
+    EXPECT_EQ(names(), (QStringList{u"folder"_s, u"pipe"_s}));
 }
 
 TEST_F(AtomicFile, ALeftoverTemporaryIsReplacedAndCanBeRemoved) {
@@ -121,6 +112,20 @@ TEST_F(AtomicFile, NamesAsLongAsTheFileSystemAllowsWork) {
     ASSERT_TRUE(writeAtomically(path(name), "two"));
     EXPECT_EQ(content(name), "two");
     EXPECT_EQ(names(), QStringList{name});
+}
+
+TEST_F(AtomicFile, WhatIsBeingWrittenIsNoLeftover) {
+    auto pending = PendingFile::create(path(u"a.orl"_s));
+    ASSERT_TRUE(pending);
+    ASSERT_EQ(pending->descriptor().write(QByteArray("first")), 0);
+    removeStaleTemporary(path(u"a.orl"_s));
+    std::thread other([&] { EXPECT_TRUE(writeAtomically(path(u"a.orl"_s), "second")); });
+    // A long copy to one file holds up nobody who writes another of the folder.
+    EXPECT_TRUE(writeAtomically(path(u"b.orl"_s), "beside"));
+    EXPECT_TRUE(pending.value().commit(5));
+    other.join();
+    EXPECT_EQ(content(u"a.orl"_s), "second");
+    EXPECT_EQ(names(), (QStringList{u"a.orl"_s, u"b.orl"_s}));
 }
 
 TEST_F(AtomicFile, WritersOfOneFileNeverMixTheirData) {
@@ -153,5 +158,29 @@ TEST_F(AtomicFile, ReadingRefusesWhatIsNoPlainFile) {
     EXPECT_EQ(missing.error().description(), u"missing: No such file or directory"_s);
 }
 
+TEST_F(AtomicFile, AFolderThatCanNotBeFlushedIsNoFailureAndOneWhoseFlushFailsIs) {
+    for (const int refusal : {EINVAL, EOPNOTSUPP, EACCES, EPERM, EBADF}) {
+        const FolderFlushResult result(refusal);
+        EXPECT_TRUE(writeAtomically(path(u"a.orl"_s), "new")) << refusal;
+        EXPECT_TRUE(syncToDisk(m_folder.path())) << refusal;
+    }
+    const FolderFlushResult result(EIO);
+    const auto written = writeAtomically(path(u"a.orl"_s), "newer");
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.error().code, EIO);
+    EXPECT_EQ(names(), QStringList{u"a.orl"_s});
+}
+
 } // namespace
 } // namespace orlenta::base
+
+// File systems whose folders refuse a flush, or fail in one, are no part of a test machine; the rest of them is real.
+extern "C" int fsync(int descriptor) {
+    struct stat status {};
+    const int code = orlenta::base::FolderFlushResult::code();
+    if (code != 0 && ::fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode)) {
+        errno = code;
+        return -1;
+    }
+    return static_cast<int>(::syscall(SYS_fsync, descriptor));
+}

@@ -3,7 +3,7 @@
 #include <csignal>
 #include <sys/resource.h>
 
-namespace orlenta::audio::test {
+namespace orlenta::testing {
 
 /// While it lives, no file of this process can grow past `bytes`: what a full disk looks like to the writer, root or
 /// not.
@@ -26,4 +26,4 @@ private:
     rlimit m_former{};
 };
 
-} // namespace orlenta::audio::test
+} // namespace orlenta::testing

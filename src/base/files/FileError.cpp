@@ -1,5 +1,6 @@
-#include "base/FileError.h"
+#include "base/files/FileError.h"
 
+#include <cerrno>
 #include <cstring>
 
 #include <QtCore/QFileInfo>
@@ -8,6 +9,10 @@ namespace orlenta::base {
 
 QString FileError::description() const {
     return QFileInfo(path).fileName() + QStringLiteral(": ") + reason;
+}
+
+bool FileError::isCancelled() const {
+    return code == ECANCELED;
 }
 
 FileError FileError::fromErrno(const QString &path, int code) {

@@ -1,4 +1,4 @@
-#include "base/PrivateFolders.h"
+#include "base/files/PrivateFolders.h"
 
 #include <cstdlib>
 #include <mutex>
@@ -13,8 +13,8 @@
 namespace orlenta::base {
 namespace {
 
-// Every level that is missing is made for the user alone, as the base directory rules ask; the mode is given to the
-// call, so that no moment passes in which the folder is open to others.
+// The XDG base directory rules want every missing level created with mode 0700. Passing the mode to mkdir leaves no
+// moment in which others could enter.
 bool makePrivate(const QString &path) {
     if (QFileInfo(path).isDir())
         return true;
@@ -24,7 +24,7 @@ bool makePrivate(const QString &path) {
     return ::mkdir(QFile::encodeName(path).constData(), 0700) == 0 || QFileInfo(path).isDir();
 }
 
-// A failure shows when the caller writes to the folder, with the system's own words.
+// Failures aren't reported here: the caller's first write fails with the system's message.
 QString privateFolder(QStandardPaths::StandardLocation location) {
     const QString path = QStandardPaths::writableLocation(location) + QStringLiteral("/orlenta");
     makePrivate(path);
@@ -37,8 +37,8 @@ bool isOwnPrivateFolder(const QByteArray &path) {
            (status.st_mode & 0077) == 0;
 }
 
-// Everybody can write to /tmp, so a name found there may be a trap laid by another user. Empty where neither the usual
-// name nor a random one can be had.
+// Anybody can write to /tmp, so an existing folder may be a trap set by another user. Returns an empty string if
+// neither the usual name nor a random one works.
 QString folderInSharedTemporary(const QString &shared) {
     const QByteArray usual = QFile::encodeName(shared + QStringLiteral("/orlenta-") + QString::number(::getuid()));
     if (::mkdir(usual.constData(), 0700) == 0 || isOwnPrivateFolder(usual))
@@ -48,7 +48,7 @@ QString folderInSharedTemporary(const QString &shared) {
 }
 
 QString makeTemporaryFolder(const QString &shared) {
-    // Qt gives an empty path for a temporary folder that doesn't exist.
+    // Qt returns an empty path if the temporary folder doesn't exist.
     const QString usual = shared.isEmpty() ? QString() : folderInSharedTemporary(shared);
     if (!usual.isEmpty())
         return usual;
