@@ -17,7 +17,7 @@
 #include "speech/account/ElevenLabsService.h"
 #include "speech/account/ServiceAddresses.h"
 #include "speech/synthesis/AudioOutputPreferences.h"
-#include "speech/synthesis/SpeechRequests.h"
+#include "speech/synthesis/SpeechApi.h"
 #include "speech/synthesis/TTSRequest.h"
 #include "tags/TagParser.h"
 
@@ -89,8 +89,8 @@ QCoro::Task<LineGenerator::Outcome> LineGenerator::speak(const Job &job) {
 }
 
 QCoro::Task<LineGenerator::Outcome> LineGenerator::speakRecording(Job job) {
-    co_return co_await m_service.requests().speechToSpeech(job.directionPath, job.elevenLabsVoiceId,
-                                                           speech::speechToSpeechModelId(), job.settings);
+    co_return co_await m_service.speech().speechToSpeech(job.directionPath, job.elevenLabsVoiceId,
+                                                         speech::speechToSpeechModelId(), job.settings);
 }
 
 QCoro::Task<LineGenerator::Outcome> LineGenerator::speakText(Job job) {
@@ -102,8 +102,8 @@ QCoro::Task<LineGenerator::Outcome> LineGenerator::speakText(Job job) {
     const speech::TTSRequest request = ttsRequest(job, dictionary);
     const QByteArray body = request.toJson();
     const speech::AudioOutputPreferences preferences = speech::AudioOutputPreferences::read(m_defaults);
-    const auto audio = co_await m_service.requests().requestAudioFile(
-        speech::SpeechRequests::textToSpeechPath(job.elevenLabsVoiceId), body, QStringLiteral("application/json"),
+    const auto audio = co_await m_service.speech().requestAudioFile(
+        speech::SpeechApi::textToSpeechPath(job.elevenLabsVoiceId), body, QStringLiteral("application/json"),
         QStringLiteral("tts"), m_service.apiKey(), preferences);
     if (audio && self)
         m_service.scheduleUsageRefresh(QStringLiteral("text-to-speech"),

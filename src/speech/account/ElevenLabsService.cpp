@@ -9,8 +9,8 @@
 #include "speech/account/KeychainHelper.h"
 #include "speech/account/ServiceAddresses.h"
 #include "speech/account/UsageTracker.h"
-#include "speech/http/ServiceExchange.h"
-#include "speech/synthesis/SpeechRequests.h"
+#include "speech/http/ServiceGateway.h"
+#include "speech/synthesis/SpeechApi.h"
 
 namespace orlenta::speech {
 
@@ -31,19 +31,19 @@ QString keyFromBytes(const QByteArray &bytes) {
 
 ElevenLabsService::ElevenLabsService(base::UserDefaults &defaults, KeychainHelper &credentials, QObject *parent,
                                      SpeechTiming timing)
-    : QObject(parent), m_credentials(credentials), m_exchange(std::make_unique<ServiceExchange>(timing)),
+    : QObject(parent), m_credentials(credentials), m_gateway(std::make_unique<ServiceGateway>(timing)),
       m_usage(std::make_unique<UsageTracker>(timing,
                                              [this](QString label, CancellationPtr cancellation) {
                                                  return refreshUsage(std::move(label), std::move(cancellation));
                                              })),
-      m_requests(std::make_unique<SpeechRequests>(*this, defaults)), m_selectedVoiceName(QStringLiteral("Voice 1")),
+      m_speech(std::make_unique<SpeechApi>(*this, defaults)), m_selectedVoiceName(QStringLiteral("Voice 1")),
       m_selectedVoiceColor(servicePalette().at(1)) {}
 
 ElevenLabsService::~ElevenLabsService() {
     // Whoever waits for a reply goes on here, while everything still stands.
     ++m_sessionEpoch;
     m_usage->reset();
-    m_exchange->close();
+    m_gateway->close();
 }
 
 std::optional<QSet<QString>> ElevenLabsService::availableVoiceIds() const {
@@ -151,23 +151,23 @@ void ElevenLabsService::useEndpoint(const QUrl &baseUrl, KeyKeeping keeping) {
     forgetAccount();
     setErrorMessage({});
     m_keyKeeping = keeping;
-    m_exchange->setBaseURL(baseUrl);
+    m_gateway->setBaseURL(baseUrl);
 }
 
 QUrl ElevenLabsService::baseURL() const {
-    return m_exchange->baseURL();
+    return m_gateway->baseURL();
 }
 
 QCoro::Task<base::Result<ElevenLabsUser, SpeechError>> ElevenLabsService::fetchUser(QString apiKey,
                                                                                     CancellationPtr cancellation) {
-    auto bytes = co_await m_exchange->get(QStringLiteral("/v1/user"), apiKey, cancellation);
+    auto bytes = co_await m_gateway->get(QStringLiteral("/v1/user"), apiKey, cancellation);
     if (!bytes)
         co_return base::fail(bytes.error());
     co_return ElevenLabsUser::fromJson(*bytes);
 }
 
 QCoro::Task<base::Result<QList<Voice>, SpeechError>> ElevenLabsService::fetchVoices(QString apiKey) {
-    auto bytes = co_await m_exchange->get(QStringLiteral("/v1/voices"), apiKey);
+    auto bytes = co_await m_gateway->get(QStringLiteral("/v1/voices"), apiKey);
     if (!bytes)
         co_return base::fail(bytes.error());
     auto response = VoicesResponse::fromJson(*bytes);

@@ -20,8 +20,8 @@
 namespace orlenta::speech {
 
 class KeychainHelper;
-class ServiceExchange;
-class SpeechRequests;
+class ServiceGateway;
+class SpeechApi;
 class UsageTracker;
 
 /// The client of the speech service: the account's key, its user and voices, and the way to its requests. Main thread;
@@ -91,9 +91,9 @@ public:
     void scheduleUsageRefresh(const QString &context, int characters, UsageEstimate estimate);
 
     /// Speech and dictionaries.
-    [[nodiscard]] SpeechRequests &requests() const { return *m_requests; }
-    /// The exchange that every request goes through, with its retries.
-    [[nodiscard]] ServiceExchange &exchange() const { return *m_exchange; }
+    [[nodiscard]] SpeechApi &speech() const { return *m_speech; }
+    /// The gateway that every request goes through, with its retries.
+    [[nodiscard]] ServiceGateway &gateway() const { return *m_gateway; }
 
 Q_SIGNALS:
     void apiKeyChanged();
@@ -118,9 +118,9 @@ private:
     QCoro::Task<void> refreshUsage(QString label, CancellationPtr cancellation);
 
     KeychainHelper &m_credentials;
-    std::unique_ptr<ServiceExchange> m_exchange;
+    std::unique_ptr<ServiceGateway> m_gateway;
     std::unique_ptr<UsageTracker> m_usage;
-    std::unique_ptr<SpeechRequests> m_requests;
+    std::unique_ptr<SpeechApi> m_speech;
     KeyKeeping m_keyKeeping = KeyKeeping::Keyring;
     QString m_apiKey;
     bool m_isAuthenticated = false;

@@ -15,7 +15,7 @@
 #include "speech/account/AccountReplies.h"
 #include "speech/account/ElevenLabsService.h"
 #include "speech/account/KeychainHelper.h"
-#include "speech/synthesis/SpeechRequests.h"
+#include "speech/synthesis/SpeechApi.h"
 #include "support/LoopbackServer.h"
 
 namespace orlenta::speech {

@@ -13,7 +13,7 @@
 #include <sys/socket.h>
 
 #include "speech/account/ServiceUnderTest.h"
-#include "speech/http/ServiceExchange.h"
+#include "speech/http/ServiceGateway.h"
 
 namespace orlenta::speech {
 
@@ -214,9 +214,9 @@ TEST(NetworkFaults, ManyMegabytesOfAudioArriveWholeAndMoreThanAcceptedDoNot) {
         audio[i] = static_cast<char>(i);
     const auto outcome = [&under](const QByteArray &reply) {
         under.server.answer("/audio", reply);
-        HttpRequest request(under.service().exchange().address(QStringLiteral("/audio")), QStringLiteral("key"));
+        HttpRequest request(under.service().gateway().address(QStringLiteral("/audio")), QStringLiteral("key"));
         request.replyKind = HttpRequest::ReplyKind::Audio;
-        return resultOf(under.service().exchange().send(request));
+        return resultOf(under.service().gateway().send(request));
     };
     const auto whole = outcome(LoopbackServer::reply(200, audio, "audio/mpeg"));
     ASSERT_TRUE(whole) << whole.error().description().toStdString();

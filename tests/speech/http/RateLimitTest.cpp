@@ -3,7 +3,7 @@
 
 #include "speech/account/ServiceUnderTest.h"
 #include "speech/http/ResponseCheck.h"
-#include "speech/http/ServiceExchange.h"
+#include "speech/http/ServiceGateway.h"
 
 namespace orlenta::speech {
 

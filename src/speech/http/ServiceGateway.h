@@ -9,18 +9,18 @@
 
 #include "base/Result.h"
 #include "speech/http/Completion.h"
-#include "speech/http/HttpExchange.h"
+#include "speech/http/HttpClient.h"
 #include "speech/http/SpeechTiming.h"
 
 namespace orlenta::speech {
 
-/// The exchange that every request goes through: the service's address, the meaning of its replies, and the retry when
+/// The one way to the service: its address, the meaning of its replies, and the retry when
 /// it is busy. Main thread.
-class ServiceExchange final : public QObject {
+class ServiceGateway final : public QObject {
     Q_OBJECT
 public:
-    explicit ServiceExchange(const SpeechTiming &timing);
-    ~ServiceExchange() override;
+    explicit ServiceGateway(const SpeechTiming &timing);
+    ~ServiceGateway() override;
 
     [[nodiscard]] QUrl baseURL() const { return m_baseURL; }
     void setBaseURL(const QUrl &url) { m_baseURL = url; }
@@ -41,7 +41,7 @@ private:
 
     SpeechTiming m_timing;
     QUrl m_baseURL;
-    HttpExchange m_http;
+    HttpClient m_http;
     QList<Completion<bool>> m_pauses;
 };
 

@@ -1,4 +1,4 @@
-#include "speech/http/ServiceExchange.h"
+#include "speech/http/ServiceGateway.h"
 
 #include <algorithm>
 #include <array>
@@ -24,19 +24,19 @@ QString secondsText(double seconds) {
 
 } // namespace
 
-ServiceExchange::ServiceExchange(const SpeechTiming &timing)
+ServiceGateway::ServiceGateway(const SpeechTiming &timing)
     : m_timing(timing), m_baseURL(defaultEndpoint()), m_http(timing) {}
 
-ServiceExchange::~ServiceExchange() {
+ServiceGateway::~ServiceGateway() {
     close();
 }
 
-QUrl ServiceExchange::address(const QString &path) const {
+QUrl ServiceGateway::address(const QString &path) const {
     return QUrl(m_baseURL.toString(QUrl::StripTrailingSlash) + path, QUrl::StrictMode);
 }
 
-QCoro::Task<base::Result<HttpReply, SpeechError>> ServiceExchange::send(HttpRequest request) {
-    const QPointer<ServiceExchange> self(this);
+QCoro::Task<base::Result<HttpReply, SpeechError>> ServiceGateway::send(HttpRequest request) {
+    const QPointer<ServiceGateway> self(this);
     for (std::size_t attempt = 0;; ++attempt) {
         auto exchanged = co_await m_http.perform(request);
         if (!self)
@@ -63,8 +63,8 @@ QCoro::Task<base::Result<HttpReply, SpeechError>> ServiceExchange::send(HttpRequ
     }
 }
 
-QCoro::Task<base::Result<QByteArray, SpeechError>> ServiceExchange::get(QString path, QString apiKey,
-                                                                        CancellationPtr cancellation) {
+QCoro::Task<base::Result<QByteArray, SpeechError>> ServiceGateway::get(QString path, QString apiKey,
+                                                                       CancellationPtr cancellation) {
     HttpRequest request(address(path), apiKey);
     request.cancellation = cancellation;
     auto reply = co_await send(request);
@@ -73,8 +73,8 @@ QCoro::Task<base::Result<QByteArray, SpeechError>> ServiceExchange::get(QString 
     co_return reply->body;
 }
 
-QCoro::Task<bool> ServiceExchange::pause(std::chrono::milliseconds delay, CancellationPtr cancellation) {
-    const QPointer<ServiceExchange> self(this);
+QCoro::Task<bool> ServiceGateway::pause(std::chrono::milliseconds delay, CancellationPtr cancellation) {
+    const QPointer<ServiceGateway> self(this);
     const Completion<bool> ended;
     if (cancellation && cancellation->isCancelled())
         co_return false;
@@ -90,7 +90,7 @@ QCoro::Task<bool> ServiceExchange::pause(std::chrono::milliseconds delay, Cancel
     co_return ran;
 }
 
-void ServiceExchange::close() {
+void ServiceGateway::close() {
     m_http.close();
     for (const Completion<bool> &ended : QList(m_pauses))
         ended.resolve(false);

@@ -1,4 +1,4 @@
-#include "speech/http/HttpExchange.h"
+#include "speech/http/HttpClient.h"
 
 #include <algorithm>
 
@@ -46,18 +46,18 @@ bool isLoopback(const QUrl &url) {
 
 } // namespace
 
-HttpExchange::HttpExchange(SpeechTiming timing) : m_timing(std::move(timing)) {}
+HttpClient::HttpClient(SpeechTiming timing) : m_timing(std::move(timing)) {}
 
-HttpExchange::~HttpExchange() {
+HttpClient::~HttpClient() {
     close();
 }
 
-QCoro::Task<base::Result<HttpReply, SpeechError>> HttpExchange::perform(HttpRequest request) {
+QCoro::Task<base::Result<HttpReply, SpeechError>> HttpClient::perform(HttpRequest request) {
     if (!isSendable(request))
         co_return base::fail(SpeechError(ElevenLabsError::invalidURL()));
     if (!fitsHeader(request.apiKey))
         co_return base::fail(SpeechError(ElevenLabsError::unauthorized()));
-    const QPointer<HttpExchange> self(this);
+    const QPointer<HttpClient> self(this);
     for (int redirects = 0;; ++redirects) {
         if (!self || m_closed || (request.cancellation && request.cancellation->isCancelled()))
             co_return base::fail(SpeechError::cancelled());
@@ -76,7 +76,7 @@ QCoro::Task<base::Result<HttpReply, SpeechError>> HttpExchange::perform(HttpRequ
     }
 }
 
-void HttpExchange::close() {
+void HttpClient::close() {
     m_closed = true;
     for (HttpTransfer *transfer : findChildren<HttpTransfer *>(QString(), Qt::FindDirectChildrenOnly))
         transfer->cancel();

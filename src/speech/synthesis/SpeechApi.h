@@ -25,10 +25,10 @@ struct UploadedDictionary {
 
 /// The requests that make speech, and the files that come of them. Paths are of the private caches folder and belong to
 /// the caller. Main thread; the conversion of audio runs in a worker.
-class SpeechRequests final : public QObject {
+class SpeechApi final : public QObject {
     Q_OBJECT
 public:
-    SpeechRequests(ElevenLabsService &service, base::UserDefaults &defaults);
+    SpeechApi(ElevenLabsService &service, base::UserDefaults &defaults);
 
     /// Posts `body` to `path` in the format that the preferences ask for, and returns the path of a WAV file of those
     /// preferences that ends in 0.2 s of silence. A plan that refuses uncompressed audio is asked for MP3 instead.

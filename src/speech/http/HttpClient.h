@@ -14,11 +14,11 @@ namespace orlenta::speech {
 /// Sends keyed requests over one network manager that keeps no cookies, no cache and no credentials. Replies are capped
 /// and stalls end. A redirect is followed only to the same origin, so that no other host ever sees the key; any other
 /// redirect is handed back as the reply it is. Main thread.
-class HttpExchange final : public QObject {
+class HttpClient final : public QObject {
     Q_OBJECT
 public:
-    explicit HttpExchange(SpeechTiming timing);
-    ~HttpExchange() override;
+    explicit HttpClient(SpeechTiming timing);
+    ~HttpClient() override;
 
     /// Any complete reply is a success here, whatever its status.
     QCoro::Task<base::Result<HttpReply, SpeechError>> perform(HttpRequest request);

@@ -1,4 +1,4 @@
-#include "speech/synthesis/SpeechRequests.h"
+#include "speech/synthesis/SpeechApi.h"
 
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
@@ -7,7 +7,7 @@
 #include "base/AtomicFile.h"
 #include "speech/account/ElevenLabsService.h"
 #include "speech/http/MultipartBody.h"
-#include "speech/http/ServiceExchange.h"
+#include "speech/http/ServiceGateway.h"
 #include "speech/synthesis/TTSRequest.h"
 
 namespace orlenta::speech {
@@ -57,13 +57,13 @@ base::Result<UploadedDictionary, SpeechError> readUploadedDictionary(const QByte
 
 } // namespace
 
-SpeechRequests::SpeechRequests(ElevenLabsService &service, base::UserDefaults &defaults)
+SpeechApi::SpeechApi(ElevenLabsService &service, base::UserDefaults &defaults)
     : m_service(service), m_defaults(defaults) {}
 
-QCoro::Task<base::Result<QString, SpeechError>> SpeechRequests::requestAudioFile(QString path, QByteArray body,
-                                                                                 QString contentType, QString prefix,
-                                                                                 QString apiKey,
-                                                                                 AudioOutputPreferences preferences) {
+QCoro::Task<base::Result<QString, SpeechError>> SpeechApi::requestAudioFile(QString path, QByteArray body,
+                                                                            QString contentType, QString prefix,
+                                                                            QString apiKey,
+                                                                            AudioOutputPreferences preferences) {
     if (preferences.audioFormat == AudioFormat::Wav)
         co_return co_await requestWav(path, body, contentType, prefix, apiKey, preferences);
     const QString format = u"mp3_44100_%1"_s.arg(static_cast<int>(preferences.mp3Quality));
@@ -73,11 +73,11 @@ QCoro::Task<base::Result<QString, SpeechError>> SpeechRequests::requestAudioFile
     co_return co_await convertGeneratedAudio(*mp3, u"mp3"_s, prefix, 44100, 16);
 }
 
-QCoro::Task<base::Result<QString, SpeechError>> SpeechRequests::requestWav(QString path, QByteArray body,
-                                                                           QString contentType, QString prefix,
-                                                                           QString apiKey,
-                                                                           AudioOutputPreferences preferences) {
-    const QPointer<SpeechRequests> self(this);
+QCoro::Task<base::Result<QString, SpeechError>> SpeechApi::requestWav(QString path, QByteArray body,
+                                                                      QString contentType, QString prefix,
+                                                                      QString apiKey,
+                                                                      AudioOutputPreferences preferences) {
+    const QPointer<SpeechApi> self(this);
     const int rate = static_cast<int>(preferences.wavSampleRate);
     const int depth = static_cast<int>(preferences.wavBitDepth);
     auto pcm = co_await requestAudio(path, u"pcm_44100"_s, body, contentType, apiKey);
@@ -91,9 +91,9 @@ QCoro::Task<base::Result<QString, SpeechError>> SpeechRequests::requestWav(QStri
     co_return co_await convertGeneratedAudio(*mp3, u"mp3"_s, prefix, rate, depth);
 }
 
-QCoro::Task<base::Result<QString, SpeechError>>
-SpeechRequests::speechToSpeech(QString audioPath, QString voiceId, QString modelId, VoiceSettings settings) {
-    const QPointer<SpeechRequests> self(this);
+QCoro::Task<base::Result<QString, SpeechError>> SpeechApi::speechToSpeech(QString audioPath, QString voiceId,
+                                                                          QString modelId, VoiceSettings settings) {
+    const QPointer<SpeechApi> self(this);
     const auto recording = base::readWholeFile(audioPath);
     if (!recording)
         co_return base::fail(SpeechError::file(recording.error().description()));
@@ -112,8 +112,8 @@ SpeechRequests::speechToSpeech(QString audioPath, QString voiceId, QString model
 }
 
 QCoro::Task<base::Result<GeneratedPreviewAudio, SpeechError>>
-SpeechRequests::generateHQVoicePreview(QString voiceId, QString text, QString modelId, CancellationPtr cancellation) {
-    const QPointer<SpeechRequests> self(this);
+SpeechApi::generateHQVoicePreview(QString voiceId, QString text, QString modelId, CancellationPtr cancellation) {
+    const QPointer<SpeechApi> self(this);
     const QByteArray body = previewBody(text, modelId);
     const QString path = textToSpeechPath(voiceId);
     QStringList ladder{u"mp3_44100_192"_s};
@@ -140,32 +140,32 @@ SpeechRequests::generateHQVoicePreview(QString voiceId, QString text, QString mo
 }
 
 QCoro::Task<base::Result<UploadedDictionary, SpeechError>>
-SpeechRequests::addPronunciationDictionary(QString name, QString description, QByteArray lexicon, QString apiKey) {
+SpeechApi::addPronunciationDictionary(QString name, QString description, QByteArray lexicon, QString apiKey) {
     MultipartBody form;
     form.addField("name", name.toUtf8());
     form.addField("description", description.toUtf8());
     form.addFile("file", "pronunciation.pls", "application/xml", lexicon);
-    HttpRequest request(m_service.exchange().address(u"/v1/pronunciation-dictionaries/add-from-file"_s), apiKey,
+    HttpRequest request(m_service.gateway().address(u"/v1/pronunciation-dictionaries/add-from-file"_s), apiKey,
                         form.contentType().toLatin1(), form.bytes());
-    auto reply = co_await m_service.exchange().send(request);
+    auto reply = co_await m_service.gateway().send(request);
     if (!reply)
         co_return base::fail(reply.error());
     co_return readUploadedDictionary(reply->body);
 }
 
-QString SpeechRequests::textToSpeechPath(const QString &voiceId) {
+QString SpeechApi::textToSpeechPath(const QString &voiceId) {
     return pathOfVoice("text-to-speech"_L1, voiceId);
 }
 
-QCoro::Task<base::Result<QByteArray, SpeechError>> SpeechRequests::requestAudio(QString path, QString outputFormat,
-                                                                                QByteArray body, QString contentType,
-                                                                                QString apiKey,
-                                                                                CancellationPtr cancellation) {
-    HttpRequest request(m_service.exchange().address(path + u"?output_format="_s + outputFormat), apiKey,
+QCoro::Task<base::Result<QByteArray, SpeechError>> SpeechApi::requestAudio(QString path, QString outputFormat,
+                                                                           QByteArray body, QString contentType,
+                                                                           QString apiKey,
+                                                                           CancellationPtr cancellation) {
+    HttpRequest request(m_service.gateway().address(path + u"?output_format="_s + outputFormat), apiKey,
                         contentType.toLatin1(), body);
     request.replyKind = HttpRequest::ReplyKind::Audio;
     request.cancellation = cancellation;
-    auto reply = co_await m_service.exchange().send(request);
+    auto reply = co_await m_service.gateway().send(request);
     if (!reply)
         co_return base::fail(reply.error());
     co_return reply->body;

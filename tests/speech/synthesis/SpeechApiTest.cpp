@@ -1,4 +1,4 @@
-#include "speech/synthesis/SpeechRequests.h"
+#include "speech/synthesis/SpeechApi.h"
 
 #include <cmath>
 #include <vector>
@@ -88,8 +88,8 @@ AudioOutputPreferences wavPreferences() {
 }
 
 base::Result<QString, SpeechError> requestSpeech(ServiceUnderTest &under, AudioOutputPreferences preferences) {
-    return resultOf(under.service().requests().requestAudioFile(
-        SpeechRequests::textToSpeechPath(QStringLiteral("v 1/2")), "{}", QStringLiteral("application/json"),
+    return resultOf(under.service().speech().requestAudioFile(
+        SpeechApi::textToSpeechPath(QStringLiteral("v 1/2")), "{}", QStringLiteral("application/json"),
         QStringLiteral("tts"), QStringLiteral("secret-key"), preferences));
 }
 
@@ -102,7 +102,7 @@ QList<QByteArray> formatsAsked(const ServiceUnderTest &under) {
 
 } // namespace
 
-TEST(SpeechRequests, AnMP3ChoiceEndsAsACompactWavWhateverTheWavChoicesSay) {
+TEST(SpeechApi, AnMP3ChoiceEndsAsACompactWavWhateverTheWavChoicesSay) {
     ServiceUnderTest under;
     under.server.answer("/v1/text-to-speech", audioReply(toneMp3(under.folder)));
     AudioOutputPreferences preferences;
@@ -117,7 +117,7 @@ TEST(SpeechRequests, AnMP3ChoiceEndsAsACompactWavWhateverTheWavChoicesSay) {
     EXPECT_EQ(request.body, "{}");
 }
 
-TEST(SpeechRequests, AWavChoiceComesFromRawSamples) {
+TEST(SpeechApi, AWavChoiceComesFromRawSamples) {
     ServiceUnderTest under;
     under.server.answer("/v1/text-to-speech", audioReply(tonePcm()));
     const auto file = requestSpeech(under, wavPreferences());
@@ -128,7 +128,7 @@ TEST(SpeechRequests, AWavChoiceComesFromRawSamples) {
     EXPECT_THAT(formatsAsked(under), ::testing::ElementsAre("pcm_44100"));
 }
 
-TEST(SpeechRequests, APlanWithoutRawSamplesGetsTheSameWavFromTheBestMP3) {
+TEST(SpeechApi, APlanWithoutRawSamplesGetsTheSameWavFromTheBestMP3) {
     for (const int status : {400, 402, 403}) {
         ServiceUnderTest under;
         under.server.answerInTurn("/v1/text-to-speech", {refusal(status), audioReply(toneMp3(under.folder))});
@@ -139,7 +139,7 @@ TEST(SpeechRequests, APlanWithoutRawSamplesGetsTheSameWavFromTheBestMP3) {
     }
 }
 
-TEST(SpeechRequests, OtherRefusalsNeverChangeTheFormat) {
+TEST(SpeechApi, OtherRefusalsNeverChangeTheFormat) {
     for (const int status : {401, 404, 429, 500}) {
         ServiceUnderTest under;
         under.server.answer("/v1/text-to-speech", refusal(status));
@@ -150,7 +150,7 @@ TEST(SpeechRequests, OtherRefusalsNeverChangeTheFormat) {
     }
 }
 
-TEST(SpeechRequests, BytesThatAreNoAudioAreAnErrorAndLeaveNoFile) {
+TEST(SpeechApi, BytesThatAreNoAudioAreAnErrorAndLeaveNoFile) {
     ServiceUnderTest under;
     under.server.answer("/v1/text-to-speech", audioReply("this is no MP3"));
     const QDir caches(base::PrivateFolders::caches());
@@ -161,7 +161,7 @@ TEST(SpeechRequests, BytesThatAreNoAudioAreAnErrorAndLeaveNoFile) {
     EXPECT_EQ(caches.entryList(), before);
 }
 
-TEST(SpeechRequests, ADirectionIsPostedAsAFormAndCostsNoEstimate) {
+TEST(SpeechApi, ADirectionIsPostedAsAFormAndCostsNoEstimate) {
     ServiceUnderTest under(ServiceUnderTest::Waits::EndWhenTold);
     under.connectAccount();
     under.server.answer("/v1/speech-to-speech", audioReply(toneMp3(under.folder)));
@@ -170,7 +170,7 @@ TEST(SpeechRequests, ADirectionIsPostedAsAFormAndCostsNoEstimate) {
     direction.write("not\r\nreally audio");
     direction.close();
     const VoiceSettings settings{0.4, 0.75, 0.0, 1.0};
-    const auto file = resultOf(under.service().requests().speechToSpeech(
+    const auto file = resultOf(under.service().speech().speechToSpeech(
         direction.fileName(), QStringLiteral("v1"), QStringLiteral("eleven_english_sts_v2"), settings));
     ASSERT_TRUE(file) << file.error().description().toStdString();
     const LoopbackRequest request = under.server.requests("/v1/speech-to-speech").first();
@@ -193,18 +193,18 @@ TEST(SpeechRequests, ADirectionIsPostedAsAFormAndCostsNoEstimate) {
     EXPECT_EQ(under.service().creditsText(), QStringLiteral("100 credits"));
     EXPECT_TRUE(ServiceUnderTest::becomes([&under] { return under.server.requests("/v1/user").size() == 2; }));
 
-    const auto missing = resultOf(under.service().requests().speechToSpeech(QStringLiteral("/nowhere/take.wav"),
-                                                                            QStringLiteral("v1"), QString(), settings));
+    const auto missing = resultOf(under.service().speech().speechToSpeech(QStringLiteral("/nowhere/take.wav"),
+                                                                          QStringLiteral("v1"), QString(), settings));
     EXPECT_EQ(missing.error().kind(), SpeechError::Kind::File);
 }
 
-TEST(SpeechRequests, APreviewClimbsDownTheLadderAndStopsAtARateLimit) {
+TEST(SpeechApi, APreviewClimbsDownTheLadderAndStopsAtARateLimit) {
     ServiceUnderTest under;
     under.server.answer("/v1/user", LoopbackServer::json(userJson(100, "pro")));
     under.connectAccount();
     const auto preview = [&under] {
-        return resultOf(under.service().requests().generateHQVoicePreview(QStringLiteral("v1"), QStringLiteral("Hello"),
-                                                                          QStringLiteral("eleven_multilingual_v2")));
+        return resultOf(under.service().speech().generateHQVoicePreview(QStringLiteral("v1"), QStringLiteral("Hello"),
+                                                                        QStringLiteral("eleven_multilingual_v2")));
     };
     under.server.answerInTurn("/v1/text-to-speech", {refusal(403), audioReply(tonePcm())});
     const auto second = preview();
@@ -226,11 +226,11 @@ TEST(SpeechRequests, APreviewClimbsDownTheLadderAndStopsAtARateLimit) {
     EXPECT_EQ(formatsAsked(under).size() - before, 4);
 }
 
-TEST(SpeechRequests, AnUploadedDictionaryGivesBothItsIds) {
+TEST(SpeechApi, AnUploadedDictionaryGivesBothItsIds) {
     ServiceUnderTest under;
     const auto upload = [&under](const QByteArray &body) {
         under.server.answer("/v1/pronunciation-dictionaries/add-from-file", LoopbackServer::json(body));
-        return resultOf(under.service().requests().addPronunciationDictionary(
+        return resultOf(under.service().speech().addPronunciationDictionary(
             QStringLiteral("Orlenta Pronunciation"), QStringLiteral("Auto-generated by Orlenta"), "<lexicon/>",
             QStringLiteral("secret-key")));
     };
