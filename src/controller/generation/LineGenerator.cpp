@@ -16,16 +16,15 @@
 #include "controller/takes/TakeEditing.h"
 #include "speech/account/ElevenLabsService.h"
 #include "speech/account/ServiceAddresses.h"
-#include "speech/synthesis/AudioOutputPreferences.h"
 #include "speech/synthesis/SpeechApi.h"
+#include "speech/synthesis/SpeechModel.h"
 #include "speech/synthesis/TTSRequest.h"
 #include "tags/TagParser.h"
 
 namespace orlenta::controller {
 
-LineGenerator::LineGenerator(ProjectController &controller, speech::ElevenLabsService &service,
-                             base::UserDefaults &defaults, QObject *parent)
-    : QObject(parent), m_controller(controller), m_service(service), m_defaults(defaults) {}
+LineGenerator::LineGenerator(ProjectController &controller, speech::ElevenLabsService &service, QObject *parent)
+    : QObject(parent), m_controller(controller), m_service(service) {}
 
 LineGenerator::~LineGenerator() = default;
 
@@ -47,7 +46,7 @@ void LineGenerator::generateSelectedLines() {
 }
 
 QCoro::Task<void> LineGenerator::generate(model::LineId id) {
-    const std::optional<Job> job = begin(id);
+    std::optional<Job> job = begin(id);
     if (!job)
         co_return;
     const QPointer<LineGenerator> self(this);
@@ -56,8 +55,10 @@ QCoro::Task<void> LineGenerator::generate(model::LineId id) {
         co_return;
     if (!outcome)
         report(*job, outcome.error());
-    else if (!outcome->isEmpty())
-        co_await m_controller.takes().installGeneratedAudio(outcome.value(), id, job->context);
+    else if (*outcome) {
+        const speech::GeneratedAudio audio = **outcome;
+        co_await install(audio, *job);
+    }
     if (!self)
         co_return;
     m_controller.takes().setGenerating(GenerationState::Idle, id);
@@ -69,13 +70,14 @@ std::optional<LineGenerator::Job> LineGenerator::begin(const model::LineId &id) 
     if (line == nullptr || voice == nullptr || m_controller.runtime().state(id).isGenerating)
         return std::nullopt;
     Job job;
+    job.access = m_service.access();
     job.lineId = id;
     job.text = line->text;
     job.elevenLabsVoiceId = voice->elevenLabsVoiceId;
     job.context = m_controller.takes().generationContext(*line);
     const model::ProjectLineSettings settings = m_controller.project().effectiveSettings(*line);
     job.settings = {speech::stabilityToSend(settings), settings.similarityBoost, settings.style, settings.speed};
-    job.modelId = speech::serviceModelId(settings.model);
+    job.model = &speech::SpeechModel::forKey(settings.model);
     const QString recording = m_controller.runtime().state(id).directionAudioURL.toLocalFile();
     if (settings.directionMode == model::DirectionMode::Voice && QFileInfo::exists(recording))
         job.directionPath = recording;
@@ -89,35 +91,39 @@ QCoro::Task<LineGenerator::Outcome> LineGenerator::speak(const Job &job) {
 }
 
 QCoro::Task<LineGenerator::Outcome> LineGenerator::speakRecording(Job job) {
-    co_return co_await m_service.speech().speechToSpeech(job.directionPath, job.elevenLabsVoiceId,
-                                                         speech::speechToSpeechModelId(), job.settings);
+    const auto audio =
+        co_await m_service.speech().speechToSpeech(job.access, job.directionPath, job.elevenLabsVoiceId, job.settings);
+    if (!audio)
+        co_return base::fail(audio.error());
+    co_return std::optional(*audio);
 }
 
 QCoro::Task<LineGenerator::Outcome> LineGenerator::speakText(Job job) {
     const QPointer<LineGenerator> self(this);
-    const Dictionary dictionary = co_await currentDictionary(job.modelId);
+    const Dictionary dictionary = co_await currentDictionary(job);
     // The line may have been deleted while the dictionary was on its way.
     if (!self || m_controller.lines().find(job.lineId) == nullptr)
-        co_return QString();
+        co_return std::optional<speech::GeneratedAudio>();
     const speech::TTSRequest request = ttsRequest(job, dictionary);
-    const QByteArray body = request.toJson();
-    const speech::AudioOutputPreferences preferences = speech::AudioOutputPreferences::read(m_defaults);
-    const auto audio = co_await m_service.speech().requestAudioFile(
-        speech::SpeechApi::textToSpeechPath(job.elevenLabsVoiceId), body, QStringLiteral("application/json"),
-        QStringLiteral("tts"), m_service.apiKey(), preferences);
-    if (audio && self)
-        m_service.scheduleUsageRefresh(QStringLiteral("text-to-speech"),
-                                       speech::estimatedCharacters(request.text, job.modelId),
-                                       speech::ElevenLabsService::UsageEstimate::Apply);
-    co_return audio;
+    const auto audio = co_await m_service.speech().textToSpeech(job.access, job.elevenLabsVoiceId, request);
+    if (!audio)
+        co_return base::fail(audio.error());
+    co_return std::optional(*audio);
 }
 
-QCoro::Task<LineGenerator::Dictionary> LineGenerator::currentDictionary(QString modelId) {
-    if (!modelId.contains(QLatin1String("v3")))
+QCoro::Task<void> LineGenerator::install(speech::GeneratedAudio audio, Job job) {
+    // From here on the file is the take's, or stays where it is if the line has gone.
+    audio.keep();
+    co_await m_controller.takes().installGeneratedAudio(audio.path(), job.lineId, job.context);
+}
+
+QCoro::Task<LineGenerator::Dictionary> LineGenerator::currentDictionary(Job job) {
+    if (!job.model->takesDictionary)
         co_return Dictionary();
     const QPointer<LineGenerator> self(this);
     if (m_controller.pronunciations().pronunciationDirty()) {
-        const auto uploaded = co_await m_controller.pronunciations().uploadPronunciationDictionary(m_service);
+        const auto uploaded =
+            co_await m_controller.pronunciations().uploadPronunciationDictionary(m_service.speech(), job.access);
         if (!self)
             co_return Dictionary();
         if (!uploaded) {
@@ -134,21 +140,18 @@ QCoro::Task<LineGenerator::Dictionary> LineGenerator::currentDictionary(QString 
 
 speech::TTSRequest LineGenerator::ttsRequest(const Job &job, const Dictionary &dictionary) const {
     const Pronunciations &words = m_controller.pronunciations();
-    const bool isV3 = job.modelId.contains(QLatin1String("v3"));
     speech::TTSRequest request;
-    request.modelId = job.modelId;
+    request.modelId = job.model->id;
     request.text = dictionary.id ? job.text : words.applyingLocalPronunciation(job.text);
     request.pronunciationDictionaryLocators = speech::dictionaryLocators(dictionary.id, dictionary.versionId);
-    if (!isV3) {
-        // Only the v3 model understands tags; the others would speak them.
+    if (const auto previous = job.model->takesPreviousText ? previousLineText(job.lineId) : std::nullopt)
+        request.previousText = words.applyingLocalPronunciation(*previous);
+    if (!job.model->understandsTags) {
         request.text = tags::strippingTags(request.text);
-        if (const auto previous = previousLineText(job.lineId))
-            request.previousText = tags::strippingTags(words.applyingLocalPronunciation(*previous));
+        if (request.previousText)
+            request.previousText = tags::strippingTags(*request.previousText);
     }
-    if (job.modelId == QLatin1String("eleven_v3"))
-        request.v3VoiceSettings = {job.settings.stability, job.settings.similarityBoost, job.settings.style};
-    else
-        request.voiceSettings = job.settings;
+    request.setVoiceSettings(job.settings);
     return request;
 }
 

@@ -8,17 +8,19 @@
 #include <QtCore/QString>
 
 #include "base/Result.h"
-#include "base/UserDefaults.h"
 #include "controller/generation/GenerationRequestContext.h"
 #include "controller/ProjectController.h"
+#include "speech/http/ServiceAccess.h"
 #include "speech/http/SpeechError.h"
 #include "speech/LineGenerationQueue.h"
+#include "speech/synthesis/GeneratedAudio.h"
 #include "speech/synthesis/TTSRequest.h"
 #include "speech/synthesis/VoiceSettings.h"
 
 namespace orlenta::speech {
 class ElevenLabsService;
-}
+struct SpeechModel;
+} // namespace orlenta::speech
 
 namespace orlenta::controller {
 
@@ -27,8 +29,7 @@ namespace orlenta::controller {
 class LineGenerator final : public QObject {
     Q_OBJECT
 public:
-    LineGenerator(ProjectController &controller, speech::ElevenLabsService &service, base::UserDefaults &defaults,
-                  QObject *parent = nullptr);
+    LineGenerator(ProjectController &controller, speech::ElevenLabsService &service, QObject *parent = nullptr);
     ~LineGenerator() override;
 
     [[nodiscard]] speech::LineGenerationQueue &queue() { return m_queue; }
@@ -49,12 +50,13 @@ Q_SIGNALS:
 private:
     /// One request, captured when it starts.
     struct Job {
+        speech::ServiceAccess access;
         model::LineId lineId;
         QString text;
         QString elevenLabsVoiceId;
         std::optional<GenerationRequestContext> context;
         speech::VoiceSettings settings;
-        QString modelId;
+        const speech::SpeechModel *model = nullptr;
         /// The recording to speak from; empty for text-to-speech.
         QString directionPath;
     };
@@ -62,21 +64,21 @@ private:
         std::optional<QString> id;
         std::optional<QString> versionId;
     };
-    /// The generated file; the empty path when the line has gone meanwhile.
-    using Outcome = base::Result<QString, speech::SpeechError>;
+    /// None when the line has gone meanwhile.
+    using Outcome = base::Result<std::optional<speech::GeneratedAudio>, speech::SpeechError>;
 
     [[nodiscard]] std::optional<Job> begin(const model::LineId &id);
     QCoro::Task<Outcome> speak(const Job &job);
     QCoro::Task<Outcome> speakRecording(Job job);
     QCoro::Task<Outcome> speakText(Job job);
-    QCoro::Task<Dictionary> currentDictionary(QString modelId);
+    QCoro::Task<Dictionary> currentDictionary(Job job);
+    QCoro::Task<void> install(speech::GeneratedAudio audio, Job job);
     [[nodiscard]] speech::TTSRequest ttsRequest(const Job &job, const Dictionary &dictionary) const;
     [[nodiscard]] std::optional<QString> previousLineText(const model::LineId &id) const;
     void report(const Job &job, const speech::SpeechError &error);
 
     ProjectController &m_controller;
     speech::ElevenLabsService &m_service;
-    base::UserDefaults &m_defaults;
     speech::LineGenerationQueue m_queue;
     QString m_generateErrorTitle = QStringLiteral("Generation Failed");
     std::optional<QString> m_generateError;

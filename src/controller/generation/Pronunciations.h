@@ -8,10 +8,11 @@
 
 #include "base/Result.h"
 #include "model/PronunciationEntry.h"
+#include "speech/http/ServiceAccess.h"
 #include "speech/http/SpeechError.h"
 
 namespace orlenta::speech {
-class ElevenLabsService;
+class SpeechApi;
 }
 
 namespace orlenta::controller {
@@ -42,8 +43,8 @@ public:
     /// The text with the words of the simple entries replaced, tags left alone.
     [[nodiscard]] QString applyingLocalPronunciation(const QString &text) const;
     /// Makes the service hold the enabled entries. A failure changes nothing.
-    QCoro::Task<base::Result<void, speech::SpeechError>>
-    uploadPronunciationDictionary(speech::ElevenLabsService &service);
+    QCoro::Task<base::Result<void, speech::SpeechError>> uploadPronunciationDictionary(speech::SpeechApi &speech,
+                                                                                       speech::ServiceAccess access);
 
 private:
     void change(const QList<model::PronunciationEntry> &entries, const QString &actionName);

@@ -189,7 +189,7 @@ void AccountDialog::showAccount(bool isLocal) {
         const speech::ElevenLabsUser &user = *m_service.user();
         const QString name = user.firstName.value_or(QString());
         const QString plan = QStringLiteral("%1 plan · %2 · %3 voices")
-                                 .arg(user.subscription.tier, m_service.creditsText())
+                                 .arg(user.subscription.tier, user.creditsText())
                                  .arg(m_service.voices().size());
         m_detail->setText(name.isEmpty() ? plan : QStringLiteral("%1 · %2").arg(name, plan));
     } else {

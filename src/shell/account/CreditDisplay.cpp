@@ -27,8 +27,8 @@ CreditDisplay::CreditDisplay(const ElevenLabsService &service, const LocalVoices
 void CreditDisplay::showState() {
     const bool isLocal = m_localVoices.state() == LocalVoices::State::On;
     setIcon(Icon::named(isLocal ? u"speaker"_s : u"account"_s));
-    if (m_service.isAuthenticated())
-        setText(m_service.creditsText());
+    if (m_service.user())
+        setText(m_service.user()->creditsText());
     else
         setText(m_service.isLoading() || m_localVoices.state() == LocalVoices::State::Starting ? u"Connecting…"_s
                                                                                                : u"Not connected"_s);

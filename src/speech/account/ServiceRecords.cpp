@@ -157,6 +157,10 @@ base::Result<ElevenLabsUser, SpeechError> ElevenLabsUser::fromJson(const QByteAr
     return user;
 }
 
+QString ElevenLabsUser::creditsText() const {
+    return u"%1 credits"_s.arg(subscription.characterCount);
+}
+
 base::Result<VoicesResponse, SpeechError> VoicesResponse::fromJson(const QByteArray &json) {
     const auto object = parseRecord(json);
     if (!object)

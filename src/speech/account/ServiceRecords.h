@@ -30,6 +30,8 @@ struct ElevenLabsUser {
     Subscription subscription;
 
     [[nodiscard]] static base::Result<ElevenLabsUser, SpeechError> fromJson(const QByteArray &json);
+    /// "<count> credits".
+    [[nodiscard]] QString creditsText() const;
 
     friend bool operator==(const ElevenLabsUser &, const ElevenLabsUser &) = default;
 };

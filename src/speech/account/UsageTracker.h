@@ -13,6 +13,9 @@
 
 namespace orlenta::speech {
 
+/// Whether a request's expected cost shows at once.
+enum class UsageEstimate { Apply, Skip };
+
 /// Bridges the time until the service's count follows what was just spent: a local estimate that a lower count must not
 /// overwrite for 20 seconds, and a series of five looks at the service's count. Main thread.
 class UsageTracker final : public QObject {

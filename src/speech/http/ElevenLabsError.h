@@ -24,8 +24,9 @@ public:
     [[nodiscard]] static ElevenLabsError rateLimited(std::optional<double> retryAfter);
     /// `text` is the service's own wording.
     [[nodiscard]] static ElevenLabsError quotaExceeded(const QString &text);
-    /// `suffix` follows the status directly: empty, or ": " and the service's wording.
-    [[nodiscard]] static ElevenLabsError httpError(int status, const QString &suffix);
+    /// `suffix` follows the status directly: empty, or ": " and the service's wording. `code` is the service's word for
+    /// the refusal, such as "voice_not_found".
+    [[nodiscard]] static ElevenLabsError httpError(int status, const QString &suffix, const QString &code = {});
     [[nodiscard]] static ElevenLabsError invalidURL();
     [[nodiscard]] static ElevenLabsError invalidResponse();
     [[nodiscard]] static ElevenLabsError unauthorized();
@@ -35,6 +36,8 @@ public:
     [[nodiscard]] QString text() const { return m_text; }
     /// The HTTP status of an HttpError, otherwise 0.
     [[nodiscard]] int status() const { return m_status; }
+    /// The service's word for an HttpError; empty when it gave none.
+    [[nodiscard]] QString code() const { return m_code; }
     /// Seconds to wait, for RateLimited when the service named them.
     [[nodiscard]] std::optional<double> retryAfter() const { return m_retryAfter; }
 
@@ -49,6 +52,7 @@ private:
     Kind m_kind;
     QString m_text;
     int m_status = 0;
+    QString m_code;
     std::optional<double> m_retryAfter;
 };
 

@@ -55,7 +55,7 @@ HttpClient::~HttpClient() {
 QCoro::Task<base::Result<HttpReply, SpeechError>> HttpClient::perform(HttpRequest request) {
     if (!isSendable(request))
         co_return base::fail(SpeechError(ElevenLabsError::invalidURL()));
-    if (!fitsHeader(request.apiKey))
+    if (!fitsHeader(request.access.apiKey))
         co_return base::fail(SpeechError(ElevenLabsError::unauthorized()));
     const QPointer<HttpClient> self(this);
     for (int redirects = 0;; ++redirects) {

@@ -28,12 +28,18 @@ public:
     void cancel();
 
 private:
+    [[nodiscard]] int status() const;
     void collect();
+    base::Result<void, SpeechError> keep(const QByteArray &bytes);
+    base::Result<void, SpeechError> keepInFile(const QByteArray &bytes);
+    void checkPace();
     void replyFinished();
     void finish(const Outcome &outcome);
 
     QNetworkReply *m_reply;
-    qsizetype m_limit;
+    ReplyFilePtr m_file;
+    bool m_fileHasBegun = false;
+    qint64 m_sizeAtLastPaceCheck = 0;
     QTimer m_stallTimer;
     QTimer m_exchangeTimer;
     QByteArray m_body;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QtCore/QByteArray>
-#include <QtCore/QString>
 
 namespace orlenta::speech {
 
@@ -14,7 +13,7 @@ public:
     void addFile(const char *name, const char *fileName, const char *contentType, const QByteArray &bytes);
 
     /// "multipart/form-data; boundary=" and the boundary.
-    [[nodiscard]] QString contentType() const;
+    [[nodiscard]] QByteArray contentType() const;
     /// All parts and the closing line.
     [[nodiscard]] QByteArray bytes() const;
 

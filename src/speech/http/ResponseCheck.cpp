@@ -36,16 +36,23 @@ QString statusSuffix(const QByteArray &body) {
     return words.isString() ? u": "_s + words.toString() : QString();
 }
 
+/// Newer replies name the refusal in "code", older ones in "status".
+QString refusalCode(const QByteArray &body) {
+    const QJsonObject detail = detailOf(body).toObject();
+    const QString code = detail.value(u"code"_s).toString();
+    return code.isEmpty() ? detail.value(u"status"_s).toString() : code;
+}
+
 } // namespace
 
 std::optional<ElevenLabsError> checkResponse(const HttpReply &reply, std::chrono::system_clock::time_point now) {
-    if (reply.status >= 200 && reply.status <= 299)
+    if (reply.isAccepted())
         return std::nullopt;
     if (reply.status == 429)
         return ElevenLabsError::rateLimited(parseRetryAfter(reply.retryAfter, now));
     if (reply.status == 401)
         return refusalOfKey(reply.body);
-    return ElevenLabsError::httpError(reply.status, statusSuffix(reply.body));
+    return ElevenLabsError::httpError(reply.status, statusSuffix(reply.body), refusalCode(reply.body));
 }
 
 std::optional<double> parseRetryAfter(const QByteArray &header, std::chrono::system_clock::time_point now) {

@@ -1,14 +1,18 @@
 #include "speech/synthesis/SpeechApi.h"
 
+#include <algorithm>
+#include <array>
+
+#include <qcoro/qcorofuture.h>
+#include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QPointer>
 
 #include "base/AtomicFile.h"
-#include "speech/account/ElevenLabsService.h"
 #include "speech/http/MultipartBody.h"
 #include "speech/http/ServiceGateway.h"
-#include "speech/synthesis/TTSRequest.h"
+#include "speech/synthesis/SpeechModel.h"
 
 namespace orlenta::speech {
 
@@ -16,31 +20,59 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// Refusals that share their status with a plan's refusal of a format, and that another format wouldn't change.
+bool isAboutSomethingElse(const ElevenLabsError &refusal) {
+    static constexpr std::array codes{"invalid_ttd_stability"_L1,
+                                      "unsupported_model"_L1,
+                                      "text_too_long"_L1,
+                                      "max_character_limit_exceeded"_L1,
+                                      "voice_not_found"_L1,
+                                      "model_not_found"_L1,
+                                      "invalid_api_key"_L1,
+                                      "missing_permissions"_L1,
+                                      "quota_exceeded"_L1,
+                                      "insufficient_credits"_L1,
+                                      "detected_unusual_activity"_L1};
+    return std::any_of(codes.begin(), codes.end(), [&](QLatin1String code) { return refusal.code() == code; });
+}
+
 /// What a plan that may not have uncompressed audio answers.
 bool refusesFormat(const SpeechError &error) {
     if (!error.service() || error.service()->kind() != ElevenLabsError::Kind::HttpError)
         return false;
     const int status = error.service()->status();
-    return status == 400 || status == 402 || status == 403;
+    return (status == 400 || status == 402 || status == 403) && !isAboutSomethingElse(*error.service()) &&
+           !AllowedStabilities::namedBy(error);
 }
 
-QByteArray previewBody(const QString &text, const QString &modelId) {
-    TTSRequest request;
-    request.text = text;
-    request.modelId = modelId;
-    if (modelId == u"eleven_v3")
-        request.v3VoiceSettings = V3VoiceSettings{};
-    else
-        request.voiceSettings = VoiceSettings{};
-    return request.toJson();
+std::optional<SpeechError> lengthProblem(const TTSRequest &request) {
+    const SpeechModel *model = SpeechModel::findById(request.modelId);
+    const int count = perceivedCharacters(request.text);
+    if (model == nullptr || count <= model->characterLimit)
+        return std::nullopt;
+    return SpeechError::textTooLong(count, model->characterLimit);
 }
 
-QString pathOfVoice(QLatin1String kind, const QString &voiceId) {
-    return u"/v1/%1/%2"_s.arg(kind, QString::fromLatin1(QUrl::toPercentEncoding(voiceId)));
+HttpRequest textToSpeechRequest(const ServiceAccess &access, const QString &voiceId, const TTSRequest &request) {
+    const QString voice = QString::fromLatin1(QUrl::toPercentEncoding(voiceId));
+    return HttpRequest::postJson(access, u"/v1/text-to-speech/"_s + voice, request.toJson());
 }
 
-QString jsonContentType() {
-    return u"application/json"_s;
+HttpRequest speechToSpeechRequest(const ServiceAccess &access, const QString &voiceId, const QByteArray &recording,
+                                  const VoiceSettings &settings) {
+    const QString voice = QString::fromLatin1(QUrl::toPercentEncoding(voiceId));
+    MultipartBody form;
+    // The service looks into the file, whatever it is called.
+    form.addFile("audio", "direction.wav", "audio/wav", recording);
+    form.addField("model_id", speechToSpeechModelId().toUtf8());
+    form.addField("voice_settings", toJson(settings));
+    return HttpRequest::postForm(access, u"/v1/speech-to-speech/"_s + voice, form);
+}
+
+QList<ReplyFormat> previewLadder(bool supportsPCMOutput) {
+    if (!supportsPCMOutput)
+        return {ReplyFormat::mp3(192)};
+    return {ReplyFormat::pcm(48000), ReplyFormat::pcm(44100), ReplyFormat::mp3(192)};
 }
 
 base::Result<UploadedDictionary, SpeechError> readUploadedDictionary(const QByteArray &json) {
@@ -57,81 +89,73 @@ base::Result<UploadedDictionary, SpeechError> readUploadedDictionary(const QByte
 
 } // namespace
 
-SpeechApi::SpeechApi(ElevenLabsService &service, base::UserDefaults &defaults)
-    : m_service(service), m_defaults(defaults) {}
+SpeechApi::SpeechApi(ServiceGateway &gateway, const base::UserDefaults &defaults,
+                     std::function<bool()> supportsPCMOutput)
+    : m_gateway(gateway), m_defaults(defaults), m_supportsPCMOutput(std::move(supportsPCMOutput)) {}
 
-QCoro::Task<base::Result<QString, SpeechError>> SpeechApi::requestAudioFile(QString path, QByteArray body,
-                                                                            QString contentType, QString prefix,
-                                                                            QString apiKey,
-                                                                            AudioOutputPreferences preferences) {
-    if (preferences.audioFormat == AudioFormat::Wav)
-        co_return co_await requestWav(path, body, contentType, prefix, apiKey, preferences);
-    const QString format = u"mp3_44100_%1"_s.arg(static_cast<int>(preferences.mp3Quality));
-    auto mp3 = co_await requestAudio(path, format, body, contentType, apiKey);
-    if (!mp3)
-        co_return base::fail(mp3.error());
-    co_return co_await convertGeneratedAudio(*mp3, u"mp3"_s, prefix, 44100, 16);
+QCoro::Task<SpeechApi::AudioResult> SpeechApi::textToSpeech(ServiceAccess access, QString voiceId, TTSRequest request) {
+    if (const auto problem = lengthProblem(request))
+        co_return base::fail(*problem);
+    const QPointer<SpeechApi> self(this);
+    const AudioOutputPreferences preferences = AudioOutputPreferences::read(m_defaults);
+    const QString prefix = u"tts"_s;
+    m_stabilities.apply(access.endpoint, request);
+    HttpRequest http = textToSpeechRequest(access, voiceId, request);
+    auto audio = co_await requestAudioFile(http, prefix, preferences);
+    if (const auto allowed = audio ? std::nullopt : AllowedStabilities::namedBy(audio.error()); allowed && self) {
+        m_stabilities.remember(access.endpoint, request.modelId, *allowed);
+        m_stabilities.apply(access.endpoint, request);
+        http = textToSpeechRequest(access, voiceId, request);
+        audio = co_await requestAudioFile(http, prefix, preferences);
+    }
+    if (audio && self)
+        Q_EMIT spent(access, u"text-to-speech"_s, estimatedCharacters(request.text, request.modelId),
+                     UsageEstimate::Apply);
+    co_return audio;
 }
 
-QCoro::Task<base::Result<QString, SpeechError>> SpeechApi::requestWav(QString path, QByteArray body,
-                                                                      QString contentType, QString prefix,
-                                                                      QString apiKey,
-                                                                      AudioOutputPreferences preferences) {
+QCoro::Task<SpeechApi::AudioResult> SpeechApi::speechToSpeech(ServiceAccess access, QString audioPath, QString voiceId,
+                                                              VoiceSettings settings) {
     const QPointer<SpeechApi> self(this);
-    const int rate = static_cast<int>(preferences.wavSampleRate);
-    const int depth = static_cast<int>(preferences.wavBitDepth);
-    auto pcm = co_await requestAudio(path, u"pcm_44100"_s, body, contentType, apiKey);
-    if (pcm)
-        co_return co_await convertGeneratedAudio(wavFileOfPcm(*pcm, 44100), u"wav"_s, prefix, rate, depth);
-    if (!self || !refusesFormat(pcm.error()))
-        co_return base::fail(pcm.error());
-    auto mp3 = co_await requestAudio(path, u"mp3_44100_192"_s, body, contentType, apiKey);
-    if (!mp3)
-        co_return base::fail(mp3.error());
-    co_return co_await convertGeneratedAudio(*mp3, u"mp3"_s, prefix, rate, depth);
-}
-
-QCoro::Task<base::Result<QString, SpeechError>> SpeechApi::speechToSpeech(QString audioPath, QString voiceId,
-                                                                          QString modelId, VoiceSettings settings) {
-    const QPointer<SpeechApi> self(this);
-    const auto recording = base::readWholeFile(audioPath);
+    const AudioOutputPreferences preferences = AudioOutputPreferences::read(m_defaults);
+    const QString prefix = u"sts"_s;
+    QFuture<base::Result<QByteArray, base::FileError>> reading =
+        QtConcurrent::run([audioPath] { return base::readWholeFile(audioPath); });
+    const auto recording = co_await reading;
+    if (!self)
+        co_return base::fail(SpeechError::cancelled());
     if (!recording)
         co_return base::fail(SpeechError::file(recording.error().description()));
-    MultipartBody form;
-    // The service looks into the file, whatever it is called.
-    form.addFile("audio", "direction.wav", "audio/wav", *recording);
-    form.addField("model_id", modelId.toUtf8());
-    form.addField("voice_settings", toJson(settings));
-    const QString path = pathOfVoice("speech-to-speech"_L1, voiceId);
-    const AudioOutputPreferences preferences = AudioOutputPreferences::read(m_defaults);
-    auto file =
-        co_await requestAudioFile(path, form.bytes(), form.contentType(), u"sts"_s, m_service.apiKey(), preferences);
-    if (file && self)
-        m_service.scheduleUsageRefresh(u"speech-to-speech"_s, 0, ElevenLabsService::UsageEstimate::Skip);
-    co_return file;
+    const HttpRequest http = speechToSpeechRequest(access, voiceId, *recording, settings);
+    auto audio = co_await requestAudioFile(http, prefix, preferences);
+    if (audio && self)
+        Q_EMIT spent(access, u"speech-to-speech"_s, 0, UsageEstimate::Skip);
+    co_return audio;
 }
 
 QCoro::Task<base::Result<GeneratedPreviewAudio, SpeechError>>
-SpeechApi::generateHQVoicePreview(QString voiceId, QString text, QString modelId, CancellationPtr cancellation) {
+SpeechApi::generateHQVoicePreview(ServiceAccess access, QString voiceId, QString text, QString modelId,
+                                  CancellationPtr cancellation) {
     const QPointer<SpeechApi> self(this);
-    const QByteArray body = previewBody(text, modelId);
-    const QString path = textToSpeechPath(voiceId);
-    QStringList ladder{u"mp3_44100_192"_s};
-    if (m_service.supportsPCMOutput())
-        ladder = QStringList{u"pcm_48000"_s, u"pcm_44100"_s} + ladder;
+    TTSRequest request;
+    request.text = text;
+    request.modelId = modelId;
+    request.setVoiceSettings({});
+    HttpRequest http = textToSpeechRequest(access, voiceId, request);
+    http.cancellation = cancellation;
+    const QString prefix = u"voice_preview"_s;
+    const QList<ReplyFormat> ladder = previewLadder(m_supportsPCMOutput());
     SpeechError lastError = SpeechError::cancelled();
-    for (const QString &rung : std::as_const(ladder)) {
+    for (const ReplyFormat &format : ladder) {
         if (!self)
             break;
-        auto audio = co_await requestAudio(path, rung, body, jsonContentType(), m_service.apiKey(), cancellation);
-        auto preview = audio ? savePreview(*audio, rung) : base::fail(audio.error());
-        if (preview) {
+        const auto reply = co_await requestReply(http, prefix, format);
+        if (reply) {
             if (self)
-                m_service.scheduleUsageRefresh(u"voice-preview"_s, estimatedCharacters(text, modelId),
-                                               ElevenLabsService::UsageEstimate::Apply);
-            co_return preview;
+                Q_EMIT spent(access, u"voice-preview"_s, estimatedCharacters(text, modelId), UsageEstimate::Apply);
+            co_return keepAsPreview(**reply, format);
         }
-        lastError = preview.error();
+        lastError = reply.error();
         // A lower rung would meet the same limit.
         if (lastError.isRateLimited() || lastError.isCancelled())
             break;
@@ -140,35 +164,48 @@ SpeechApi::generateHQVoicePreview(QString voiceId, QString text, QString modelId
 }
 
 QCoro::Task<base::Result<UploadedDictionary, SpeechError>>
-SpeechApi::addPronunciationDictionary(QString name, QString description, QByteArray lexicon, QString apiKey) {
+SpeechApi::addPronunciationDictionary(ServiceAccess access, QString name, QString description, QByteArray lexicon) {
     MultipartBody form;
     form.addField("name", name.toUtf8());
     form.addField("description", description.toUtf8());
     form.addFile("file", "pronunciation.pls", "application/xml", lexicon);
-    HttpRequest request(m_service.gateway().address(u"/v1/pronunciation-dictionaries/add-from-file"_s), apiKey,
-                        form.contentType().toLatin1(), form.bytes());
-    auto reply = co_await m_service.gateway().send(request);
+    const HttpRequest request = HttpRequest::postForm(access, u"/v1/pronunciation-dictionaries/add-from-file"_s, form);
+    const auto reply = co_await m_gateway.send(request);
     if (!reply)
         co_return base::fail(reply.error());
     co_return readUploadedDictionary(reply->body);
 }
 
-QString SpeechApi::textToSpeechPath(const QString &voiceId) {
-    return pathOfVoice("text-to-speech"_L1, voiceId);
-}
-
-QCoro::Task<base::Result<QByteArray, SpeechError>> SpeechApi::requestAudio(QString path, QString outputFormat,
-                                                                           QByteArray body, QString contentType,
-                                                                           QString apiKey,
-                                                                           CancellationPtr cancellation) {
-    HttpRequest request(m_service.gateway().address(path + u"?output_format="_s + outputFormat), apiKey,
-                        contentType.toLatin1(), body);
-    request.replyKind = HttpRequest::ReplyKind::Audio;
-    request.cancellation = cancellation;
-    auto reply = co_await m_service.gateway().send(request);
+QCoro::Task<SpeechApi::AudioResult> SpeechApi::requestAudioFile(HttpRequest request, QString prefix,
+                                                                AudioOutputPreferences preferences) {
+    const QPointer<SpeechApi> self(this);
+    const QString sourcePrefix = prefix + u"_src"_s;
+    const bool isWav = preferences.audioFormat == AudioFormat::Wav;
+    const ReplyFormat wanted =
+        isWav ? ReplyFormat::pcm(44100) : ReplyFormat::mp3(static_cast<int>(preferences.mp3Quality));
+    auto reply = co_await requestReply(request, sourcePrefix, wanted);
+    if (!reply && self && isWav && refusesFormat(reply.error())) {
+        const ReplyFormat best = ReplyFormat::mp3(192);
+        reply = co_await requestReply(request, sourcePrefix, best);
+    }
     if (!reply)
         co_return base::fail(reply.error());
-    co_return reply->body;
+    const int rate = isWav ? static_cast<int>(preferences.wavSampleRate) : 44100;
+    const int depth = isWav ? static_cast<int>(preferences.wavBitDepth) : 16;
+    co_return co_await convertReply(*reply, prefix, rate, depth);
+}
+
+QCoro::Task<base::Result<ReplyFilePtr, SpeechError>> SpeechApi::requestReply(HttpRequest request, QString prefix,
+                                                                             ReplyFormat format) {
+    request.url.setQuery(u"output_format="_s + format.name);
+    request.replyFile = replyFile(prefix, format);
+    const ReplyFilePtr file = request.replyFile;
+    const auto reply = co_await m_gateway.send(request);
+    if (!reply)
+        co_return base::fail(reply.error());
+    if (const auto complete = completeReply(*file, reply->contentType, format); !complete)
+        co_return base::fail(complete.error());
+    co_return file;
 }
 
 } // namespace orlenta::speech

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include <qcoro/qcorotask.h>
 #include <QtCore/QByteArray>
 #include <QtCore/QObject>
@@ -7,15 +9,20 @@
 
 #include "base/Result.h"
 #include "base/UserDefaults.h"
+#include "speech/account/UsageTracker.h"
 #include "speech/http/Cancellation.h"
+#include "speech/http/HttpRequest.h"
 #include "speech/http/SpeechError.h"
+#include "speech/synthesis/AllowedStabilities.h"
 #include "speech/synthesis/AudioOutputPreferences.h"
-#include "speech/synthesis/GeneratedAudioFiles.h"
+#include "speech/synthesis/AudioReply.h"
+#include "speech/synthesis/GeneratedAudio.h"
+#include "speech/synthesis/TTSRequest.h"
 #include "speech/synthesis/VoiceSettings.h"
 
 namespace orlenta::speech {
 
-class ElevenLabsService;
+class ServiceGateway;
 
 /// A dictionary as the service filed it.
 struct UploadedDictionary {
@@ -23,42 +30,46 @@ struct UploadedDictionary {
     QString versionId;
 };
 
-/// The requests that make speech, and the files that come of them. Paths are of the private caches folder and belong to
-/// the caller. Main thread; the conversion of audio runs in a worker.
+/// The requests that make speech. Each takes the access it runs on, reads the user's output format when it starts, and
+/// stays with both through every retry and fall-back. Main thread; audio is converted in a worker.
 class SpeechApi final : public QObject {
     Q_OBJECT
 public:
-    SpeechApi(ElevenLabsService &service, base::UserDefaults &defaults);
+    using AudioResult = base::Result<GeneratedAudio, SpeechError>;
 
-    /// Posts `body` to `path` in the format that the preferences ask for, and returns the path of a WAV file of those
-    /// preferences that ends in 0.2 s of silence. A plan that refuses uncompressed audio is asked for MP3 instead.
-    QCoro::Task<base::Result<QString, SpeechError>> requestAudioFile(QString path, QByteArray body, QString contentType,
-                                                                     QString prefix, QString apiKey,
-                                                                     AudioOutputPreferences preferences);
-    /// Speaks the recording at `audioPath` with another voice, in the format of the user's defaults.
-    QCoro::Task<base::Result<QString, SpeechError>> speechToSpeech(QString audioPath, QString voiceId, QString modelId,
-                                                                   VoiceSettings settings);
+    /// `supportsPCMOutput` tells whether the account's plan suggests uncompressed audio.
+    SpeechApi(ServiceGateway &gateway, const base::UserDefaults &defaults, std::function<bool()> supportsPCMOutput);
+
+    /// Speaks a text. One that is longer than its model takes is refused without a request. A stability that the
+    /// service refuses is sent once more as the nearest one it allows, which is remembered.
+    QCoro::Task<AudioResult> textToSpeech(ServiceAccess access, QString voiceId, TTSRequest request);
+    /// Speaks the recording at `audioPath` with another voice.
+    QCoro::Task<AudioResult> speechToSpeech(ServiceAccess access, QString audioPath, QString voiceId,
+                                            VoiceSettings settings);
     /// Speaks `text` in the best format that the plan allows.
     QCoro::Task<base::Result<GeneratedPreviewAudio, SpeechError>>
-    generateHQVoicePreview(QString voiceId, QString text, QString modelId, CancellationPtr cancellation = nullptr);
+    generateHQVoicePreview(ServiceAccess access, QString voiceId, QString text, QString modelId,
+                           CancellationPtr cancellation = nullptr);
     /// Uploads a pronunciation lexicon document.
     QCoro::Task<base::Result<UploadedDictionary, SpeechError>>
-    addPronunciationDictionary(QString name, QString description, QByteArray lexicon, QString apiKey);
+    addPronunciationDictionary(ServiceAccess access, QString name, QString description, QByteArray lexicon);
 
-    /// "/v1/text-to-speech/<voice>", the id made safe for a path.
-    [[nodiscard]] static QString textToSpeechPath(const QString &voiceId);
+Q_SIGNALS:
+    /// A request succeeded: its expected cost in credits, for the account of `access`.
+    void spent(const ServiceAccess &access, const QString &context, int characters, UsageEstimate estimate);
 
 private:
-    QCoro::Task<base::Result<QString, SpeechError>> requestWav(QString path, QByteArray body, QString contentType,
-                                                               QString prefix, QString apiKey,
-                                                               AudioOutputPreferences preferences);
-    /// Posts in one of the service's formats, as "mp3_44100_128", and gives the audio as it came.
-    QCoro::Task<base::Result<QByteArray, SpeechError>> requestAudio(QString path, QString outputFormat, QByteArray body,
-                                                                    QString contentType, QString apiKey,
-                                                                    CancellationPtr cancellation = nullptr);
+    /// The common path of text-to-speech and speech-to-speech: a WAV file as the preferences ask for. A plan that
+    /// refuses uncompressed audio is asked for MP3 instead.
+    QCoro::Task<AudioResult> requestAudioFile(HttpRequest request, QString prefix, AudioOutputPreferences preferences);
+    /// The reply in one of the service's formats, as a complete file.
+    QCoro::Task<base::Result<ReplyFilePtr, SpeechError>> requestReply(HttpRequest request, QString prefix,
+                                                                      ReplyFormat format);
 
-    ElevenLabsService &m_service;
-    base::UserDefaults &m_defaults;
+    ServiceGateway &m_gateway;
+    const base::UserDefaults &m_defaults;
+    std::function<bool()> m_supportsPCMOutput;
+    AllowedStabilities m_stabilities;
 };
 
 } // namespace orlenta::speech

@@ -11,7 +11,7 @@
 
 namespace orlenta::speech {
 
-/// A pronunciation dictionary that lies at the service, in one of its versions.
+/// A pronunciation dictionary that the service holds, in one of its versions.
 struct PronunciationDictionaryLocator {
     QString pronunciationDictionaryId;
     QString versionId;
@@ -29,6 +29,11 @@ struct TTSRequest {
     /// Sent only when there are no v3VoiceSettings: both go under one key.
     std::optional<VoiceSettings> voiceSettings;
 
+    /// Puts the settings into the record that the model takes.
+    void setVoiceSettings(const VoiceSettings &settings);
+    /// None without settings. 0 to 1.
+    [[nodiscard]] std::optional<double> stability() const;
+    void setStability(double stability);
     /// UTF-8 JSON, the keys in the order of the fields.
     [[nodiscard]] QByteArray toJson() const;
 };
@@ -40,13 +45,13 @@ struct TTSRequest {
 [[nodiscard]] std::optional<QList<PronunciationDictionaryLocator>>
 dictionaryLocators(const std::optional<QString> &dictionaryId, const std::optional<QString> &versionId);
 
-/// The service's model id for a line's model word: "Flash", "v2", and everything else is eleven_v3.
-[[nodiscard]] QString serviceModelId(const QString &model);
 /// The model id of every speech-to-speech request.
 [[nodiscard]] QString speechToSpeechModelId();
 /// The stability to send: by the delivery word for exactly "v3", otherwise the slider's. 0 to 1.
 [[nodiscard]] double stabilityToSend(const model::ProjectLineSettings &settings);
-/// What `text` is expected to cost: its user-perceived characters, half of them rounded up for eleven_flash_v2_5.
+/// What `text` is expected to cost in credits: its user-perceived characters at the model's price, rounded up.
 [[nodiscard]] int estimatedCharacters(const QString &text, const QString &modelId);
+/// The user-perceived characters of `text`, which a model's limit is counted in.
+[[nodiscard]] int perceivedCharacters(const QString &text);
 
 } // namespace orlenta::speech

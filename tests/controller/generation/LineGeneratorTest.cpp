@@ -89,7 +89,7 @@ protected:
     speech::ElevenLabsService service{defaults, credentials, nullptr, hastyTiming()};
     ScriptProject project{{{QStringLiteral("Hi [sighs] gif"), QStringLiteral("[whispers] Hello gif")}},
                           ScriptProject::Folder::OnDisk};
-    LineGenerator generator{*project, service, defaults};
+    LineGenerator generator{*project, service};
 };
 
 } // namespace
@@ -220,7 +220,7 @@ TEST_F(LineGeneratorTest, DirectionAudioIsSpokenInTheVoiceAndItsAbsenceFallsBack
     testing::writeTone(directed.folder() + QStringLiteral("/Audio Files/Recordings/d.wav"), 0.05);
     ASSERT_TRUE(directed->save());
     directed.reopen();
-    LineGenerator directedGenerator(*directed, service, defaults);
+    LineGenerator directedGenerator(*directed, service);
     QCoro::waitFor(directedGenerator.generate(directed.id(0)));
     ASSERT_EQ(server.requests("/v1/speech-to-speech/ana").size(), 1);
     EXPECT_EQ(server.requests("/v1/text-to-speech/").size(), 1);
@@ -229,7 +229,7 @@ TEST_F(LineGeneratorTest, DirectionAudioIsSpokenInTheVoiceAndItsAbsenceFallsBack
 
 TEST_F(LineGeneratorTest, ALineWithoutAVoiceOrAlreadyOnItsWayStopsQuietly) {
     ScriptProject voiceless({{QStringLiteral("a")}});
-    LineGenerator other(*voiceless, service, defaults);
+    LineGenerator other(*voiceless, service);
     EXPECT_FALSE(canGenerate(*voiceless, voiceless.id(0)));
     QCoro::waitFor(other.generate(voiceless.id(0)));
     QCoro::waitFor(other.generate(model::LineId::create()));
@@ -264,7 +264,7 @@ TEST_F(LineGeneratorTest, TheSelectionIsGeneratedWhereAudioIsMissingAndElseAgain
 }
 
 TEST_F(LineGeneratorTest, AGeneratorThatGoesWhileItsRequestRunsLeavesNothingBehind) {
-    auto leaving = std::make_unique<LineGenerator>(*project, service, defaults);
+    auto leaving = std::make_unique<LineGenerator>(*project, service);
     bool arrived = false;
     server.handle("/v1/text-to-speech/", [&](const LoopbackRequest &, QTcpSocket &socket) {
         leaving.reset();

@@ -74,7 +74,7 @@ TEST(AccountDialog, AKeyConnectsAWrongOneIsToldAndSignOutForgetsIt) {
 
     ShellSession session;
     AccountPanel panel(session);
-    panel.service.useEndpoint(known.baseURL());
+    panel.service.useEndpoint(known.access().endpoint);
     EXPECT_EQ(panel.dialog.keyField()->echoMode(), QLineEdit::Password);
     EXPECT_FALSE(panel.dialog.connectButton()->isEnabled());
     typeKey(panel.dialog, QStringLiteral("wrong"));
@@ -110,7 +110,7 @@ TEST(AccountDialog, ARefreshShowsWhatTheAccountSaysNowAndAFailedOneKeepsTheConne
 
     server.answer("/v1/user", test::LoopbackServer::json(speech::userJson(250)));
     panel.dialog.refreshButton()->click();
-    EXPECT_TRUE(waitUntil([&] { return panel.service.creditsText() == QStringLiteral("250 credits"); }));
+    EXPECT_TRUE(waitUntil([&] { return panel.service.user()->creditsText() == QStringLiteral("250 credits"); }));
     server.answer("/v1/user", test::LoopbackServer::reply(500, R"({"detail":"boom"})"));
     panel.dialog.refreshButton()->click();
     const QString failed = QStringLiteral("Failed to refresh: HTTP error 500: boom");

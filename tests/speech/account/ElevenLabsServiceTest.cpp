@@ -40,10 +40,10 @@ TEST(ElevenLabsService, ConnectingFetchesTheAccountAndPicksTheFirstVoice) {
     EXPECT_TRUE(service.isAuthenticated());
     EXPECT_FALSE(service.isLoading());
     EXPECT_TRUE(service.errorMessage().isEmpty());
-    EXPECT_EQ(service.creditsText(), QStringLiteral("100 credits"));
+    EXPECT_EQ(under.creditsText(), QStringLiteral("100 credits"));
     EXPECT_EQ(service.availableVoiceIds(), (QSet<QString>{QStringLiteral("v1"), QStringLiteral("v2")}));
-    EXPECT_EQ(service.selectedVoiceName(), QStringLiteral("Rachel"));
-    EXPECT_EQ(service.selectedVoiceColor().hex(), QStringLiteral("#E63D3D"));
+    EXPECT_EQ(service.voiceSelection().selectedVoiceName(), QStringLiteral("Rachel"));
+    EXPECT_EQ(service.voiceSelection().selectedVoiceColor().hex(), QStringLiteral("#E63D3D"));
     EXPECT_EQ(service.voices().first().labels->value(QStringLiteral("gender")), QStringLiteral("female"));
     const auto requests = under.server.requests();
     ASSERT_EQ(requests.size(), 2);
@@ -112,17 +112,17 @@ TEST(ElevenLabsService, AnEstimateStandsUntilTheServiceCatchesUpOrTwentySecondsP
             [&] { return under.server.requests("/v1/user").size() > before && under.delays.size() > waitsBefore; }));
         return under.service().user()->subscription.characterCount;
     };
-    under.service().scheduleUsageRefresh(QStringLiteral("text-to-speech"), 40, ElevenLabsService::UsageEstimate::Apply);
-    EXPECT_EQ(under.service().creditsText(), QStringLiteral("140 credits"));
+    under.service().scheduleUsageRefresh(QStringLiteral("text-to-speech"), 40, UsageEstimate::Apply);
+    EXPECT_EQ(under.creditsText(), QStringLiteral("140 credits"));
     EXPECT_EQ(countAfterLook(100), 140);
     under.now += 19s;
     EXPECT_EQ(countAfterLook(120), 140);
     under.now += 1s;
     EXPECT_EQ(countAfterLook(110), 110);
 
-    under.service().scheduleUsageRefresh(QStringLiteral("text-to-speech"), 10, ElevenLabsService::UsageEstimate::Apply);
+    under.service().scheduleUsageRefresh(QStringLiteral("text-to-speech"), 10, UsageEstimate::Apply);
     under.waiting.clear();
-    EXPECT_EQ(under.service().creditsText(), QStringLiteral("120 credits"));
+    EXPECT_EQ(under.creditsText(), QStringLiteral("120 credits"));
     EXPECT_EQ(countAfterLook(120), 120);
     EXPECT_EQ(countAfterLook(90), 90) << "a count that caught up ended the estimate";
 }
@@ -130,9 +130,9 @@ TEST(ElevenLabsService, AnEstimateStandsUntilTheServiceCatchesUpOrTwentySecondsP
 TEST(ElevenLabsService, FiveLooksFollowAGenerationAndANewOneStartsThemAgain) {
     ServiceUnderTest under(ServiceUnderTest::Waits::EndWhenTold);
     under.connectAccount();
-    under.service().scheduleUsageRefresh(QStringLiteral("a"), 0, ElevenLabsService::UsageEstimate::Skip);
+    under.service().scheduleUsageRefresh(QStringLiteral("a"), 0, UsageEstimate::Skip);
     ASSERT_TRUE(ServiceUnderTest::becomes([&under] { return under.waiting.size() == 1; }));
-    under.service().scheduleUsageRefresh(QStringLiteral("b"), 0, ElevenLabsService::UsageEstimate::Skip);
+    under.service().scheduleUsageRefresh(QStringLiteral("b"), 0, UsageEstimate::Skip);
     under.server.answer("/v1/user", LoopbackServer::reply(500, ""));
     under.endNextWait();
     for (std::size_t looks = 1; looks < 5; ++looks) {

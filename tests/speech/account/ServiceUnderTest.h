@@ -72,6 +72,7 @@ struct ServiceUnderTest {
         return *client;
     }
 
+    [[nodiscard]] QString creditsText() { return service().user() ? service().user()->creditsText() : QString(); }
     void connectAccount() { QCoro::waitFor(service().connectAccount(ElevenLabsService::KeychainErrors::Show)); }
 
     void endNextWait() {

@@ -81,16 +81,21 @@ WavFacts factsOf(const QString &path) {
     return facts;
 }
 
-AudioOutputPreferences wavPreferences() {
-    AudioOutputPreferences preferences;
-    preferences.audioFormat = AudioFormat::Wav;
-    return preferences;
+TTSRequest helloRequest() {
+    TTSRequest request;
+    request.text = QStringLiteral("Hello");
+    request.modelId = QStringLiteral("eleven_v3");
+    return request;
 }
 
-base::Result<QString, SpeechError> requestSpeech(ServiceUnderTest &under, AudioOutputPreferences preferences) {
-    return resultOf(under.service().speech().requestAudioFile(
-        SpeechApi::textToSpeechPath(QStringLiteral("v 1/2")), "{}", QStringLiteral("application/json"),
-        QStringLiteral("tts"), QStringLiteral("secret-key"), preferences));
+SpeechApi::AudioResult requestSpeech(ServiceUnderTest &under, const char *audioFormat) {
+    under.defaults.setAudioFormat(QString::fromLatin1(audioFormat));
+    ElevenLabsService &service = under.service();
+    return resultOf(service.speech().textToSpeech(service.access(), QStringLiteral("v 1/2"), helloRequest()));
+}
+
+QStringList cachedFiles() {
+    return QDir(base::PrivateFolders::caches()).entryList(QDir::Files);
 }
 
 QList<QByteArray> formatsAsked(const ServiceUnderTest &under) {
@@ -105,26 +110,25 @@ QList<QByteArray> formatsAsked(const ServiceUnderTest &under) {
 TEST(SpeechApi, AnMP3ChoiceEndsAsACompactWavWhateverTheWavChoicesSay) {
     ServiceUnderTest under;
     under.server.answer("/v1/text-to-speech", audioReply(toneMp3(under.folder)));
-    AudioOutputPreferences preferences;
-    preferences.mp3Quality = MP3Quality::Kbps128;
-    const auto file = requestSpeech(under, preferences);
+    under.defaults.setMp3Quality(QStringLiteral("128"));
+    const auto file = requestSpeech(under, "mp3");
     ASSERT_TRUE(file) << file.error().description().toStdString();
-    EXPECT_EQ(factsOf(*file), (WavFacts{44100, 16, 1.2, true}));
+    EXPECT_EQ(factsOf(file->path()), (WavFacts{44100, 16, 1.2, true}));
     const LoopbackRequest request = under.server.requests().last();
     EXPECT_EQ(request.target, "/v1/text-to-speech/v%201%2F2?output_format=mp3_44100_128");
     EXPECT_EQ(request.method, "POST");
     EXPECT_EQ(request.headers.value("content-type"), "application/json");
-    EXPECT_EQ(request.body, "{}");
+    EXPECT_EQ(request.body, R"({"text":"Hello","model_id":"eleven_v3"})");
 }
 
 TEST(SpeechApi, AWavChoiceComesFromRawSamples) {
     ServiceUnderTest under;
     under.server.answer("/v1/text-to-speech", audioReply(tonePcm()));
-    const auto file = requestSpeech(under, wavPreferences());
+    const auto file = requestSpeech(under, "wav");
     ASSERT_TRUE(file) << file.error().description().toStdString();
-    EXPECT_EQ(factsOf(*file), (WavFacts{48000, 24, 1.2, true}));
-    EXPECT_TRUE(file->startsWith(base::PrivateFolders::caches() + QStringLiteral("/tts_")));
-    EXPECT_TRUE(QDir(base::PrivateFolders::caches()).entryList({QStringLiteral("*_src_*")}).isEmpty());
+    EXPECT_EQ(factsOf(file->path()), (WavFacts{48000, 24, 1.2, true}));
+    EXPECT_TRUE(file->path().startsWith(base::PrivateFolders::caches() + QStringLiteral("/tts_")));
+    EXPECT_EQ(cachedFiles(), QStringList{QFileInfo(file->path()).fileName()}) << "nothing but the result is left";
     EXPECT_THAT(formatsAsked(under), ::testing::ElementsAre("pcm_44100"));
 }
 
@@ -132,9 +136,9 @@ TEST(SpeechApi, APlanWithoutRawSamplesGetsTheSameWavFromTheBestMP3) {
     for (const int status : {400, 402, 403}) {
         ServiceUnderTest under;
         under.server.answerInTurn("/v1/text-to-speech", {refusal(status), audioReply(toneMp3(under.folder))});
-        const auto file = requestSpeech(under, wavPreferences());
+        const auto file = requestSpeech(under, "wav");
         ASSERT_TRUE(file) << file.error().description().toStdString();
-        EXPECT_EQ(factsOf(*file), (WavFacts{48000, 24, 1.2, true}));
+        EXPECT_EQ(factsOf(file->path()), (WavFacts{48000, 24, 1.2, true}));
         EXPECT_THAT(formatsAsked(under), ::testing::ElementsAre("pcm_44100", "mp3_44100_192"));
     }
 }
@@ -143,7 +147,7 @@ TEST(SpeechApi, OtherRefusalsNeverChangeTheFormat) {
     for (const int status : {401, 404, 429, 500}) {
         ServiceUnderTest under;
         under.server.answer("/v1/text-to-speech", refusal(status));
-        EXPECT_FALSE(requestSpeech(under, wavPreferences()));
+        EXPECT_FALSE(requestSpeech(under, "wav"));
         for (const QByteArray &format : formatsAsked(under))
             EXPECT_EQ(format, "pcm_44100") << status;
         EXPECT_EQ(formatsAsked(under).size(), status == 429 ? 4 : 1);
@@ -152,13 +156,12 @@ TEST(SpeechApi, OtherRefusalsNeverChangeTheFormat) {
 
 TEST(SpeechApi, BytesThatAreNoAudioAreAnErrorAndLeaveNoFile) {
     ServiceUnderTest under;
-    under.server.answer("/v1/text-to-speech", audioReply("this is no MP3"));
-    const QDir caches(base::PrivateFolders::caches());
-    const QStringList before = caches.entryList();
-    const auto file = requestSpeech(under, AudioOutputPreferences{});
+    const QStringList before = cachedFiles();
+    under.server.answer("/v1/text-to-speech", audioReply("\xFF\xFBno MP3 from here on"));
+    const auto file = requestSpeech(under, "mp3");
     ASSERT_FALSE(file);
-    EXPECT_EQ(file.error().kind(), SpeechError::Kind::File);
-    EXPECT_EQ(caches.entryList(), before);
+    EXPECT_EQ(file.error(), SpeechError::notAudio());
+    EXPECT_EQ(cachedFiles(), before);
 }
 
 TEST(SpeechApi, ADirectionIsPostedAsAFormAndCostsNoEstimate) {
@@ -170,8 +173,9 @@ TEST(SpeechApi, ADirectionIsPostedAsAFormAndCostsNoEstimate) {
     direction.write("not\r\nreally audio");
     direction.close();
     const VoiceSettings settings{0.4, 0.75, 0.0, 1.0};
-    const auto file = resultOf(under.service().speech().speechToSpeech(
-        direction.fileName(), QStringLiteral("v1"), QStringLiteral("eleven_english_sts_v2"), settings));
+    const ServiceAccess access = under.service().access();
+    const auto file =
+        resultOf(under.service().speech().speechToSpeech(access, direction.fileName(), QStringLiteral("v1"), settings));
     ASSERT_TRUE(file) << file.error().description().toStdString();
     const LoopbackRequest request = under.server.requests("/v1/speech-to-speech").first();
     EXPECT_EQ(request.target, "/v1/speech-to-speech/v1?output_format=mp3_44100_192");
@@ -190,11 +194,11 @@ TEST(SpeechApi, ADirectionIsPostedAsAFormAndCostsNoEstimate) {
                                 R"({"stability":0.4,"similarity_boost":0.75,"style":0.0,"speed":1.0})"
                                 "\r\n" +
                                 line + "--\r\n");
-    EXPECT_EQ(under.service().creditsText(), QStringLiteral("100 credits"));
+    EXPECT_EQ(under.creditsText(), QStringLiteral("100 credits"));
     EXPECT_TRUE(ServiceUnderTest::becomes([&under] { return under.server.requests("/v1/user").size() == 2; }));
 
-    const auto missing = resultOf(under.service().speech().speechToSpeech(QStringLiteral("/nowhere/take.wav"),
-                                                                          QStringLiteral("v1"), QString(), settings));
+    const auto missing = resultOf(under.service().speech().speechToSpeech(access, QStringLiteral("/nowhere/take.wav"),
+                                                                          QStringLiteral("v1"), settings));
     EXPECT_EQ(missing.error().kind(), SpeechError::Kind::File);
 }
 
@@ -203,15 +207,16 @@ TEST(SpeechApi, APreviewClimbsDownTheLadderAndStopsAtARateLimit) {
     under.server.answer("/v1/user", LoopbackServer::json(userJson(100, "pro")));
     under.connectAccount();
     const auto preview = [&under] {
-        return resultOf(under.service().speech().generateHQVoicePreview(QStringLiteral("v1"), QStringLiteral("Hello"),
-                                                                        QStringLiteral("eleven_multilingual_v2")));
+        ElevenLabsService &service = under.service();
+        return resultOf(service.speech().generateHQVoicePreview(
+            service.access(), QStringLiteral("v1"), QStringLiteral("Hello"), QStringLiteral("eleven_multilingual_v2")));
     };
     under.server.answerInTurn("/v1/text-to-speech", {refusal(403), audioReply(tonePcm())});
     const auto second = preview();
     ASSERT_TRUE(second);
     EXPECT_EQ(second->sampleRateHz, 44100);
     EXPECT_TRUE(second->fileURL.fileName().startsWith(QStringLiteral("voice_preview_")));
-    EXPECT_EQ(under.service().creditsText(), QStringLiteral("105 credits"));
+    EXPECT_EQ(under.creditsText(), QStringLiteral("105 credits"));
 
     under.server.answerInTurn("/v1/text-to-speech", {refusal(403), refusal(500), audioReply(toneMp3(under.folder))});
     const auto third = preview();
@@ -231,8 +236,8 @@ TEST(SpeechApi, AnUploadedDictionaryGivesBothItsIds) {
     const auto upload = [&under](const QByteArray &body) {
         under.server.answer("/v1/pronunciation-dictionaries/add-from-file", LoopbackServer::json(body));
         return resultOf(under.service().speech().addPronunciationDictionary(
-            QStringLiteral("Orlenta Pronunciation"), QStringLiteral("Auto-generated by Orlenta"), "<lexicon/>",
-            QStringLiteral("secret-key")));
+            under.service().access(), QStringLiteral("Orlenta Pronunciation"),
+            QStringLiteral("Auto-generated by Orlenta"), "<lexicon/>"));
     };
     const auto uploaded = upload(R"({"id":"d1","version_id":"w1","name":"n"})");
     ASSERT_TRUE(uploaded);
