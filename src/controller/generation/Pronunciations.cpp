@@ -24,6 +24,10 @@ int Pronunciations::pronunciationRevision() const {
     return m_controller.state().pronunciationRevision;
 }
 
+bool Pronunciations::isUploadedFor(const speech::ServiceAccess &access) const {
+    return !pronunciationDirty() && m_dictionaryHolder == access;
+}
+
 void Pronunciations::addPronunciationEntry(const model::PronunciationEntry &entry) {
     change(entries() + QList{entry}, QStringLiteral("Add Pronunciation"));
 }
@@ -69,6 +73,7 @@ Pronunciations::uploadPronunciationDictionary(speech::SpeechApi &speech, speech:
     if (enabled.isEmpty()) {
         m_dictionaryId.reset();
         m_dictionaryVersionId.reset();
+        m_dictionaryHolder = access;
         Edit(m_controller)->pronunciationDirty = false;
         co_return {};
     }
@@ -82,7 +87,8 @@ Pronunciations::uploadPronunciationDictionary(speech::SpeechApi &speech, speech:
         co_return {};
     m_dictionaryId = uploaded->id;
     m_dictionaryVersionId = uploaded->versionId;
-    // An entry that changed meanwhile isn't in what the service holds now.
+    m_dictionaryHolder = access;
+    // An entry that changed meanwhile isn't in the uploaded dictionary.
     if (pronunciationRevision() == revision)
         Edit(m_controller)->pronunciationDirty = false;
     co_return {};

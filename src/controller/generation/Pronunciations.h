@@ -19,20 +19,22 @@ namespace orlenta::controller {
 
 class ProjectController;
 
-/// The project's pronunciation entries, and what the speech service holds of them. Main thread.
+/// The project's pronunciation entries, and the dictionary that the speech service made of them. Main thread.
 class Pronunciations final : public QObject {
     Q_OBJECT
 public:
     explicit Pronunciations(ProjectController &controller) : m_controller(controller) {}
 
     [[nodiscard]] const QList<model::PronunciationEntry> &entries() const;
-    /// The dictionary of the last upload; in memory only, so a project opened again uploads anew.
+    /// The dictionary of the last upload. In memory only, so a project that is opened again uploads anew.
     [[nodiscard]] std::optional<QString> pronunciationDictionaryId() const { return m_dictionaryId; }
     [[nodiscard]] std::optional<QString> pronunciationDictionaryVersionId() const { return m_dictionaryVersionId; }
     /// The entries may differ from the uploaded dictionary.
     [[nodiscard]] bool pronunciationDirty() const;
     /// Raised by every change of the entries.
     [[nodiscard]] int pronunciationRevision() const;
+    /// Whether the service holds the entries as they are, at this endpoint and for this account.
+    [[nodiscard]] bool isUploadedFor(const speech::ServiceAccess &access) const;
 
     void addPronunciationEntry(const model::PronunciationEntry &entry);
     void updatePronunciationEntry(const model::PronunciationEntry &entry);
@@ -42,9 +44,11 @@ public:
 
     /// The text with the words of the simple entries replaced, tags left alone.
     [[nodiscard]] QString applyingLocalPronunciation(const QString &text) const;
-    /// Makes the service hold the enabled entries. A failure changes nothing.
+    /// Uploads the enabled entries. A failure changes nothing.
     QCoro::Task<base::Result<void, speech::SpeechError>> uploadPronunciationDictionary(speech::SpeechApi &speech,
                                                                                        speech::ServiceAccess access);
+    /// The service no longer has the dictionary; the next use uploads it again.
+    void forgetUploadedDictionary() { m_dictionaryHolder.reset(); }
 
 private:
     void change(const QList<model::PronunciationEntry> &entries, const QString &actionName);
@@ -53,6 +57,8 @@ private:
     ProjectController &m_controller;
     std::optional<QString> m_dictionaryId;
     std::optional<QString> m_dictionaryVersionId;
+    /// The endpoint and account of the last upload.
+    std::optional<speech::ServiceAccess> m_dictionaryHolder;
 };
 
 } // namespace orlenta::controller
