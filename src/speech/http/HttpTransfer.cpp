@@ -150,8 +150,9 @@ void HttpTransfer::finish(const Outcome &outcome) {
     m_reply->disconnect(this);
     m_reply->abort();
     m_reply->deleteLater();
+    m_file.reset();
     deleteLater();
-    // Last: whoever waits goes on inside this call, and may destroy this object.
+    // Last: whoever waits resumes inside this call, and may destroy this object.
     const Completion<Outcome> completion = m_completion;
     completion.resolve(outcome);
 }

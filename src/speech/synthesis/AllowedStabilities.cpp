@@ -42,14 +42,16 @@ void AllowedStabilities::remember(const QUrl &endpoint, const QString &modelId, 
     m_allowed.insert({endpoint, modelId}, allowed);
 }
 
-void AllowedStabilities::apply(const QUrl &endpoint, TTSRequest &request) const {
+bool AllowedStabilities::apply(const QUrl &endpoint, TTSRequest &request) const {
     const QList<double> allowed = m_allowed.value({endpoint, request.modelId});
     const std::optional<double> wanted = request.stability();
     if (allowed.isEmpty() || !wanted)
-        return;
-    request.setStability(*std::min_element(allowed.begin(), allowed.end(), [wanted](double a, double b) {
+        return false;
+    const auto nearest = std::min_element(allowed.begin(), allowed.end(), [wanted](double a, double b) {
         return std::abs(a - *wanted) < std::abs(b - *wanted);
-    }));
+    });
+    request.setStability(*nearest);
+    return *nearest != *wanted;
 }
 
 } // namespace orlenta::speech

@@ -19,8 +19,8 @@ public:
     [[nodiscard]] static std::optional<QList<double>> namedBy(const SpeechError &error);
 
     void remember(const QUrl &endpoint, const QString &modelId, const QList<double> &allowed);
-    /// Sets the request's stability to the nearest allowed one, if any are known.
-    void apply(const QUrl &endpoint, TTSRequest &request) const;
+    /// Sets the request's stability to the nearest allowed one, if any are known. Whether that changed it.
+    bool apply(const QUrl &endpoint, TTSRequest &request) const;
 
 private:
     QHash<std::pair<QUrl, QString>, QList<double>> m_allowed;

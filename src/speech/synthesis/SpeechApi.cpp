@@ -104,9 +104,10 @@ QCoro::Task<SpeechApi::AudioResult> SpeechApi::textToSpeech(ServiceAccess access
     auto audio = co_await requestAudioFile(http, prefix, preferences);
     if (const auto allowed = audio ? std::nullopt : AllowedStabilities::namedBy(audio.error()); allowed && self) {
         m_stabilities.remember(access.endpoint, request.modelId, *allowed);
-        m_stabilities.apply(access.endpoint, request);
-        http = textToSpeechRequest(access, voiceId, request);
-        audio = co_await requestAudioFile(http, prefix, preferences);
+        if (m_stabilities.apply(access.endpoint, request)) {
+            http = textToSpeechRequest(access, voiceId, request);
+            audio = co_await requestAudioFile(http, prefix, preferences);
+        }
     }
     if (audio && self)
         Q_EMIT spent(access, u"text-to-speech"_s, estimatedCharacters(request.text, request.modelId),

@@ -5,14 +5,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtCore/QtEndian>
-#include <sndfile.h>
 
 #include "audio/files/AudioFileReader.h"
-#include "base/PrivateFolders.h"
-#include "speech/account/ServiceUnderTest.h"
+#include "speech/synthesis/SpeechReplies.h"
 
 namespace orlenta::speech {
 
@@ -20,41 +16,6 @@ namespace {
 
 using test::LoopbackRequest;
 using test::LoopbackServer;
-
-constexpr int secondOfFrames = 44100;
-
-/// A second of a tone as the service's raw samples: 44.1 kHz, mono, 16 bit, little-endian.
-QByteArray tonePcm() {
-    QByteArray pcm;
-    for (int i = 0; i < secondOfFrames; ++i) {
-        const auto sample = qToLittleEndian(static_cast<qint16>(8000.0 * std::sin(i * 0.05)));
-        pcm.append(reinterpret_cast<const char *>(&sample), sizeof sample);
-    }
-    return pcm;
-}
-
-/// The same second as MP3.
-QByteArray toneMp3(const QTemporaryDir &folder) {
-    const QString path = folder.filePath(QStringLiteral("tone.mp3"));
-    SF_INFO info{};
-    info.samplerate = 44100;
-    info.channels = 1;
-    info.format = SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III;
-    SNDFILE *file = sf_open(QFile::encodeName(path).constData(), SFM_WRITE, &info);
-    const QByteArray pcm = tonePcm();
-    sf_write_short(file, reinterpret_cast<const short *>(pcm.constData()), secondOfFrames);
-    sf_close(file);
-    QFile written(path);
-    return written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray();
-}
-
-QByteArray audioReply(const QByteArray &audio) {
-    return LoopbackServer::reply(200, audio, "application/octet-stream");
-}
-
-QByteArray refusal(int status) {
-    return LoopbackServer::reply(status, R"({"detail":{"status":"output_format_not_allowed","message":"no"}})");
-}
 
 struct WavFacts {
     int rate = 0;
@@ -79,30 +40,6 @@ WavFacts factsOf(const QString &path) {
     const qsizetype tail = facts.rate / 5 * facts.depth / 8;
     facts.endsInSilence = bytes.right(tail) == QByteArray(tail, '\0');
     return facts;
-}
-
-TTSRequest helloRequest() {
-    TTSRequest request;
-    request.text = QStringLiteral("Hello");
-    request.modelId = QStringLiteral("eleven_v3");
-    return request;
-}
-
-SpeechApi::AudioResult requestSpeech(ServiceUnderTest &under, const char *audioFormat) {
-    under.defaults.setAudioFormat(QString::fromLatin1(audioFormat));
-    ElevenLabsService &service = under.service();
-    return resultOf(service.speech().textToSpeech(service.access(), QStringLiteral("v 1/2"), helloRequest()));
-}
-
-QStringList cachedFiles() {
-    return QDir(base::PrivateFolders::caches()).entryList(QDir::Files);
-}
-
-QList<QByteArray> formatsAsked(const ServiceUnderTest &under) {
-    QList<QByteArray> formats;
-    for (const LoopbackRequest &request : under.server.requests("/v1/text-to-speech"))
-        formats.append(request.target.mid(request.target.indexOf('=') + 1));
-    return formats;
 }
 
 } // namespace
