@@ -11,8 +11,9 @@
 #include "base/Result.h"
 #include "speech/http/SpeechError.h"
 
-/// The service's records, as they come over the wire. A required key that is missing, or a key whose value has another
-/// type, fails the decoding with a SpeechError of kind Decoding that names the key; unknown keys are ignored.
+/// The service's records as sent. A required key that is missing, or a key whose value has another type, fails the
+/// decoding with a SpeechError of kind Decoding that names the key; unknown keys are ignored. Texts that people read
+/// are cut at a sensible length.
 namespace orlenta::speech {
 
 struct Subscription {
@@ -50,7 +51,7 @@ struct Voice {
 
 struct VoicesResponse {
     QList<Voice> voices;
-    /// Decoded and not used: a list ends where the first reply ends.
+    /// Decoded but not used: the list ends with the first reply.
     std::optional<bool> hasMore;
 
     [[nodiscard]] static base::Result<VoicesResponse, SpeechError> fromJson(const QByteArray &json);

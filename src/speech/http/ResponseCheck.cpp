@@ -9,6 +9,8 @@
 #include <QtCore/QStringList>
 #include <QtCore/QTimeZone>
 
+#include "speech/http/ServiceText.h"
+
 namespace orlenta::speech {
 
 using namespace Qt::StringLiterals;
@@ -24,7 +26,7 @@ ElevenLabsError refusalOfKey(const QByteArray &body) {
     const QString status = detail.value(u"status"_s).toString();
     const QJsonValue message = detail.value(u"message"_s);
     if (status == u"quota_exceeded" && message.isString())
-        return ElevenLabsError::quotaExceeded(message.toString());
+        return ElevenLabsError::quotaExceeded(cutServiceText(message.toString(), longestServiceMessage));
     if (status == u"missing_permissions")
         return ElevenLabsError::missingPermissions(permissionName(message.toString()));
     return ElevenLabsError::unauthorized();
@@ -33,14 +35,14 @@ ElevenLabsError refusalOfKey(const QByteArray &body) {
 QString statusSuffix(const QByteArray &body) {
     const QJsonValue detail = detailOf(body);
     const QJsonValue words = detail.isObject() ? detail.toObject().value(u"message"_s) : detail;
-    return words.isString() ? u": "_s + words.toString() : QString();
+    return words.isString() ? u": "_s + cutServiceText(words.toString(), longestServiceMessage) : QString();
 }
 
 /// Newer replies name the refusal in "code", older ones in "status".
 QString refusalCode(const QByteArray &body) {
     const QJsonObject detail = detailOf(body).toObject();
     const QString code = detail.value(u"code"_s).toString();
-    return code.isEmpty() ? detail.value(u"status"_s).toString() : code;
+    return cutServiceText(code.isEmpty() ? detail.value(u"status"_s).toString() : code, longestServiceName);
 }
 
 } // namespace
@@ -90,7 +92,7 @@ std::optional<QString> permissionName(const QString &message) {
             break;
         name.append(c);
     }
-    return name.isEmpty() ? std::nullopt : std::optional<QString>(name);
+    return name.isEmpty() ? std::nullopt : std::optional(cutServiceText(name, longestServiceName));
 }
 
 } // namespace orlenta::speech
