@@ -169,6 +169,13 @@ base::Result<ElevenLabsUser, SpeechError> ElevenLabsUser::fromJson(const QByteAr
     return user;
 }
 
+QString Subscription::planName() const {
+    QStringList words = QString(tier).replace(u'_', u' ').split(u' ', Qt::SkipEmptyParts);
+    for (QString &word : words)
+        word[0] = word[0].toUpper();
+    return words.join(u' ');
+}
+
 QString ElevenLabsUser::creditsText() const {
     return u"%1 credits"_s.arg(subscription.characterCount);
 }

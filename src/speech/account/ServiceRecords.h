@@ -22,6 +22,9 @@ struct Subscription {
     qint64 characterLimit = 0;
     QString status;
 
+    /// The tier as people say it: "local_pro" is "Local Pro".
+    [[nodiscard]] QString planName() const;
+
     friend bool operator==(const Subscription &, const Subscription &) = default;
 };
 

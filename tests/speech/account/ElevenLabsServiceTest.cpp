@@ -159,4 +159,29 @@ TEST(ElevenLabsService, TheTierTellsLooselyWhetherUncompressedAudioIsPaidFor) {
     }
 }
 
+TEST(ElevenLabsService, AKeyThatNoKeyringTookOutlivesATimeAtAnotherAddress) {
+    ServiceUnderTest under;
+    ElevenLabsService &service = under.service();
+    service.useEndpoint(under.server.url(), ElevenLabsService::KeyKeeping::Keyring);
+    service.setApiKey(QStringLiteral("typed-key"));
+    under.connectAccount();
+    ASSERT_TRUE(service.isAuthenticated());
+    service.useEndpoint(QUrl(QStringLiteral("http://127.0.0.1:1")), ElevenLabsService::KeyKeeping::SessionOnly);
+    EXPECT_TRUE(service.apiKey().isEmpty());
+    service.useEndpoint(under.server.url(), ElevenLabsService::KeyKeeping::Keyring);
+    QCoro::waitFor(service.connectStoredAccount());
+    EXPECT_TRUE(service.isAuthenticated());
+    EXPECT_EQ(service.apiKey(), QStringLiteral("typed-key"));
+    QCoro::waitFor(service.disconnectAccount());
+    QCoro::waitFor(service.connectStoredAccount());
+    EXPECT_TRUE(service.apiKey().isEmpty()) << "a sign-out forgets it";
+}
+
+TEST(ElevenLabsService, APlanIsNamedAsPeopleSayIt) {
+    const std::vector<std::pair<const char *, const char *>> names{
+        {"free", "Free"}, {"local_pro", "Local Pro"}, {"growing_business", "Growing Business"}, {"", ""}};
+    for (const auto &[tier, name] : names)
+        EXPECT_EQ((Subscription{QString::fromLatin1(tier), 0, 0, {}}.planName()), QString::fromLatin1(name));
+}
+
 } // namespace orlenta::speech
