@@ -35,8 +35,11 @@ void CreditDisplay::showState() {
     QString tip = isLocal ? u"Local voices"_s : u"ElevenLabs account"_s;
     if (m_service.user()) {
         const speech::Subscription &plan = m_service.user()->subscription;
-        tip = QStringLiteral("%1: %2 of %3 credits used (%4)")
-                  .arg(tip, locale().toString(plan.characterCount), locale().toString(plan.characterLimit), plan.tier);
+        tip = QStringLiteral("%1: %2 of %3 credits used")
+                  .arg(tip, locale().toString(plan.characterCount), locale().toString(plan.characterLimit));
+        // The voices of this machine have no plan that anybody chose.
+        if (!isLocal)
+            tip += QStringLiteral(" (%1 plan)").arg(plan.planName());
     }
     setToolTip(tip);
     setAccessibleDescription(tip);

@@ -10,7 +10,7 @@ namespace orlenta::shell {
 
 class LocalVoices;
 
-/// What the account has spent, or why there is no account to tell of; a click opens the account panel.
+/// Shows what the account has spent, or that none is connected; a click opens the account panel.
 class CreditDisplay final : public QPushButton {
     Q_OBJECT
 public:
