@@ -21,7 +21,7 @@ LineGenerationQueue::Progress LineGenerationQueue::progress() const {
     const auto waiting =
         std::count_if(m_pending.cbegin(), m_pending.cend(), [](const Request &request) { return !request.isStopped; });
     const int total = m_begun + static_cast<int>(waiting);
-    // Between enqueueing and the worker's first turn, the first request counts as the one that runs.
+    // Until the worker starts, the first request counts as running.
     return {std::min(std::max(1, m_begun), total), total};
 }
 
@@ -46,7 +46,7 @@ void LineGenerationQueue::enqueue(const QList<model::LineId> &lineIds, Priority 
         return;
     }
     setActive(true);
-    // Not at once: what the caller queues in the same turn may still overtake.
+    // Queued, so that a prioritized request made in the same turn can still come first.
     QMetaObject::invokeMethod(
         this, [this] { work(); }, Qt::QueuedConnection);
 }

@@ -15,7 +15,7 @@ using model::LineId;
 using ::testing::ElementsAre;
 using Priority = LineGenerationQueue::Priority;
 
-/// A queue whose generations end when the test says so.
+/// A queue whose generations end when the test ends them.
 struct QueueUnderTest {
     QueueUnderTest() {
         perform = [this](LineId id) -> QCoro::Task<void> {

@@ -17,7 +17,7 @@ double secondsOf(const QString &path) {
 
 } // namespace
 
-TEST(LocalVoicesEndToEnd, ThisMachinesVoicesSpeakToAClientThatKnowsOnlyTheService) {
+TEST(LocalVoicesEndToEnd, LocalVoicesServeAClientThatKnowsOnlyTheService) {
     LocalVoicesProcess voices(QStringLiteral(ORLENTA_LOCAL_VOICES_PROGRAM), std::chrono::seconds(30));
     QSignalSpy ready(&voices, &LocalVoicesProcess::ready);
     voices.start();

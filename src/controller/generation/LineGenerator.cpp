@@ -28,11 +28,11 @@ using speech::LineGenerationQueue;
 
 namespace {
 
-// A slow reader needs a tenth of a second for a character, which is 14 kB in the largest output format.
+// Slow speech takes a tenth of a second per character, which is 14 kB in the largest output format.
 constexpr qint64 bytesPerCharacter = qint64{16} * 1024;
 constexpr qint64 smallestRoom = qint64{16} * 1024 * 1024;
 
-/// A generous guess at the take's size.
+/// A generous estimate of the take's size.
 qint64 expectedBytes(const LineJob &job) {
     const qint64 speech =
         job.isSpeechToSpeech() ? 4 * QFileInfo(job.directionPath).size() : job.text.size() * bytesPerCharacter;
@@ -80,8 +80,8 @@ void LineGenerator::enqueue(const QList<model::LineId> &lines, LineGenerationQue
     m_queue.enqueue(wanted, priority, [this, order](const model::LineId &id) { return perform(id, order); });
 }
 
-// A second press on "Regenerate" finds audio on each line, old or new, and would pay for the new ones twice. Lines that
-// have all had their turn may be asked for again: nobody selects just these by accident.
+// On a second press of "Regenerate", every line has audio, old or new, so the new takes would be paid for twice. A
+// selection of finished lines only is a deliberate new request.
 QList<model::LineId> LineGenerator::withoutRepeats(const QList<model::LineId> &lines) const {
     const bool isRepeat = std::any_of(lines.cbegin(), lines.cend(), [this](const model::LineId &id) {
         return m_batchLines.contains(id) && m_queue.holds(id);
@@ -113,7 +113,7 @@ QCoro::Task<void> LineGenerator::perform(model::LineId id, Order order) {
             co_return;
         m_controller.takes().setGenerating(GenerationState::Idle, id);
     }
-    // A batch is told of at its end.
+    // For a batch, the message comes at its end.
     if (!m_queue.isActive())
         tellSkipped();
 }
@@ -139,7 +139,7 @@ std::optional<LineJob> LineGenerator::begin(const model::LineId &id, const Order
     const QString recording = m_controller.runtime().state(id).directionAudioURL.toLocalFile();
     if (settings.directionMode == model::DirectionMode::Voice && QFileInfo::exists(recording))
         job.directionPath = recording;
-    // A model that understands tags may make a sound of "[laughs]", which a single line can be asked for.
+    // A model that understands tags may turn "[laughs]" into a laugh, so a single line of tags can be generated.
     const bool tagsCount = order.origin == Origin::Line && job.model->understandsTags;
     if (!job.isSpeechToSpeech() && saysNothing(tagsCount ? job.text : tags::strippingTags(job.text)))
         return std::nullopt;
@@ -174,7 +174,7 @@ QCoro::Task<void> LineGenerator::generateJob(LineJob job, Origin origin) {
 }
 
 QCoro::Task<void> LineGenerator::store(speech::GeneratedAudio audio, LineJob job) {
-    // From here on the file is the take's, or stays where it is if the line has gone.
+    // From now on the file belongs to the take. If the line was deleted, it stays in the caches folder.
     audio.keep();
     const QPointer<LineGenerator> self(this);
     const auto problem = co_await m_controller.takes().installGeneratedAudio(audio.path(), job.lineId, job.context);

@@ -24,29 +24,29 @@ class ElevenLabsService;
 
 namespace orlenta::controller {
 
-/// Takes lines to new takes, one request at a time through its queue: checks that a line can be spoken and its take be
-/// stored, has it spoken, and installs the audio. Main thread; project and service outlive it.
+/// Generates takes, one line at a time through its queue: checks that the line can be spoken and its take stored, gets
+/// the speech, and installs it. Main thread; project and service outlive it.
 class LineGenerator final : public QObject {
     Q_OBJECT
 public:
     LineGenerator(ProjectController &controller, speech::ElevenLabsService &service, QObject *parent = nullptr);
     ~LineGenerator() override;
 
-    /// Its progress and its stop are for the window to show.
+    /// For progress and stop.
     [[nodiscard]] speech::LineGenerationQueue &queue() { return m_queue; }
-    /// Audio that was generated and couldn't be stored in the project.
+    /// Generated audio that couldn't be stored in the project.
     [[nodiscard]] UnstoredTakes &unstoredTakes() { return m_unstored; }
     [[nodiscard]] QString generateErrorTitle() const { return m_generateErrorTitle; }
-    /// Why the last generation failed; none when there is nothing to tell.
+    /// Why the last generation failed; none if there is nothing to show.
     [[nodiscard]] std::optional<QString> generateError() const { return m_generateError; }
 
     void dismissError();
-    /// Lines of normal priority are a batch: asking for the same batch again while it runs repeats nothing of it.
-    /// Without a key nothing is queued, and the error says what to do.
+    /// Lines with normal priority form a batch; requesting a batch again while it runs repeats no line. Without a key
+    /// nothing is queued, and the error says what to do.
     void enqueue(const QList<model::LineId> &lines, speech::LineGenerationQueue::Priority priority);
-    /// The menu command: one selected line goes first, several go as planForSelection() tells, none do nothing.
+    /// The menu command. A single selected line is prioritized; several follow planForSelection().
     void generateSelectedLines();
-    /// One generation, outside the queue's order. Never fails: it reports through generateError().
+    /// Generates one line, bypassing the queue. Failures are reported through generateError().
     QCoro::Task<void> generate(model::LineId id);
 
 Q_SIGNALS:
@@ -54,7 +54,7 @@ Q_SIGNALS:
 
 private:
     enum class Origin { Line, Batch };
-    /// What a line was asked for with.
+    /// How a line was requested.
     struct Order {
         speech::ServiceAccess access;
         Origin origin = Origin::Line;
@@ -75,7 +75,7 @@ private:
     LineSpeaker m_speaker;
     UnstoredTakes m_unstored;
     speech::LineGenerationQueue m_queue;
-    /// The lines that batches asked for, and those of them whose take has arrived, since the queue became active.
+    /// Lines requested by batches since the queue became active, and those of them whose new take has arrived.
     QSet<model::LineId> m_batchLines;
     QSet<model::LineId> m_batchTakes;
     SkippedLines m_skipped;

@@ -12,9 +12,9 @@
 
 namespace orlenta::controller {
 
-/// One generation, captured when it starts so that a later edit of the line can't change it.
+/// One generation, captured when it starts so that later edits of the line don't affect it.
 struct LineJob {
-    /// Who pays, as of the moment the line was asked for.
+    /// Captured when the line was requested.
     speech::ServiceAccess access;
     model::LineId lineId;
     QString text;
@@ -22,7 +22,7 @@ struct LineJob {
     std::optional<GenerationRequestContext> context;
     speech::VoiceSettings settings;
     const speech::SpeechModel *model = nullptr;
-    /// The recording to speak from; empty for text-to-speech.
+    /// The recording for speech-to-speech; empty for text-to-speech.
     QString directionPath;
 
     [[nodiscard]] bool isSpeechToSpeech() const { return !directionPath.isEmpty(); }

@@ -12,7 +12,7 @@
 namespace orlenta::controller {
 namespace {
 
-/// The service no longer has the dictionary that the request named.
+/// Whether the service no longer has the requested dictionary.
 bool missesDictionary(const speech::SpeechError &error) {
     const auto &refusal = error.service();
     return refusal && refusal->status() == 404 &&

@@ -19,12 +19,12 @@ class SpeechApi;
 
 namespace orlenta::controller {
 
-/// Turns a line into speech: chooses between text and recording, prepares the text for its model, and makes sure that
-/// the service holds the pronunciation dictionary. Main thread; project and service outlive it.
+/// Turns a line into speech: chooses between text and recording, prepares the text for its model, and uploads the
+/// pronunciation dictionary when needed. Main thread; project and service outlive it.
 class LineSpeaker final : public QObject {
     Q_OBJECT
 public:
-    /// No audio without an error means that the line was deleted meanwhile.
+    /// Neither audio nor error if the line was deleted meanwhile.
     using Outcome = base::Result<std::optional<speech::GeneratedAudio>, speech::SpeechError>;
 
     LineSpeaker(ProjectController &controller, speech::SpeechApi &speech);

@@ -19,21 +19,21 @@ namespace orlenta::controller {
 
 class ProjectController;
 
-/// The project's pronunciation entries, and the dictionary that the speech service made of them. Main thread.
+/// The project's pronunciation entries and their dictionary at the speech service. Main thread.
 class Pronunciations final : public QObject {
     Q_OBJECT
 public:
     explicit Pronunciations(ProjectController &controller) : m_controller(controller) {}
 
     [[nodiscard]] const QList<model::PronunciationEntry> &entries() const;
-    /// The dictionary of the last upload. In memory only, so a project that is opened again uploads anew.
+    /// The dictionary of the last upload. Kept in memory only, so a reopened project uploads again.
     [[nodiscard]] std::optional<QString> pronunciationDictionaryId() const { return m_dictionaryId; }
     [[nodiscard]] std::optional<QString> pronunciationDictionaryVersionId() const { return m_dictionaryVersionId; }
     /// The entries may differ from the uploaded dictionary.
     [[nodiscard]] bool pronunciationDirty() const;
-    /// Raised by every change of the entries.
+    /// Incremented by every change of the entries.
     [[nodiscard]] int pronunciationRevision() const;
-    /// Whether the service holds the entries as they are, at this endpoint and for this account.
+    /// Whether the current entries are uploaded to this endpoint and account.
     [[nodiscard]] bool isUploadedFor(const speech::ServiceAccess &access) const;
 
     void addPronunciationEntry(const model::PronunciationEntry &entry);
@@ -42,12 +42,12 @@ public:
     enum class Enabled { No, Yes };
     void setPronunciationEntryEnabled(const model::PronunciationId &id, Enabled enabled);
 
-    /// The text with the words of the simple entries replaced, tags left alone.
+    /// The text with the words of simple entries replaced, except within tags.
     [[nodiscard]] QString applyingLocalPronunciation(const QString &text) const;
     /// Uploads the enabled entries. A failure changes nothing.
     QCoro::Task<base::Result<void, speech::SpeechError>> uploadPronunciationDictionary(speech::SpeechApi &speech,
                                                                                        speech::ServiceAccess access);
-    /// The service no longer has the dictionary; the next use uploads it again.
+    /// Call when the service has lost the dictionary: the next use uploads it again.
     void forgetUploadedDictionary() { m_dictionaryHolder.reset(); }
 
 private:

@@ -7,9 +7,9 @@
 
 namespace orlenta::controller {
 
-/// Why a line ended before anything was sent for it.
+/// Why a line was skipped before any request.
 enum class SkipReason {
-    /// The account it was asked for was signed out, changed, or left for another endpoint.
+    /// The account it was requested with was signed out or changed, or the endpoint changed.
     AccountGone,
     ProjectFolderMissing,
     ProjectFolderReadOnly,
@@ -17,12 +17,12 @@ enum class SkipReason {
     NoRoom,
 };
 
-/// The lines of a batch that were skipped, to be told in one message.
+/// Counts the skipped lines of a batch, for a single message.
 class SkippedLines final {
 public:
     void add(SkipReason reason);
     [[nodiscard]] bool isEmpty() const { return m_counts.isEmpty(); }
-    /// One sentence for each reason, with its number of lines. Starts the count anew.
+    /// One sentence per reason, with the number of lines. Resets the counts.
     [[nodiscard]] QString takeMessage();
 
 private:

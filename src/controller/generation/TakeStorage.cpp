@@ -13,7 +13,7 @@
 namespace orlenta::controller {
 namespace {
 
-/// The folder at `path`, or the nearest one above it that exists.
+/// `path`, or the nearest existing folder above it.
 QString nearestExisting(QString path) {
     while (!QFileInfo::exists(path))
         path = QFileInfo(path).absolutePath();
@@ -27,7 +27,7 @@ std::optional<FolderProblem> problemOfFolder(const QString &folder, qint64 bytes
     struct statvfs volume {};
     if (!QFileInfo(folder).isDir() || ::access(path.constData(), W_OK | X_OK) != 0)
         return FolderProblem::ReadOnly;
-    // A file system that can't tell doesn't stop anybody.
+    // Unknown free space doesn't prevent a generation.
     if (::statvfs(path.constData(), &volume) != 0)
         return std::nullopt;
     if ((volume.f_flag & ST_RDONLY) != 0)
@@ -39,7 +39,7 @@ std::optional<FolderProblem> problemOfFolder(const QString &folder, qint64 bytes
 } // namespace
 
 std::optional<SkipReason> takeStorageProblem(const QString &projectFolder, qint64 bytes) {
-    // The reply and the take made of it lie here together for a while.
+    // The reply and the converted take exist here side by side.
     if (const auto problem = problemOfFolder(base::PrivateFolders::caches(), 2 * bytes))
         return problem == FolderProblem::NoRoom ? SkipReason::NoRoom : SkipReason::CacheFolderReadOnly;
     if (projectFolder.isEmpty())

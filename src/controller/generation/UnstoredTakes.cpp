@@ -19,7 +19,7 @@
 namespace orlenta::controller {
 namespace {
 
-/// Where the file is in the end.
+/// Returns the new path, or the old one if the file couldn't be moved.
 QString movedTo(const QString &folder, const QString &name, const QString &path) {
     const QString destination = folder + u'/' + name;
     if (!QDir().mkpath(folder) || !copyFile(path, destination))

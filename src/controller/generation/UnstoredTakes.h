@@ -14,8 +14,8 @@ namespace orlenta::controller {
 
 class ProjectController;
 
-/// Generated audio that was paid for and couldn't be stored in the project. Each file lies under its clip's name in a
-/// folder of the user's data, where it outlives the program, until it is stored after all. Main thread.
+/// Generated audio that couldn't be stored in the project. Each file is kept under its clip's name in the user's data
+/// folder, also after the program ends, until it is stored. Main thread.
 class UnstoredTakes final : public QObject {
     Q_OBJECT
 public:
@@ -23,19 +23,19 @@ public:
         model::LineId lineId;
         std::optional<GenerationRequestContext> context;
         QString path;
-        /// Why it couldn't be stored: a sentence for the user.
+        /// Why it couldn't be stored, as a message for the user.
         QString reason;
     };
 
     explicit UnstoredTakes(ProjectController &controller, QObject *parent = nullptr);
 
     [[nodiscard]] const QList<Entry> &entries() const { return m_entries; }
-    /// Where the files lie.
+    /// The folder of the files.
     [[nodiscard]] static QString folder();
 
-    /// Moves the entry's file to the folder and lists it. A file that can't be moved is listed where it is.
+    /// Moves the entry's file to the folder and adds the entry. A file that can't be moved stays where it is.
     QCoro::Task<void> keep(Entry entry);
-    /// Tries to store each of them again. Those that fail, and those whose line is deleted, stay.
+    /// Tries to store each take. Those that fail, and those whose line is deleted, stay in the list.
     QCoro::Task<void> storeAgain();
 
 Q_SIGNALS:

@@ -45,7 +45,7 @@ AccountDialog::AccountDialog(ElevenLabsService &service, LocalVoices &localVoice
     buttons->button(QDialogButtonBox::Close)->setToolTip(u"Close this panel"_s);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout->addWidget(buttons);
-    // Only now is the button in the dialog; before, Return would press whichever button stands first.
+    // Takes effect only once the button is in the dialog; otherwise Return would press the first button.
     m_connect->setDefault(true);
 
     for (const auto signal : {&ElevenLabsService::apiKeyChanged, &ElevenLabsService::isAuthenticatedChanged,
@@ -65,7 +65,7 @@ bool AccountDialog::event(QEvent *event) {
 }
 
 void AccountDialog::fit() {
-    // A layout's own minimum forgets that wrapped text needs more height as it gets less width.
+    // QLayout's own minimum size ignores that wrapped text grows taller as it gets narrower.
     const int smallest = Theme::unit(this) * 100;
     setMinimumSize(std::max(smallest, layout()->totalMinimumSize().width()), 0);
     setMinimumHeight(layout()->totalHeightForWidth(std::max(width(), minimumWidth())));
@@ -92,9 +92,9 @@ QWidget *AccountDialog::makeAccountGroup() {
     m_showKey->setCheckable(true);
     m_showKey->setAccessibleName(u"Show the key"_s);
     m_showKey->setToolTip(u"Show the key as plain text"_s);
-    m_connect->setToolTip(u"Connect with this key, or with the saved one if the field is empty"_s);
+    m_connect->setToolTip(u"Connect with this key, or with the saved key if the field is empty"_s);
     m_signOut->setToolTip(u"Sign out and remove the key from the keyring"_s);
-    m_refresh->setToolTip(u"Ask for the account's credits and voices again"_s);
+    m_refresh->setToolTip(u"Fetch the account's credits and voices again"_s);
     Theme::setRole(m_connect, ButtonRole::Primary);
     m_error->setAccessibleName(u"Failure"_s);
     m_error->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -129,12 +129,12 @@ QWidget *AccountDialog::makeAccountGroup() {
 }
 
 QWidget *AccountDialog::makeLocalGroup() {
-    m_local->setToolTip(u"Speak with the voices of this machine; needs no account"_s);
+    m_local->setToolTip(u"Speak with voices on this computer; no account needed"_s);
     m_local->setAccessibleName(u"Use local voices"_s);
     auto *group = new QWidget;
     auto *layout = new QVBoxLayout(group);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(new TextLabel(u"THIS MACHINE"_s, TextLabel::Style::Section));
+    layout->addWidget(new TextLabel(u"THIS COMPUTER"_s, TextLabel::Style::Section));
     layout->addWidget(m_local);
     layout->addWidget(m_localState);
     m_retryLocal->setToolTip(u"Connect to the local voices again"_s);
@@ -151,7 +151,7 @@ QWidget *AccountDialog::makeLocalGroup() {
 }
 
 void AccountDialog::connectAccount() {
-    // With an empty field the service still has the key that failed, from the keyring for example.
+    // With an empty field, the service retries the key it has, such as a saved one that failed.
     if (const QString key = m_key->text().trimmed(); !key.isEmpty())
         m_service.setApiKey(key);
     m_service.connectAccount(ElevenLabsService::KeychainErrors::Show);
@@ -192,7 +192,7 @@ void AccountDialog::showLocalVoices() {
             m_localState->setText(u"Connecting to the local voices…"_s);
         else
             m_localState->setText(
-                QStringLiteral("The local voices run, but don't answer. %1").arg(m_service.errorMessage()));
+                QStringLiteral("The local voices are running but don't answer. %1").arg(m_service.errorMessage()));
         break;
     case LocalVoices::State::Failed:
         m_localState->setText(m_localVoices.failureReason());
@@ -205,11 +205,13 @@ void AccountDialog::showAccount(bool isLocal) {
     if (isConnected)
         hideKey();
     const bool isLoading = m_service.isLoading() && !isLocal;
-    // Without a key there was no connection to fail: a sign-out that leaves its key in the keyring says so below.
+    // Without a key, the message is about something else, such as a key that stayed in the keyring after a sign-out.
     const bool hasFailed =
         !isConnected && !isLoading && !isLocal && !m_service.apiKey().isEmpty() && !m_service.errorMessage().isEmpty();
     if (isLocal)
-        m_state->setText(m_service.isAuthenticated() ? u"Local voices are in use"_s : u"Not connected"_s);
+        m_state->setText(m_service.isAuthenticated() ? u"Local voices are in use"_s
+                         : m_service.isLoading()     ? u"Connecting…"_s
+                                                     : u"Not connected"_s);
     else if (isLoading)
         m_state->setText(u"Connecting…"_s);
     else if (isConnected)
@@ -226,7 +228,7 @@ void AccountDialog::showAccount(bool isLocal) {
         m_detail->setText(name.isEmpty() ? plan : QStringLiteral("%1 · %2").arg(name, plan));
     } else {
         m_detail->setText(isLocal ? u"Switch the local voices off to use an account."_s
-                                  : u"Generate with your own voices by your account's API key."_s);
+                                  : u"Connect your account to generate with its voices."_s);
     }
     m_error->setText(isLocal ? QString() : m_service.errorMessage());
     m_error->setVisible(!m_error->text().isEmpty());
@@ -234,7 +236,7 @@ void AccountDialog::showAccount(bool isLocal) {
         widget->setVisible(!isConnected);
         widget->setEnabled(!isLocal);
     }
-    // Not disabled: the focus would move on to a button, which the next Return would press.
+    // Not disabled: the focus would move to a button, and the next Return would press that.
     m_key->setReadOnly(isLoading);
     m_refresh->setVisible(isConnected);
     m_connect->setVisible(!isConnected);

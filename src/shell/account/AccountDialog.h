@@ -16,7 +16,7 @@ namespace orlenta::shell {
 class LocalVoices;
 class ToggleSwitch;
 
-/// Where speech comes from: the account and its key, or the voices of this machine.
+/// The panel for the source of speech: the account and its key, or local voices.
 class AccountDialog final : public QDialog {
     Q_OBJECT
 public:

@@ -10,7 +10,7 @@ namespace orlenta::shell {
 
 class LocalVoices;
 
-/// Shows what the account has spent, or that none is connected; a click opens the account panel.
+/// Shows the credits spent, or that no account is connected. A click opens the account panel.
 class CreditDisplay final : public QPushButton {
     Q_OBJECT
 public:

@@ -13,7 +13,7 @@ namespace orlenta::speech {
 
 class ServiceGateway;
 
-/// The requests about an account: who it is and which voices it has. Main thread; the gateway outlives it.
+/// The account requests: user and voices. Main thread; the gateway outlives it.
 class AccountApi final {
 public:
     explicit AccountApi(ServiceGateway &gateway) : m_gateway(gateway) {}

@@ -97,7 +97,7 @@ QCoro::Task<void> ElevenLabsService::connectStoredAccount() {
     const QPointer<ElevenLabsService> self(this);
     const int epoch = m_sessionEpoch;
     const QString stored = co_await m_keys.read();
-    // A key that was typed meanwhile goes first.
+    // A key that the user typed meanwhile takes precedence.
     if (!self || stored.isEmpty() || m_sessionEpoch != epoch || !apiKey().isEmpty())
         co_return;
     setApiKey(stored);
@@ -216,7 +216,7 @@ void ElevenLabsService::adopt(const ElevenLabsUser &user, const QList<Voice> &vo
 }
 
 void ElevenLabsService::failConnecting(const SpeechError &error) {
-    // Cancelled means that another key was set meanwhile; whoever set it connects with it.
+    // Cancelled means that another key was set meanwhile, and that its owner will connect.
     if (!error.isCancelled()) {
         setErrorMessage(error.description());
         setAuthenticated(false);

@@ -23,17 +23,17 @@ namespace orlenta::speech {
 class ServiceGateway;
 class SpeechApi;
 
-/// The account at the speech service: signing in and out, its user and voices, and the way to its requests. Main
-/// thread; the defaults and the credential store outlive it. A result that arrives after a newer connect or a sign-out
-/// is dropped; sessionEpoch() tells them apart.
+/// The account at the speech service: sign-in and sign-out, user and voices, and access to the speech requests. Main
+/// thread; the defaults and the credential store outlive it. Results that arrive after a newer connect or a sign-out
+/// are dropped; sessionEpoch() tells them apart.
 ///
 /// connectAccount() and disconnectAccount() carry "Account" because QObject has a connect() of its own.
 class ElevenLabsService final : public QObject {
     Q_OBJECT
 public:
-    /// Whether the user is told that a key couldn't be saved.
+    /// Whether the user is told when the key can't be saved.
     enum class KeychainErrors { Show, Hide };
-    /// Where a key that works is kept: in the keyring, or nowhere, because its service ends with this program.
+    /// Where a working key is kept: in the keyring, or nowhere if its service ends with this program.
     enum class KeyKeeping { Keyring, SessionOnly };
 
     ElevenLabsService(base::UserDefaults &defaults, KeychainHelper &credentials, QObject *parent = nullptr,
@@ -43,7 +43,7 @@ public:
     /// The key in use; empty means not configured.
     [[nodiscard]] QString apiKey() const;
     void setApiKey(const QString &key);
-    /// The endpoint and key that a request made now would use.
+    /// The endpoint and key that a new request uses.
     [[nodiscard]] const ServiceAccess &access() const;
     [[nodiscard]] bool isAuthenticated() const { return m_isAuthenticated; }
     [[nodiscard]] bool isLoading() const { return m_isLoading; }
@@ -52,28 +52,28 @@ public:
     [[nodiscard]] const QList<Voice> &voices() const { return m_voices; }
     /// None when nobody is signed in.
     [[nodiscard]] std::optional<QSet<QString>> availableVoiceIds() const;
-    /// The sentence below the key field; null when there is nothing to say.
+    /// The message below the key field; null if there is none.
     [[nodiscard]] QString errorMessage() const { return m_errorMessage; }
     /// Whether the plan's name suggests uncompressed audio.
     [[nodiscard]] bool supportsPCMOutput() const;
     [[nodiscard]] int sessionEpoch() const { return m_sessionEpoch; }
 
-    /// Fetches user and voices with apiKey() and keeps the key once it has worked. Does nothing without a key.
+    /// Fetches user and voices with apiKey() and saves the key if that works. Does nothing without a key.
     QCoro::Task<void> connectAccount(KeychainErrors keychainErrors);
-    /// Connects silently with the key that was kept, if there is one: the start of every service.
+    /// Connects with the saved key, if there is one, without showing keyring errors.
     QCoro::Task<void> connectStoredAccount();
-    /// Signs out and forgets the key, in the keyring too.
+    /// Signs out and deletes the key, also from the keyring.
     QCoro::Task<void> disconnectAccount();
     /// Fetches user and voices again; a failure leaves the connection as it was.
     QCoro::Task<void> refreshAccount();
-    /// Switches to another address, signed out. The account's kept key stays where it is.
+    /// Signs out and switches to another address. The saved key stays saved.
     void useEndpoint(const QUrl &baseUrl, KeyKeeping keeping = KeyKeeping::SessionOnly);
-    /// Counts `characters` as spent until the service's own count follows, unless told to skip that, and fetches the
-    /// service's count about 0, 1.5, 5, 15 and 30 seconds from now. `context` names the request in the log.
+    /// Adds `characters` to the count at once, unless the estimate is skipped, and fetches the service's count about
+    /// 0, 1.5, 5, 15 and 30 seconds from now. `context` names the request in the log.
     void scheduleUsageRefresh(const QString &context, int characters, UsageEstimate estimate);
 
     [[nodiscard]] VoiceSelection &voiceSelection() { return m_voiceSelection; }
-    /// Speech and dictionaries.
+    /// The requests for speech and dictionaries.
     [[nodiscard]] SpeechApi &speech() const { return *m_speech; }
 
 Q_SIGNALS:

@@ -13,7 +13,7 @@ QString keychainKey() {
     return QStringLiteral("elevenlabs_api_key");
 }
 
-/// The key that `bytes` spell; empty when they are not UTF-8.
+/// Empty if the bytes aren't UTF-8.
 QString keyFromBytes(const QByteArray &bytes) {
     QStringDecoder decoder(QStringDecoder::Utf8);
     const QString key = decoder.decode(bytes);

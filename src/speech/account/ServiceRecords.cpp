@@ -26,7 +26,7 @@ public:
         return value.toString();
     }
 
-    /// A text that people read, unlike an id or an address, so that a part of it will do.
+    /// A text that people read. Unlike an id or an address, it may be cut.
     QString words(const QString &key, qsizetype limit = longestServiceName) { return cutServiceText(text(key), limit); }
 
     qint64 integer(const QString &key) {
@@ -76,7 +76,7 @@ public:
         const QJsonObject map = object(key);
         QHash<QString, QString> texts;
         for (auto entry = map.begin(); entry != map.end(); ++entry) {
-            // The service leaves a label that has no value as null.
+            // The service sends null for a label without a value.
             if (entry.value().isNull())
                 continue;
             if (!entry.value().isString())

@@ -8,13 +8,13 @@
 
 namespace orlenta::speech {
 
-/// The voice picked in the inspector, and the slider values that hold where no line has its own. Main thread.
+/// The voice selected in the inspector, and the slider values for lines without their own. Main thread.
 class VoiceSelection final : public QObject {
     Q_OBJECT
 public:
     VoiceSelection();
 
-    /// Empty means that no voice is picked.
+    /// Empty if no voice is selected.
     [[nodiscard]] QString selectedVoiceId() const { return m_selectedVoiceId; }
     [[nodiscard]] QString selectedVoiceName() const { return m_selectedVoiceName; }
     [[nodiscard]] ServiceColor selectedVoiceColor() const { return m_selectedVoiceColor; }

@@ -11,18 +11,18 @@
 
 namespace orlenta::speech {
 
-/// Sends keyed requests over one network manager that keeps no cookies, no cache and no credentials. Replies are capped
-/// and stalls end. A redirect is followed only to the same origin, so that no other host ever sees the key; any other
-/// redirect is handed back as the reply it is. Main thread.
+/// Sends requests through one network manager without cookies, cache or stored credentials. Reply sizes and stalls are
+/// limited. Redirects are followed within the same origin only, so that no other host sees the key; any other redirect
+/// is returned as the reply. Main thread.
 class HttpClient final : public QObject {
     Q_OBJECT
 public:
     explicit HttpClient(SpeechTiming timing);
     ~HttpClient() override;
 
-    /// Any complete reply is a success here, whatever its status.
+    /// Any complete reply counts as success, whatever its status.
     QCoro::Task<base::Result<HttpReply, SpeechError>> perform(HttpRequest request);
-    /// Calls off what is under way and refuses what comes. Awaiting coroutines go on inside this call.
+    /// Cancels running requests and refuses new ones. Awaiting coroutines resume inside this call.
     void close();
 
 private:

@@ -12,7 +12,7 @@ namespace orlenta::speech {
 
 class MultipartBody;
 
-/// One request to the service. Made by its functions: an aggregate must not be a temporary in an awaiting expression.
+/// One request to the service. Not an aggregate, which must not be a temporary in an awaiting expression.
 struct HttpRequest {
     enum class Method { Get, Post };
     /// `path` follows the endpoint and may end in a query.
@@ -21,13 +21,13 @@ struct HttpRequest {
     [[nodiscard]] static HttpRequest postForm(const ServiceAccess &access, const QString &path,
                                               const MultipartBody &form);
 
-    /// Its key goes out as the header xi-api-key, and nowhere else.
+    /// The key is sent in the header xi-api-key and nowhere else.
     ServiceAccess access;
     QUrl url;
     Method method = Method::Get;
     QByteArray contentType;
     QByteArray body;
-    /// Where an accepted reply goes, up to 1 GiB of it; null for one that is read from memory, up to 8 MiB.
+    /// Receives an accepted reply of up to 1 GiB. Without it the reply is kept in memory, up to 8 MiB.
     ReplyFilePtr replyFile;
     CancellationPtr cancellation;
 
@@ -35,15 +35,15 @@ private:
     HttpRequest(const ServiceAccess &forAccess, const QString &path);
 };
 
-/// A reply that arrived whole, whatever its status.
+/// A complete reply, whatever its status.
 struct HttpReply {
     int status = 0;
-    /// The header Retry-After; null when there was none.
+    /// The header Retry-After; null if absent.
     QByteArray retryAfter;
-    /// The header Location; null when there was none.
+    /// The header Location; null if absent.
     QByteArray location;
     QByteArray contentType;
-    /// Empty when the reply went into the request's file.
+    /// Empty if the request's file received the reply.
     QByteArray body;
 
     [[nodiscard]] bool isAccepted() const { return status >= 200 && status <= 299; }

@@ -10,12 +10,12 @@ namespace orlenta::speech {
 namespace {
 
 constexpr qsizetype memoryLimit = qsizetype{8} * 1024 * 1024;
-// More than three hours of uncompressed speech, four times what the longest text that a model takes can last.
+// Over three hours of uncompressed speech: four times as long as the longest text that a model accepts.
 constexpr qint64 fileLimit = qint64{1024} * 1024 * 1024;
 // If a server writes faster than this thread reads, Qt reports nothing to read while its buffer grows; a bounded buffer
 // makes the server wait instead.
 constexpr qint64 readBuffer = qint64{1024} * 1024;
-// A reply to a file may take longer than the exchange's time limit as long as it brings this much within each.
+// A reply to a file may exceed the time limit as long as it brings at least this much in each such period.
 constexpr qint64 slowestPace = qint64{1024} * 1024;
 
 QNetworkRequest networkRequestFor(const HttpRequest &request) {
@@ -23,7 +23,7 @@ QNetworkRequest networkRequestFor(const HttpRequest &request) {
     network.setRawHeader("xi-api-key", request.access.apiKey.toUtf8());
     if (!request.contentType.isEmpty())
         network.setRawHeader("Content-Type", request.contentType);
-    // The default policy would take the key along to another host.
+    // The default policy would send the key to other hosts.
     network.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
     network.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     network.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
@@ -31,7 +31,7 @@ QNetworkRequest networkRequestFor(const HttpRequest &request) {
     return network;
 }
 
-/// Whether the reply is a refusal of the server's, as against a failure on the way to it or back.
+/// Whether the server answered, as opposed to a failure of the network.
 bool cameFromServer(const QNetworkReply &reply) {
     switch (reply.error()) {
     case QNetworkReply::UnknownNetworkError:
@@ -39,7 +39,7 @@ bool cameFromServer(const QNetworkReply &reply) {
     case QNetworkReply::ProtocolFailure:
         return false;
     default:
-        // Below stand the network's and the proxy's errors, above those that Qt makes of an HTTP status.
+        // Smaller values are network and proxy errors; Qt derives the larger ones from the HTTP status.
         return reply.error() == QNetworkReply::NoError || reply.error() > QNetworkReply::UnknownProxyError;
     }
 }
@@ -90,7 +90,7 @@ void HttpTransfer::collect() {
 }
 
 base::Result<void, SpeechError> HttpTransfer::keep(const QByteArray &bytes) {
-    // What the service refuses, or sends on the way to another address, is never the audio.
+    // The bodies of refusals and redirects are never the audio.
     if (m_file && status() >= 200 && status() <= 299)
         return keepInFile(bytes);
     m_body += bytes;
@@ -152,7 +152,7 @@ void HttpTransfer::finish(const Outcome &outcome) {
     m_reply->deleteLater();
     m_file.reset();
     deleteLater();
-    // Last: whoever waits resumes inside this call, and may destroy this object.
+    // Last: the waiting coroutine resumes inside this call and may destroy this object.
     const Completion<Outcome> completion = m_completion;
     completion.resolve(outcome);
 }

@@ -14,7 +14,7 @@ class QNetworkAccessManager;
 
 namespace orlenta::speech {
 
-/// One request under way. It resolves its completion exactly once and deletes itself.
+/// One running request. Resolves its completion exactly once, then deletes itself.
 class HttpTransfer final : public QObject {
     Q_OBJECT
 public:

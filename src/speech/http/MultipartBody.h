@@ -4,7 +4,7 @@
 
 namespace orlenta::speech {
 
-/// A form as it is posted: RFC 7578, the parts in the order in which they are added, under a boundary of its own.
+/// A multipart form (RFC 7578). Parts keep the order in which they were added; each form has its own boundary.
 class MultipartBody final {
 public:
     MultipartBody();

@@ -4,8 +4,8 @@
 
 namespace orlenta::speech {
 
-/// A temporary file that is deleted with its owner, unless the owner lets it stay. It doesn't need to exist. Any
-/// thread, one at a time.
+/// A temporary file, deleted with this object unless keep() was called. It doesn't have to exist. Any thread, one at a
+/// time.
 class OwnedFile final {
 public:
     explicit OwnedFile(QString path) : m_path(std::move(path)) {}
@@ -14,7 +14,7 @@ public:
     OwnedFile &operator=(const OwnedFile &) = delete;
 
     [[nodiscard]] const QString &path() const { return m_path; }
-    /// The file stays when this object goes.
+    /// Leaves the file in place when this object is destroyed.
     void keep() { m_isKept = true; }
 
 private:

@@ -15,7 +15,7 @@ base::Result<void, base::FileError> ReplyFile::begin() {
     m_size = 0;
     m_head.clear();
     m_file.close();
-    // Unbuffered, so that a full disk shows at the write that meets it.
+    // Unbuffered, so that the write that fills the disk is the one that fails.
     if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
         return failure();
     return write(QByteArray(m_headerBytes, '\0'));

@@ -12,9 +12,9 @@
 
 namespace orlenta::speech {
 
-/// The file that a long reply is written to while it arrives, so that its size doesn't matter to memory. It is made
-/// with the first attempt that the service accepts, and deleted with the last owner. Room can be kept for a header that
-/// is known only at the end. One thread at a time.
+/// A file that a long reply is written to as it arrives, so that memory use doesn't depend on its size. It is created
+/// once the service accepts the request, and deleted with the last owner. Space for a header can be reserved, because
+/// the header's content is known only at the end. One thread at a time.
 class ReplyFile final {
 public:
     explicit ReplyFile(const QString &path, qint64 headerBytes = 0);
@@ -22,15 +22,15 @@ public:
     [[nodiscard]] const QString &path() const { return m_owned.path(); }
     /// Bytes of the reply, without the header.
     [[nodiscard]] qint64 size() const { return m_size; }
-    /// The first bytes of the reply, 512 at most.
+    /// The first bytes of the reply, at most 512.
     [[nodiscard]] const QByteArray &head() const { return m_head; }
 
-    /// Empties the file for an attempt.
+    /// Creates or empties the file for a new attempt.
     base::Result<void, base::FileError> begin();
     base::Result<void, base::FileError> append(const QByteArray &bytes);
-    /// Writes the header, which has the size that was kept for it, and closes the file.
+    /// Writes the header, which must have the reserved size, and closes the file.
     base::Result<void, base::FileError> finish(const QByteArray &header = {});
-    /// The file stays when the last owner goes.
+    /// Leaves the file in place when the last owner is destroyed.
     void keep() { m_owned.keep(); }
 
 private:

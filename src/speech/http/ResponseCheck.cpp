@@ -65,8 +65,8 @@ std::optional<double> parseRetryAfter(const QByteArray &header, std::chrono::sys
     const double seconds = text.toDouble(&isNumber);
     if (isNumber)
         return std::max(0.0, seconds);
-    // The date's zone is a word, as "GMT", which Qt's formats don't read at an end of their own. Date and time are read
-    // apart: as one they would be local, and there is no such time on the night the clocks go forward.
+    // Qt's formats can't parse a zone name such as "GMT". Date and time are parsed separately: together they would
+    // be local time, and one hour of that doesn't exist on the night when the clocks go forward.
     const QStringList parts = text.split(u' ');
     if (parts.size() != 6 || (parts.at(5) != u"GMT" && parts.at(5) != u"UTC" && parts.at(5) != u"Z"))
         return std::nullopt;

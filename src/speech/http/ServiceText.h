@@ -2,15 +2,15 @@
 
 #include <QtCore/QString>
 
-/// How much of what the service says is taken over, in UTF-16 units: enough for what people write, and little enough to
-/// lay out and log at once.
+/// Limits for texts from the service, in UTF-16 units: enough for anything that people write, and little enough to lay
+/// out and log at once.
 namespace orlenta::speech {
 
 inline constexpr qsizetype longestServiceMessage = 1000;
 inline constexpr qsizetype longestServiceDescription = 2000;
 inline constexpr qsizetype longestServiceName = 200;
 
-/// The text, or its first `limit` units and an ellipsis. Never cuts through a character.
+/// Returns the text, or its first `limit` units and an ellipsis. Never cuts a character in two.
 [[nodiscard]] QString cutServiceText(const QString &text, qsizetype limit);
 
 } // namespace orlenta::speech

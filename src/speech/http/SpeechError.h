@@ -14,7 +14,7 @@ public:
     enum class Kind {
         /// The service refused; service() says how.
         Service,
-        /// The network failed; the words are the network layer's own.
+        /// The network failed; the message is the network layer's.
         Transport,
         /// The service stopped answering, or took too long in all.
         TimedOut,
@@ -22,7 +22,7 @@ public:
         ReplyTooLarge,
         /// The reply doesn't have the form that the service documents.
         Decoding,
-        /// A file couldn't be read, written or converted; the words are the file or audio layer's own.
+        /// A file couldn't be read, written or converted; the message is the file or audio layer's.
         File,
         /// The reply to a request for audio can't be read as audio.
         NotAudio,
@@ -42,7 +42,7 @@ public:
     [[nodiscard]] static SpeechError replyTooLarge();
     [[nodiscard]] static SpeechError decoding(const QString &text);
     [[nodiscard]] static SpeechError file(const QString &text);
-    /// Generated audio, for want of space say; `reason` is the system's.
+    /// Generated audio couldn't be written; `reason` is the system's.
     [[nodiscard]] static SpeechError cannotWrite(const QString &reason);
     [[nodiscard]] static SpeechError notAudio();
     [[nodiscard]] static SpeechError intercepted();
@@ -56,7 +56,7 @@ public:
     [[nodiscard]] bool isRateLimited() const;
     [[nodiscard]] bool isCancelled() const { return m_kind == Kind::Cancelled; }
 
-    /// The sentence that the user reads.
+    /// The message shown to the user.
     [[nodiscard]] QString description() const;
 
     friend bool operator==(const SpeechError &, const SpeechError &) = default;

@@ -12,14 +12,14 @@
 
 namespace orlenta::speech {
 
-/// The stabilities that a service refused all others for, by endpoint and model, as long as this object lives.
+/// Remembers which stabilities a service allows, by endpoint and model, after it has refused another one.
 class AllowedStabilities final {
 public:
-    /// The values that a refusal of a stability allows; none for any other error.
+    /// The allowed values if the error refuses a stability; none for any other error.
     [[nodiscard]] static std::optional<QList<double>> namedBy(const SpeechError &error);
 
     void remember(const QUrl &endpoint, const QString &modelId, const QList<double> &allowed);
-    /// Sets the request's stability to the nearest allowed one, if any are known. Whether that changed it.
+    /// Sets the request's stability to the nearest allowed value, if any are known. True if that changed it.
     bool apply(const QUrl &endpoint, TTSRequest &request) const;
 
 private:

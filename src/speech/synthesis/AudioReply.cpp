@@ -27,14 +27,14 @@ bool isPrintable(char byte) {
     return (byte >= 0x20 && byte < 0x7F) || byte == '\t' || byte == '\r' || byte == '\n';
 }
 
-/// Audio has a byte outside ASCII within its first few; a page or a JSON object has none.
+/// Audio has bytes outside printable ASCII near its start; a web page or a JSON object doesn't.
 bool looksLikeText(const QByteArray &head) {
     const QByteArray first =
         head.startsWith("\xEF\xBB\xBF") ? head.mid(3, textProbe) : head.first(std::min(textProbe, head.size()));
     return std::all_of(first.begin(), first.end(), isPrintable);
 }
 
-/// Raw samples have no header; an audio file in their place would be played as noise.
+/// Raw samples have no header. An audio file in their place would become noise.
 bool looksLikeAudioFile(const QByteArray &head) {
     static constexpr std::array<const char *, 4> magics{"RIFF", "ID3", "OggS", "fLaC"};
     return std::any_of(magics.begin(), magics.end(), [&head](const char *magic) { return head.startsWith(magic); });
@@ -61,8 +61,8 @@ std::optional<SpeechError> problemOf(const ReplyFile &file, const QByteArray &co
     return std::nullopt;
 }
 
-/// A source that can't be read is the service's reply, whose temporary name says nothing to anybody. Every other
-/// failure is of a file on this machine.
+/// A source that can't be read is the service's reply, whose temporary name would mean nothing to the user. Any other
+/// failure concerns a file on this computer.
 SpeechError conversionError(const audio::AudioFileError &error) {
     using Kind = audio::AudioFileError::Kind;
     switch (error.kind) {
@@ -118,7 +118,7 @@ base::Result<void, SpeechError> completeReply(ReplyFile &file, const QByteArray 
 QCoro::Task<base::Result<GeneratedAudio, SpeechError>> convertReply(ReplyFilePtr file, QString prefix, int sampleRate,
                                                                     int bitDepth) {
     const QString folder = base::PrivateFolders::caches();
-    // The result owns the file from the start, so that it goes even if nobody is left to wait for it.
+    // The result owns the file from the start, so it is deleted even if nobody awaits the conversion any more.
     QFuture<Conversion> conversion = QtConcurrent::run([file, prefix, sampleRate, bitDepth, folder]() -> Conversion {
         const auto converted = audio::convertToWAV(file->path(), prefix, sampleRate, bitDepth, folder);
         if (!converted)

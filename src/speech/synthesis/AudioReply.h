@@ -23,23 +23,23 @@ struct ReplyFormat {
     Coding coding = Coding::Mp3;
     /// In hertz.
     int sampleRate = 44100;
-    /// The service's word for it, such as "mp3_44100_128".
+    /// The service's name for it, such as "mp3_44100_128".
     QString name;
 };
 
-/// The file that a reply of this format goes to: "<prefix>_<UUID>.<mp3 or wav>" in the private caches folder.
+/// A new file for a reply of this format: "<prefix>_<UUID>.<mp3 or wav>" in the private caches folder.
 [[nodiscard]] ReplyFilePtr replyFile(const QString &prefix, const ReplyFormat &format);
 
-/// Closes the file of a reply that has arrived; raw samples become a WAV file. Fails when the reply isn't audio.
+/// Completes the file of a finished reply; raw samples become a WAV file. Fails if the reply isn't audio.
 [[nodiscard]] base::Result<void, SpeechError> completeReply(ReplyFile &file, const QByteArray &contentType,
                                                             const ReplyFormat &format);
 
-/// A WAV file of `sampleRate` hertz and `bitDepth` bits made of a complete reply, 0.2 s of silence at its end. The work
-/// runs in a thread of the global pool.
+/// Converts a completed reply to a WAV file of `sampleRate` hertz and `bitDepth` bits, with 0.2 s of silence at its
+/// end. Runs in the global thread pool.
 QCoro::Task<base::Result<GeneratedAudio, SpeechError>> convertReply(ReplyFilePtr file, QString prefix, int sampleRate,
                                                                     int bitDepth);
 
-/// Lets a complete reply stay as a preview. Its rate is the file's own, or the format's if the file can't be read.
+/// Keeps a completed reply as a preview. The rate is the file's, or the format's if the file can't be read.
 [[nodiscard]] GeneratedPreviewAudio keepAsPreview(ReplyFile &file, const ReplyFormat &format);
 
 } // namespace orlenta::speech

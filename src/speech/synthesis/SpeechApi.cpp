@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Refusals that share their status with a plan's refusal of a format, and that another format wouldn't change.
+/// These refusals have the same HTTP status as a plan's refusal of a format, but another format wouldn't help.
 bool isAboutSomethingElse(const ElevenLabsError &refusal) {
     static constexpr std::array codes{"invalid_ttd_stability"_L1,
                                       "unsupported_model"_L1,
@@ -36,7 +36,7 @@ bool isAboutSomethingElse(const ElevenLabsError &refusal) {
     return std::any_of(codes.begin(), codes.end(), [&](QLatin1String code) { return refusal.code() == code; });
 }
 
-/// What a plan that may not have uncompressed audio answers.
+/// Whether the plan doesn't include the requested format.
 bool refusesFormat(const SpeechError &error) {
     if (!error.service() || error.service()->kind() != ElevenLabsError::Kind::HttpError)
         return false;
@@ -62,7 +62,7 @@ HttpRequest speechToSpeechRequest(const ServiceAccess &access, const QString &vo
                                   const VoiceSettings &settings) {
     const QString voice = QString::fromLatin1(QUrl::toPercentEncoding(voiceId));
     MultipartBody form;
-    // The service looks into the file, whatever it is called.
+    // The service detects the format itself, whatever the file's name.
     form.addFile("audio", "direction.wav", "audio/wav", recording);
     form.addField("model_id", speechToSpeechModelId().toUtf8());
     form.addField("voice_settings", toJson(settings));
@@ -157,7 +157,7 @@ SpeechApi::generateHQVoicePreview(ServiceAccess access, QString voiceId, QString
             co_return keepAsPreview(**reply, format);
         }
         lastError = reply.error();
-        // A lower rung would meet the same limit.
+        // The next format would hit the same limit.
         if (lastError.isRateLimited() || lastError.isCancelled())
             break;
     }

@@ -24,14 +24,14 @@ namespace orlenta::speech {
 
 class ServiceGateway;
 
-/// A dictionary as the service filed it.
+/// An uploaded dictionary's ids at the service.
 struct UploadedDictionary {
     QString id;
     QString versionId;
 };
 
-/// The requests that make speech. Each takes the access it runs on, reads the user's output format when it starts, and
-/// stays with both through every retry and fall-back. Main thread; audio is converted in a worker.
+/// The speech requests. Each gets its access from the caller, reads the user's output format at its start, and keeps
+/// both through all retries and fall-backs. Main thread; audio is converted in a worker.
 class SpeechApi final : public QObject {
     Q_OBJECT
 public:
@@ -40,8 +40,8 @@ public:
     /// `supportsPCMOutput` tells whether the account's plan suggests uncompressed audio.
     SpeechApi(ServiceGateway &gateway, const base::UserDefaults &defaults, std::function<bool()> supportsPCMOutput);
 
-    /// Speaks a text. One that is longer than its model takes is refused without a request. A stability that the
-    /// service refuses is sent once more as the nearest one it allows, which is remembered.
+    /// Speaks a text. A text over its model's limit fails without a request. If the service refuses the stability, the
+    /// request is repeated once with the nearest allowed value, which is remembered.
     QCoro::Task<AudioResult> textToSpeech(ServiceAccess access, QString voiceId, TTSRequest request);
     /// Speaks the recording at `audioPath` with another voice.
     QCoro::Task<AudioResult> speechToSpeech(ServiceAccess access, QString audioPath, QString voiceId,
@@ -55,14 +55,14 @@ public:
     addPronunciationDictionary(ServiceAccess access, QString name, QString description, QByteArray lexicon);
 
 Q_SIGNALS:
-    /// A request succeeded: its expected cost in credits, for the account of `access`.
+    /// A request succeeded. `characters` is its expected cost in credits for the account of `access`.
     void spent(const ServiceAccess &access, const QString &context, int characters, UsageEstimate estimate);
 
 private:
-    /// The common path of text-to-speech and speech-to-speech: a WAV file as the preferences ask for. A plan that
-    /// refuses uncompressed audio is asked for MP3 instead.
+    /// The common path of text-to-speech and speech-to-speech: returns a WAV file according to the preferences. If the
+    /// plan refuses uncompressed audio, MP3 is requested instead.
     QCoro::Task<AudioResult> requestAudioFile(HttpRequest request, QString prefix, AudioOutputPreferences preferences);
-    /// The reply in one of the service's formats, as a complete file.
+    /// Returns the reply in one of the service's formats, as a completed file.
     QCoro::Task<base::Result<ReplyFilePtr, SpeechError>> requestReply(HttpRequest request, QString prefix,
                                                                       ReplyFormat format);
 

@@ -5,35 +5,34 @@
 
 namespace orlenta::speech {
 
-/// One text-to-speech model of the service, with everything that differs from model to model. Static data: a reference
-/// stays valid.
+/// A text-to-speech model of the service, with everything that differs between models. The table is static, so
+/// references stay valid.
 struct SpeechModel {
-    /// The model's word in a line's settings.
+    /// The model's key in a line's settings.
     QString key;
     /// The model's id at the service.
     QString id;
-    /// Other models speak direction tags, so they get the text without them.
+    /// Other models would read direction tags aloud, so their text is sent without tags.
     bool understandsTags = false;
-    /// Takes the locator of an uploaded pronunciation dictionary.
+    /// Accepts the locator of an uploaded pronunciation dictionary.
     bool takesDictionary = false;
-    /// Takes the text before the line, for the melody of the whole.
+    /// Accepts the preceding text, which improves the intonation.
     bool takesPreviousText = false;
-    /// Gets V3VoiceSettings, whose stability follows the delivery mode instead of the slider, in place of
-    /// VoiceSettings.
+    /// Uses V3VoiceSettings instead of VoiceSettings, with a stability from the delivery mode instead of the slider.
     bool usesV3Settings = false;
-    /// The most user-perceived characters of one request.
+    /// The most user-perceived characters per request.
     int characterLimit = 0;
     double creditsPerCharacter = 1.0;
 
     [[nodiscard]] static const SpeechModel &v3();
     [[nodiscard]] static const SpeechModel &v2();
     [[nodiscard]] static const SpeechModel &flash();
-    /// In the order in which they are offered.
+    /// In display order.
     [[nodiscard]] static const QList<SpeechModel> &all();
-    /// Null for a word or an id that isn't in the table.
+    /// Null for an unknown key or id.
     [[nodiscard]] static const SpeechModel *findByKey(const QString &key);
     [[nodiscard]] static const SpeechModel *findById(const QString &id);
-    /// The model that speaks a line with this word in its settings: v3 for an unknown one.
+    /// The model for a line with this key in its settings; v3 for an unknown key.
     [[nodiscard]] static const SpeechModel &forKey(const QString &key);
 };
 

@@ -13,7 +13,7 @@ namespace orlenta::speech {
 
 namespace {
 
-// Qt's own writer sorts the keys; the service's records are sent in the order of their fields.
+// Qt's writer sorts the keys; the service gets them in field order.
 using RecordWriter = rapidjson::Writer<rapidjson::StringBuffer>;
 
 void writeText(RecordWriter &writer, const char *key, const QString &value) {
@@ -120,7 +120,7 @@ QString speechToSpeechModelId() {
 }
 
 double stabilityToSend(const model::ProjectLineSettings &settings) {
-    // An unknown word is spoken by v3 too, but its stability is the slider's.
+    // An unknown key is spoken by v3 as well, but with the slider's stability.
     const SpeechModel *model = SpeechModel::findByKey(settings.model);
     if (model == nullptr || !model->usesV3Settings)
         return settings.stability;

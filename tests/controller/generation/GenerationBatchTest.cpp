@@ -42,7 +42,7 @@ TEST_F(GenerationBatchTest, ASignOutEndsTheWaitingLinesWithoutARequestAndWithOne
         EXPECT_FALSE(isGenerating(id));
 }
 
-TEST_F(GenerationBatchTest, AnotherAccountPaysForNothingThatWasAskedForBefore) {
+TEST_F(GenerationBatchTest, AnotherAccountPaysForNothingRequestedBefore) {
     LoopbackServer other;
     other.answer("/v1/text-to-speech/", test::silenceReply());
     duringLine(1, [&] {
@@ -92,7 +92,7 @@ TEST_F(GenerationBatchTest, PressingAgainDuringABatchPaysForNoLineTwice) {
     ASSERT_TRUE(queueEnds());
     EXPECT_EQ(takeCount(), 12);
 
-    // All of them have audio now, so each press asks for all of them again.
+    // All lines have audio now, so each press requests all of them again.
     const auto count = std::make_shared<int>(0);
     server.handle("/v1/text-to-speech/", [=](const test::LoopbackRequest &, QTcpSocket &socket) {
         if (++*count == 4 || *count == 9)
@@ -105,7 +105,7 @@ TEST_F(GenerationBatchTest, PressingAgainDuringABatchPaysForNoLineTwice) {
     EXPECT_EQ(takeCount(), 24);
 }
 
-TEST_F(GenerationBatchTest, LinesThatHaveHadTheirTurnCanBeAskedForOnTheirOwn) {
+TEST_F(GenerationBatchTest, FinishedLinesCanBeSelectedAndRegenerated) {
     project->selection().selectAll();
     enqueueBatch();
     ASSERT_TRUE(queueEnds());

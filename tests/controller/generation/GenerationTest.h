@@ -42,8 +42,7 @@ inline const QByteArray dictionaryPath = "/v1/pronunciation-dictionaries/add-fro
     return LoopbackServer::reply(200, QByteArray(8820, '\0'), "audio/pcm");
 }
 
-/// A project in Ana's voice, of two lines unless told otherwise, a generator, and a service on loopback that speaks
-/// silence.
+/// A project in Ana's voice, with two lines by default, a generator, and a loopback service that speaks silence.
 class GenerationTest : public ::testing::Test {
 protected:
     explicit GenerationTest(const QStringList &lines = {QStringLiteral("Hi [sighs] gif"),
@@ -84,7 +83,7 @@ protected:
     [[nodiscard]] bool queueEnds() {
         return QTest::qWaitFor([this] { return !generator.queue().isActive(); }, patienceMs);
     }
-    /// Lets `happen` run when the `number`th line reaches the service, before the service answers.
+    /// Calls `happen` when request `number`, counted from 1, reaches the service, before it answers.
     void duringLine(int number, const std::function<void()> &happen) {
         const auto count = std::make_shared<int>(0);
         server.handle("/v1/text-to-speech/", [=](const LoopbackRequest &, QTcpSocket &socket) {
@@ -107,7 +106,7 @@ protected:
             count += takeCount(i);
         return count;
     }
-    /// Audio that lies in the private caches folder.
+    /// The audio files in the private caches folder.
     [[nodiscard]] static QStringList cachedFiles() {
         return QDir(base::PrivateFolders::caches()).entryList({QStringLiteral("*.wav"), QStringLiteral("*.mp3")});
     }

@@ -11,12 +11,12 @@
 namespace orlenta::controller {
 namespace {
 
-/// Takes away what the project stores takes in, and gives it back.
+/// Makes the project's folders unavailable and available again.
 class StoringTakesTest : public test::GenerationTest {
 protected:
     void hideFolder() { std::filesystem::rename(path(), path() + ".away"); }
     void returnFolder() { std::filesystem::rename(path() + ".away", path()); }
-    /// A file stands where the folder of takes should be.
+    /// Puts a file in place of the folder for takes.
     void blockAudioFolder() {
         QDir(project.folder() + QStringLiteral("/Audio Files/Generated")).removeRecursively();
         QDir().mkpath(project.folder() + QStringLiteral("/Audio Files"));
@@ -32,7 +32,7 @@ private:
 
 } // namespace
 
-TEST_F(StoringTakesTest, NothingIsAskedForWhenTheTakesCouldNotBeStored) {
+TEST_F(StoringTakesTest, NothingIsRequestedIfTheTakesCouldNotBeStored) {
     const QSignalSpy errors(&generator, &LineGenerator::generateErrorChanged);
     hideFolder();
     enqueueBatch();
@@ -53,7 +53,7 @@ TEST_F(StoringTakesTest, NothingIsAskedForWhenTheTakesCouldNotBeStored) {
     EXPECT_EQ(takeCount(0), 1);
 }
 
-TEST(TakeStorage, ADiskWithTooLittleRoomIsTold) {
+TEST(TakeStorage, ADiskWithTooLittleRoomIsReported) {
     const QTemporaryDir folder;
     EXPECT_EQ(takeStorageProblem(folder.path(), 1024), std::nullopt);
     EXPECT_EQ(takeStorageProblem(folder.path(), qint64{1} << 60), SkipReason::NoRoom);

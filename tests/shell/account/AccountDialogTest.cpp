@@ -21,7 +21,7 @@ using shell::LocalVoices;
 using testing::ShellSession;
 using testing::waitUntil;
 
-/// A service and its panel; the panel of `account` believes the account is meant, whatever address the service has.
+/// A service and its panel. The service can use any address; the panel treats it as the account.
 struct AccountPanel {
     explicit AccountPanel(ShellSession &session)
         : service(session.defaults, session.credentials), dialog(service, session.localVoices) {
@@ -198,7 +198,7 @@ TEST(AccountDialog, LocalVoicesThatDoNotAnswerSaySoAndAreTriedAgain) {
     ASSERT_TRUE(waitUntil([&] { return panel.dialog.retryLocalVoicesButton()->isVisible(); }));
     EXPECT_EQ(panel.dialog.stateText(), QStringLiteral("Not connected"));
     EXPECT_EQ(panel.dialog.localVoicesText(),
-              QStringLiteral("The local voices run, but don't answer. HTTP error 404: no such address"));
+              QStringLiteral("The local voices are running but don't answer. HTTP error 404: no such address"));
 
     speech::answerAccount(server);
     panel.dialog.retryLocalVoicesButton()->click();
@@ -207,7 +207,7 @@ TEST(AccountDialog, LocalVoicesThatDoNotAnswerSaySoAndAreTriedAgain) {
     EXPECT_FALSE(panel.dialog.retryLocalVoicesButton()->isVisible());
 }
 
-TEST(AccountDialog, ShowLaysTheKeyOpen) {
+TEST(AccountDialog, ShowRevealsTheKey) {
     ShellSession session;
     AccountPanel panel(session);
     testing::buttonNamed(panel.dialog, QStringLiteral("Show"))->click();

@@ -15,14 +15,14 @@ using test::LoopbackRequest;
 using test::LoopbackServer;
 using ::testing::ElementsAre;
 
-/// Holds back the replies to `target` until they are let go.
+/// Holds the replies to `target` until they are released.
 class Gate {
 public:
     Gate(LoopbackServer &server, const QByteArray &target) {
         server.handle(target, [this](const LoopbackRequest &, QTcpSocket &socket) { m_sockets.append(&socket); });
     }
     [[nodiscard]] bool holds(qsizetype count) const { return m_sockets.size() == count; }
-    void letGo(qsizetype index, const QByteArray &reply) {
+    void release(qsizetype index, const QByteArray &reply) {
         m_sockets.at(index)->write(reply);
         m_sockets.at(index)->disconnectFromHost();
     }
@@ -67,7 +67,7 @@ TEST(ElevenLabsService, ASignOutDropsTheResultOfARunningConnect) {
     noteEnd(under.service().connectAccount(ElevenLabsService::KeychainErrors::Show), &ended);
     ASSERT_TRUE(ServiceUnderTest::becomes([&gate] { return gate.holds(1); }));
     QCoro::waitFor(under.service().disconnectAccount());
-    gate.letGo(0, LoopbackServer::json(voicesJson()));
+    gate.release(0, LoopbackServer::json(voicesJson()));
     ASSERT_TRUE(ServiceUnderTest::becomes([&ended] { return ended; }));
     EXPECT_FALSE(under.service().isAuthenticated());
     EXPECT_TRUE(under.service().apiKey().isEmpty());
@@ -81,9 +81,9 @@ TEST(ElevenLabsService, OfTwoConnectsTheLaterWinsEvenWhenTheEarlierFailsLast) {
     noteEnd(under.service().connectAccount(ElevenLabsService::KeychainErrors::Show), &firstEnded);
     under.service().connectAccount(ElevenLabsService::KeychainErrors::Show);
     ASSERT_TRUE(ServiceUnderTest::becomes([&gate] { return gate.holds(2); }));
-    gate.letGo(1, LoopbackServer::json(userJson(5)));
+    gate.release(1, LoopbackServer::json(userJson(5)));
     ASSERT_TRUE(ServiceUnderTest::becomes([&under] { return under.service().isAuthenticated(); }));
-    gate.letGo(0, LoopbackServer::reply(401, ""));
+    gate.release(0, LoopbackServer::reply(401, ""));
     ASSERT_TRUE(ServiceUnderTest::becomes([&firstEnded] { return firstEnded; }));
     EXPECT_TRUE(under.service().isAuthenticated());
     EXPECT_TRUE(under.service().errorMessage().isEmpty());
@@ -159,7 +159,7 @@ TEST(ElevenLabsService, TheTierTellsLooselyWhetherUncompressedAudioIsPaidFor) {
     }
 }
 
-TEST(ElevenLabsService, AKeyThatNoKeyringTookOutlivesATimeAtAnotherAddress) {
+TEST(ElevenLabsService, AKeyWithoutAKeyringSurvivesASwitchToAnotherEndpoint) {
     ServiceUnderTest under;
     ElevenLabsService &service = under.service();
     service.useEndpoint(under.server.url(), ElevenLabsService::KeyKeeping::Keyring);

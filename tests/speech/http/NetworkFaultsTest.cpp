@@ -159,7 +159,7 @@ QSslConfiguration selfSignedConfiguration(const QTemporaryDir &folder) {
 
 } // namespace
 
-TEST(NetworkFaults, EachEndsInItsOwnWordsAndLeavesTheKeyInPlace) {
+TEST(NetworkFaults, EachEndsInItsOwnMessageAndKeepsTheKey) {
     const long before = residentPeakKilobytes();
     for (const Fault &fault : faults()) {
         SCOPED_TRACE(fault.name);
@@ -179,7 +179,7 @@ TEST(NetworkFaults, ARefusedConnectionSaysSo) {
     EXPECT_EQ(messageAfterConnecting(under), "Connection refused");
 }
 
-TEST(NetworkFaults, ACertificateOfNobodysIsRefusedBeforeTheKeyIsSent) {
+TEST(NetworkFaults, AnUntrustedCertificateIsRefusedBeforeTheKeyIsSent) {
     ServiceUnderTest under;
     auto sslServer = std::make_unique<QSslServer>();
     sslServer->setSslConfiguration(selfSignedConfiguration(under.folder));

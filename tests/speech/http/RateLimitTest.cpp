@@ -27,7 +27,7 @@ TEST(RateLimit, AnAskedForDelayCountsBetweenTheBackoffAndTenSeconds) {
     EXPECT_THAT(under.delays, ElementsAre(2500ms, 2000ms, 4000ms));
 }
 
-TEST(RateLimit, FourRefusalsInARowEndInTheWordsForIt) {
+TEST(RateLimit, FourRefusalsInARowEndInTheBusyMessage) {
     ServiceUnderTest under;
     under.server.answer("/v1/user", busy("120"));
     under.connectAccount();

@@ -34,7 +34,7 @@ QByteArray stabilityRefusal(const QByteArray &message) {
                                  R"({"detail":{"status":"invalid_ttd_stability","message":")" + message + R"("}})");
 }
 
-/// Answers the first request to `target` after `happen`, and the others with silence.
+/// Calls `happen` before each reply to a speech request.
 void answerAfter(LoopbackServer &server, const QByteArray &reply, const std::function<void()> &happen) {
     server.handle("/v1/text-to-speech", [=](const LoopbackRequest &, QTcpSocket &socket) {
         happen();
@@ -45,7 +45,7 @@ void answerAfter(LoopbackServer &server, const QByteArray &reply, const std::fun
 
 } // namespace
 
-TEST(SpeechRefusals, APageInPlaceOfTheAudioIsToldAndMakesNoTake) {
+TEST(SpeechRefusals, AWebPageInPlaceOfAudioIsReportedAndMakesNoTake) {
     const QByteArray page = "<!DOCTYPE html>\n<html><body>Sign in to use this network.</body></html>";
     const QStringList before = cachedFiles();
     for (const char *format : {"mp3", "wav"}) {
@@ -65,7 +65,7 @@ TEST(SpeechRefusals, APageInPlaceOfTheAudioIsToldAndMakesNoTake) {
     EXPECT_EQ(cachedFiles(), before);
 }
 
-TEST(SpeechRefusals, RawSamplesAreTakenForAudioOnlyWhenTheyCanBe) {
+TEST(SpeechRefusals, AReplyThatCannotBeRawSamplesIsRefused) {
     const std::vector<QByteArray> replies{
         "",
         R"({"detail":"no"})",
@@ -82,7 +82,7 @@ TEST(SpeechRefusals, RawSamplesAreTakenForAudioOnlyWhenTheyCanBe) {
     }
 }
 
-TEST(SpeechRefusals, OnlyARefusalOfTheFormatIsAnsweredWithAnother) {
+TEST(SpeechRefusals, OnlyARefusalOfTheFormatLeadsToAnotherFormat) {
     const std::vector<std::pair<int, QByteArray>> cases{{400, "invalid_ttd_stability"}, {400, "text_too_long"},
                                                         {400, "voice_not_found"},       {400, "invalid_api_key"},
                                                         {402, "insufficient_credits"},  {403, "missing_permissions"}};
@@ -94,7 +94,7 @@ TEST(SpeechRefusals, OnlyARefusalOfTheFormatIsAnsweredWithAnother) {
     }
 }
 
-TEST(SpeechRefusals, ARefusedStabilityIsSentOnceMoreAsTheNearestAllowedOneAndRemembered) {
+TEST(SpeechRefusals, ARefusedStabilityIsReplacedOnceByTheNearestAllowedOneAndRemembered) {
     ServiceUnderTest under;
     const QByteArray mp3 = audioReply(toneMp3(under.folder));
     under.server.answerInTurn(
@@ -134,7 +134,7 @@ TEST(SpeechRefusals, AFallBackNeverReachesAnotherAddressOrAccount) {
     EXPECT_TRUE(other.requests().isEmpty());
 }
 
-TEST(SpeechRefusals, WhatWasSpentOnAnEarlierAccountIsNotCountedOnTheNext) {
+TEST(SpeechRefusals, ACostOfAnEarlierAccountIsNotCountedForTheNext) {
     ServiceUnderTest under(ServiceUnderTest::Waits::EndWhenTold);
     under.connectAccount();
     answerAfter(under.server, audioReply(toneMp3(under.folder)), [&under] {

@@ -15,7 +15,7 @@ namespace orlenta::speech {
 
 inline constexpr int secondOfFrames = 44100;
 
-/// A second of a tone as the service's raw samples: 44.1 kHz, mono, 16 bit, little-endian.
+/// A second of a tone as raw samples: 44.1 kHz, mono, 16 bit, little-endian.
 [[nodiscard]] inline QByteArray tonePcm() {
     QByteArray pcm;
     for (int i = 0; i < secondOfFrames; ++i) {

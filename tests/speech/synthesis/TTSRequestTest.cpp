@@ -68,7 +68,7 @@ TEST(TTSRequest, TheEstimateCountsWhatAReaderSeesAndHalvesItForFlash) {
     EXPECT_EQ(estimatedCharacters(QString(), QStringLiteral("eleven_flash_v2_5")), 0);
 }
 
-TEST(AudioOutputPreferences, UnknownWordsCountAsTheUsualOnes) {
+TEST(AudioOutputPreferences, UnknownWordsCountAsTheDefaults) {
     const QTemporaryDir folder;
     base::UserDefaults defaults(folder.filePath(QStringLiteral("defaults.ini")));
     EXPECT_EQ(AudioOutputPreferences::read(defaults), AudioOutputPreferences{});
