@@ -137,12 +137,19 @@ TEST(SpeechRefusals, AFallBackNeverReachesAnotherAddressOrAccount) {
 TEST(SpeechRefusals, ACostOfAnEarlierAccountIsNotCountedForTheNext) {
     ServiceUnderTest under(ServiceUnderTest::Waits::EndWhenTold);
     under.connectAccount();
-    answerAfter(under.server, audioReply(toneMp3(under.folder)), [&under] {
-        under.service().setApiKey(QStringLiteral("other-key"));
-        under.service().connectAccount(ElevenLabsService::KeychainErrors::Hide);
-    });
-    EXPECT_TRUE(requestSpeech(under, "mp3")) << "what was spoken is delivered";
-    ASSERT_TRUE(ServiceUnderTest::becomes([&under] { return !under.service().isLoading(); }));
+    QTcpSocket *held = nullptr;
+    under.server.handle("/v1/text-to-speech", [&held](const LoopbackRequest &, QTcpSocket &socket) { held = &socket; });
+    bool isSpoken = false;
+    ElevenLabsService &service = under.service();
+    deliver<SpeechApi::AudioResult>(
+        service.speech().textToSpeech(service.access(), QStringLiteral("v1"), helloRequest()),
+        [&isSpoken](const SpeechApi::AudioResult &audio) { isSpoken = audio.hasValue(); });
+    ASSERT_TRUE(ServiceUnderTest::becomes([&held] { return held != nullptr; }));
+    service.setApiKey(QStringLiteral("other-key"));
+    under.connectAccount();
+    held->write(audioReply(toneMp3(under.folder)));
+    held->disconnectFromHost();
+    ASSERT_TRUE(ServiceUnderTest::becomes([&isSpoken] { return isSpoken; })) << "what was spoken is delivered";
     EXPECT_EQ(under.creditsText(), QStringLiteral("100 credits"));
 }
 
