@@ -54,11 +54,9 @@ std::optional<SpeechError> problemOf(const ReplyFile &file, const QByteArray &co
         return SpeechError::notAudio();
     if (format.coding != ReplyFormat::Coding::Pcm)
         return std::nullopt;
-    if (looksLikeAudioFile(file.head()) || file.size() % 2 != 0)
-        return SpeechError::notAudio();
-    if (file.size() > audio::largestWavData)
-        return SpeechError::replyTooLarge();
-    return std::nullopt;
+    // A sample has two bytes.
+    const bool isRaw = !looksLikeAudioFile(file.head()) && file.size() % 2 == 0;
+    return isRaw ? std::nullopt : std::optional(SpeechError::notAudio());
 }
 
 /// A source that can't be read is the service's reply, whose temporary name would mean nothing to the user. Any other

@@ -233,6 +233,17 @@ TEST(NetworkFaults, MoreAudioThanThirteenMinutesArrivesWholeInItsFile) {
     EXPECT_FALSE(file.exists());
 }
 
+TEST(NetworkFaults, AudioThatOnlyDripsEndsWithTheTimeLimitToo) {
+    ServiceUnderTest under;
+    under.timing.exchangeTimeout = 500ms;
+    ServiceGateway gateway(under.timing);
+    gateway.setAccess(under.server.url(), QStringLiteral("key"));
+    under.server.handle("/audio", dripForever);
+    HttpRequest request = HttpRequest::get(gateway.access(), QStringLiteral("/audio"));
+    request.replyFile = std::make_shared<ReplyFile>(under.folder.filePath(QStringLiteral("reply")));
+    EXPECT_EQ(resultOf(gateway.send(request)).error().kind(), SpeechError::Kind::TimedOut);
+}
+
 TEST(NetworkFaults, AKeyThatWouldWriteHeadersIsNeverSent) {
     ServiceUnderTest under;
     under.service().setApiKey(QStringLiteral("a\r\nHost: elsewhere"));
