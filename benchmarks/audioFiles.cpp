@@ -95,8 +95,7 @@ void printFidelity() {
             const AudioTestFolder folder;
             const auto tone = test::tone(frequency, from, static_cast<size_t>(6 * from), tonePeak);
             const QString source = folder.write(QStringLiteral("in.wav"), tone, {from, 1, test::wavDouble});
-            const auto ours = convertToWAV(test::bytesOf(source), QStringLiteral("wav"), QStringLiteral("tts"), to, 24,
-                                           folder.folder());
+            const auto ours = convertToWAV(source, QStringLiteral("tts"), to, 24, folder.folder());
             require(ours.hasValue(), "conversion");
             // Without -D, sox would add dither of its own.
             runPeer(folder, "sox", QStringLiteral("-D in.wav -b 24 sox.wav rate -v %1").arg(to));

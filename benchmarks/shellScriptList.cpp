@@ -175,11 +175,11 @@ int run() {
         // Fonts, style and icons are loaded once for the process; a first, short script pays for them.
         controller::ProjectController controller(model::Project::makeNew(QStringLiteral("Short"), base::Timestamp{}),
                                                  QUrl());
-        controller::LineGenerator generator(controller, service, defaults);
+        controller::LineGenerator generator(controller, service);
         measureList({controller, playback, generator, recording});
     }
     controller::ProjectController controller(longProject(), QUrl());
-    controller::LineGenerator generator(controller, service, defaults);
+    controller::LineGenerator generator(controller, service);
     std::printf("%-28s %10s %10s %14s %13s %13s\n", "10,000 lines", "open ms", "MB", "frame ms, mid", "worst",
                 "worst jump");
     const Cost list = measureList({controller, playback, generator, recording});

@@ -12,12 +12,13 @@ ProjectSession::ProjectSession(const SharedServices &services, const model::Stor
     : QObject(parent), m_services(services), m_service(services.defaults, services.credentials),
       m_controller(stored.project, QUrl::fromLocalFile(stored.folder)),
       m_playback(services.sound, services.defaults, services.devices, services.routing),
-      m_generator(m_controller, m_service, services.defaults),
+      m_generator(m_controller, m_service),
       m_recordings(m_controller, {services.sound, services.defaults, services.inputRoutes, services.microphone}) {
     m_controller.lines().setNewLineVoiceProvider([this]() -> std::optional<ServiceVoice> {
-        if (m_service.selectedVoiceId().isEmpty())
+        const speech::VoiceSelection &selection = m_service.voiceSelection();
+        if (selection.selectedVoiceId().isEmpty())
             return std::nullopt;
-        return ServiceVoice{m_service.selectedVoiceId(), m_service.selectedVoiceName()};
+        return ServiceVoice{selection.selectedVoiceId(), selection.selectedVoiceName()};
     });
     // Queued, since whoever waits may take this object away.
     connect(&m_recordings, &DirectionRecordings::isFinishedChanged, this, &ProjectSession::tellIfSettled,

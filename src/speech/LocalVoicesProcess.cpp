@@ -12,10 +12,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::chrono::seconds usualStartTimeout{15};
-constexpr std::chrono::milliseconds farewell{1000};
+constexpr std::chrono::milliseconds shutdownTimeout{1000};
 constexpr qsizetype longestAddressLine = 256;
 
-/// 128 random bits, so that no other user of this machine can speak with the voices.
+/// 128 random bits, so that no other user of this computer can use the voices.
 QString freshLocalKey() {
     std::array<quint32, 4> words{};
     QRandomGenerator::system()->fillRange(words.data(), words.size());
@@ -48,9 +48,9 @@ LocalVoicesProcess::~LocalVoicesProcess() {
     if (m_process.state() == QProcess::NotRunning)
         return;
     m_process.closeWriteChannel();
-    if (!m_process.waitForFinished(static_cast<int>(farewell.count()))) {
+    if (!m_process.waitForFinished(static_cast<int>(shutdownTimeout.count()))) {
         m_process.kill();
-        m_process.waitForFinished(static_cast<int>(farewell.count()));
+        m_process.waitForFinished(static_cast<int>(shutdownTimeout.count()));
     }
 }
 
@@ -58,9 +58,9 @@ void LocalVoicesProcess::start() {
     if (m_state != State::Stopped)
         return;
     if (m_process.state() != QProcess::NotRunning) {
-        // One that is still taking its leave.
+        // The previous program is still shutting down.
         m_process.kill();
-        m_process.waitForFinished(static_cast<int>(farewell.count()));
+        m_process.waitForFinished(static_cast<int>(shutdownTimeout.count()));
     }
     m_state = State::Starting;
     m_key = freshLocalKey();

@@ -10,27 +10,27 @@
 
 namespace orlenta::speech {
 
-/// The program of this machine's own voices, run as a child that lives no longer than this object: it ends when its
-/// standard input closes, so it also ends when this process dies. Main thread.
+/// Runs the local voices program as a child process. The child ends when its standard input closes, and so never
+/// outlives this object or this process. Main thread.
 class LocalVoicesProcess final : public QObject {
     Q_OBJECT
 public:
-    /// The program that stands beside this application's binary.
+    /// Uses the program beside this application's binary.
     explicit LocalVoicesProcess(QObject *parent = nullptr);
-    /// A program of the caller's choice, and how long it may take to say where it listens.
+    /// `startTimeout` limits the time until the program prints its address.
     LocalVoicesProcess(const QString &program, std::chrono::milliseconds startTimeout, QObject *parent = nullptr);
     ~LocalVoicesProcess() override;
 
-    /// Ends in ready() or failed(). Does nothing while the program runs.
+    /// Leads to ready() or failed(). Does nothing while the program is running.
     void start();
-    /// Ends the program without a signal. Returns at once.
+    /// Ends the program without emitting a signal. Returns at once.
     void stop();
     [[nodiscard]] bool isRunning() const;
 
 Q_SIGNALS:
-    /// The program answers at `baseUrl` to whoever sends `key`.
+    /// The program listens at `baseUrl` and requires `key`.
     void ready(const QUrl &baseUrl, const QString &key);
-    /// The program did not start, or ended by itself. `reason` is a sentence for the user.
+    /// The program didn't start, or ended unexpectedly. `reason` is a message for the user.
     void failed(const QString &reason);
 
 private:

@@ -21,31 +21,32 @@ struct ConversionCase {
     size_t tail;
 };
 
-TEST(WavConversion, EveryOutputEndsInATailOfExactZerosAndLeavesNoSource) {
+TEST(WavConversion, EveryOutputEndsInATailOfExactZerosAndKeepsItsSource) {
     const AudioTestFolder input;
     const QString source = input.write(QStringLiteral("in.wav"), tone(997, 44100, 100003), {44100, 1, wav16});
     input.run(QStringLiteral("lame"), QStringLiteral("--quiet -b 192 in.wav in.mp3"));
     for (const char *extension : {"wav", "mp3"}) {
-        const QByteArray bytes = bytesOf(input.path(QStringLiteral("in.") + QString::fromLatin1(extension)));
+        const QString path = input.path(QStringLiteral("in.") + QString::fromLatin1(extension));
+        const QByteArray bytes = bytesOf(path);
         for (const auto &[rate, depth, frames, tail] :
              {ConversionCase{44100, 16, 100003, 8820}, ConversionCase{44100, 24, 100003, 8820},
               ConversionCase{48000, 16, 108847, 9600}, ConversionCase{48000, 24, 108847, 9600}}) {
             const AudioTestFolder folder;
-            const auto path = convertToWAV(bytes, QString::fromLatin1(extension), QStringLiteral("tts"), rate, depth,
-                                           folder.folder());
-            ASSERT_TRUE(path) << path.error().description().toStdString();
-            EXPECT_EQ(folder.names(), QStringList{QFileInfo(*path).fileName()});
-            EXPECT_TRUE(QFileInfo(*path).fileName().startsWith(QStringLiteral("tts_")));
-            auto reader = AudioFileReader::open(*path);
+            const auto converted = convertToWAV(path, QStringLiteral("tts"), rate, depth, folder.folder());
+            ASSERT_TRUE(converted) << converted.error().description().toStdString();
+            EXPECT_EQ(folder.names(), QStringList{QFileInfo(*converted).fileName()});
+            EXPECT_TRUE(QFileInfo(*converted).fileName().startsWith(QStringLiteral("tts_")));
+            EXPECT_EQ(bytesOf(path), bytes);
+            auto reader = AudioFileReader::open(*converted);
             ASSERT_TRUE(reader);
             EXPECT_EQ(reader->sampleRate(), rate);
             EXPECT_EQ(reader->format().bitDepth, depth);
-            const auto samples = readAll(*path);
+            const auto samples = readAll(*converted);
             ASSERT_EQ(samples.size(), frames + tail);
             EXPECT_TRUE(std::all_of(samples.end() - static_cast<std::ptrdiff_t>(tail), samples.end(),
                                     [](double sample) { return sample == 0.0; }));
             const qint64 dataBytes = static_cast<qint64>(samples.size()) * depth / 8;
-            EXPECT_EQ(QFileInfo(*path).size(), 44 + dataBytes + dataBytes % 2);
+            EXPECT_EQ(QFileInfo(*converted).size(), 44 + dataBytes + dataBytes % 2);
         }
     }
 }
@@ -55,8 +56,7 @@ TEST(WavConversion, TheSameRateKeepsEverySample) {
     const auto samples = noise(2 * 10007, 16);
     const QString source = folder.write(QStringLiteral("in.wav"), samples, {44100, 2, wav16});
     for (const int depth : {16, 24}) {
-        const auto path = convertToWAV(bytesOf(source), QStringLiteral("wav"), QStringLiteral("sts"), 44100.0, depth,
-                                       folder.folder());
+        const auto path = convertToWAV(source, QStringLiteral("sts"), 44100.0, depth, folder.folder());
         ASSERT_TRUE(path);
         auto read = readAll(*path);
         ASSERT_EQ(read.size(), samples.size() + 2 * 8820);
@@ -68,8 +68,7 @@ TEST(WavConversion, TheSameRateKeepsEverySample) {
 TEST(WavConversion, ATonePassesThroughAtFullQuality) {
     const AudioTestFolder folder;
     const QString source = folder.write(QStringLiteral("in.wav"), tone(997, 44100, 88200), {44100, 1, wavDouble});
-    const auto path =
-        convertToWAV(bytesOf(source), QStringLiteral("wav"), QStringLiteral("tts"), 48000.0, 24, folder.folder());
+    const auto path = convertToWAV(source, QStringLiteral("tts"), 48000.0, 24, folder.folder());
     ASSERT_TRUE(path);
     const auto samples = readAll(*path);
     const auto measured = measureTone(std::span(samples).subspan(4800, 86400), 997, 48000);
@@ -81,20 +80,20 @@ TEST(WavConversion, ATonePassesThroughAtFullQuality) {
 TEST(WavConversion, AFailureLeavesNothing) {
     const AudioTestFolder folder;
     const AudioTestFolder input;
-    const QByteArray good = bytesOf(input.write(QStringLiteral("in.wav"), noise(60000, 16), {44100, 1, wav16}));
-    const auto convert = [&folder](const QByteArray &bytes, const QString &extension) {
-        return convertToWAV(bytes, extension, QStringLiteral("tts"), 48000.0, 24, folder.folder());
+    const QString good = input.write(QStringLiteral("in.wav"), noise(60000, 16), {44100, 1, wav16});
+    const auto convert = [&folder](const QString &source) {
+        return convertToWAV(source, QStringLiteral("tts"), 48000.0, 24, folder.folder());
     };
-    for (const auto &[bytes, extension] :
-         {std::pair(QByteArray(), QStringLiteral("mp3")),
-          std::pair(QByteArray("{\"detail\":\"no\"}"), QStringLiteral("mp3")),
-          std::pair(good.first(30), QStringLiteral("wav")), std::pair(good, QStringLiteral("no/such/folder"))}) {
-        EXPECT_FALSE(convert(bytes, extension));
+    for (const QString &source : {input.writeBytes(QStringLiteral("empty.mp3"), QByteArray()),
+                                  input.writeBytes(QStringLiteral("text.mp3"), "{\"detail\":\"no\"}"),
+                                  input.writeBytes(QStringLiteral("cut.wav"), bytesOf(good).first(30)),
+                                  input.path(QStringLiteral("missing.wav"))}) {
+        EXPECT_FALSE(convert(source));
         EXPECT_TRUE(folder.names().isEmpty());
     }
-    // The source still fits, its conversion no longer does.
+    EXPECT_FALSE(convertToWAV(good, QStringLiteral("no/such/folder"), 48000.0, 24, folder.folder()));
     const testing::FileSizeLimit limit(128 * 1024);
-    const auto path = convert(good, QStringLiteral("wav"));
+    const auto path = convert(good);
     ASSERT_FALSE(path);
     EXPECT_EQ(path.error().kind, AudioFileError::Kind::CannotWrite);
     EXPECT_TRUE(folder.names().isEmpty());

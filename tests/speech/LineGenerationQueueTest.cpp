@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <QtCore/QCoreApplication>
+#include <QtTest/QSignalSpy>
 
 #include "speech/http/Completion.h"
 
@@ -14,7 +15,7 @@ using model::LineId;
 using ::testing::ElementsAre;
 using Priority = LineGenerationQueue::Priority;
 
-/// A queue whose generations end when the test says so.
+/// A queue whose generations end when the test ends them.
 struct QueueUnderTest {
     QueueUnderTest() {
         perform = [this](LineId id) -> QCoro::Task<void> {
@@ -80,6 +81,44 @@ TEST(LineGenerationQueue, APrioritizedLineOvertakesWhatWaitsAndNotWhatRuns) {
     for (int i = 0; i < 5; ++i)
         under.finishOne();
     EXPECT_THAT(under.started, ElementsAre(batch.at(0), x, y, batch.at(1), batch.at(2)));
+}
+
+TEST(LineGenerationQueue, ProgressCountsWhatRanAndWhatWillRun) {
+    using Progress = LineGenerationQueue::Progress;
+    QueueUnderTest under;
+    const QSignalSpy changed(&under.queue, &LineGenerationQueue::progressChanged);
+    EXPECT_EQ(under.queue.progress(), (Progress{0, 0}));
+    under.queue.enqueue({LineId::create(), LineId::create()}, Priority::Normal, under.perform);
+    EXPECT_EQ(under.queue.progress(), (Progress{1, 2}));
+    QueueUnderTest::turn();
+    EXPECT_EQ(under.queue.progress(), (Progress{1, 2}));
+    under.queue.enqueue({LineId::create()}, Priority::Prioritized, under.perform);
+    EXPECT_EQ(under.queue.progress(), (Progress{1, 3}));
+    under.finishOne();
+    EXPECT_EQ(under.queue.progress(), (Progress{2, 3}));
+    under.finishOne();
+    under.finishOne();
+    EXPECT_EQ(under.queue.progress(), (Progress{0, 0}));
+    EXPECT_EQ(changed.count(), 6);
+}
+
+TEST(LineGenerationQueue, AStopLetsTheRunningLineFinishAndTheWaitingOnesEndAtTheirTurn) {
+    QueueUnderTest under;
+    const QList<LineId> batch{LineId::create(), LineId::create(), LineId::create()};
+    under.queue.enqueue(batch, Priority::Normal, under.perform);
+    QueueUnderTest::turn();
+    EXPECT_TRUE(under.queue.canStop());
+    under.queue.stop();
+    EXPECT_FALSE(under.queue.canStop());
+    EXPECT_EQ(under.queue.progress(), (LineGenerationQueue::Progress{1, 1}));
+    EXPECT_EQ(under.queue.pending().size(), 2) << "nothing is taken out";
+    EXPECT_TRUE(under.queue.holds(batch.at(0)));
+    EXPECT_FALSE(under.queue.holds(batch.at(2)));
+    under.queue.enqueue({batch.at(2)}, Priority::Normal, under.perform);
+    under.finishOne();
+    EXPECT_THAT(under.started, ElementsAre(batch.at(0), batch.at(2))) << "what was asked for after the stop runs";
+    under.finishOne();
+    EXPECT_FALSE(under.queue.isActive());
 }
 
 TEST(LineGenerationQueue, AQueueThatGoesLeavesWhatWaitsUndone) {

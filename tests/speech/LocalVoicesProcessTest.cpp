@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 
 constexpr int processLimit = 30'000;
 
-/// A program that does what `script` says, in `folder`.
+/// A shell script as the program, in `folder`.
 QString programOf(const QTemporaryDir &folder, const QByteArray &script) {
     QFile file(folder.filePath(QStringLiteral("voices")));
     EXPECT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
@@ -50,7 +50,7 @@ TEST(LocalVoicesProcess, TellsTheAddressAndTheKeyAndEndsWithTheStop) {
     EXPECT_TRUE(failed.isEmpty());
 }
 
-TEST(LocalVoicesProcess, EveryWayNotToStartIsToldOnce) {
+TEST(LocalVoicesProcess, EveryFailedStartIsReportedOnce) {
     struct Case {
         QByteArray script;
         QString reason;

@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include <QtCore/QFile>
 #include <QtCore/QUuid>
 
 #include "audio/files/AudioFileReader.h"
@@ -16,28 +15,6 @@ namespace {
 using ConversionOutcome = base::Result<void, AudioFileError>;
 
 constexpr double sameRateTolerance = 0.5;
-
-/// Removes the source file when the conversion ends.
-class SourceFile final {
-public:
-    explicit SourceFile(QString path) : m_path(std::move(path)) {}
-    ~SourceFile() { QFile::remove(m_path); }
-    SourceFile(const SourceFile &) = delete;
-    SourceFile &operator=(const SourceFile &) = delete;
-
-    [[nodiscard]] const QString &path() const { return m_path; }
-    [[nodiscard]] ConversionOutcome write(const QByteArray &bytes) const {
-        QFile file(m_path);
-        const bool isWritten = file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered) &&
-                               file.write(bytes) == bytes.size();
-        if (!isWritten)
-            return base::fail(AudioFileError{AudioFileError::Kind::CannotWrite, m_path, file.errorString()});
-        return {};
-    }
-
-private:
-    QString m_path;
-};
 
 ConversionOutcome resampleFrames(AudioFileReader &source, double sampleRate, WavFileWriter &output) {
     auto converted = ConvertingReader::create(source, sampleRate, source.channelCount());
@@ -58,18 +35,14 @@ ConversionOutcome appendSilence(double sampleRate, WavFileWriter &output) {
 
 } // namespace
 
-base::Result<QString, AudioFileError> convertToWAV(const QByteArray &bytes, const QString &sourceExtension,
-                                                   const QString &prefix, double sampleRate, int bitDepth,
-                                                   const QString &folder) {
-    const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
-    const SourceFile sourceFile(folder + u'/' + prefix + QStringLiteral("_src_") + uuid + u'.' + sourceExtension);
-    if (const auto written = sourceFile.write(bytes); !written)
-        return base::fail(written.error());
-    auto source = AudioFileReader::open(sourceFile.path());
+base::Result<QString, AudioFileError> convertToWAV(const QString &sourcePath, const QString &prefix, double sampleRate,
+                                                   int bitDepth, const QString &folder) {
+    auto source = AudioFileReader::open(sourcePath);
     if (!source)
         return base::fail(source.error());
     const WavFormat format{static_cast<quint32>(std::lround(sampleRate)), static_cast<quint16>(source->channelCount()),
                            static_cast<quint16>(bitDepth)};
+    const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
     const QString outputPath = folder + u'/' + prefix + u'_' + uuid + QStringLiteral(".wav");
     auto output = WavFileWriter::create(outputPath, format);
     if (!output)

@@ -2,19 +2,21 @@
 
 #include <algorithm>
 
+#include "speech/synthesis/SpeechModel.h"
+
 namespace orlenta::controller {
 namespace {
 
 QString v3Key() {
-    return QStringLiteral("v3");
+    return speech::SpeechModel::v3().key;
 }
 
 QString v2Key() {
-    return QStringLiteral("v2");
+    return speech::SpeechModel::v2().key;
 }
 
 QString flashKey() {
-    return QStringLiteral("Flash");
+    return speech::SpeechModel::flash().key;
 }
 
 QStringList allModelKeys() {

@@ -10,7 +10,7 @@
 
 namespace orlenta::controller {
 
-/// What a take will record, captured when its generation starts so that a later edit of the line can't change it.
+/// The data that a take records, captured when its generation starts so that later edits of the line don't affect it.
 struct GenerationRequestContext {
     model::VoiceId voiceId;
     std::optional<model::PresetId> presetId;

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <utility>
 
+#include <qcoro/qcorofuture.h>
+#include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QFileInfo>
 
 #include "base/LogCategories.h"
 #include "controller/casting/VoiceCasting.h"
 #include "controller/generation/GenerationPlan.h"
-#include "controller/generation/Pronunciations.h"
+#include "controller/generation/TakeStorage.h"
 #include "controller/script/LineEditing.h"
 #include "controller/script/Selection.h"
 #include "controller/takes/LineRuntime.h"
@@ -16,16 +18,44 @@
 #include "controller/takes/TakeEditing.h"
 #include "speech/account/ElevenLabsService.h"
 #include "speech/account/ServiceAddresses.h"
-#include "speech/synthesis/AudioOutputPreferences.h"
-#include "speech/synthesis/SpeechRequests.h"
+#include "speech/synthesis/SpeechModel.h"
 #include "speech/synthesis/TTSRequest.h"
 #include "tags/TagParser.h"
 
 namespace orlenta::controller {
 
-LineGenerator::LineGenerator(ProjectController &controller, speech::ElevenLabsService &service,
-                             base::UserDefaults &defaults, QObject *parent)
-    : QObject(parent), m_controller(controller), m_service(service), m_defaults(defaults) {}
+using speech::LineGenerationQueue;
+
+namespace {
+
+// Slow speech takes a tenth of a second per character, which is 14 kB in the largest output format.
+constexpr qint64 bytesPerCharacter = qint64{16} * 1024;
+constexpr qint64 smallestRoom = qint64{16} * 1024 * 1024;
+
+/// A generous estimate of the take's size.
+qint64 expectedBytes(const LineJob &job) {
+    const qint64 speech =
+        job.isSpeechToSpeech() ? 4 * QFileInfo(job.directionPath).size() : job.text.size() * bytesPerCharacter;
+    return smallestRoom + speech;
+}
+
+bool saysNothing(const QString &text) {
+    return text.trimmed().isEmpty();
+}
+
+} // namespace
+
+LineGenerator::LineGenerator(ProjectController &controller, speech::ElevenLabsService &service, QObject *parent)
+    : QObject(parent), m_controller(controller), m_service(service), m_speaker(controller, service.speech()),
+      m_unstored(controller) {
+    connect(&m_queue, &LineGenerationQueue::isActiveChanged, this, [this] {
+        if (m_queue.isActive())
+            return;
+        m_batchLines.clear();
+        m_batchTakes.clear();
+        tellSkipped();
+    });
+}
 
 LineGenerator::~LineGenerator() = default;
 
@@ -35,150 +65,155 @@ void LineGenerator::dismissError() {
         Q_EMIT generateErrorChanged();
 }
 
-void LineGenerator::enqueue(const QList<model::LineId> &lines, speech::LineGenerationQueue::Priority priority) {
-    m_queue.enqueue(lines, priority, [this](const model::LineId &id) { return generate(id); });
+void LineGenerator::enqueue(const QList<model::LineId> &lines, LineGenerationQueue::Priority priority) {
+    const Origin origin = priority == LineGenerationQueue::Priority::Normal ? Origin::Batch : Origin::Line;
+    const Order order{m_service.access(), origin};
+    if (order.access.apiKey.isEmpty()) {
+        if (std::any_of(lines.cbegin(), lines.cend(),
+                        [this](const model::LineId &id) { return canGenerate(m_controller, id); }))
+            setError(QStringLiteral("Generation Failed"), speech::SpeechError::notConnected().description());
+        return;
+    }
+    const QList<model::LineId> wanted = origin == Origin::Batch ? withoutRepeats(lines) : lines;
+    if (origin == Origin::Batch)
+        m_batchLines.unite(QSet<model::LineId>(wanted.cbegin(), wanted.cend()));
+    m_queue.enqueue(wanted, priority, [this, order](const model::LineId &id) { return perform(id, order); });
+}
+
+// On a second press of "Regenerate", every line has audio, old or new, so the new takes would be paid for twice. A
+// selection of finished lines only is a deliberate new request.
+QList<model::LineId> LineGenerator::withoutRepeats(const QList<model::LineId> &lines) const {
+    const bool isRepeat = std::any_of(lines.cbegin(), lines.cend(), [this](const model::LineId &id) {
+        return m_batchLines.contains(id) && m_queue.holds(id);
+    });
+    QList<model::LineId> wanted = lines;
+    if (isRepeat)
+        wanted.removeIf([this](const model::LineId &id) {
+            return m_batchTakes.contains(id) && m_controller.runtime().hasGeneratedAudio(id);
+        });
+    return wanted;
 }
 
 void LineGenerator::generateSelectedLines() {
     if (const auto single = m_controller.selection().singleSelectedLineId())
-        enqueue({*single}, speech::LineGenerationQueue::Priority::Prioritized);
+        enqueue({*single}, LineGenerationQueue::Priority::Prioritized);
     else
-        enqueue(planForSelection(m_controller).lines, speech::LineGenerationQueue::Priority::Normal);
+        enqueue(planForSelection(m_controller).lines, LineGenerationQueue::Priority::Normal);
 }
 
 QCoro::Task<void> LineGenerator::generate(model::LineId id) {
-    const std::optional<Job> job = begin(id);
-    if (!job)
-        co_return;
-    const QPointer<LineGenerator> self(this);
-    const Outcome outcome = co_await speak(*job);
-    if (!self)
-        co_return;
-    if (!outcome)
-        report(*job, outcome.error());
-    else if (!outcome->isEmpty())
-        co_await m_controller.takes().installGeneratedAudio(outcome.value(), id, job->context);
-    if (!self)
-        co_return;
-    m_controller.takes().setGenerating(GenerationState::Idle, id);
+    return perform(id, {m_service.access(), Origin::Line});
 }
 
-std::optional<LineGenerator::Job> LineGenerator::begin(const model::LineId &id) {
+QCoro::Task<void> LineGenerator::perform(model::LineId id, Order order) {
+    const QPointer<LineGenerator> self(this);
+    if (const std::optional<LineJob> job = begin(id, order)) {
+        co_await generateJob(*job, order.origin);
+        if (!self)
+            co_return;
+        m_controller.takes().setGenerating(GenerationState::Idle, id);
+    }
+    // For a batch, the message comes at its end.
+    if (!m_queue.isActive())
+        tellSkipped();
+}
+
+std::optional<LineJob> LineGenerator::begin(const model::LineId &id, const Order &order) {
     const model::ProjectLine *line = m_controller.lines().find(id);
     const model::ProjectVoice *voice = m_controller.voices().projectVoiceFor(id);
     if (line == nullptr || voice == nullptr || m_controller.runtime().state(id).isGenerating)
         return std::nullopt;
-    Job job;
+    if (order.access != m_service.access()) {
+        skip(SkipReason::AccountGone);
+        return std::nullopt;
+    }
+    LineJob job;
+    job.access = order.access;
     job.lineId = id;
     job.text = line->text;
     job.elevenLabsVoiceId = voice->elevenLabsVoiceId;
     job.context = m_controller.takes().generationContext(*line);
     const model::ProjectLineSettings settings = m_controller.project().effectiveSettings(*line);
     job.settings = {speech::stabilityToSend(settings), settings.similarityBoost, settings.style, settings.speed};
-    job.modelId = speech::serviceModelId(settings.model);
+    job.model = &speech::SpeechModel::forKey(settings.model);
     const QString recording = m_controller.runtime().state(id).directionAudioURL.toLocalFile();
     if (settings.directionMode == model::DirectionMode::Voice && QFileInfo::exists(recording))
         job.directionPath = recording;
+    // A model that understands tags may turn "[laughs]" into a laugh, so a single line of tags can be generated.
+    const bool tagsCount = order.origin == Origin::Line && job.model->understandsTags;
+    if (!job.isSpeechToSpeech() && saysNothing(tagsCount ? job.text : tags::strippingTags(job.text)))
+        return std::nullopt;
     m_controller.takes().setGenerating(GenerationState::Generating, id);
     return job;
 }
 
-// No coroutine itself: g++ 12 destroys the result twice when both arms of a conditional expression await.
-QCoro::Task<LineGenerator::Outcome> LineGenerator::speak(const Job &job) {
-    return job.directionPath.isEmpty() ? speakText(job) : speakRecording(job);
-}
-
-QCoro::Task<LineGenerator::Outcome> LineGenerator::speakRecording(Job job) {
-    co_return co_await m_service.requests().speechToSpeech(job.directionPath, job.elevenLabsVoiceId,
-                                                           speech::speechToSpeechModelId(), job.settings);
-}
-
-QCoro::Task<LineGenerator::Outcome> LineGenerator::speakText(Job job) {
+QCoro::Task<void> LineGenerator::generateJob(LineJob job, Origin origin) {
     const QPointer<LineGenerator> self(this);
-    const Dictionary dictionary = co_await currentDictionary(job.modelId);
-    // The line may have been deleted while the dictionary was on its way.
+    QFuture<std::optional<SkipReason>> checking =
+        QtConcurrent::run(takeStorageProblem, m_controller.projectURL().toLocalFile(), expectedBytes(job));
+    const std::optional<SkipReason> problem = co_await checking;
     if (!self || m_controller.lines().find(job.lineId) == nullptr)
-        co_return QString();
-    const speech::TTSRequest request = ttsRequest(job, dictionary);
-    const QByteArray body = request.toJson();
-    const speech::AudioOutputPreferences preferences = speech::AudioOutputPreferences::read(m_defaults);
-    const auto audio = co_await m_service.requests().requestAudioFile(
-        speech::SpeechRequests::textToSpeechPath(job.elevenLabsVoiceId), body, QStringLiteral("application/json"),
-        QStringLiteral("tts"), m_service.apiKey(), preferences);
-    if (audio && self)
-        m_service.scheduleUsageRefresh(QStringLiteral("text-to-speech"),
-                                       speech::estimatedCharacters(request.text, job.modelId),
-                                       speech::ElevenLabsService::UsageEstimate::Apply);
-    co_return audio;
+        co_return;
+    if (problem) {
+        skip(*problem);
+        co_return;
+    }
+    const LineSpeaker::Outcome outcome = co_await m_speaker.speak(job);
+    if (!self)
+        co_return;
+    if (!outcome) {
+        report(job, outcome.error());
+        co_return;
+    }
+    if (!*outcome)
+        co_return;
+    if (origin == Origin::Batch)
+        m_batchTakes.insert(job.lineId);
+    const speech::GeneratedAudio audio = **outcome;
+    co_await store(audio, job);
 }
 
-QCoro::Task<LineGenerator::Dictionary> LineGenerator::currentDictionary(QString modelId) {
-    if (!modelId.contains(QLatin1String("v3")))
-        co_return Dictionary();
+QCoro::Task<void> LineGenerator::store(speech::GeneratedAudio audio, LineJob job) {
+    // From now on the file belongs to the take. If the line was deleted, it stays in the caches folder.
+    audio.keep();
     const QPointer<LineGenerator> self(this);
-    if (m_controller.pronunciations().pronunciationDirty()) {
-        const auto uploaded = co_await m_controller.pronunciations().uploadPronunciationDictionary(m_service);
-        if (!self)
-            co_return Dictionary();
-        if (!uploaded) {
-            qCWarning(base::log::project, "[Pronunciation] Dictionary upload failed, using local replacement: %s",
-                      qUtf8Printable(uploaded.error().description()));
-            co_return Dictionary();
-        }
-    }
-    Dictionary dictionary;
-    dictionary.id = m_controller.pronunciations().pronunciationDictionaryId();
-    dictionary.versionId = m_controller.pronunciations().pronunciationDictionaryVersionId();
-    co_return dictionary;
+    const auto problem = co_await m_controller.takes().installGeneratedAudio(audio.path(), job.lineId, job.context);
+    if (!self || !problem)
+        co_return;
+    const UnstoredTakes::Entry entry{job.lineId, job.context, audio.path(), problem->description()};
+    co_await m_unstored.keep(entry);
 }
 
-speech::TTSRequest LineGenerator::ttsRequest(const Job &job, const Dictionary &dictionary) const {
-    const Pronunciations &words = m_controller.pronunciations();
-    const bool isV3 = job.modelId.contains(QLatin1String("v3"));
-    speech::TTSRequest request;
-    request.modelId = job.modelId;
-    request.text = dictionary.id ? job.text : words.applyingLocalPronunciation(job.text);
-    request.pronunciationDictionaryLocators = speech::dictionaryLocators(dictionary.id, dictionary.versionId);
-    if (!isV3) {
-        // Only the v3 model understands tags; the others would speak them.
-        request.text = tags::strippingTags(request.text);
-        if (const auto previous = previousLineText(job.lineId))
-            request.previousText = tags::strippingTags(words.applyingLocalPronunciation(*previous));
-    }
-    if (job.modelId == QLatin1String("eleven_v3"))
-        request.v3VoiceSettings = {job.settings.stability, job.settings.similarityBoost, job.settings.style};
-    else
-        request.voiceSettings = job.settings;
-    return request;
+void LineGenerator::skip(SkipReason reason) {
+    m_skipped.add(reason);
 }
 
-std::optional<QString> LineGenerator::previousLineText(const model::LineId &id) const {
-    for (const model::ProjectTab &tab : m_controller.project().tabs) {
-        const qsizetype index = tab.lineIds.indexOf(id);
-        if (index < 0)
-            continue;
-        const model::ProjectLine *previous = index > 0 ? m_controller.lines().find(tab.lineIds.at(index - 1)) : nullptr;
-        return previous != nullptr ? std::optional(previous->text) : std::nullopt;
-    }
-    return std::nullopt;
+void LineGenerator::tellSkipped() {
+    if (!m_skipped.isEmpty())
+        setError(QStringLiteral("Generation Stopped"), m_skipped.takeMessage());
 }
 
-void LineGenerator::report(const Job &job, const speech::SpeechError &error) {
-    if (error.isCancelled())
+void LineGenerator::report(const LineJob &job, const speech::SpeechError &error) {
+    if (error.isCancelled()) {
+        if (job.access != m_service.access())
+            skip(SkipReason::AccountGone);
         return;
-    qCWarning(base::log::project, "[%s] Generation failed for line %s: %s", job.directionPath.isEmpty() ? "TTS" : "STS",
-              qUtf8Printable(job.lineId.text()), qUtf8Printable(error.description()));
-    if (error.isRateLimited()) {
-        m_generateErrorTitle = QStringLiteral("ElevenLabs is busy right now");
-        m_generateError =
-            QStringLiteral(
-                "Generation was rate-limited by ElevenLabs. Please wait a moment and try again. If this keeps "
-                "happening, your account may be hitting concurrency limits. Check your plan at %1.")
-                .arg(speech::planAddress());
-    } else {
-        m_generateErrorTitle = QStringLiteral("Generation Failed");
-        m_generateError = error.description();
     }
+    qCWarning(base::log::project, "[%s] Generation failed for line %s: %s", job.isSpeechToSpeech() ? "STS" : "TTS",
+              qUtf8Printable(job.lineId.text()), qUtf8Printable(error.description()));
+    if (!error.isRateLimited()) {
+        setError(QStringLiteral("Generation Failed"), error.description());
+        return;
+    }
+    setError(QStringLiteral("ElevenLabs is busy right now"),
+             QStringLiteral("Generation was rate-limited by ElevenLabs. Please wait a moment and try again. If this "
+                            "keeps happening, your account may be hitting concurrency limits. Check your plan at %1.")
+                 .arg(speech::planAddress()));
+}
+
+void LineGenerator::setError(const QString &title, const QString &message) {
+    m_generateErrorTitle = title;
+    m_generateError = message;
     Q_EMIT generateErrorChanged();
 }
 

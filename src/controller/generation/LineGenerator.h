@@ -5,16 +5,18 @@
 #include <qcoro/qcorotask.h>
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
+#include <QtCore/QSet>
 #include <QtCore/QString>
 
-#include "base/Result.h"
-#include "base/UserDefaults.h"
-#include "controller/generation/GenerationRequestContext.h"
+#include "controller/generation/LineJob.h"
+#include "controller/generation/LineSpeaker.h"
+#include "controller/generation/SkippedLines.h"
+#include "controller/generation/UnstoredTakes.h"
 #include "controller/ProjectController.h"
+#include "speech/http/ServiceAccess.h"
 #include "speech/http/SpeechError.h"
 #include "speech/LineGenerationQueue.h"
-#include "speech/synthesis/TTSRequest.h"
-#include "speech/synthesis/VoiceSettings.h"
+#include "speech/synthesis/GeneratedAudio.h"
 
 namespace orlenta::speech {
 class ElevenLabsService;
@@ -22,62 +24,61 @@ class ElevenLabsService;
 
 namespace orlenta::controller {
 
-/// Takes a line to a new take: picks the speech path, prepares text and settings, waits for the service, and installs
-/// what comes back. One request at a time, through its queue. Main thread.
+/// Generates takes, one line at a time through its queue: checks that the line can be spoken and its take stored, gets
+/// the speech, and installs it. Main thread; project and service outlive it.
 class LineGenerator final : public QObject {
     Q_OBJECT
 public:
-    LineGenerator(ProjectController &controller, speech::ElevenLabsService &service, base::UserDefaults &defaults,
-                  QObject *parent = nullptr);
+    LineGenerator(ProjectController &controller, speech::ElevenLabsService &service, QObject *parent = nullptr);
     ~LineGenerator() override;
 
+    /// For progress and stop.
     [[nodiscard]] speech::LineGenerationQueue &queue() { return m_queue; }
+    /// Generated audio that couldn't be stored in the project.
+    [[nodiscard]] UnstoredTakes &unstoredTakes() { return m_unstored; }
     [[nodiscard]] QString generateErrorTitle() const { return m_generateErrorTitle; }
-    /// Why the last generation failed; none when there is nothing to tell.
+    /// Why the last generation failed; none if there is nothing to show.
     [[nodiscard]] std::optional<QString> generateError() const { return m_generateError; }
 
     void dismissError();
+    /// Lines with normal priority form a batch; requesting a batch again while it runs repeats no line. Without a key
+    /// nothing is queued, and the error says what to do.
     void enqueue(const QList<model::LineId> &lines, speech::LineGenerationQueue::Priority priority);
-    /// The menu command: one selected line goes first, several go as planForSelection() tells, none do nothing.
+    /// The menu command. A single selected line is prioritized; several follow planForSelection().
     void generateSelectedLines();
-    /// One generation, outside the queue's order. Never fails: it reports through generateError().
+    /// Generates one line, bypassing the queue. Failures are reported through generateError().
     QCoro::Task<void> generate(model::LineId id);
 
 Q_SIGNALS:
     void generateErrorChanged();
 
 private:
-    /// One request, captured when it starts.
-    struct Job {
-        model::LineId lineId;
-        QString text;
-        QString elevenLabsVoiceId;
-        std::optional<GenerationRequestContext> context;
-        speech::VoiceSettings settings;
-        QString modelId;
-        /// The recording to speak from; empty for text-to-speech.
-        QString directionPath;
+    enum class Origin { Line, Batch };
+    /// How a line was requested.
+    struct Order {
+        speech::ServiceAccess access;
+        Origin origin = Origin::Line;
     };
-    struct Dictionary {
-        std::optional<QString> id;
-        std::optional<QString> versionId;
-    };
-    /// The generated file; the empty path when the line has gone meanwhile.
-    using Outcome = base::Result<QString, speech::SpeechError>;
 
-    [[nodiscard]] std::optional<Job> begin(const model::LineId &id);
-    QCoro::Task<Outcome> speak(const Job &job);
-    QCoro::Task<Outcome> speakRecording(Job job);
-    QCoro::Task<Outcome> speakText(Job job);
-    QCoro::Task<Dictionary> currentDictionary(QString modelId);
-    [[nodiscard]] speech::TTSRequest ttsRequest(const Job &job, const Dictionary &dictionary) const;
-    [[nodiscard]] std::optional<QString> previousLineText(const model::LineId &id) const;
-    void report(const Job &job, const speech::SpeechError &error);
+    [[nodiscard]] QList<model::LineId> withoutRepeats(const QList<model::LineId> &lines) const;
+    QCoro::Task<void> perform(model::LineId id, Order order);
+    [[nodiscard]] std::optional<LineJob> begin(const model::LineId &id, const Order &order);
+    QCoro::Task<void> generateJob(LineJob job, Origin origin);
+    QCoro::Task<void> store(speech::GeneratedAudio audio, LineJob job);
+    void skip(SkipReason reason);
+    void tellSkipped();
+    void report(const LineJob &job, const speech::SpeechError &error);
+    void setError(const QString &title, const QString &message);
 
     ProjectController &m_controller;
     speech::ElevenLabsService &m_service;
-    base::UserDefaults &m_defaults;
+    LineSpeaker m_speaker;
+    UnstoredTakes m_unstored;
     speech::LineGenerationQueue m_queue;
+    /// Lines requested by batches since the queue became active, and those of them whose new take has arrived.
+    QSet<model::LineId> m_batchLines;
+    QSet<model::LineId> m_batchTakes;
+    SkippedLines m_skipped;
     QString m_generateErrorTitle = QStringLiteral("Generation Failed");
     std::optional<QString> m_generateError;
 };

@@ -55,22 +55,25 @@ void TakeEditing::setGenerating(GenerationState state, const model::LineId &id) 
         id, [state](LineRuntimeState &runtime) { runtime.isGenerating = state == GenerationState::Generating; });
 }
 
-QCoro::Task<void> TakeEditing::installGeneratedAudio(QString path, model::LineId id,
-                                                     std::optional<GenerationRequestContext> context) {
+QCoro::Task<std::optional<ProjectControllerError>>
+TakeEditing::installGeneratedAudio(QString path, model::LineId id, std::optional<GenerationRequestContext> context) {
     const model::ProjectLine *line = m_controller.state().findLine(id);
     if (line == nullptr)
-        co_return;
+        co_return std::nullopt;
     const QString name = takeFileName(context ? context->clipName : clipName(*line), line->takes.size() + 1);
     const QPointer<ProjectController> controller(&m_controller);
     const auto stored = co_await controller->audioInstaller().install(path, name, AudioKind::Generated);
     if (!controller)
-        co_return;
-    if (!stored)
+        co_return std::nullopt;
+    if (!stored) {
         controller->setSpotError(QStringLiteral("Audio import failed: %1").arg(stored.error().description()));
-    else if (controller->state().findLine(id) != nullptr)
+        co_return stored.error();
+    }
+    if (controller->state().findLine(id) != nullptr)
         adopt(stored.value(), id, context);
     else if (stored.value() != path)
         QFile::remove(stored.value());
+    co_return std::nullopt;
 }
 
 void TakeEditing::adopt(const QString &path, const model::LineId &id,

@@ -5,6 +5,7 @@
 #include <qcoro/qcorotask.h>
 #include <QtCore/QUrl>
 
+#include "controller/document/ProjectControllerError.h"
 #include "controller/generation/GenerationRequestContext.h"
 #include "model/ProjectLine.h"
 
@@ -34,10 +35,10 @@ public:
 
     void setGenerating(GenerationState state, const model::LineId &id);
     /// Brings generated audio into the project and makes it the line's new, active take; the undo step is "Generate"
-    /// for the first take and "Regenerate" for later ones. A failure goes to the controller's spotError; a line that
-    /// has gone by then ends it without a word.
-    QCoro::Task<void> installGeneratedAudio(QString path, model::LineId id,
-                                            std::optional<GenerationRequestContext> context);
+    /// for the first take and "Regenerate" for later ones. A failure is returned and goes to the controller's
+    /// spotError; the file stays where it is. A line that has gone by then ends it without a word.
+    QCoro::Task<std::optional<ProjectControllerError>>
+    installGeneratedAudio(QString path, model::LineId id, std::optional<GenerationRequestContext> context);
     void switchTake(const model::LineId &id, const model::TakeId &takeId);
     /// Takes the take in use off the line.
     void deleteGeneratedAudio(const model::LineId &id);

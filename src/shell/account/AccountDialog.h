@@ -16,7 +16,7 @@ namespace orlenta::shell {
 class LocalVoices;
 class ToggleSwitch;
 
-/// Where speech comes from: the account and its key, or the voices of this machine.
+/// The panel for the source of speech: the account and its key, or local voices.
 class AccountDialog final : public QDialog {
     Q_OBJECT
 public:
@@ -27,9 +27,11 @@ public:
     [[nodiscard]] QPushButton *signOutButton() const { return m_signOut; }
     [[nodiscard]] QPushButton *refreshButton() const { return m_refresh; }
     [[nodiscard]] ToggleSwitch *localVoicesSwitch() const { return m_local; }
-    /// What stands for the state of the connection, and the failure below it.
+    [[nodiscard]] QPushButton *retryLocalVoicesButton() const { return m_retryLocal; }
+    /// The state of the connection, and the failure below it.
     [[nodiscard]] QString stateText() const;
     [[nodiscard]] QString errorText() const;
+    [[nodiscard]] QString localVoicesText() const;
 
 protected:
     bool event(QEvent *event) override;
@@ -39,8 +41,11 @@ private:
     QWidget *makeAccountGroup();
     QWidget *makeLocalGroup();
     void showState();
+    void showLocalVoices();
     void showAccount(bool isLocal);
     void connectAccount();
+    void signOut();
+    void hideKey();
 
     speech::ElevenLabsService &m_service;
     LocalVoices &m_localVoices;
@@ -54,6 +59,7 @@ private:
     QPushButton *m_refresh;
     ToggleSwitch *m_local;
     QLabel *m_localState;
+    QPushButton *m_retryLocal;
 };
 
 } // namespace orlenta::shell

@@ -27,16 +27,19 @@ CreditDisplay::CreditDisplay(const ElevenLabsService &service, const LocalVoices
 void CreditDisplay::showState() {
     const bool isLocal = m_localVoices.state() == LocalVoices::State::On;
     setIcon(Icon::named(isLocal ? u"speaker"_s : u"account"_s));
-    if (m_service.isAuthenticated())
-        setText(m_service.creditsText());
+    if (m_service.user())
+        setText(m_service.user()->creditsText());
     else
         setText(m_service.isLoading() || m_localVoices.state() == LocalVoices::State::Starting ? u"Connecting…"_s
                                                                                                : u"Not connected"_s);
     QString tip = isLocal ? u"Local voices"_s : u"ElevenLabs account"_s;
     if (m_service.user()) {
         const speech::Subscription &plan = m_service.user()->subscription;
-        tip = QStringLiteral("%1: %2 of %3 credits used (%4)")
-                  .arg(tip, locale().toString(plan.characterCount), locale().toString(plan.characterLimit), plan.tier);
+        tip = QStringLiteral("%1: %2 of %3 credits used")
+                  .arg(tip, locale().toString(plan.characterCount), locale().toString(plan.characterLimit));
+        // Local voices have no plan that means anything to the user.
+        if (!isLocal)
+            tip += QStringLiteral(" (%1 plan)").arg(plan.planName());
     }
     setToolTip(tip);
     setAccessibleDescription(tip);

@@ -10,7 +10,7 @@ namespace orlenta::shell {
 
 class LocalVoices;
 
-/// What the account has spent, or why there is no account to tell of; a click opens the account panel.
+/// Shows the credits spent, or that no account is connected. A click opens the account panel.
 class CreditDisplay final : public QPushButton {
     Q_OBJECT
 public:

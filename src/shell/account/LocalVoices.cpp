@@ -66,7 +66,7 @@ void LocalVoices::takeAddress(const QUrl &baseUrl, const QString &key) {
 }
 
 void LocalVoices::takeFailure(const QString &reason) {
-    // A program that can't run would fail again at each start; the user switches it on again when it can.
+    // Otherwise a program that can't run would fail again at every start.
     m_defaults.setUseLocalVoices(false);
     m_failureReason = reason;
     returnToAccount(std::exchange(m_state, State::Failed));
@@ -75,7 +75,7 @@ void LocalVoices::takeFailure(const QString &reason) {
 
 void LocalVoices::returnToAccount(State before) {
     for (const QPointer<ElevenLabsService> &service : std::as_const(m_services)) {
-        // A service that was signed in to the account all the while needs nothing.
+        // A service that stayed signed in to the account needs no new connection.
         if (service && (before == State::On || !service->isAuthenticated()))
             connectService(*service);
     }
@@ -88,7 +88,7 @@ void LocalVoices::connectService(ElevenLabsService &service) {
         service.connectAccount(ElevenLabsService::KeychainErrors::Hide);
         return;
     }
-    // While the program starts, a new window's service waits for it instead of going out to the network first.
+    // While the program starts, a new window's service waits for it instead of contacting the account first.
     if (m_state == State::Starting)
         return;
     service.useEndpoint(speech::defaultEndpoint(), ElevenLabsService::KeyKeeping::Keyring);

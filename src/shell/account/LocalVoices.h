@@ -18,8 +18,8 @@ class LocalVoicesProcess;
 
 namespace orlenta::shell {
 
-/// The user's choice between the account's voices and those of this machine: runs the program that speaks, and points
-/// every window's service to it or back to the account. Main thread; the defaults outlive it.
+/// The user's choice between the account and local voices. Runs the local voices program, and connects every window's
+/// service to it or back to the account. Main thread; the defaults outlive it.
 class LocalVoices final : public QObject {
     Q_OBJECT
 public:
@@ -30,16 +30,16 @@ public:
     ~LocalVoices() override;
 
     [[nodiscard]] State state() const { return m_state; }
-    /// Why the program isn't running although it was asked for; empty otherwise.
+    /// Why the program isn't running although the user switched it on; empty otherwise.
     [[nodiscard]] QString failureReason() const { return m_failureReason; }
 
-    /// Keeps the service on the source in use from now on, and connects it there.
+    /// Connects the service to the source in use, now and after each change.
     void attach(speech::ElevenLabsService &service);
-    /// The choice as last stored; for the start of the application.
+    /// Restores the stored choice; for the start of the application.
     void restoreChoice();
     void switchOn();
     void switchOff();
-    /// Ends the program and leaves the stored choice alone; for the end of the application.
+    /// Ends the program without changing the stored choice; for the end of the application.
     void shutDown();
 
 Q_SIGNALS:

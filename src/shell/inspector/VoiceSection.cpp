@@ -133,7 +133,8 @@ void VoiceSection::castVoice(const QModelIndex &index) {
     if (present == nullptr || present->elevenLabsVoiceId != voiceId)
         m_controller.voices().assignVoice(m_lines.ids(), voice);
     const auto color = index.data(VoiceListModel::CastColorRole).value<QColor>();
-    m_service.selectVoice(voiceId, voice.name, color.isValid() ? serviceColor(color) : m_service.selectedVoiceColor());
+    speech::VoiceSelection &selection = m_service.voiceSelection();
+    selection.selectVoice(voiceId, voice.name, color.isValid() ? serviceColor(color) : selection.selectedVoiceColor());
 }
 
 void VoiceSection::showCast() {

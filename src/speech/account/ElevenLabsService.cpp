@@ -1,49 +1,48 @@
 #include "speech/account/ElevenLabsService.h"
 
+#include <algorithm>
 #include <array>
 
 #include <QtCore/QPointer>
-#include <QtCore/QStringConverter>
 
 #include "base/LogCategories.h"
-#include "speech/account/KeychainHelper.h"
-#include "speech/account/ServiceAddresses.h"
-#include "speech/account/UsageTracker.h"
-#include "speech/http/ServiceExchange.h"
-#include "speech/synthesis/SpeechRequests.h"
+#include "speech/http/ServiceGateway.h"
+#include "speech/synthesis/SpeechApi.h"
 
 namespace orlenta::speech {
 
-namespace {
-
-QString keychainKey() {
-    return QStringLiteral("elevenlabs_api_key");
-}
-
-/// The key that `bytes` spell; empty when they are not UTF-8.
-QString keyFromBytes(const QByteArray &bytes) {
-    QStringDecoder decoder(QStringDecoder::Utf8);
-    const QString key = decoder.decode(bytes);
-    return decoder.hasError() ? QString() : key;
-}
-
-} // namespace
-
 ElevenLabsService::ElevenLabsService(base::UserDefaults &defaults, KeychainHelper &credentials, QObject *parent,
                                      SpeechTiming timing)
-    : QObject(parent), m_credentials(credentials), m_exchange(std::make_unique<ServiceExchange>(timing)),
-      m_usage(std::make_unique<UsageTracker>(timing,
-                                             [this](QString label, CancellationPtr cancellation) {
-                                                 return refreshUsage(std::move(label), std::move(cancellation));
-                                             })),
-      m_requests(std::make_unique<SpeechRequests>(*this, defaults)), m_selectedVoiceName(QStringLiteral("Voice 1")),
-      m_selectedVoiceColor(servicePalette().at(1)) {}
+    : QObject(parent), m_gateway(std::make_unique<ServiceGateway>(timing)), m_accountApi(*m_gateway),
+      m_keys(credentials), m_usage(timing,
+                                   [this](QString label, CancellationPtr cancellation) {
+                                       return refreshUsage(std::move(label), std::move(cancellation));
+                                   }),
+      m_speech(std::make_unique<SpeechApi>(*m_gateway, defaults, [this] { return supportsPCMOutput(); })) {
+    connect(m_speech.get(), &SpeechApi::spent, this,
+            [this](const ServiceAccess &payer, const QString &context, int characters, UsageEstimate estimate) {
+                if (payer == access())
+                    scheduleUsageRefresh(context, characters, estimate);
+            });
+}
 
 ElevenLabsService::~ElevenLabsService() {
-    // Whoever waits for a reply goes on here, while everything still stands.
+    // Awaiting coroutines resume here, while every member still exists.
     ++m_sessionEpoch;
-    m_usage->reset();
-    m_exchange->close();
+    m_usage.reset();
+    m_gateway->close();
+}
+
+QString ElevenLabsService::apiKey() const {
+    return access().apiKey;
+}
+
+void ElevenLabsService::setApiKey(const QString &key) {
+    changeAccess(access().endpoint, key);
+}
+
+const ServiceAccess &ElevenLabsService::access() const {
+    return m_gateway->access();
 }
 
 std::optional<QSet<QString>> ElevenLabsService::availableVoiceIds() const {
@@ -53,10 +52,6 @@ std::optional<QSet<QString>> ElevenLabsService::availableVoiceIds() const {
     for (const Voice &voice : m_voices)
         ids.insert(voice.voiceId);
     return ids;
-}
-
-QString ElevenLabsService::creditsText() const {
-    return m_user ? QStringLiteral("%1 credits").arg(m_user->subscription.characterCount) : QString();
 }
 
 bool ElevenLabsService::supportsPCMOutput() const {
@@ -69,21 +64,21 @@ bool ElevenLabsService::supportsPCMOutput() const {
 }
 
 QCoro::Task<void> ElevenLabsService::connectAccount(KeychainErrors keychainErrors) {
-    if (m_apiKey.isEmpty())
+    const ServiceAccess payer = access();
+    if (payer.apiKey.isEmpty())
         co_return;
     const QPointer<ElevenLabsService> self(this);
-    const QString key = m_apiKey;
     const int epoch = ++m_sessionEpoch;
     setLoading(true);
     setErrorMessage({});
-    auto user = co_await fetchUser(key);
+    const auto user = co_await m_accountApi.fetchUser(payer);
     if (!self || m_sessionEpoch != epoch)
         co_return;
     if (!user) {
         failConnecting(user.error());
         co_return;
     }
-    auto voices = co_await fetchVoices(key);
+    const auto voices = co_await m_accountApi.fetchVoices(payer);
     if (!self || m_sessionEpoch != epoch)
         co_return;
     if (!voices) {
@@ -91,7 +86,7 @@ QCoro::Task<void> ElevenLabsService::connectAccount(KeychainErrors keychainError
         co_return;
     }
     adopt(*user, *voices);
-    co_await keepKey(key, epoch, keychainErrors);
+    co_await keepKey(payer.apiKey, epoch, keychainErrors);
     if (self && m_sessionEpoch == epoch)
         setLoading(false);
 }
@@ -101,22 +96,21 @@ QCoro::Task<void> ElevenLabsService::connectStoredAccount() {
         co_return;
     const QPointer<ElevenLabsService> self(this);
     const int epoch = m_sessionEpoch;
-    const auto stored = co_await m_credentials.read(keychainKey());
-    // A key that was typed meanwhile goes first.
-    if (!self || !stored || m_sessionEpoch != epoch || !m_apiKey.isEmpty())
+    const QString stored = co_await m_keys.read();
+    // A key that the user typed meanwhile takes precedence.
+    if (!self || stored.isEmpty() || m_sessionEpoch != epoch || !apiKey().isEmpty())
         co_return;
-    setApiKey(keyFromBytes(*stored));
+    setApiKey(stored);
     co_await connectAccount(KeychainErrors::Hide);
 }
 
 QCoro::Task<void> ElevenLabsService::disconnectAccount() {
     const QPointer<ElevenLabsService> self(this);
-    forgetAccount();
-    setErrorMessage({});
+    forgetAccount(access().endpoint);
     if (m_keyKeeping != KeyKeeping::Keyring)
         co_return;
     const int epoch = m_sessionEpoch;
-    const bool removed = co_await m_credentials.remove(keychainKey());
+    const bool removed = co_await m_keys.forget();
     if (!self || m_sessionEpoch != epoch || removed)
         co_return;
     setErrorMessage(QStringLiteral("Couldn't remove the saved key from the Keychain. The app may reconnect "
@@ -127,16 +121,17 @@ QCoro::Task<void> ElevenLabsService::refreshAccount() {
     if (!m_isAuthenticated)
         co_return;
     const QPointer<ElevenLabsService> self(this);
+    const ServiceAccess payer = access();
     const int epoch = m_sessionEpoch;
     const QString failed = QStringLiteral("Failed to refresh: ");
-    auto user = co_await fetchUser(m_apiKey);
+    const auto user = co_await m_accountApi.fetchUser(payer);
     if (!self || m_sessionEpoch != epoch)
         co_return;
     if (!user) {
         setErrorMessage(failed + user.error().description());
         co_return;
     }
-    auto voices = co_await fetchVoices(m_apiKey);
+    const auto voices = co_await m_accountApi.fetchVoices(payer);
     if (!self || m_sessionEpoch != epoch)
         co_return;
     if (!voices) {
@@ -148,48 +143,25 @@ QCoro::Task<void> ElevenLabsService::refreshAccount() {
 }
 
 void ElevenLabsService::useEndpoint(const QUrl &baseUrl, KeyKeeping keeping) {
-    forgetAccount();
-    setErrorMessage({});
     m_keyKeeping = keeping;
-    m_exchange->setBaseURL(baseUrl);
-}
-
-QUrl ElevenLabsService::baseURL() const {
-    return m_exchange->baseURL();
-}
-
-QCoro::Task<base::Result<ElevenLabsUser, SpeechError>> ElevenLabsService::fetchUser(QString apiKey,
-                                                                                    CancellationPtr cancellation) {
-    auto bytes = co_await m_exchange->get(QStringLiteral("/v1/user"), apiKey, cancellation);
-    if (!bytes)
-        co_return base::fail(bytes.error());
-    co_return ElevenLabsUser::fromJson(*bytes);
-}
-
-QCoro::Task<base::Result<QList<Voice>, SpeechError>> ElevenLabsService::fetchVoices(QString apiKey) {
-    auto bytes = co_await m_exchange->get(QStringLiteral("/v1/voices"), apiKey);
-    if (!bytes)
-        co_return base::fail(bytes.error());
-    auto response = VoicesResponse::fromJson(*bytes);
-    if (!response)
-        co_return base::fail(response.error());
-    co_return response->voices;
+    forgetAccount(baseUrl);
 }
 
 void ElevenLabsService::scheduleUsageRefresh(const QString &context, int characters, UsageEstimate estimate) {
     if (estimate == UsageEstimate::Apply) {
-        if (auto estimated = m_usage->estimate(m_user, characters, context))
+        if (auto estimated = m_usage.estimate(m_user, characters, context))
             setUser(std::move(estimated));
     }
-    m_usage->startSeries(context);
+    m_usage.startSeries(context);
 }
 
 QCoro::Task<void> ElevenLabsService::refreshUsage(QString label, CancellationPtr cancellation) {
     if (!m_isAuthenticated)
         co_return;
     const QPointer<ElevenLabsService> self(this);
+    const ServiceAccess payer = access();
     const int epoch = m_sessionEpoch;
-    auto fetched = co_await fetchUser(m_apiKey, cancellation);
+    const auto fetched = co_await m_accountApi.fetchUser(payer, cancellation);
     if (!self || cancellation->isCancelled())
         co_return;
     if (!fetched) {
@@ -198,15 +170,14 @@ QCoro::Task<void> ElevenLabsService::refreshUsage(QString label, CancellationPtr
         co_return;
     }
     if (m_sessionEpoch == epoch)
-        setUser(m_usage->reconcile(m_user, *fetched));
+        setUser(m_usage.reconcile(m_user, *fetched));
 }
 
 QCoro::Task<void> ElevenLabsService::keepKey(QString key, int epoch, KeychainErrors keychainErrors) {
     if (m_keyKeeping != KeyKeeping::Keyring)
         co_return;
     const QPointer<ElevenLabsService> self(this);
-    const QByteArray secret = key.toUtf8();
-    const auto saved = co_await m_credentials.save(keychainKey(), secret);
+    const auto saved = co_await m_keys.keep(key);
     if (saved || !self)
         co_return;
     qCCritical(base::log::credentials).noquote()
@@ -215,14 +186,25 @@ QCoro::Task<void> ElevenLabsService::keepKey(QString key, int epoch, KeychainErr
         setErrorMessage(QStringLiteral("Couldn't save your API key to the keychain. Please try again."));
 }
 
-void ElevenLabsService::forgetAccount() {
+void ElevenLabsService::changeAccess(const QUrl &endpoint, const QString &key) {
+    const ServiceAccess before = access();
+    m_gateway->setAccess(endpoint, key);
+    if (before == access())
+        return;
+    m_usage.reset();
+    if (before.apiKey != key)
+        Q_EMIT apiKeyChanged();
+}
+
+void ElevenLabsService::forgetAccount(const QUrl &endpoint) {
     ++m_sessionEpoch;
-    m_usage->reset();
-    setApiKey({});
+    changeAccess(endpoint, {});
+    m_usage.reset();
     setAuthenticated(false);
     setLoading(false);
     setUser(std::nullopt);
     setVoices({});
+    setErrorMessage({});
 }
 
 void ElevenLabsService::adopt(const ElevenLabsUser &user, const QList<Voice> &voices) {
@@ -230,38 +212,18 @@ void ElevenLabsService::adopt(const ElevenLabsUser &user, const QList<Voice> &vo
     setVoices(voices);
     setAuthenticated(true);
     if (!voices.isEmpty())
-        selectVoice(voices.first().voiceId, voices.first().name, servicePalette().front());
+        m_voiceSelection.selectVoice(voices.first().voiceId, voices.first().name, servicePalette().front());
 }
 
 void ElevenLabsService::failConnecting(const SpeechError &error) {
-    setErrorMessage(error.description());
-    setAuthenticated(false);
-    setUser(std::nullopt);
-    setVoices({});
+    // Cancelled means that another key was set meanwhile, and that its owner will connect.
+    if (!error.isCancelled()) {
+        setErrorMessage(error.description());
+        setAuthenticated(false);
+        setUser(std::nullopt);
+        setVoices({});
+    }
     setLoading(false);
-}
-
-void ElevenLabsService::selectVoice(const QString &id, const QString &name, const ServiceColor &color) {
-    if (m_selectedVoiceId == id && m_selectedVoiceName == name && m_selectedVoiceColor == color)
-        return;
-    m_selectedVoiceId = id;
-    m_selectedVoiceName = name;
-    m_selectedVoiceColor = color;
-    Q_EMIT selectedVoiceChanged();
-}
-
-void ElevenLabsService::setVoiceSettings(const VoiceSettings &settings) {
-    if (m_voiceSettings == settings)
-        return;
-    m_voiceSettings = settings;
-    Q_EMIT voiceSettingsChanged();
-}
-
-void ElevenLabsService::setApiKey(const QString &key) {
-    if (m_apiKey == key)
-        return;
-    m_apiKey = key;
-    Q_EMIT apiKeyChanged();
 }
 
 void ElevenLabsService::setAuthenticated(bool value) {

@@ -8,92 +8,73 @@
 #include <QtCore/QSet>
 #include <QtCore/QUrl>
 
-#include "base/Result.h"
 #include "base/UserDefaults.h"
-#include "speech/account/ServiceColor.h"
+#include "speech/account/AccountApi.h"
+#include "speech/account/KeyStore.h"
 #include "speech/account/ServiceRecords.h"
-#include "speech/http/Cancellation.h"
+#include "speech/account/UsageTracker.h"
+#include "speech/account/VoiceSelection.h"
+#include "speech/http/ServiceAccess.h"
 #include "speech/http/SpeechError.h"
 #include "speech/http/SpeechTiming.h"
-#include "speech/synthesis/VoiceSettings.h"
 
 namespace orlenta::speech {
 
-class KeychainHelper;
-class ServiceExchange;
-class SpeechRequests;
-class UsageTracker;
+class ServiceGateway;
+class SpeechApi;
 
-/// The client of the speech service: the account's key, its user and voices, and the way to its requests. Main thread;
-/// the defaults and the credential store outlive it. A result that comes after a newer connect or a sign-out is
-/// dropped, which sessionEpoch() tells.
+/// The account at the speech service: sign-in and sign-out, user and voices, and access to the speech requests. Main
+/// thread; the defaults and the credential store outlive it. Results that arrive after a newer connect or a sign-out
+/// are dropped; sessionEpoch() tells them apart.
 ///
 /// connectAccount() and disconnectAccount() carry "Account" because QObject has a connect() of its own.
 class ElevenLabsService final : public QObject {
     Q_OBJECT
 public:
-    /// Whether a key that could not be saved is told to the user.
+    /// Whether the user is told when the key can't be saved.
     enum class KeychainErrors { Show, Hide };
-    /// Where a key that works is kept: in the keyring, or only as long as this object lives.
+    /// Where a working key is kept: in the keyring, or nowhere if its service ends with this program.
     enum class KeyKeeping { Keyring, SessionOnly };
-    /// Whether a request's expected cost shows at once.
-    enum class UsageEstimate { Apply, Skip };
 
     ElevenLabsService(base::UserDefaults &defaults, KeychainHelper &credentials, QObject *parent = nullptr,
                       SpeechTiming timing = {});
     ~ElevenLabsService() override;
 
     /// The key in use; empty means not configured.
-    [[nodiscard]] QString apiKey() const { return m_apiKey; }
+    [[nodiscard]] QString apiKey() const;
     void setApiKey(const QString &key);
+    /// The endpoint and key that a new request uses.
+    [[nodiscard]] const ServiceAccess &access() const;
     [[nodiscard]] bool isAuthenticated() const { return m_isAuthenticated; }
     [[nodiscard]] bool isLoading() const { return m_isLoading; }
-    /// The last snapshot of the account, maybe with a local estimate in its count.
+    /// The last snapshot of the account, possibly with a local estimate in its count.
     [[nodiscard]] const std::optional<ElevenLabsUser> &user() const { return m_user; }
     [[nodiscard]] const QList<Voice> &voices() const { return m_voices; }
     /// None when nobody is signed in.
     [[nodiscard]] std::optional<QSet<QString>> availableVoiceIds() const;
-    /// What stands below the key field; null when there is nothing to say.
+    /// The message below the key field; null if there is none.
     [[nodiscard]] QString errorMessage() const { return m_errorMessage; }
-    /// "<count> credits", or null without a user.
-    [[nodiscard]] QString creditsText() const;
-    /// Whether the plan's name speaks for uncompressed audio.
+    /// Whether the plan's name suggests uncompressed audio.
     [[nodiscard]] bool supportsPCMOutput() const;
     [[nodiscard]] int sessionEpoch() const { return m_sessionEpoch; }
 
-    /// The voice picked in the inspector; an empty id means none.
-    [[nodiscard]] QString selectedVoiceId() const { return m_selectedVoiceId; }
-    [[nodiscard]] QString selectedVoiceName() const { return m_selectedVoiceName; }
-    [[nodiscard]] ServiceColor selectedVoiceColor() const { return m_selectedVoiceColor; }
-    void selectVoice(const QString &id, const QString &name, const ServiceColor &color);
-    /// The sliders' values where no line has its own.
-    [[nodiscard]] VoiceSettings voiceSettings() const { return m_voiceSettings; }
-    void setVoiceSettings(const VoiceSettings &settings);
-
-    /// Fetches user and voices with apiKey() and keeps the key once it has worked. Does nothing without a key.
+    /// Fetches user and voices with apiKey() and saves the key if that works. Does nothing without a key.
     QCoro::Task<void> connectAccount(KeychainErrors keychainErrors);
-    /// Connects silently with the key in the keyring, if there is one: the start of every service.
+    /// Connects with the saved key, if there is one, without showing keyring errors.
     QCoro::Task<void> connectStoredAccount();
-    /// Signs out and forgets the key, in the keyring too.
+    /// Signs out and deletes the key, also from the keyring.
     QCoro::Task<void> disconnectAccount();
     /// Fetches user and voices again; a failure leaves the connection as it was.
     QCoro::Task<void> refreshAccount();
-    /// Talks to another address from now on, signed out. A running exchange's account result is dropped; the keyring's
-    /// key stays where it is.
+    /// Signs out and switches to another address. The saved key stays saved.
     void useEndpoint(const QUrl &baseUrl, KeyKeeping keeping = KeyKeeping::SessionOnly);
-    [[nodiscard]] QUrl baseURL() const;
-
-    QCoro::Task<base::Result<ElevenLabsUser, SpeechError>> fetchUser(QString apiKey,
-                                                                     CancellationPtr cancellation = nullptr);
-    QCoro::Task<base::Result<QList<Voice>, SpeechError>> fetchVoices(QString apiKey);
-    /// Counts `characters` as spent until the service's own count follows, unless told to skip that, and has the
-    /// service's count looked at about 0, 1.5, 5, 15 and 30 seconds from now. `context` names the request in the log.
+    /// Adds `characters` to the count at once, unless the estimate is skipped, and fetches the service's count about
+    /// 0, 1.5, 5, 15 and 30 seconds from now. `context` names the request in the log.
     void scheduleUsageRefresh(const QString &context, int characters, UsageEstimate estimate);
 
-    /// Speech and dictionaries.
-    [[nodiscard]] SpeechRequests &requests() const { return *m_requests; }
-    /// The exchange that every request goes through, with its retries.
-    [[nodiscard]] ServiceExchange &exchange() const { return *m_exchange; }
+    [[nodiscard]] VoiceSelection &voiceSelection() { return m_voiceSelection; }
+    /// The requests for speech and dictionaries.
+    [[nodiscard]] SpeechApi &speech() const { return *m_speech; }
 
 Q_SIGNALS:
     void apiKeyChanged();
@@ -102,8 +83,6 @@ Q_SIGNALS:
     void userChanged();
     void voicesChanged();
     void errorMessageChanged();
-    void selectedVoiceChanged();
-    void voiceSettingsChanged();
 
 private:
     void setAuthenticated(bool value);
@@ -111,28 +90,26 @@ private:
     void setUser(std::optional<ElevenLabsUser> user);
     void setVoices(const QList<Voice> &voices);
     void setErrorMessage(const QString &message);
-    void forgetAccount();
+    void changeAccess(const QUrl &endpoint, const QString &key);
+    void forgetAccount(const QUrl &endpoint);
     void adopt(const ElevenLabsUser &user, const QList<Voice> &voices);
     void failConnecting(const SpeechError &error);
     QCoro::Task<void> keepKey(QString key, int epoch, KeychainErrors keychainErrors);
     QCoro::Task<void> refreshUsage(QString label, CancellationPtr cancellation);
 
-    KeychainHelper &m_credentials;
-    std::unique_ptr<ServiceExchange> m_exchange;
-    std::unique_ptr<UsageTracker> m_usage;
-    std::unique_ptr<SpeechRequests> m_requests;
+    std::unique_ptr<ServiceGateway> m_gateway;
+    AccountApi m_accountApi;
+    KeyStore m_keys;
+    UsageTracker m_usage;
+    std::unique_ptr<SpeechApi> m_speech;
+    VoiceSelection m_voiceSelection;
     KeyKeeping m_keyKeeping = KeyKeeping::Keyring;
-    QString m_apiKey;
     bool m_isAuthenticated = false;
     bool m_isLoading = false;
     std::optional<ElevenLabsUser> m_user;
     QList<Voice> m_voices;
     QString m_errorMessage;
     int m_sessionEpoch = 0;
-    QString m_selectedVoiceId;
-    QString m_selectedVoiceName;
-    ServiceColor m_selectedVoiceColor;
-    VoiceSettings m_voiceSettings;
 };
 
 } // namespace orlenta::speech

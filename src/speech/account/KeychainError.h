@@ -4,7 +4,7 @@
 
 namespace orlenta::speech {
 
-/// Why the keyring did not do what it was asked to.
+/// A failed keyring operation.
 struct KeychainError {
     enum class Operation { SaveUpdate, SaveAdd, Read, Delete };
 

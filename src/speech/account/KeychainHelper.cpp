@@ -128,7 +128,7 @@ QCoro::Task<KeychainHelper::Presence> KeychainHelper::presence(QString account) 
     QDBusMessage search = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.secrets"), QStringLiteral("/org/freedesktop/secrets"),
         QStringLiteral("org.freedesktop.Secret.Service"), QStringLiteral("SearchItems"));
-    // The names under which the keyring library files service and account.
+    // The attribute names that the keyring library uses for service and account.
     const ItemAttributes attributes{{QStringLiteral("server"), keychainService()}, {QStringLiteral("user"), account}};
     search << QVariant::fromValue(attributes);
     QDBusPendingReply<ItemPaths, ItemPaths> reply = QDBusConnection::sessionBus().asyncCall(search, keyringCallTimeout);
@@ -152,7 +152,7 @@ QCoro::Task<KeychainHelper::Answer> KeychainHelper::run(QKeychain::Job *job, QSt
         const auto *lookup = qobject_cast<QKeychain::ReadPasswordJob *>(done);
         finished.resolve({done->error(), lookup ? lookup->binaryData() : QByteArray()});
     });
-    // The job deletes itself when it ends, and not before: the library may still answer one that was given up.
+    // Don't delete the job: it deletes itself when it ends, and the library may still answer one that timed out.
     QTimer guard;
     guard.setSingleShot(true);
     connect(&guard, &QTimer::timeout, &guard, [finished] { finished.resolve({QKeychain::OtherError, {}}); });

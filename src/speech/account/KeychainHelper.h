@@ -18,35 +18,35 @@ class Job;
 
 namespace orlenta::speech {
 
-/// Secrets in the desktop's keyring. Operations run one after another in the order of their calls and none blocks: a
-/// keyring may ask the user for a password meanwhile. Main thread; outlives the services that use it.
+/// Secrets in the desktop's keyring. Operations run one at a time, in call order, and never block: the keyring may have
+/// to ask the user for a password. Main thread; outlives the services that use it.
 ///
-/// A locked keyring answers a lookup with "not found" and a removal with success, so both answers are believed only
-/// when the keyring's list of items, which needs no unlocking, agrees.
+/// A locked keyring answers a lookup with "not found" and a removal with success. Both answers are therefore checked
+/// against the keyring's list of items, which is readable while locked.
 class KeychainHelper final : public QObject {
     Q_OBJECT
 public:
     explicit KeychainHelper(QObject *parent = nullptr, SpeechTiming timing = {});
     ~KeychainHelper() override;
 
-    /// The secret of `account`, or none when there is none or the keyring can't tell.
+    /// The secret of `account`; none if there is none or the keyring can't be read.
     QCoro::Task<std::optional<QByteArray>> read(QString account);
-    /// Replaces the secret of `account`, or adds it.
+    /// Adds or replaces the secret of `account`.
     QCoro::Task<base::Result<void, KeychainError>> save(QString account, QByteArray secret);
-    /// Whether `account` has no secret any more; one that had none counts.
+    /// Removes the secret of `account`. True if none is left, even if there was none.
     QCoro::Task<bool> remove(QString account);
 
 Q_SIGNALS:
-    /// A keyring operation failed: what a crash report keeps of it. Category "keychain", level error; never a secret.
+    /// A failed operation, for the crash report: category "keychain", level error, never a secret.
     void breadcrumb(const QString &message, const QVariantMap &data);
 
 private:
-    /// How an operation of the keyring library ended: its error number, or 0, and what was read.
+    /// The outcome of a keyring library operation: its error number or 0, and the secret read.
     struct Answer {
         int error = 0;
         QByteArray secret;
     };
-    /// What the keyring's list says about one secret; Unknown when there is no list.
+    /// The state of a secret in the keyring's list; Unknown if the list can't be read.
     enum class Presence { Absent, Unlocked, Locked, Unknown };
 
     QCoro::Task<bool> takeTurn();

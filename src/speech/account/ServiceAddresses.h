@@ -3,16 +3,16 @@
 #include <QtCore/QString>
 #include <QtCore/QUrl>
 
-/// The web addresses that the client talks to, and those that its sentences send the user to.
+/// The service's endpoint, and the web pages that messages point to.
 namespace orlenta::speech {
 
-/// Where the service answers.
+/// The service's API endpoint.
 [[nodiscard]] QUrl defaultEndpoint();
-/// The page of the service on which a key is edited.
+/// The service's page for editing a key.
 [[nodiscard]] QString keySettingsAddress();
-/// The page of the service that shows the user's plan.
+/// The service's page about the user's plan.
 [[nodiscard]] QString planAddress();
-/// The product's own page about the five permissions a key needs.
+/// Orlenta's page about the five permissions that a key needs.
 [[nodiscard]] QString connectGuideAddress();
 
 } // namespace orlenta::speech

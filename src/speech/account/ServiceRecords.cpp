@@ -6,13 +6,15 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 
+#include "speech/http/ServiceText.h"
+
 namespace orlenta::speech {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Takes values out of one JSON object and remembers the first that is not what it should be.
+/// Reads values from one JSON object and remembers the first that has the wrong form.
 class RecordReader {
 public:
     RecordReader(const QJsonObject &object, QString &problem) : m_object(object), m_problem(problem) {}
@@ -23,6 +25,9 @@ public:
             note(u"\"%1\" is not a text"_s.arg(key));
         return value.toString();
     }
+
+    /// A text that people read. Unlike an id or an address, it may be cut.
+    QString words(const QString &key, qsizetype limit = longestServiceName) { return cutServiceText(text(key), limit); }
 
     qint64 integer(const QString &key) {
         const QJsonValue value = required(key);
@@ -36,6 +41,12 @@ public:
         if (isAbsent(key))
             return std::nullopt;
         return text(key);
+    }
+
+    std::optional<QString> optionalWords(const QString &key, qsizetype limit = longestServiceName) {
+        if (isAbsent(key))
+            return std::nullopt;
+        return words(key, limit);
     }
 
     std::optional<bool> optionalBool(const QString &key) {
@@ -65,12 +76,13 @@ public:
         const QJsonObject map = object(key);
         QHash<QString, QString> texts;
         for (auto entry = map.begin(); entry != map.end(); ++entry) {
-            // The service leaves a label that has no value as null.
+            // The service sends null for a label without a value.
             if (entry.value().isNull())
                 continue;
             if (!entry.value().isString())
                 note(u"\"%1\" holds something that is not a text"_s.arg(key));
-            texts.insert(entry.key(), entry.value().toString());
+            texts.insert(cutServiceText(entry.key(), longestServiceName),
+                         cutServiceText(entry.value().toString(), longestServiceName));
         }
         return texts;
     }
@@ -127,11 +139,11 @@ Voice readVoice(const QJsonObject &object, QString &problem) {
     RecordReader reader(object, problem);
     Voice voice;
     voice.voiceId = reader.text(u"voice_id"_s);
-    voice.name = reader.text(u"name"_s);
-    voice.category = reader.optionalText(u"category"_s);
+    voice.name = reader.words(u"name"_s);
+    voice.category = reader.optionalWords(u"category"_s);
     voice.labels = reader.optionalTextMap(u"labels"_s);
     voice.previewUrl = reader.optionalText(u"preview_url"_s);
-    voice.description = reader.optionalText(u"description"_s);
+    voice.description = reader.optionalWords(u"description"_s, longestServiceDescription);
     voice.highQualityBaseModelIds = reader.optionalTexts(u"high_quality_base_model_ids"_s);
     return voice;
 }
@@ -146,15 +158,26 @@ base::Result<ElevenLabsUser, SpeechError> ElevenLabsUser::fromJson(const QByteAr
     RecordReader reader(*object, problem);
     ElevenLabsUser user;
     user.userId = reader.text(u"user_id"_s);
-    user.firstName = reader.optionalText(u"first_name"_s);
+    user.firstName = reader.optionalWords(u"first_name"_s);
     RecordReader subscription(reader.object(u"subscription"_s), problem);
-    user.subscription.tier = subscription.text(u"tier"_s);
+    user.subscription.tier = subscription.words(u"tier"_s);
     user.subscription.characterCount = subscription.integer(u"character_count"_s);
     user.subscription.characterLimit = subscription.integer(u"character_limit"_s);
-    user.subscription.status = subscription.text(u"status"_s);
+    user.subscription.status = subscription.words(u"status"_s);
     if (!problem.isEmpty())
         return unreadable(problem);
     return user;
+}
+
+QString Subscription::planName() const {
+    QStringList words = QString(tier).replace(u'_', u' ').split(u' ', Qt::SkipEmptyParts);
+    for (QString &word : words)
+        word[0] = word[0].toUpper();
+    return words.join(u' ');
+}
+
+QString ElevenLabsUser::creditsText() const {
+    return u"%1 credits"_s.arg(subscription.characterCount);
 }
 
 base::Result<VoicesResponse, SpeechError> VoicesResponse::fromJson(const QByteArray &json) {

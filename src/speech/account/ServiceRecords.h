@@ -11,8 +11,9 @@
 #include "base/Result.h"
 #include "speech/http/SpeechError.h"
 
-/// The service's records, as they come over the wire. A required key that is missing, or a key whose value has another
-/// type, fails the decoding with a SpeechError of kind Decoding that names the key; unknown keys are ignored.
+/// The service's records as sent. A required key that is missing, or a key whose value has another type, fails the
+/// decoding with a SpeechError of kind Decoding that names the key; unknown keys are ignored. Texts that people read
+/// are cut at a sensible length.
 namespace orlenta::speech {
 
 struct Subscription {
@@ -20,6 +21,9 @@ struct Subscription {
     qint64 characterCount = 0;
     qint64 characterLimit = 0;
     QString status;
+
+    /// The tier as people say it: "local_pro" is "Local Pro".
+    [[nodiscard]] QString planName() const;
 
     friend bool operator==(const Subscription &, const Subscription &) = default;
 };
@@ -30,6 +34,8 @@ struct ElevenLabsUser {
     Subscription subscription;
 
     [[nodiscard]] static base::Result<ElevenLabsUser, SpeechError> fromJson(const QByteArray &json);
+    /// "<count> credits".
+    [[nodiscard]] QString creditsText() const;
 
     friend bool operator==(const ElevenLabsUser &, const ElevenLabsUser &) = default;
 };
@@ -48,7 +54,7 @@ struct Voice {
 
 struct VoicesResponse {
     QList<Voice> voices;
-    /// Decoded and not used: a list ends where the first reply ends.
+    /// Decoded but not used: the list ends with the first reply.
     std::optional<bool> hasMore;
 
     [[nodiscard]] static base::Result<VoicesResponse, SpeechError> fromJson(const QByteArray &json);

@@ -13,26 +13,29 @@
 
 namespace orlenta::speech {
 
-/// Bridges the time until the service's count follows what was just spent: a local estimate that a lower count must not
-/// overwrite for 20 seconds, and a series of five looks at the service's count. Main thread.
+/// Whether a request's expected cost is shown at once.
+enum class UsageEstimate { Apply, Skip };
+
+/// Bridges the delay until the service counts what was just spent: an estimate that no lower count replaces for 20
+/// seconds, and a series of five refreshes. Main thread.
 class UsageTracker final : public QObject {
     Q_OBJECT
 public:
-    /// Fetches the account once more; `label` names the look in the log.
+    /// Fetches the account again; `label` names the refresh in the log.
     using Refresh = std::function<QCoro::Task<void>(QString label, CancellationPtr cancellation)>;
 
     UsageTracker(SpeechTiming timing, Refresh refresh);
     ~UsageTracker() override;
 
-    /// `user` with `characters` counted as spent; none when nothing was.
+    /// `user` with `characters` added to the count; none if there is nothing to add.
     [[nodiscard]] std::optional<ElevenLabsUser> estimate(const std::optional<ElevenLabsUser> &user, int characters,
                                                          const QString &context);
-    /// What to show after `fetched` came in: it, or it with the count of `current` while the estimate still stands.
+    /// The record to show: `fetched`, but with the count of `current` while the estimate is valid and higher.
     [[nodiscard]] ElevenLabsUser reconcile(const std::optional<ElevenLabsUser> &current, ElevenLabsUser fetched);
 
-    /// Starts the series anew, ending the one that runs.
+    /// Starts a new series and ends the running one.
     void startSeries(const QString &context);
-    /// Ends the series and forgets the estimate.
+    /// Ends the series and drops the estimate.
     void reset();
 
 private:
@@ -41,7 +44,7 @@ private:
 
     SpeechTiming m_timing;
     Refresh m_refresh;
-    /// Until when the estimate stands.
+    /// The estimate is valid until then.
     std::optional<std::chrono::system_clock::time_point> m_optimisticUsageReconciliationDeadline;
     CancellationPtr m_usageRefreshTask;
 };

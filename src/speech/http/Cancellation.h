@@ -6,8 +6,8 @@
 
 namespace orlenta::speech {
 
-/// A wish to call off exchanges that were begun with it: whatever is under way or is begun later under it ends with
-/// SpeechError::cancelled(). Main thread.
+/// Cancels the requests it was passed to, running and future ones alike: they end with SpeechError::cancelled(). Main
+/// thread.
 class Cancellation final : public QObject {
     Q_OBJECT
 public:

@@ -7,9 +7,8 @@
 
 namespace orlenta::speech {
 
-/// One value that one coroutine awaits and somebody else resolves; later values are ignored. Copies share the value.
-/// Whoever makes one has to resolve it on every path, destruction included: an unresolved one keeps its coroutine
-/// suspended for good. One thread.
+/// A value that one coroutine awaits and other code resolves. Only the first value counts; copies share it. Its creator
+/// must resolve it on every path, destruction included: otherwise the coroutine never resumes. One thread.
 template <typename T>
 class Completion final {
 public:

@@ -22,9 +22,10 @@ ElevenLabsError ElevenLabsError::quotaExceeded(const QString &text) {
     return error;
 }
 
-ElevenLabsError ElevenLabsError::httpError(int status, const QString &suffix) {
+ElevenLabsError ElevenLabsError::httpError(int status, const QString &suffix, const QString &code) {
     ElevenLabsError error(Kind::HttpError);
     error.m_status = status;
+    error.m_code = code;
     error.m_text = suffix;
     return error;
 }

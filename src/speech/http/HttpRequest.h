@@ -5,37 +5,48 @@
 #include <QtCore/QUrl>
 
 #include "speech/http/Cancellation.h"
+#include "speech/http/ReplyFile.h"
+#include "speech/http/ServiceAccess.h"
 
 namespace orlenta::speech {
 
-/// One keyed request. It has constructors because an aggregate must not be a temporary in an awaiting expression.
+class MultipartBody;
+
+/// One request to the service. Not an aggregate, which must not be a temporary in an awaiting expression.
 struct HttpRequest {
     enum class Method { Get, Post };
-    /// What comes back, which decides how much of it is accepted: 8 MiB of JSON, 64 MiB of audio.
-    enum class ReplyKind { Json, Audio };
+    /// `path` follows the endpoint and may end in a query.
+    [[nodiscard]] static HttpRequest get(const ServiceAccess &access, const QString &path);
+    [[nodiscard]] static HttpRequest postJson(const ServiceAccess &access, const QString &path, const QByteArray &json);
+    [[nodiscard]] static HttpRequest postForm(const ServiceAccess &access, const QString &path,
+                                              const MultipartBody &form);
 
-    HttpRequest(const QUrl &target, const QString &key) : url(target), apiKey(key) {}
-    HttpRequest(const QUrl &target, const QString &key, const QByteArray &type, const QByteArray &content)
-        : url(target), apiKey(key), method(Method::Post), contentType(type), body(content) {}
-
+    /// The key is sent in the header xi-api-key and nowhere else.
+    ServiceAccess access;
     QUrl url;
-    /// Goes out as the header xi-api-key, and nowhere else.
-    QString apiKey;
     Method method = Method::Get;
     QByteArray contentType;
     QByteArray body;
-    ReplyKind replyKind = ReplyKind::Json;
+    /// Receives an accepted reply of up to 1 GiB. Without it the reply is kept in memory, up to 8 MiB.
+    ReplyFilePtr replyFile;
     CancellationPtr cancellation;
+
+private:
+    HttpRequest(const ServiceAccess &forAccess, const QString &path);
 };
 
-/// A reply that came in whole, whatever its status says.
+/// A complete reply, whatever its status.
 struct HttpReply {
     int status = 0;
-    /// The header Retry-After; null when there was none.
+    /// The header Retry-After; null if absent.
     QByteArray retryAfter;
-    /// The header Location; null when there was none.
+    /// The header Location; null if absent.
     QByteArray location;
+    QByteArray contentType;
+    /// Empty if the request's file received the reply.
     QByteArray body;
+
+    [[nodiscard]] bool isAccepted() const { return status >= 200 && status <= 299; }
 };
 
 } // namespace orlenta::speech

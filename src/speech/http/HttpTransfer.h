@@ -14,7 +14,7 @@ class QNetworkAccessManager;
 
 namespace orlenta::speech {
 
-/// One request under way. It resolves its completion exactly once and deletes itself.
+/// One running request. Resolves its completion exactly once, then deletes itself.
 class HttpTransfer final : public QObject {
     Q_OBJECT
 public:
@@ -28,12 +28,18 @@ public:
     void cancel();
 
 private:
+    [[nodiscard]] int status() const;
     void collect();
+    base::Result<void, SpeechError> keep(const QByteArray &bytes);
+    base::Result<void, SpeechError> keepInFile(const QByteArray &bytes);
+    void checkPace();
     void replyFinished();
     void finish(const Outcome &outcome);
 
     QNetworkReply *m_reply;
-    qsizetype m_limit;
+    ReplyFilePtr m_file;
+    bool m_fileHasBegun = false;
+    qint64 m_sizeAtLastPaceCheck = 0;
     QTimer m_stallTimer;
     QTimer m_exchangeTimer;
     QByteArray m_body;

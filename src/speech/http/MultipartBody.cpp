@@ -15,8 +15,8 @@ void MultipartBody::addFile(const char *name, const char *fileName, const char *
                "\"\r\nContent-Type: " + contentType + "\r\n\r\n" + bytes + "\r\n";
 }
 
-QString MultipartBody::contentType() const {
-    return QStringLiteral("multipart/form-data; boundary=") + QString::fromLatin1(m_boundary);
+QByteArray MultipartBody::contentType() const {
+    return "multipart/form-data; boundary=" + m_boundary;
 }
 
 QByteArray MultipartBody::bytes() const {

@@ -1,11 +1,10 @@
 #pragma once
 
 #include <QtCore/QByteArray>
-#include <QtCore/QString>
 
 namespace orlenta::speech {
 
-/// A form as it is posted: RFC 7578, the parts in the order in which they are added, under a boundary of its own.
+/// A multipart form (RFC 7578). Parts keep the order in which they were added; each form has its own boundary.
 class MultipartBody final {
 public:
     MultipartBody();
@@ -14,7 +13,7 @@ public:
     void addFile(const char *name, const char *fileName, const char *contentType, const QByteArray &bytes);
 
     /// "multipart/form-data; boundary=" and the boundary.
-    [[nodiscard]] QString contentType() const;
+    [[nodiscard]] QByteArray contentType() const;
     /// All parts and the closing line.
     [[nodiscard]] QByteArray bytes() const;
 

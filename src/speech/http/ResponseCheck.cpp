@@ -9,6 +9,8 @@
 #include <QtCore/QStringList>
 #include <QtCore/QTimeZone>
 
+#include "speech/http/ServiceText.h"
+
 namespace orlenta::speech {
 
 using namespace Qt::StringLiterals;
@@ -24,7 +26,7 @@ ElevenLabsError refusalOfKey(const QByteArray &body) {
     const QString status = detail.value(u"status"_s).toString();
     const QJsonValue message = detail.value(u"message"_s);
     if (status == u"quota_exceeded" && message.isString())
-        return ElevenLabsError::quotaExceeded(message.toString());
+        return ElevenLabsError::quotaExceeded(cutServiceText(message.toString(), longestServiceMessage));
     if (status == u"missing_permissions")
         return ElevenLabsError::missingPermissions(permissionName(message.toString()));
     return ElevenLabsError::unauthorized();
@@ -33,19 +35,26 @@ ElevenLabsError refusalOfKey(const QByteArray &body) {
 QString statusSuffix(const QByteArray &body) {
     const QJsonValue detail = detailOf(body);
     const QJsonValue words = detail.isObject() ? detail.toObject().value(u"message"_s) : detail;
-    return words.isString() ? u": "_s + words.toString() : QString();
+    return words.isString() ? u": "_s + cutServiceText(words.toString(), longestServiceMessage) : QString();
+}
+
+/// Newer replies name the refusal in "code", older ones in "status".
+QString refusalCode(const QByteArray &body) {
+    const QJsonObject detail = detailOf(body).toObject();
+    const QString code = detail.value(u"code"_s).toString();
+    return cutServiceText(code.isEmpty() ? detail.value(u"status"_s).toString() : code, longestServiceName);
 }
 
 } // namespace
 
 std::optional<ElevenLabsError> checkResponse(const HttpReply &reply, std::chrono::system_clock::time_point now) {
-    if (reply.status >= 200 && reply.status <= 299)
+    if (reply.isAccepted())
         return std::nullopt;
     if (reply.status == 429)
         return ElevenLabsError::rateLimited(parseRetryAfter(reply.retryAfter, now));
     if (reply.status == 401)
         return refusalOfKey(reply.body);
-    return ElevenLabsError::httpError(reply.status, statusSuffix(reply.body));
+    return ElevenLabsError::httpError(reply.status, statusSuffix(reply.body), refusalCode(reply.body));
 }
 
 std::optional<double> parseRetryAfter(const QByteArray &header, std::chrono::system_clock::time_point now) {
@@ -56,8 +65,8 @@ std::optional<double> parseRetryAfter(const QByteArray &header, std::chrono::sys
     const double seconds = text.toDouble(&isNumber);
     if (isNumber)
         return std::max(0.0, seconds);
-    // The date's zone is a word, as "GMT", which Qt's formats don't read at an end of their own. Date and time are read
-    // apart: as one they would be local, and there is no such time on the night the clocks go forward.
+    // Qt's formats can't parse a zone name such as "GMT". Date and time are parsed separately: together they would
+    // be local time, and one hour of that doesn't exist on the night when the clocks go forward.
     const QStringList parts = text.split(u' ');
     if (parts.size() != 6 || (parts.at(5) != u"GMT" && parts.at(5) != u"UTC" && parts.at(5) != u"Z"))
         return std::nullopt;
@@ -83,7 +92,7 @@ std::optional<QString> permissionName(const QString &message) {
             break;
         name.append(c);
     }
-    return name.isEmpty() ? std::nullopt : std::optional<QString>(name);
+    return name.isEmpty() ? std::nullopt : std::optional(cutServiceText(name, longestServiceName));
 }
 
 } // namespace orlenta::speech

@@ -24,6 +24,33 @@ SpeechError SpeechError::file(const QString &text) {
     return {Kind::File, text};
 }
 
+SpeechError SpeechError::cannotWrite(const QString &reason) {
+    return {Kind::File, reason.isEmpty() ? QStringLiteral("The generated audio couldn't be written.")
+                                         : QStringLiteral("The generated audio couldn't be written: %1.").arg(reason)};
+}
+
+SpeechError SpeechError::notAudio() {
+    return {Kind::NotAudio, QStringLiteral("The service's reply can't be read as audio.")};
+}
+
+SpeechError SpeechError::intercepted() {
+    return {Kind::Intercepted,
+            QStringLiteral("A web page came back in place of the service's reply. The network may want you to sign in: "
+                           "open any page in a browser, then try again.")};
+}
+
+SpeechError SpeechError::textTooLong(int count, int limit) {
+    return {Kind::TextTooLong, QStringLiteral("The line has %1 characters, but its model takes %2 at most. Shorten or "
+                                              "split the line.")
+                                   .arg(count)
+                                   .arg(limit)};
+}
+
+SpeechError SpeechError::notConnected() {
+    return {Kind::NotConnected, QStringLiteral("Connect your ElevenLabs account in the account panel, or turn on local "
+                                               "voices there, then generate again.")};
+}
+
 SpeechError SpeechError::cancelled() {
     return {Kind::Cancelled, QStringLiteral("The request was cancelled.")};
 }

@@ -8,23 +8,31 @@
 
 namespace orlenta::speech {
 
-/// Whatever can end an exchange with the service, from the wire to the file on disk.
+/// Why a request to the service failed, from the wire to the file on disk.
 class SpeechError final {
 public:
     enum class Kind {
-        /// The service refused; service() tells how.
+        /// The service refused; service() says how.
         Service,
-        /// The network failed; the words are the network layer's own.
+        /// The network failed; the message is the network layer's.
         Transport,
-        /// The service fell silent, or didn't come to an end in time.
+        /// The service stopped answering, or took too long in all.
         TimedOut,
-        /// The reply went past the size that is accepted for its kind.
+        /// The reply is larger than a reply of its kind may be.
         ReplyTooLarge,
-        /// The reply is not what its description says.
+        /// The reply doesn't have the form that the service documents.
         Decoding,
-        /// A file could not be read, written or converted; the words are the file or audio layer's own.
+        /// A file couldn't be read, written or converted; the message is the file or audio layer's.
         File,
-        /// Somebody called the exchange off: nothing to tell the user.
+        /// The reply to a request for audio can't be read as audio.
+        NotAudio,
+        /// Something on the way answered in the service's place.
+        Intercepted,
+        /// The text is longer than its model takes; nothing was sent.
+        TextTooLong,
+        /// There is no key to send a request with.
+        NotConnected,
+        /// Somebody cancelled the request, or its account has gone: nothing to tell the user.
         Cancelled
     };
 
@@ -34,6 +42,13 @@ public:
     [[nodiscard]] static SpeechError replyTooLarge();
     [[nodiscard]] static SpeechError decoding(const QString &text);
     [[nodiscard]] static SpeechError file(const QString &text);
+    /// Generated audio couldn't be written; `reason` is the system's.
+    [[nodiscard]] static SpeechError cannotWrite(const QString &reason);
+    [[nodiscard]] static SpeechError notAudio();
+    [[nodiscard]] static SpeechError intercepted();
+    /// Both in user-perceived characters.
+    [[nodiscard]] static SpeechError textTooLong(int count, int limit);
+    [[nodiscard]] static SpeechError notConnected();
     [[nodiscard]] static SpeechError cancelled();
 
     [[nodiscard]] Kind kind() const { return m_kind; }
@@ -41,7 +56,7 @@ public:
     [[nodiscard]] bool isRateLimited() const;
     [[nodiscard]] bool isCancelled() const { return m_kind == Kind::Cancelled; }
 
-    /// The sentence that the user reads.
+    /// The message shown to the user.
     [[nodiscard]] QString description() const;
 
     friend bool operator==(const SpeechError &, const SpeechError &) = default;

@@ -5,15 +5,14 @@
 namespace orlenta::speech {
 
 enum class AudioFormat { Mp3, Wav };
-/// In kilobits a second.
+/// Kilobits per second.
 enum class MP3Quality { Kbps64 = 64, Kbps128 = 128, Kbps192 = 192 };
-/// In bits a sample.
+/// Bits per sample.
 enum class WAVBitDepth { Bits16 = 16, Bits24 = 24 };
-/// In hertz.
+/// Hertz.
 enum class WAVSampleRate { Hz44100 = 44100, Hz48000 = 48000 };
 
-/// The format in which the user wants generated audio. Text in the defaults that is none of the known words counts as
-/// the word that stands when nothing is stored.
+/// The user's choice of format for generated audio. An unknown word in the defaults counts as the default.
 struct AudioOutputPreferences {
     AudioFormat audioFormat = AudioFormat::Mp3;
     MP3Quality mp3Quality = MP3Quality::Kbps192;

@@ -1,15 +1,19 @@
 #include "speech/synthesis/TTSRequest.h"
 
+#include <cmath>
+
 #include <QtCore/QTextBoundaryFinder>
 
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include "speech/synthesis/SpeechModel.h"
+
 namespace orlenta::speech {
 
 namespace {
 
-// Qt's own writer sorts the keys; the service's records are sent in the order of their fields.
+// Qt's writer sorts the keys; the service gets them in field order.
 using RecordWriter = rapidjson::Writer<rapidjson::StringBuffer>;
 
 void writeText(RecordWriter &writer, const char *key, const QString &value) {
@@ -44,11 +48,28 @@ QByteArray bytesOf(const rapidjson::StringBuffer &buffer) {
     return {buffer.GetString(), static_cast<qsizetype>(buffer.GetSize())};
 }
 
-QString flashModelId() {
-    return QStringLiteral("eleven_flash_v2_5");
+} // namespace
+
+void TTSRequest::setVoiceSettings(const VoiceSettings &settings) {
+    const SpeechModel *model = SpeechModel::findById(modelId);
+    if (model != nullptr && model->usesV3Settings)
+        v3VoiceSettings = V3VoiceSettings{settings.stability, settings.similarityBoost, settings.style};
+    else
+        voiceSettings = settings;
 }
 
-} // namespace
+std::optional<double> TTSRequest::stability() const {
+    if (v3VoiceSettings)
+        return v3VoiceSettings->stability;
+    return voiceSettings ? std::optional(voiceSettings->stability) : std::nullopt;
+}
+
+void TTSRequest::setStability(double stability) {
+    if (v3VoiceSettings)
+        v3VoiceSettings->stability = stability;
+    else if (voiceSettings)
+        voiceSettings->stability = stability;
+}
 
 QByteArray TTSRequest::toJson() const {
     rapidjson::StringBuffer buffer;
@@ -94,20 +115,14 @@ std::optional<QList<PronunciationDictionaryLocator>> dictionaryLocators(const st
     return QList<PronunciationDictionaryLocator>{{*dictionaryId, *versionId}};
 }
 
-QString serviceModelId(const QString &model) {
-    if (model == QLatin1String("Flash"))
-        return flashModelId();
-    if (model == QLatin1String("v2"))
-        return QStringLiteral("eleven_multilingual_v2");
-    return QStringLiteral("eleven_v3");
-}
-
 QString speechToSpeechModelId() {
     return QStringLiteral("eleven_english_sts_v2");
 }
 
 double stabilityToSend(const model::ProjectLineSettings &settings) {
-    if (settings.model != QLatin1String("v3"))
+    // An unknown key is spoken by v3 as well, but with the slider's stability.
+    const SpeechModel *model = SpeechModel::findByKey(settings.model);
+    if (model == nullptr || !model->usesV3Settings)
         return settings.stability;
     if (settings.mode == QLatin1String("Creative"))
         return 0.3;
@@ -117,11 +132,17 @@ double stabilityToSend(const model::ProjectLineSettings &settings) {
 }
 
 int estimatedCharacters(const QString &text, const QString &modelId) {
+    const SpeechModel *model = SpeechModel::findById(modelId);
+    const double price = model != nullptr ? model->creditsPerCharacter : 1.0;
+    return static_cast<int>(std::ceil(perceivedCharacters(text) * price));
+}
+
+int perceivedCharacters(const QString &text) {
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
     int count = 0;
     while (finder.toNextBoundary() > 0)
         ++count;
-    return modelId == flashModelId() ? (count + 1) / 2 : count;
+    return count;
 }
 
 } // namespace orlenta::speech

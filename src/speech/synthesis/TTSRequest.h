@@ -11,7 +11,7 @@
 
 namespace orlenta::speech {
 
-/// A pronunciation dictionary that lies at the service, in one of its versions.
+/// One version of a pronunciation dictionary at the service.
 struct PronunciationDictionaryLocator {
     QString pronunciationDictionaryId;
     QString versionId;
@@ -26,27 +26,32 @@ struct TTSRequest {
     std::optional<QString> previousText;
     std::optional<QList<PronunciationDictionaryLocator>> pronunciationDictionaryLocators;
     std::optional<V3VoiceSettings> v3VoiceSettings;
-    /// Sent only when there are no v3VoiceSettings: both go under one key.
+    /// Sent only without v3VoiceSettings: both share one key.
     std::optional<VoiceSettings> voiceSettings;
 
-    /// UTF-8 JSON, the keys in the order of the fields.
+    /// Stores the settings in the record that the model uses.
+    void setVoiceSettings(const VoiceSettings &settings);
+    /// None without settings. 0 to 1.
+    [[nodiscard]] std::optional<double> stability() const;
+    void setStability(double stability);
+    /// UTF-8 JSON with the keys in field order.
     [[nodiscard]] QByteArray toJson() const;
 };
 
 /// UTF-8 JSON with all four values.
 [[nodiscard]] QByteArray toJson(const VoiceSettings &settings);
 
-/// One locator when both ids are known and the dictionary's is not empty, otherwise none.
+/// One locator if both ids are known and the dictionary's isn't empty, otherwise none.
 [[nodiscard]] std::optional<QList<PronunciationDictionaryLocator>>
 dictionaryLocators(const std::optional<QString> &dictionaryId, const std::optional<QString> &versionId);
 
-/// The service's model id for a line's model word: "Flash", "v2", and everything else is eleven_v3.
-[[nodiscard]] QString serviceModelId(const QString &model);
 /// The model id of every speech-to-speech request.
 [[nodiscard]] QString speechToSpeechModelId();
-/// The stability to send: by the delivery word for exactly "v3", otherwise the slider's. 0 to 1.
+/// The stability to send, 0 to 1: from the delivery mode if the model's key is exactly "v3", otherwise the slider's.
 [[nodiscard]] double stabilityToSend(const model::ProjectLineSettings &settings);
-/// What `text` is expected to cost: its user-perceived characters, half of them rounded up for eleven_flash_v2_5.
+/// The expected cost of `text` in credits: its user-perceived characters at the model's price, rounded up.
 [[nodiscard]] int estimatedCharacters(const QString &text, const QString &modelId);
+/// The number of user-perceived characters in `text`.
+[[nodiscard]] int perceivedCharacters(const QString &text);
 
 } // namespace orlenta::speech

@@ -2,7 +2,7 @@
 
 namespace orlenta::speech {
 
-/// How a voice speaks, for every model but eleven_v3.
+/// Voice settings for every model except eleven_v3.
 struct VoiceSettings {
     /// 0 to 1.
     double stability = 0.5;
@@ -10,13 +10,13 @@ struct VoiceSettings {
     double similarityBoost = 0.75;
     /// 0 to 1.
     double style = 0.0;
-    /// 0.7 to 1.2; 1 is the voice's own pace.
+    /// 0.7 to 1.2; 1 is the voice's normal speed.
     double speed = 1.0;
 
     friend bool operator==(const VoiceSettings &, const VoiceSettings &) = default;
 };
 
-/// How a voice speaks with eleven_v3, which knows no speed.
+/// Voice settings for eleven_v3, which has no speed setting.
 struct V3VoiceSettings {
     double stability = 0.5;
     double similarityBoost = 0.75;

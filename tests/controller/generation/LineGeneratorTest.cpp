@@ -2,95 +2,26 @@
 #include "controller/generation/GenerationPlan.h"
 
 #include <gtest/gtest.h>
-#include <qcoro/qcorotask.h>
-#include <QtCore/QFile>
-#include <QtCore/QJsonArray>
-#include <QtCore/QJsonDocument>
-#include <QtCore/QJsonObject>
-#include <QtCore/QTimer>
 #include <QtTest/QSignalSpy>
-#include <QtTest/QTest>
 
-#include "base/files/PrivateFolders.h"
-#include "controller/casting/PresetEditing.h"
-#include "controller/casting/VoiceCasting.h"
 #include "controller/document/UndoManager.h"
-#include "controller/generation/Pronunciations.h"
+#include "controller/generation/GenerationTest.h"
 #include "controller/script/LineEditing.h"
 #include "controller/script/Selection.h"
-#include "controller/ScriptProject.h"
-#include "controller/takes/LineRuntime.h"
 #include "controller/takes/MediaFiles.h"
-#include "controller/takes/TakeEditing.h"
-#include "speech/account/ElevenLabsService.h"
-#include "speech/account/KeychainHelper.h"
 #include "speech/account/ServiceAddresses.h"
-#include "support/LoopbackServer.h"
 #include "support/TestTone.h"
 
 namespace orlenta::controller {
 namespace {
 
 using speech::LineGenerationQueue;
+using test::dictionaryPath;
 using test::LoopbackRequest;
 using test::LoopbackServer;
 using test::ScriptProject;
 
-constexpr int patienceMs = 30'000;
-const QByteArray dictionaryPath = "/v1/pronunciation-dictionaries/add-from-file";
-
-speech::SpeechTiming hastyTiming() {
-    speech::SpeechTiming timing;
-    timing.callLater = [](std::chrono::milliseconds, const std::function<void()> &callback) {
-        QTimer::singleShot(0, callback);
-    };
-    return timing;
-}
-
-/// A project of two lines in Ana's voice, a generator, and a service on loopback that speaks silence.
-class LineGeneratorTest : public ::testing::Test {
-protected:
-    LineGeneratorTest() {
-        defaults.setAudioFormat(QStringLiteral("wav"));
-        service.useEndpoint(server.url());
-        service.setApiKey(QStringLiteral("key"));
-        server.answer("/v1/user", LoopbackServer::reply(401, "{}"));
-        server.answer("/v1/text-to-speech/", LoopbackServer::reply(200, QByteArray(8820, '\0'), "audio/pcm"));
-        server.answer("/v1/speech-to-speech/", LoopbackServer::reply(200, QByteArray(8820, '\0'), "audio/pcm"));
-        server.answer(dictionaryPath, LoopbackServer::json(R"({"id":"d1","version_id":"v1"})"));
-        project->voices().assignVoice({project.id(0), project.id(1)}, {QStringLiteral("ana"), QStringLiteral("Ana")});
-    }
-
-    void useModel(const QString &model, model::DirectionMode mode = model::DirectionMode::Text) {
-        model::ProjectLineSettings settings = model::ProjectLineSettings::newLineDefaults();
-        settings.model = model;
-        settings.directionMode = mode;
-        project->presets().updateSettings({project.id(0), project.id(1)}, settings);
-    }
-    void addEntry(const QString &spelling, const QString &alias) {
-        model::PronunciationEntry entry;
-        entry.id = model::PronunciationId::create();
-        entry.spelling = spelling;
-        entry.phoneticOverride = alias;
-        project->pronunciations().addPronunciationEntry(entry);
-    }
-    void generate(qsizetype index) { QCoro::waitFor(generator.generate(project.id(index))); }
-    [[nodiscard]] QJsonObject spoken() const {
-        const auto requests = server.requests("/v1/text-to-speech/");
-        return requests.isEmpty() ? QJsonObject() : QJsonDocument::fromJson(requests.last().body).object();
-    }
-    [[nodiscard]] bool isGenerating(const model::LineId &id) const { return project->runtime().state(id).isGenerating; }
-    [[nodiscard]] qsizetype takeCount(qsizetype index) const { return project.line(index).takes.size(); }
-
-    QTemporaryDir directory;
-    base::UserDefaults defaults{directory.filePath(QStringLiteral("defaults.ini"))};
-    speech::KeychainHelper credentials;
-    LoopbackServer server;
-    speech::ElevenLabsService service{defaults, credentials, nullptr, hastyTiming()};
-    ScriptProject project{{{QStringLiteral("Hi [sighs] gif"), QStringLiteral("[whispers] Hello gif")}},
-                          ScriptProject::Folder::OnDisk};
-    LineGenerator generator{*project, service, defaults};
-};
+class LineGeneratorTest : public test::GenerationTest {};
 
 } // namespace
 
@@ -220,7 +151,7 @@ TEST_F(LineGeneratorTest, DirectionAudioIsSpokenInTheVoiceAndItsAbsenceFallsBack
     testing::writeTone(directed.folder() + QStringLiteral("/Audio Files/Recordings/d.wav"), 0.05);
     ASSERT_TRUE(directed->save());
     directed.reopen();
-    LineGenerator directedGenerator(*directed, service, defaults);
+    LineGenerator directedGenerator(*directed, service);
     QCoro::waitFor(directedGenerator.generate(directed.id(0)));
     ASSERT_EQ(server.requests("/v1/speech-to-speech/ana").size(), 1);
     EXPECT_EQ(server.requests("/v1/text-to-speech/").size(), 1);
@@ -229,7 +160,7 @@ TEST_F(LineGeneratorTest, DirectionAudioIsSpokenInTheVoiceAndItsAbsenceFallsBack
 
 TEST_F(LineGeneratorTest, ALineWithoutAVoiceOrAlreadyOnItsWayStopsQuietly) {
     ScriptProject voiceless({{QStringLiteral("a")}});
-    LineGenerator other(*voiceless, service, defaults);
+    LineGenerator other(*voiceless, service);
     EXPECT_FALSE(canGenerate(*voiceless, voiceless.id(0)));
     QCoro::waitFor(other.generate(voiceless.id(0)));
     QCoro::waitFor(other.generate(model::LineId::create()));
@@ -248,7 +179,7 @@ TEST_F(LineGeneratorTest, TheSelectionIsGeneratedWhereAudioIsMissingAndElseAgain
     EXPECT_EQ(planned().lines, QList{project.id(1)});
     EXPECT_EQ(planned().kind, GenerationKind::Generate);
     generator.generateSelectedLines();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !generator.queue().isActive(); }, patienceMs));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !generator.queue().isActive(); }, test::patienceMs));
     EXPECT_EQ(takeCount(0), 1);
     EXPECT_EQ(takeCount(1), 1);
     EXPECT_EQ(planned().lines, (QList{project.id(0), project.id(1)}));
@@ -259,12 +190,12 @@ TEST_F(LineGeneratorTest, TheSelectionIsGeneratedWhereAudioIsMissingAndElseAgain
     project->selection().selectAlone(project.id(0));
     generator.generateSelectedLines();
     generator.generateSelectedLines();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !generator.queue().isActive(); }, patienceMs));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !generator.queue().isActive(); }, test::patienceMs));
     EXPECT_EQ(takeCount(0), 2);
 }
 
 TEST_F(LineGeneratorTest, AGeneratorThatGoesWhileItsRequestRunsLeavesNothingBehind) {
-    auto leaving = std::make_unique<LineGenerator>(*project, service, defaults);
+    auto leaving = std::make_unique<LineGenerator>(*project, service);
     bool arrived = false;
     server.handle("/v1/text-to-speech/", [&](const LoopbackRequest &, QTcpSocket &socket) {
         leaving.reset();
@@ -273,7 +204,7 @@ TEST_F(LineGeneratorTest, AGeneratorThatGoesWhileItsRequestRunsLeavesNothingBehi
         arrived = true;
     });
     leaving->enqueue({project.id(0), project.id(1)}, LineGenerationQueue::Priority::Normal);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return arrived; }, patienceMs));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return arrived; }, test::patienceMs));
     generate(1);
     EXPECT_EQ(takeCount(0), 0);
     EXPECT_EQ(takeCount(1), 1);

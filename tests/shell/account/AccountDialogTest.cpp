@@ -1,6 +1,8 @@
 #include "shell/account/AccountDialog.h"
 
 #include <gtest/gtest.h>
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
@@ -19,7 +21,7 @@ using shell::LocalVoices;
 using testing::ShellSession;
 using testing::waitUntil;
 
-/// A service and its panel; the panel of `account` believes the account is meant, whatever address the service has.
+/// A service and its panel. The service can use any address; the panel treats it as the account.
 struct AccountPanel {
     explicit AccountPanel(ShellSession &session)
         : service(session.defaults, session.credentials), dialog(service, session.localVoices) {
@@ -74,7 +76,7 @@ TEST(AccountDialog, AKeyConnectsAWrongOneIsToldAndSignOutForgetsIt) {
 
     ShellSession session;
     AccountPanel panel(session);
-    panel.service.useEndpoint(known.baseURL());
+    panel.service.useEndpoint(known.access().endpoint);
     EXPECT_EQ(panel.dialog.keyField()->echoMode(), QLineEdit::Password);
     EXPECT_FALSE(panel.dialog.connectButton()->isEnabled());
     typeKey(panel.dialog, QStringLiteral("wrong"));
@@ -110,7 +112,7 @@ TEST(AccountDialog, ARefreshShowsWhatTheAccountSaysNowAndAFailedOneKeepsTheConne
 
     server.answer("/v1/user", test::LoopbackServer::json(speech::userJson(250)));
     panel.dialog.refreshButton()->click();
-    EXPECT_TRUE(waitUntil([&] { return panel.service.creditsText() == QStringLiteral("250 credits"); }));
+    EXPECT_TRUE(waitUntil([&] { return panel.service.user()->creditsText() == QStringLiteral("250 credits"); }));
     server.answer("/v1/user", test::LoopbackServer::reply(500, R"({"detail":"boom"})"));
     panel.dialog.refreshButton()->click();
     const QString failed = QStringLiteral("Failed to refresh: HTTP error 500: boom");
@@ -137,7 +139,75 @@ TEST(AccountDialog, WithoutAKeyringAKeyConnectsAndASignOutIsNoFailedConnection) 
     EXPECT_EQ(panel.dialog.stateText(), QStringLiteral("Not connected"));
 }
 
-TEST(AccountDialog, ShowLaysTheKeyOpen) {
+TEST(AccountDialog, AKeyThatFailedIsTriedAgainWithAnEmptyField) {
+    test::LoopbackServer server;
+    ShellSession session;
+    AccountPanel panel(session);
+    panel.service.useEndpoint(server.url());
+    panel.service.setApiKey(QStringLiteral("saved-key"));
+    panel.service.connectAccount(speech::ElevenLabsService::KeychainErrors::Hide);
+    ASSERT_TRUE(waitUntil([&] { return panel.dialog.stateText() == QStringLiteral("Connection failed"); }));
+    EXPECT_TRUE(panel.dialog.keyField()->text().isEmpty());
+
+    speech::answerAccount(server);
+    panel.dialog.keyField()->setFocus();
+    const qsizetype before = server.requests("/v1/user").size();
+    QTest::keyClick(panel.dialog.keyField(), Qt::Key_Return);
+    EXPECT_TRUE(waitUntil([&] { return panel.dialog.stateText() == QStringLiteral("Connected"); }));
+    EXPECT_EQ(server.requests("/v1/user").size(), before + 1) << "one press, one connection";
+    EXPECT_EQ(server.requests().last().headers.value("xi-api-key"), "saved-key");
+}
+
+TEST(AccountDialog, ReturnConnectsWithTheTypedKeyWhichDoesNotStayInTheField) {
+    test::LoopbackServer server;
+    speech::answerAccount(server);
+    ShellSession session;
+    AccountPanel panel(session);
+    panel.service.useEndpoint(server.url());
+    testing::buttonNamed(panel.dialog, QStringLiteral("Show"))->click();
+    typeKey(panel.dialog, QStringLiteral("typed-key"));
+    QTest::keyClick(panel.dialog.keyField(), Qt::Key_Return);
+    ASSERT_TRUE(waitUntil([&] { return panel.dialog.stateText() == QStringLiteral("Connected"); }));
+    EXPECT_EQ(server.requests("/v1/user").size(), 1);
+    panel.dialog.signOutButton()->click();
+    EXPECT_TRUE(panel.dialog.keyField()->text().isEmpty());
+    EXPECT_EQ(panel.dialog.keyField()->echoMode(), QLineEdit::Password);
+
+    server.answer("/v1/user", test::LoopbackServer::reply(401, "{}"));
+    panel.dialog.keyField()->setFocus();
+    typeKey(panel.dialog, QStringLiteral("wrong-key"));
+    QTest::keyClick(panel.dialog.keyField(), Qt::Key_Return);
+    ASSERT_TRUE(waitUntil([&] { return panel.dialog.stateText() == QStringLiteral("Connection failed"); }));
+    EXPECT_TRUE(panel.dialog.keyField()->hasFocus()) << "the next Return tries again";
+    panel.dialog.signOutButton()->click();
+    EXPECT_TRUE(panel.dialog.keyField()->text().isEmpty());
+}
+
+TEST(AccountDialog, LocalVoicesThatDoNotAnswerSaySoAndAreTriedAgain) {
+    test::LoopbackServer server;
+    const QTemporaryDir folder;
+    QFile program(folder.filePath(QStringLiteral("voices")));
+    ASSERT_TRUE(program.open(QIODevice::WriteOnly));
+    program.write("#!/bin/sh\necho " + server.url().toEncoded() + "\nexec cat\n");
+    program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    program.close();
+    ShellSession session(program.fileName());
+    AccountPanel panel(session);
+    panel.dialog.localVoicesSwitch()->click();
+    session.localVoices.attach(panel.service);
+    ASSERT_TRUE(waitUntil([&] { return panel.dialog.retryLocalVoicesButton()->isVisible(); }));
+    EXPECT_EQ(panel.dialog.stateText(), QStringLiteral("Not connected"));
+    EXPECT_EQ(panel.dialog.localVoicesText(),
+              QStringLiteral("The local voices are running but don't answer. HTTP error 404: no such address"));
+
+    speech::answerAccount(server);
+    panel.dialog.retryLocalVoicesButton()->click();
+    EXPECT_TRUE(waitUntil([&] { return panel.dialog.stateText() == QStringLiteral("Local voices are in use"); }));
+    EXPECT_EQ(panel.dialog.localVoicesText(), QStringLiteral("The local voices are ready: 2 voices."));
+    EXPECT_FALSE(panel.dialog.retryLocalVoicesButton()->isVisible());
+}
+
+TEST(AccountDialog, ShowRevealsTheKey) {
     ShellSession session;
     AccountPanel panel(session);
     testing::buttonNamed(panel.dialog, QStringLiteral("Show"))->click();

@@ -6,7 +6,7 @@
 
 namespace orlenta::speech {
 
-/// An account's user record that has used `characterCount` of its 10,000 characters.
+/// A user record with `characterCount` of 10,000 characters used.
 [[nodiscard]] inline QByteArray userJson(int characterCount, const QByteArray &tier = "free") {
     return R"({"user_id":"u1","first_name":null,"is_new_user":false,"subscription":{"tier":")" + tier +
            R"(","character_count":)" + QByteArray::number(characterCount) +
@@ -18,7 +18,7 @@ namespace orlenta::speech {
            R"({"voice_id":"v2","name":"Adam","category":"premade"}],"has_more":true})";
 }
 
-/// Lets `server` answer as an account in good order.
+/// Makes `server` answer like a working account.
 inline void answerAccount(test::LoopbackServer &server) {
     server.answer("/v1/user", test::LoopbackServer::json(userJson(100)));
     server.answer("/v1/voices", test::LoopbackServer::json(voicesJson()));

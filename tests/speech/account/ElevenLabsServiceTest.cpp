@@ -15,14 +15,14 @@ using test::LoopbackRequest;
 using test::LoopbackServer;
 using ::testing::ElementsAre;
 
-/// Holds back the replies to `target` until they are let go.
+/// Holds the replies to `target` until they are released.
 class Gate {
 public:
     Gate(LoopbackServer &server, const QByteArray &target) {
         server.handle(target, [this](const LoopbackRequest &, QTcpSocket &socket) { m_sockets.append(&socket); });
     }
     [[nodiscard]] bool holds(qsizetype count) const { return m_sockets.size() == count; }
-    void letGo(qsizetype index, const QByteArray &reply) {
+    void release(qsizetype index, const QByteArray &reply) {
         m_sockets.at(index)->write(reply);
         m_sockets.at(index)->disconnectFromHost();
     }
@@ -40,10 +40,10 @@ TEST(ElevenLabsService, ConnectingFetchesTheAccountAndPicksTheFirstVoice) {
     EXPECT_TRUE(service.isAuthenticated());
     EXPECT_FALSE(service.isLoading());
     EXPECT_TRUE(service.errorMessage().isEmpty());
-    EXPECT_EQ(service.creditsText(), QStringLiteral("100 credits"));
+    EXPECT_EQ(under.creditsText(), QStringLiteral("100 credits"));
     EXPECT_EQ(service.availableVoiceIds(), (QSet<QString>{QStringLiteral("v1"), QStringLiteral("v2")}));
-    EXPECT_EQ(service.selectedVoiceName(), QStringLiteral("Rachel"));
-    EXPECT_EQ(service.selectedVoiceColor().hex(), QStringLiteral("#E63D3D"));
+    EXPECT_EQ(service.voiceSelection().selectedVoiceName(), QStringLiteral("Rachel"));
+    EXPECT_EQ(service.voiceSelection().selectedVoiceColor().hex(), QStringLiteral("#E63D3D"));
     EXPECT_EQ(service.voices().first().labels->value(QStringLiteral("gender")), QStringLiteral("female"));
     const auto requests = under.server.requests();
     ASSERT_EQ(requests.size(), 2);
@@ -67,7 +67,7 @@ TEST(ElevenLabsService, ASignOutDropsTheResultOfARunningConnect) {
     noteEnd(under.service().connectAccount(ElevenLabsService::KeychainErrors::Show), &ended);
     ASSERT_TRUE(ServiceUnderTest::becomes([&gate] { return gate.holds(1); }));
     QCoro::waitFor(under.service().disconnectAccount());
-    gate.letGo(0, LoopbackServer::json(voicesJson()));
+    gate.release(0, LoopbackServer::json(voicesJson()));
     ASSERT_TRUE(ServiceUnderTest::becomes([&ended] { return ended; }));
     EXPECT_FALSE(under.service().isAuthenticated());
     EXPECT_TRUE(under.service().apiKey().isEmpty());
@@ -81,9 +81,9 @@ TEST(ElevenLabsService, OfTwoConnectsTheLaterWinsEvenWhenTheEarlierFailsLast) {
     noteEnd(under.service().connectAccount(ElevenLabsService::KeychainErrors::Show), &firstEnded);
     under.service().connectAccount(ElevenLabsService::KeychainErrors::Show);
     ASSERT_TRUE(ServiceUnderTest::becomes([&gate] { return gate.holds(2); }));
-    gate.letGo(1, LoopbackServer::json(userJson(5)));
+    gate.release(1, LoopbackServer::json(userJson(5)));
     ASSERT_TRUE(ServiceUnderTest::becomes([&under] { return under.service().isAuthenticated(); }));
-    gate.letGo(0, LoopbackServer::reply(401, ""));
+    gate.release(0, LoopbackServer::reply(401, ""));
     ASSERT_TRUE(ServiceUnderTest::becomes([&firstEnded] { return firstEnded; }));
     EXPECT_TRUE(under.service().isAuthenticated());
     EXPECT_TRUE(under.service().errorMessage().isEmpty());
@@ -112,17 +112,17 @@ TEST(ElevenLabsService, AnEstimateStandsUntilTheServiceCatchesUpOrTwentySecondsP
             [&] { return under.server.requests("/v1/user").size() > before && under.delays.size() > waitsBefore; }));
         return under.service().user()->subscription.characterCount;
     };
-    under.service().scheduleUsageRefresh(QStringLiteral("text-to-speech"), 40, ElevenLabsService::UsageEstimate::Apply);
-    EXPECT_EQ(under.service().creditsText(), QStringLiteral("140 credits"));
+    under.service().scheduleUsageRefresh(QStringLiteral("text-to-speech"), 40, UsageEstimate::Apply);
+    EXPECT_EQ(under.creditsText(), QStringLiteral("140 credits"));
     EXPECT_EQ(countAfterLook(100), 140);
     under.now += 19s;
     EXPECT_EQ(countAfterLook(120), 140);
     under.now += 1s;
     EXPECT_EQ(countAfterLook(110), 110);
 
-    under.service().scheduleUsageRefresh(QStringLiteral("text-to-speech"), 10, ElevenLabsService::UsageEstimate::Apply);
+    under.service().scheduleUsageRefresh(QStringLiteral("text-to-speech"), 10, UsageEstimate::Apply);
     under.waiting.clear();
-    EXPECT_EQ(under.service().creditsText(), QStringLiteral("120 credits"));
+    EXPECT_EQ(under.creditsText(), QStringLiteral("120 credits"));
     EXPECT_EQ(countAfterLook(120), 120);
     EXPECT_EQ(countAfterLook(90), 90) << "a count that caught up ended the estimate";
 }
@@ -130,9 +130,9 @@ TEST(ElevenLabsService, AnEstimateStandsUntilTheServiceCatchesUpOrTwentySecondsP
 TEST(ElevenLabsService, FiveLooksFollowAGenerationAndANewOneStartsThemAgain) {
     ServiceUnderTest under(ServiceUnderTest::Waits::EndWhenTold);
     under.connectAccount();
-    under.service().scheduleUsageRefresh(QStringLiteral("a"), 0, ElevenLabsService::UsageEstimate::Skip);
+    under.service().scheduleUsageRefresh(QStringLiteral("a"), 0, UsageEstimate::Skip);
     ASSERT_TRUE(ServiceUnderTest::becomes([&under] { return under.waiting.size() == 1; }));
-    under.service().scheduleUsageRefresh(QStringLiteral("b"), 0, ElevenLabsService::UsageEstimate::Skip);
+    under.service().scheduleUsageRefresh(QStringLiteral("b"), 0, UsageEstimate::Skip);
     under.server.answer("/v1/user", LoopbackServer::reply(500, ""));
     under.endNextWait();
     for (std::size_t looks = 1; looks < 5; ++looks) {
@@ -157,6 +157,31 @@ TEST(ElevenLabsService, TheTierTellsLooselyWhetherUncompressedAudioIsPaidFor) {
         under.connectAccount();
         EXPECT_EQ(under.service().supportsPCMOutput(), paid) << tier.constData();
     }
+}
+
+TEST(ElevenLabsService, AKeyWithoutAKeyringSurvivesASwitchToAnotherEndpoint) {
+    ServiceUnderTest under;
+    ElevenLabsService &service = under.service();
+    service.useEndpoint(under.server.url(), ElevenLabsService::KeyKeeping::Keyring);
+    service.setApiKey(QStringLiteral("typed-key"));
+    under.connectAccount();
+    ASSERT_TRUE(service.isAuthenticated());
+    service.useEndpoint(QUrl(QStringLiteral("http://127.0.0.1:1")), ElevenLabsService::KeyKeeping::SessionOnly);
+    EXPECT_TRUE(service.apiKey().isEmpty());
+    service.useEndpoint(under.server.url(), ElevenLabsService::KeyKeeping::Keyring);
+    QCoro::waitFor(service.connectStoredAccount());
+    EXPECT_TRUE(service.isAuthenticated());
+    EXPECT_EQ(service.apiKey(), QStringLiteral("typed-key"));
+    QCoro::waitFor(service.disconnectAccount());
+    QCoro::waitFor(service.connectStoredAccount());
+    EXPECT_TRUE(service.apiKey().isEmpty()) << "a sign-out forgets it";
+}
+
+TEST(ElevenLabsService, APlanIsNamedAsPeopleSayIt) {
+    const std::vector<std::pair<const char *, const char *>> names{
+        {"free", "Free"}, {"local_pro", "Local Pro"}, {"growing_business", "Growing Business"}, {"", ""}};
+    for (const auto &[tier, name] : names)
+        EXPECT_EQ((Subscription{QString::fromLatin1(tier), 0, 0, {}}.planName()), QString::fromLatin1(name));
 }
 
 } // namespace orlenta::speech

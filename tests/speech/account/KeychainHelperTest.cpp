@@ -19,7 +19,7 @@ using test::LoopbackServer;
 
 constexpr auto probeLimit = std::chrono::seconds(60);
 
-/// What the user sees after each of the actions, each set done in a process of its own.
+/// What the user sees after each action; every call runs its actions in a new process.
 QList<QJsonObject> seenAfter(const QProcessEnvironment &environment, const QStringList &actions,
                              std::chrono::milliseconds patience = std::chrono::seconds(50)) {
     LoopbackServer server;
@@ -111,7 +111,7 @@ TEST(KeychainHelper, ADismissedPromptLeavesTheKeyForTheSessionOnly) {
     EXPECT_GT(prompter.prompts(), 0);
 }
 
-TEST(KeychainHelper, APromptThatNobodyAnswersHoldsTheClientNoLongerThanItsPatience) {
+TEST(KeychainHelper, AnUnansweredPromptHoldsTheClientOnlyUntilTheTimeOut) {
     KeyringSession session(KeyringSession::Daemon::Unlocked);
     session.lock();
     const test::KeyringPrompter &prompter = session.showPrompts(test::KeyringPrompter::User::Ignores);

@@ -10,8 +10,8 @@
 #include "speech/account/ElevenLabsService.h"
 #include "speech/account/KeychainHelper.h"
 
-// A process sees one session bus in its life, so every state of the keyring gets a process: this one. Usage: the
-// service's address, the patience with the keyring in milliseconds, then what a user does, one line of JSON after each.
+// A process can use only one session bus, so each keyring state is tested in a process of its own: this one. Arguments:
+// the service's address, the keyring time-out in milliseconds, and the user's actions. Prints a line of JSON for each.
 namespace {
 
 using orlenta::speech::ElevenLabsService;

@@ -15,27 +15,27 @@
 #include "speech/account/AccountReplies.h"
 #include "speech/account/ElevenLabsService.h"
 #include "speech/account/KeychainHelper.h"
-#include "speech/synthesis/SpeechRequests.h"
+#include "speech/synthesis/SpeechApi.h"
 #include "support/LoopbackServer.h"
 
 namespace orlenta::speech {
 
 constexpr int eventLimit = 30'000;
 
-/// Hands over what `task` ends in.
+/// Passes the result of `task` to `receive`.
 template <typename T>
 QCoro::Task<void> deliver(QCoro::Task<T> task, std::function<void(const T &)> receive) {
     const T value = co_await task;
     receive(value);
 }
 
-/// Notes the end of `task`.
+/// Sets `ended` when `task` ends.
 inline QCoro::Task<void> noteEnd(QCoro::Task<void> task, bool *ended) {
     co_await task;
     *ended = true;
 }
 
-/// What `task` ends in, with the event loop running until then.
+/// The result of `task`; runs the event loop until it ends.
 template <typename T>
 [[nodiscard]] T resultOf(QCoro::Task<T> task) {
     std::optional<T> result;
@@ -45,8 +45,8 @@ template <typename T>
     return *result;
 }
 
-/// A client and a server it talks to. The clock stands still until it is moved, and no wait of the client's takes time:
-/// each is written down, and ends in the next turn of the event loop or when the test says so.
+/// A client and its server. The clock stands still until a test moves it. The client's waits take no time: each is
+/// recorded, and ends in the next turn of the event loop or when the test ends it.
 struct ServiceUnderTest {
     enum class Waits { EndAtOnce, EndWhenTold };
 
@@ -62,7 +62,7 @@ struct ServiceUnderTest {
         answerAccount(server);
     }
 
-    /// The client, made at the first call so that a test can set `timing` before.
+    /// The client, created at the first call so that a test can change `timing` before.
     ElevenLabsService &service() {
         if (!client) {
             client = std::make_unique<ElevenLabsService>(defaults, credentials, nullptr, timing);
@@ -72,6 +72,7 @@ struct ServiceUnderTest {
         return *client;
     }
 
+    [[nodiscard]] QString creditsText() { return service().user() ? service().user()->creditsText() : QString(); }
     void connectAccount() { QCoro::waitFor(service().connectAccount(ElevenLabsService::KeychainErrors::Show)); }
 
     void endNextWait() {

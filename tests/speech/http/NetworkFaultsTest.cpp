@@ -13,7 +13,8 @@
 #include <sys/socket.h>
 
 #include "speech/account/ServiceUnderTest.h"
-#include "speech/http/ServiceExchange.h"
+#include "speech/http/ReplyFile.h"
+#include "speech/http/ServiceGateway.h"
 
 namespace orlenta::speech {
 
@@ -158,7 +159,7 @@ QSslConfiguration selfSignedConfiguration(const QTemporaryDir &folder) {
 
 } // namespace
 
-TEST(NetworkFaults, EachEndsInItsOwnWordsAndLeavesTheKeyInPlace) {
+TEST(NetworkFaults, EachEndsInItsOwnMessageAndKeepsTheKey) {
     const long before = residentPeakKilobytes();
     for (const Fault &fault : faults()) {
         SCOPED_TRACE(fault.name);
@@ -178,7 +179,7 @@ TEST(NetworkFaults, ARefusedConnectionSaysSo) {
     EXPECT_EQ(messageAfterConnecting(under), "Connection refused");
 }
 
-TEST(NetworkFaults, ACertificateOfNobodysIsRefusedBeforeTheKeyIsSent) {
+TEST(NetworkFaults, AnUntrustedCertificateIsRefusedBeforeTheKeyIsSent) {
     ServiceUnderTest under;
     auto sslServer = std::make_unique<QSslServer>();
     sslServer->setSslConfiguration(selfSignedConfiguration(under.folder));
@@ -201,34 +202,46 @@ TEST(NetworkFaults, ARedirectKeepsTheKeyAtHome) {
     under.server.answer("/v1/user", LoopbackServer::reply(301, "", "text/html", {"Location: /v1/moved"}));
     under.server.answer("/v1/moved", LoopbackServer::json(userJson(7)));
     under.connectAccount();
-    EXPECT_EQ(under.service().creditsText(), QStringLiteral("7 credits"));
+    EXPECT_EQ(under.creditsText(), QStringLiteral("7 credits"));
 
     under.server.answer("/v1/user", LoopbackServer::reply(301, "", "text/html", {"Location: /v1/user"}));
     EXPECT_EQ(messageAfterConnecting(under), "HTTP error 301");
 }
 
-TEST(NetworkFaults, ManyMegabytesOfAudioArriveWholeAndMoreThanAcceptedDoNot) {
+TEST(NetworkFaults, MoreAudioThanThirteenMinutesArrivesWholeInItsFile) {
     ServiceUnderTest under;
-    QByteArray audio(qsizetype{24} * 1024 * 1024, '\0');
+    ServiceGateway gateway(under.timing);
+    gateway.setAccess(under.server.url(), QStringLiteral("key"));
+    HttpRequest request = HttpRequest::get(gateway.access(), QStringLiteral("/audio"));
+    request.replyFile = std::make_shared<ReplyFile>(under.folder.filePath(QStringLiteral("reply")));
+    QFile file(request.replyFile->path());
+
+    QByteArray audio(qsizetype{70} * 1024 * 1024, '\0');
     for (qsizetype i = 0; i < audio.size(); i += 997)
         audio[i] = static_cast<char>(i);
-    const auto outcome = [&under](const QByteArray &reply) {
-        under.server.answer("/audio", reply);
-        HttpRequest request(under.service().exchange().address(QStringLiteral("/audio")), QStringLiteral("key"));
-        request.replyKind = HttpRequest::ReplyKind::Audio;
-        return resultOf(under.service().exchange().send(request));
-    };
-    const auto whole = outcome(LoopbackServer::reply(200, audio, "audio/mpeg"));
+    under.server.answer("/audio", LoopbackServer::reply(200, audio, "audio/mpeg"));
+    const auto whole = resultOf(gateway.send(request));
     ASSERT_TRUE(whole) << whole.error().description().toStdString();
-    EXPECT_EQ(whole->body, audio);
-    const QByteArray half = audio.left(audio.size() / 2);
-    const auto chunked = outcome("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n" +
-                                 QByteArray::number(half.size(), 16) + "\r\n" + half + "\r\n0\r\n\r\n");
-    ASSERT_TRUE(chunked) << chunked.error().description().toStdString();
-    EXPECT_EQ(chunked->body, half);
-    const auto tooMuch =
-        outcome(LoopbackServer::reply(200, QByteArray(qsizetype{65} * 1024 * 1024, 'x'), "audio/mpeg"));
-    EXPECT_EQ(tooMuch.error().kind(), SpeechError::Kind::ReplyTooLarge);
+    EXPECT_TRUE(whole->body.isEmpty());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll() == audio);
+
+    under.server.answer("/audio", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n0\r\n\r\n");
+    ASSERT_TRUE(resultOf(gateway.send(request)));
+    EXPECT_EQ(file.size(), 3) << "a second attempt starts the file anew";
+    request.replyFile.reset();
+    EXPECT_FALSE(file.exists());
+}
+
+TEST(NetworkFaults, AudioThatOnlyDripsEndsWithTheTimeLimitToo) {
+    ServiceUnderTest under;
+    under.timing.exchangeTimeout = 500ms;
+    ServiceGateway gateway(under.timing);
+    gateway.setAccess(under.server.url(), QStringLiteral("key"));
+    under.server.handle("/audio", dripForever);
+    HttpRequest request = HttpRequest::get(gateway.access(), QStringLiteral("/audio"));
+    request.replyFile = std::make_shared<ReplyFile>(under.folder.filePath(QStringLiteral("reply")));
+    EXPECT_EQ(resultOf(gateway.send(request)).error().kind(), SpeechError::Kind::TimedOut);
 }
 
 TEST(NetworkFaults, AKeyThatWouldWriteHeadersIsNeverSent) {

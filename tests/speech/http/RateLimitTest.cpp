@@ -3,7 +3,7 @@
 
 #include "speech/account/ServiceUnderTest.h"
 #include "speech/http/ResponseCheck.h"
-#include "speech/http/ServiceExchange.h"
+#include "speech/http/ServiceGateway.h"
 
 namespace orlenta::speech {
 
@@ -27,7 +27,7 @@ TEST(RateLimit, AnAskedForDelayCountsBetweenTheBackoffAndTenSeconds) {
     EXPECT_THAT(under.delays, ElementsAre(2500ms, 2000ms, 4000ms));
 }
 
-TEST(RateLimit, FourRefusalsInARowEndInTheWordsForIt) {
+TEST(RateLimit, FourRefusalsInARowEndInTheBusyMessage) {
     ServiceUnderTest under;
     under.server.answer("/v1/user", busy("120"));
     under.connectAccount();
@@ -45,14 +45,16 @@ TEST(RateLimit, OtherRefusalsAndBrokenConnectionsAreNotTriedAgain) {
     EXPECT_TRUE(under.delays.empty());
 }
 
-TEST(RateLimit, CallingOffWhileItWaitsSendsNothingMore) {
+TEST(RateLimit, CancellingDuringAWaitSendsNothingMore) {
     ServiceUnderTest under(ServiceUnderTest::Waits::EndWhenTold);
+    ServiceGateway gateway(under.timing);
+    gateway.setAccess(under.server.url(), QStringLiteral("key"));
     under.server.answer("/v1/user", busy("1"));
     const auto cancellation = std::make_shared<Cancellation>();
     bool cancelled = false;
-    using User = base::Result<ElevenLabsUser, SpeechError>;
-    deliver<User>(under.service().fetchUser(QStringLiteral("key"), cancellation),
-                  [&cancelled](const User &user) { cancelled = !user && user.error().isCancelled(); });
+    using Body = base::Result<QByteArray, SpeechError>;
+    deliver<Body>(gateway.get(gateway.access(), QStringLiteral("/v1/user"), cancellation),
+                  [&cancelled](const Body &body) { cancelled = !body && body.error().isCancelled(); });
     ASSERT_TRUE(ServiceUnderTest::becomes([&under] { return !under.waiting.empty(); }));
     cancellation->cancel();
     EXPECT_TRUE(cancelled);

@@ -4,6 +4,7 @@
 #include <QtCore/QTemporaryDir>
 
 #include "speech/synthesis/AudioOutputPreferences.h"
+#include "speech/synthesis/SpeechModel.h"
 
 namespace orlenta::speech {
 
@@ -54,7 +55,7 @@ TEST(TTSRequest, TheModelWordDecidesTheIdAndOnlyV3TakesItsStabilityFromTheMode) 
         settings.stability = 0.9;
         settings.model = QString::fromLatin1(c.model);
         settings.mode = QString::fromLatin1(c.mode);
-        EXPECT_EQ(serviceModelId(settings.model), QString::fromLatin1(c.id));
+        EXPECT_EQ(SpeechModel::forKey(settings.model).id, QString::fromLatin1(c.id));
         EXPECT_EQ(stabilityToSend(settings), c.stability) << c.model << ", " << c.mode;
     }
 }
@@ -67,7 +68,7 @@ TEST(TTSRequest, TheEstimateCountsWhatAReaderSeesAndHalvesItForFlash) {
     EXPECT_EQ(estimatedCharacters(QString(), QStringLiteral("eleven_flash_v2_5")), 0);
 }
 
-TEST(AudioOutputPreferences, UnknownWordsCountAsTheUsualOnes) {
+TEST(AudioOutputPreferences, UnknownWordsCountAsTheDefaults) {
     const QTemporaryDir folder;
     base::UserDefaults defaults(folder.filePath(QStringLiteral("defaults.ini")));
     EXPECT_EQ(AudioOutputPreferences::read(defaults), AudioOutputPreferences{});

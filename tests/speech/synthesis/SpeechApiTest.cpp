@@ -1,18 +1,14 @@
-#include "speech/synthesis/SpeechRequests.h"
+#include "speech/synthesis/SpeechApi.h"
 
 #include <cmath>
 #include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtCore/QtEndian>
-#include <sndfile.h>
 
 #include "audio/files/AudioFileReader.h"
-#include "base/files/PrivateFolders.h"
-#include "speech/account/ServiceUnderTest.h"
+#include "speech/synthesis/SpeechReplies.h"
 
 namespace orlenta::speech {
 
@@ -20,41 +16,6 @@ namespace {
 
 using test::LoopbackRequest;
 using test::LoopbackServer;
-
-constexpr int secondOfFrames = 44100;
-
-/// A second of a tone as the service's raw samples: 44.1 kHz, mono, 16 bit, little-endian.
-QByteArray tonePcm() {
-    QByteArray pcm;
-    for (int i = 0; i < secondOfFrames; ++i) {
-        const auto sample = qToLittleEndian(static_cast<qint16>(8000.0 * std::sin(i * 0.05)));
-        pcm.append(reinterpret_cast<const char *>(&sample), sizeof sample);
-    }
-    return pcm;
-}
-
-/// The same second as MP3.
-QByteArray toneMp3(const QTemporaryDir &folder) {
-    const QString path = folder.filePath(QStringLiteral("tone.mp3"));
-    SF_INFO info{};
-    info.samplerate = 44100;
-    info.channels = 1;
-    info.format = SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III;
-    SNDFILE *file = sf_open(QFile::encodeName(path).constData(), SFM_WRITE, &info);
-    const QByteArray pcm = tonePcm();
-    sf_write_short(file, reinterpret_cast<const short *>(pcm.constData()), secondOfFrames);
-    sf_close(file);
-    QFile written(path);
-    return written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray();
-}
-
-QByteArray audioReply(const QByteArray &audio) {
-    return LoopbackServer::reply(200, audio, "application/octet-stream");
-}
-
-QByteArray refusal(int status) {
-    return LoopbackServer::reply(status, R"({"detail":{"status":"output_format_not_allowed","message":"no"}})");
-}
 
 struct WavFacts {
     int rate = 0;
@@ -81,87 +42,66 @@ WavFacts factsOf(const QString &path) {
     return facts;
 }
 
-AudioOutputPreferences wavPreferences() {
-    AudioOutputPreferences preferences;
-    preferences.audioFormat = AudioFormat::Wav;
-    return preferences;
-}
-
-base::Result<QString, SpeechError> requestSpeech(ServiceUnderTest &under, AudioOutputPreferences preferences) {
-    return resultOf(under.service().requests().requestAudioFile(
-        SpeechRequests::textToSpeechPath(QStringLiteral("v 1/2")), "{}", QStringLiteral("application/json"),
-        QStringLiteral("tts"), QStringLiteral("secret-key"), preferences));
-}
-
-QList<QByteArray> formatsAsked(const ServiceUnderTest &under) {
-    QList<QByteArray> formats;
-    for (const LoopbackRequest &request : under.server.requests("/v1/text-to-speech"))
-        formats.append(request.target.mid(request.target.indexOf('=') + 1));
-    return formats;
-}
-
 } // namespace
 
-TEST(SpeechRequests, AnMP3ChoiceEndsAsACompactWavWhateverTheWavChoicesSay) {
+TEST(SpeechApi, AnMP3ChoiceEndsAsACompactWavWhateverTheWavChoicesSay) {
     ServiceUnderTest under;
     under.server.answer("/v1/text-to-speech", audioReply(toneMp3(under.folder)));
-    AudioOutputPreferences preferences;
-    preferences.mp3Quality = MP3Quality::Kbps128;
-    const auto file = requestSpeech(under, preferences);
+    under.defaults.setMp3Quality(QStringLiteral("128"));
+    const auto file = requestSpeech(under, "mp3");
     ASSERT_TRUE(file) << file.error().description().toStdString();
-    EXPECT_EQ(factsOf(*file), (WavFacts{44100, 16, 1.2, true}));
+    EXPECT_EQ(factsOf(file->path()), (WavFacts{44100, 16, 1.2, true}));
     const LoopbackRequest request = under.server.requests().last();
     EXPECT_EQ(request.target, "/v1/text-to-speech/v%201%2F2?output_format=mp3_44100_128");
     EXPECT_EQ(request.method, "POST");
     EXPECT_EQ(request.headers.value("content-type"), "application/json");
-    EXPECT_EQ(request.body, "{}");
+    EXPECT_EQ(request.body, R"({"text":"Hello","model_id":"eleven_v3"})");
 }
 
-TEST(SpeechRequests, AWavChoiceComesFromRawSamples) {
+TEST(SpeechApi, AWavChoiceComesFromRawSamples) {
     ServiceUnderTest under;
     under.server.answer("/v1/text-to-speech", audioReply(tonePcm()));
-    const auto file = requestSpeech(under, wavPreferences());
+    const auto file = requestSpeech(under, "wav");
     ASSERT_TRUE(file) << file.error().description().toStdString();
-    EXPECT_EQ(factsOf(*file), (WavFacts{48000, 24, 1.2, true}));
-    EXPECT_TRUE(file->startsWith(base::PrivateFolders::caches() + QStringLiteral("/tts_")));
-    EXPECT_TRUE(QDir(base::PrivateFolders::caches()).entryList({QStringLiteral("*_src_*")}).isEmpty());
+    EXPECT_EQ(factsOf(file->path()), (WavFacts{48000, 24, 1.2, true}));
+    EXPECT_TRUE(file->path().startsWith(base::PrivateFolders::caches() + QStringLiteral("/tts_")));
+    EXPECT_EQ(cachedFiles(), QStringList{QFileInfo(file->path()).fileName()}) << "nothing but the result is left";
     EXPECT_THAT(formatsAsked(under), ::testing::ElementsAre("pcm_44100"));
 }
 
-TEST(SpeechRequests, APlanWithoutRawSamplesGetsTheSameWavFromTheBestMP3) {
+TEST(SpeechApi, APlanWithoutRawSamplesGetsTheSameWavFromTheBestMP3) {
     for (const int status : {400, 402, 403}) {
         ServiceUnderTest under;
         under.server.answerInTurn("/v1/text-to-speech", {refusal(status), audioReply(toneMp3(under.folder))});
-        const auto file = requestSpeech(under, wavPreferences());
+        const auto file = requestSpeech(under, "wav");
         ASSERT_TRUE(file) << file.error().description().toStdString();
-        EXPECT_EQ(factsOf(*file), (WavFacts{48000, 24, 1.2, true}));
+        EXPECT_EQ(factsOf(file->path()), (WavFacts{48000, 24, 1.2, true}));
         EXPECT_THAT(formatsAsked(under), ::testing::ElementsAre("pcm_44100", "mp3_44100_192"));
     }
 }
 
-TEST(SpeechRequests, OtherRefusalsNeverChangeTheFormat) {
+TEST(SpeechApi, OtherRefusalsNeverChangeTheFormat) {
     for (const int status : {401, 404, 429, 500}) {
         ServiceUnderTest under;
         under.server.answer("/v1/text-to-speech", refusal(status));
-        EXPECT_FALSE(requestSpeech(under, wavPreferences()));
+        EXPECT_FALSE(requestSpeech(under, "wav"));
         for (const QByteArray &format : formatsAsked(under))
             EXPECT_EQ(format, "pcm_44100") << status;
         EXPECT_EQ(formatsAsked(under).size(), status == 429 ? 4 : 1);
     }
 }
 
-TEST(SpeechRequests, BytesThatAreNoAudioAreAnErrorAndLeaveNoFile) {
+TEST(SpeechApi, BytesThatAreNoAudioAreAnErrorAndLeaveNoFile) {
     ServiceUnderTest under;
-    under.server.answer("/v1/text-to-speech", audioReply("this is no MP3"));
-    const QDir caches(base::PrivateFolders::caches());
-    const QStringList before = caches.entryList();
-    const auto file = requestSpeech(under, AudioOutputPreferences{});
+    const QStringList before = cachedFiles();
+    under.server.answer("/v1/text-to-speech", audioReply("\xFF\xFBno MP3 from here on"));
+    const auto file = requestSpeech(under, "mp3");
     ASSERT_FALSE(file);
-    EXPECT_EQ(file.error().kind(), SpeechError::Kind::File);
-    EXPECT_EQ(caches.entryList(), before);
+    EXPECT_EQ(file.error(), SpeechError::notAudio());
+    EXPECT_EQ(cachedFiles(), before);
 }
 
-TEST(SpeechRequests, ADirectionIsPostedAsAFormAndCostsNoEstimate) {
+TEST(SpeechApi, ADirectionIsPostedAsAFormAndCostsNoEstimate) {
     ServiceUnderTest under(ServiceUnderTest::Waits::EndWhenTold);
     under.connectAccount();
     under.server.answer("/v1/speech-to-speech", audioReply(toneMp3(under.folder)));
@@ -170,8 +110,9 @@ TEST(SpeechRequests, ADirectionIsPostedAsAFormAndCostsNoEstimate) {
     direction.write("not\r\nreally audio");
     direction.close();
     const VoiceSettings settings{0.4, 0.75, 0.0, 1.0};
-    const auto file = resultOf(under.service().requests().speechToSpeech(
-        direction.fileName(), QStringLiteral("v1"), QStringLiteral("eleven_english_sts_v2"), settings));
+    const ServiceAccess access = under.service().access();
+    const auto file =
+        resultOf(under.service().speech().speechToSpeech(access, direction.fileName(), QStringLiteral("v1"), settings));
     ASSERT_TRUE(file) << file.error().description().toStdString();
     const LoopbackRequest request = under.server.requests("/v1/speech-to-speech").first();
     EXPECT_EQ(request.target, "/v1/speech-to-speech/v1?output_format=mp3_44100_192");
@@ -190,28 +131,29 @@ TEST(SpeechRequests, ADirectionIsPostedAsAFormAndCostsNoEstimate) {
                                 R"({"stability":0.4,"similarity_boost":0.75,"style":0.0,"speed":1.0})"
                                 "\r\n" +
                                 line + "--\r\n");
-    EXPECT_EQ(under.service().creditsText(), QStringLiteral("100 credits"));
+    EXPECT_EQ(under.creditsText(), QStringLiteral("100 credits"));
     EXPECT_TRUE(ServiceUnderTest::becomes([&under] { return under.server.requests("/v1/user").size() == 2; }));
 
-    const auto missing = resultOf(under.service().requests().speechToSpeech(QStringLiteral("/nowhere/take.wav"),
-                                                                            QStringLiteral("v1"), QString(), settings));
+    const auto missing = resultOf(under.service().speech().speechToSpeech(access, QStringLiteral("/nowhere/take.wav"),
+                                                                          QStringLiteral("v1"), settings));
     EXPECT_EQ(missing.error().kind(), SpeechError::Kind::File);
 }
 
-TEST(SpeechRequests, APreviewClimbsDownTheLadderAndStopsAtARateLimit) {
+TEST(SpeechApi, APreviewClimbsDownTheLadderAndStopsAtARateLimit) {
     ServiceUnderTest under;
     under.server.answer("/v1/user", LoopbackServer::json(userJson(100, "pro")));
     under.connectAccount();
     const auto preview = [&under] {
-        return resultOf(under.service().requests().generateHQVoicePreview(QStringLiteral("v1"), QStringLiteral("Hello"),
-                                                                          QStringLiteral("eleven_multilingual_v2")));
+        ElevenLabsService &service = under.service();
+        return resultOf(service.speech().generateHQVoicePreview(
+            service.access(), QStringLiteral("v1"), QStringLiteral("Hello"), QStringLiteral("eleven_multilingual_v2")));
     };
     under.server.answerInTurn("/v1/text-to-speech", {refusal(403), audioReply(tonePcm())});
     const auto second = preview();
     ASSERT_TRUE(second);
     EXPECT_EQ(second->sampleRateHz, 44100);
     EXPECT_TRUE(second->fileURL.fileName().startsWith(QStringLiteral("voice_preview_")));
-    EXPECT_EQ(under.service().creditsText(), QStringLiteral("105 credits"));
+    EXPECT_EQ(under.creditsText(), QStringLiteral("105 credits"));
 
     under.server.answerInTurn("/v1/text-to-speech", {refusal(403), refusal(500), audioReply(toneMp3(under.folder))});
     const auto third = preview();
@@ -226,13 +168,13 @@ TEST(SpeechRequests, APreviewClimbsDownTheLadderAndStopsAtARateLimit) {
     EXPECT_EQ(formatsAsked(under).size() - before, 4);
 }
 
-TEST(SpeechRequests, AnUploadedDictionaryGivesBothItsIds) {
+TEST(SpeechApi, AnUploadedDictionaryGivesBothItsIds) {
     ServiceUnderTest under;
     const auto upload = [&under](const QByteArray &body) {
         under.server.answer("/v1/pronunciation-dictionaries/add-from-file", LoopbackServer::json(body));
-        return resultOf(under.service().requests().addPronunciationDictionary(
-            QStringLiteral("Orlenta Pronunciation"), QStringLiteral("Auto-generated by Orlenta"), "<lexicon/>",
-            QStringLiteral("secret-key")));
+        return resultOf(under.service().speech().addPronunciationDictionary(
+            under.service().access(), QStringLiteral("Orlenta Pronunciation"),
+            QStringLiteral("Auto-generated by Orlenta"), "<lexicon/>"));
     };
     const auto uploaded = upload(R"({"id":"d1","version_id":"w1","name":"n"})");
     ASSERT_TRUE(uploaded);

@@ -1,4 +1,4 @@
-#include "speech/http/HttpExchange.h"
+#include "speech/http/HttpClient.h"
 
 #include <algorithm>
 
@@ -20,7 +20,7 @@ bool isSendable(const HttpRequest &request) {
            (scheme == QLatin1String("https") || scheme == QLatin1String("http"));
 }
 
-/// A key with a line break in it would write further headers.
+/// A key with a line break in it would add headers.
 bool fitsHeader(const QString &key) {
     return std::all_of(key.begin(), key.end(), [](QChar c) { return c.unicode() >= 0x20 && c.unicode() != 0x7F; });
 }
@@ -30,7 +30,7 @@ bool isSameOrigin(const QUrl &a, const QUrl &b) {
     return a.scheme() == b.scheme() && a.host() == b.host() && port(a) == port(b);
 }
 
-/// Where to ask again, or an empty address when the reply stands as it is.
+/// Where to send the request next; empty if the reply is final.
 QUrl redirectTarget(const HttpRequest &request, const HttpReply &reply) {
     const bool keepsMethod = reply.status == 307 || reply.status == 308;
     const bool redirects = keepsMethod || reply.status == 301 || reply.status == 302 || reply.status == 303;
@@ -46,22 +46,22 @@ bool isLoopback(const QUrl &url) {
 
 } // namespace
 
-HttpExchange::HttpExchange(SpeechTiming timing) : m_timing(std::move(timing)) {}
+HttpClient::HttpClient(SpeechTiming timing) : m_timing(std::move(timing)) {}
 
-HttpExchange::~HttpExchange() {
+HttpClient::~HttpClient() {
     close();
 }
 
-QCoro::Task<base::Result<HttpReply, SpeechError>> HttpExchange::perform(HttpRequest request) {
+QCoro::Task<base::Result<HttpReply, SpeechError>> HttpClient::perform(HttpRequest request) {
     if (!isSendable(request))
         co_return base::fail(SpeechError(ElevenLabsError::invalidURL()));
-    if (!fitsHeader(request.apiKey))
+    if (!fitsHeader(request.access.apiKey))
         co_return base::fail(SpeechError(ElevenLabsError::unauthorized()));
-    const QPointer<HttpExchange> self(this);
+    const QPointer<HttpClient> self(this);
     for (int redirects = 0;; ++redirects) {
         if (!self || m_closed || (request.cancellation && request.cancellation->isCancelled()))
             co_return base::fail(SpeechError::cancelled());
-        // A voice program on this machine can't be reached through somebody's proxy.
+        // A proxy can't reach the local voices on this computer.
         m_network.setProxy(
             QNetworkProxy(isLoopback(request.url) ? QNetworkProxy::NoProxy : QNetworkProxy::DefaultProxy));
         auto *transfer = new HttpTransfer(m_network, request, m_timing, this);
@@ -76,7 +76,7 @@ QCoro::Task<base::Result<HttpReply, SpeechError>> HttpExchange::perform(HttpRequ
     }
 }
 
-void HttpExchange::close() {
+void HttpClient::close() {
     m_closed = true;
     for (HttpTransfer *transfer : findChildren<HttpTransfer *>(QString(), Qt::FindDirectChildrenOnly))
         transfer->cancel();

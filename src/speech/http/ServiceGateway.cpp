@@ -1,4 +1,4 @@
-#include "speech/http/ServiceExchange.h"
+#include "speech/http/ServiceGateway.h"
 
 #include <algorithm>
 #include <array>
@@ -24,26 +24,34 @@ QString secondsText(double seconds) {
 
 } // namespace
 
-ServiceExchange::ServiceExchange(const SpeechTiming &timing)
-    : m_timing(timing), m_baseURL(defaultEndpoint()), m_http(timing) {}
+ServiceGateway::ServiceGateway(const SpeechTiming &timing)
+    : m_timing(timing), m_access{defaultEndpoint(), {}, 0}, m_http(timing) {}
 
-ServiceExchange::~ServiceExchange() {
+ServiceGateway::~ServiceGateway() {
     close();
 }
 
-QUrl ServiceExchange::address(const QString &path) const {
-    return QUrl(m_baseURL.toString(QUrl::StripTrailingSlash) + path, QUrl::StrictMode);
+void ServiceGateway::setAccess(const QUrl &endpoint, const QString &apiKey) {
+    if (m_access.endpoint == endpoint && m_access.apiKey == apiKey)
+        return;
+    m_access = {endpoint, apiKey, m_access.accountEpoch + 1};
 }
 
-QCoro::Task<base::Result<HttpReply, SpeechError>> ServiceExchange::send(HttpRequest request) {
-    const QPointer<ServiceExchange> self(this);
+QCoro::Task<base::Result<HttpReply, SpeechError>> ServiceGateway::send(HttpRequest request) {
+    if (request.access.apiKey.isEmpty())
+        co_return base::fail(SpeechError::notConnected());
+    const QPointer<ServiceGateway> self(this);
     for (std::size_t attempt = 0;; ++attempt) {
+        if (request.access != m_access)
+            co_return base::fail(SpeechError::cancelled());
         auto exchanged = co_await m_http.perform(request);
         if (!self)
             co_return base::fail(SpeechError::cancelled());
         if (!exchanged)
             co_return exchanged;
         const auto refusal = checkResponse(*exchanged, m_timing.clock());
+        if (!refusal && !request.replyFile && exchanged->contentType.toLower().startsWith("text/html"))
+            co_return base::fail(SpeechError::intercepted());
         if (!refusal) {
             if (attempt > 0)
                 qCInfo(base::log::rateLimit).noquote() << "retry succeeded";
@@ -56,16 +64,15 @@ QCoro::Task<base::Result<HttpReply, SpeechError>> ServiceExchange::send(HttpRequ
         qCInfo(base::log::rateLimit).noquote()
             << QStringLiteral("429 received, retrying in %1s (attempt %2/3)").arg(secondsText(delay)).arg(attempt + 1);
         const auto wait = std::chrono::milliseconds(std::lround(delay * 1000.0));
-        if (!co_await pause(wait, request.cancellation))
-            co_return base::fail(SpeechError::cancelled());
-        if (!self)
+        const bool ranOut = co_await pause(wait, request.cancellation);
+        if (!self || !ranOut)
             co_return base::fail(SpeechError::cancelled());
     }
 }
 
-QCoro::Task<base::Result<QByteArray, SpeechError>> ServiceExchange::get(QString path, QString apiKey,
-                                                                        CancellationPtr cancellation) {
-    HttpRequest request(address(path), apiKey);
+QCoro::Task<base::Result<QByteArray, SpeechError>> ServiceGateway::get(ServiceAccess access, QString path,
+                                                                       CancellationPtr cancellation) {
+    HttpRequest request = HttpRequest::get(access, path);
     request.cancellation = cancellation;
     auto reply = co_await send(request);
     if (!reply)
@@ -73,8 +80,8 @@ QCoro::Task<base::Result<QByteArray, SpeechError>> ServiceExchange::get(QString 
     co_return reply->body;
 }
 
-QCoro::Task<bool> ServiceExchange::pause(std::chrono::milliseconds delay, CancellationPtr cancellation) {
-    const QPointer<ServiceExchange> self(this);
+QCoro::Task<bool> ServiceGateway::pause(std::chrono::milliseconds delay, CancellationPtr cancellation) {
+    const QPointer<ServiceGateway> self(this);
     const Completion<bool> ended;
     if (cancellation && cancellation->isCancelled())
         co_return false;
@@ -90,7 +97,7 @@ QCoro::Task<bool> ServiceExchange::pause(std::chrono::milliseconds delay, Cancel
     co_return ran;
 }
 
-void ServiceExchange::close() {
+void ServiceGateway::close() {
     m_http.close();
     for (const Completion<bool> &ended : QList(m_pauses))
         ended.resolve(false);

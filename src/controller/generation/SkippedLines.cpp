@@ -1,0 +1,51 @@
+#include "controller/generation/SkippedLines.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QtCore/QStringList>
+
+#include "base/files/PrivateFolders.h"
+
+namespace orlenta::controller {
+namespace {
+
+QString wordsFor(SkipReason reason) {
+    switch (reason) {
+    case SkipReason::AccountGone:
+        return QStringLiteral("the account was signed out or changed first");
+    case SkipReason::ProjectFolderMissing:
+        return QStringLiteral("the project's folder can't be found, so there was no place for the audio");
+    case SkipReason::ProjectFolderReadOnly:
+        return QStringLiteral("the project's folder can't be written to, so there was no place for the audio");
+    case SkipReason::CacheFolderReadOnly:
+        return QStringLiteral("the folder %1 can't be written to, so there was no place for the audio")
+            .arg(base::PrivateFolders::caches());
+    case SkipReason::NoRoom:
+        return QStringLiteral("the disk is nearly full, so there was no room for the audio");
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace
+
+void SkippedLines::add(SkipReason reason) {
+    const auto known =
+        std::find_if(m_counts.begin(), m_counts.end(),
+                     [reason](const std::pair<SkipReason, int> &count) { return count.first == reason; });
+    if (known == m_counts.end())
+        m_counts.append({reason, 1});
+    else
+        ++known->second;
+}
+
+QString SkippedLines::takeMessage() {
+    QStringList sentences;
+    for (const auto &[reason, count] : std::exchange(m_counts, {}))
+        sentences.append(count == 1
+                             ? QStringLiteral("1 line wasn't generated: %1.").arg(wordsFor(reason))
+                             : QStringLiteral("%1 lines weren't generated: %2.").arg(count).arg(wordsFor(reason)));
+    return sentences.join(u' ');
+}
+
+} // namespace orlenta::controller
