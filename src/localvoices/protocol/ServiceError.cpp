@@ -180,6 +180,16 @@ ServiceError contextNotSupported(const QString &modelId) {
             u"previous_text"_s};
 }
 
+ServiceError invalidStability() {
+    return {400,
+            validation,
+            u"invalid_ttd_stability"_s,
+            u"invalid_ttd_stability"_s,
+            u"Invalid TTD stability value. Must be one of: [0.0, 0.5, 1.0] (0.0 = Creative, 0.5 = Natural, 1.0 = "
+            u"Robust)"_s,
+            u"stability"_s};
+}
+
 ServiceError unknownDictionary(const QString &id) {
     return {404,
             u"not_found"_s,

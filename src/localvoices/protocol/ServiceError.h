@@ -38,6 +38,7 @@ struct ServiceError {
 [[nodiscard]] ServiceError textTooLong(qsizetype characters, qsizetype limit);
 [[nodiscard]] ServiceError quotaExceeded(qint64 limit, qint64 remaining, qint64 required);
 [[nodiscard]] ServiceError contextNotSupported(const QString &modelId);
+[[nodiscard]] ServiceError invalidStability();
 [[nodiscard]] ServiceError unknownDictionary(const QString &id);
 [[nodiscard]] ServiceError unreadableLexicon();
 [[nodiscard]] ServiceError unusableAudio(const QString &complaint);

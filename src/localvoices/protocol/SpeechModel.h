@@ -11,6 +11,7 @@ namespace orlenta::localvoices {
 
 enum class ModelTask { TextToSpeech, SpeechToSpeech };
 enum class LineContext { Accepted, Refused };
+enum class StabilityScale { Continuous, ThreeSteps };
 
 /// What a model of the service takes and costs. All of them are spoken by the same voices here.
 struct SpeechModel {
@@ -23,6 +24,7 @@ struct SpeechModel {
     PhonemeRules phonemeRules = PhonemeRules::Skipped;
     /// Whether the text of neighbouring lines may be sent.
     LineContext context = LineContext::Accepted;
+    StabilityScale stability = StabilityScale::Continuous;
 };
 
 /// The model of a task, if the service has it.

@@ -13,8 +13,7 @@ enum class FaultKind {
     /// Answers as usual; passes one request over.
     None,
     /// Answers with an HTTP status of 400 to 599. Argument: a legacy status such as "quota_exceeded", a number of
-    /// seconds
-    /// for Retry-After with 429, or any other text, which becomes a bare detail.
+    /// seconds for Retry-After with 429, or any other text, which becomes a bare detail.
     Status,
     /// Answers as usual after so many milliseconds.
     Slow,
@@ -30,6 +29,11 @@ enum class FaultKind {
     Empty,
     /// Answers 200 with a body that is neither JSON nor audio.
     Garbage,
+    /// Answers 200 with an HTML page, as the captive portal of a hotel's network does.
+    Portal,
+    /// Refuses a stability other than 0, 0.5 and 1 where the request's model is one that takes no other, such as
+    /// eleven_v3. Answers every other request as usual.
+    Stability,
 };
 
 struct Fault {
@@ -44,8 +48,9 @@ struct Fault {
 ///
 /// Written as entries parted by commas, used up in order by the requests that they fit:
 /// `[endpoint:]fault[=argument][*count]`. Endpoints are user, voices, tts, sts and lexicon; faults are ok, slow, cut,
-/// reset, stall, huge, empty, garbage or an HTTP status. "tts:429=2.5*3,tts:ok,401=quota_exceeded" refuses three lines
-/// with Retry-After 2.5, lets one pass, and tells whoever asks next that the quota is used up.
+/// reset, stall, huge, empty, garbage, portal, stability or an HTTP status. "tts:429=2.5*3,tts:ok,401=quota_exceeded"
+/// refuses three lines with Retry-After 2.5, lets one pass, and tells whoever asks next that the quota is used up.
+/// "tts:portal,tts:stability*9" answers one line with a page and checks the stability of the nine after it.
 class FaultScript final {
 public:
     /// The script, or a sentence about the entry that can't be read.

@@ -46,6 +46,10 @@ std::optional<ServiceError> refusalOf(const SpeechJob &job) {
     return std::nullopt;
 }
 
+bool isOneOfThreeSteps(double stability) {
+    return stability == 0.0 || stability == 0.5 || stability == 1.0;
+}
+
 } // namespace
 
 void LocalVoicesServer::routeSpeech(const HttpRequest &request, const Delivery &delivery) {
@@ -86,6 +90,11 @@ void LocalVoicesServer::speak(const TextToSpeechRequest &request, SpeechJob job,
     }
     if (request.hasContext && model->context == LineContext::Refused) {
         delivery.send(contextNotSupported(request.modelId).answer());
+        return;
+    }
+    if (delivery.fault() == FaultKind::Stability && model->stability == StabilityScale::ThreeSteps &&
+        !isOneOfThreeSteps(request.settings.stability)) {
+        delivery.send(invalidStability().answer());
         return;
     }
     if (cost > m_account.remaining()) {

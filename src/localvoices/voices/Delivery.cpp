@@ -29,6 +29,9 @@ HttpAnswer statusFaultAnswer(const Fault &fault) {
     return answer;
 }
 
+constexpr char portalPage[] = "<!DOCTYPE html>\n<html><head><title>Welcome</title></head>"
+                              "<body><h1>Welcome</h1><p>Sign in to use this network.</p></body></html>\n";
+
 } // namespace
 
 Delivery::Delivery(QTcpSocket *socket, Fault fault) : m_socket(socket), m_fault(std::move(fault)) {}
@@ -42,6 +45,7 @@ bool Delivery::answerByFault() const {
     case FaultKind::None:
     case FaultKind::Slow:
     case FaultKind::Cut:
+    case FaultKind::Stability:
         return false;
     case FaultKind::Status:
         sendNow(statusFaultAnswer(m_fault));
@@ -59,6 +63,9 @@ bool Delivery::answerByFault() const {
         return true;
     case FaultKind::Garbage:
         sendNow({200, "application/octet-stream", {}, QByteArray("\x00\x01\xFFneither audio nor JSON\x80\x00", 27)});
+        return true;
+    case FaultKind::Portal:
+        sendNow({200, "text/html; charset=utf-8", {}, portalPage});
         return true;
     }
     return false;

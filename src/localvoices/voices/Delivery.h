@@ -18,6 +18,7 @@ public:
 
     [[nodiscard]] bool isClientThere() const;
     [[nodiscard]] QTcpSocket *socket() const { return m_socket; }
+    [[nodiscard]] FaultKind fault() const { return m_fault.kind; }
 
     /// Whether the fault takes the place of the answer. If so it has been dealt with.
     [[nodiscard]] bool answerByFault() const;

@@ -59,6 +59,36 @@ TEST(Faults, ConnectionsBreakAsOrdered) {
     EXPECT_EQ(voices.get(u"/v1/user"_s).status, 200);
 }
 
+TEST(Faults, APortalAnswersALineWithItsPage) {
+    LocalVoicesProcess voices({u"--faults"_s, u"tts:portal"_s});
+    const Reply page = voices.speak(u"local-dana"_s, u"a"_s);
+    EXPECT_EQ(page.status, 200);
+    EXPECT_EQ(page.contentType, "text/html; charset=utf-8");
+    EXPECT_TRUE(page.body.startsWith("<!DOCTYPE html>"));
+    EXPECT_EQ(voices.speak(u"local-dana"_s, u"a"_s).contentType, "audio/pcm");
+}
+
+TEST(Faults, StabilityIsCheckedForTheModelsThatKnowThreeSteps) {
+    LocalVoicesProcess voices({u"--faults"_s, u"tts:stability*6"_s});
+    const auto speak = [&voices](const QString &model, double stability) {
+        return voices.speak(u"local-dana"_s, u"a"_s,
+                            u",\"model_id\":\"%1\",\"voice_settings\":{\"stability\":%2}"_s.arg(model).arg(stability));
+    };
+    const Reply refused = speak(u"eleven_v3"_s, 0.3);
+    EXPECT_EQ(refused.status, 400);
+    EXPECT_EQ(test::schemaFaults(u"ApiError"_s, refused.body), QStringList());
+    const QJsonValue detail = QJsonDocument::fromJson(refused.body)[u"detail"_s];
+    EXPECT_EQ(detail[u"status"_s].toString(), u"invalid_ttd_stability"_s);
+    EXPECT_EQ(detail[u"message"_s].toString(), u"Invalid TTD stability value. Must be one of: [0.0, 0.5, 1.0] "
+                                               u"(0.0 = Creative, 0.5 = Natural, 1.0 = Robust)"_s);
+    for (const double step : {0.0, 0.5, 1.0})
+        EXPECT_EQ(speak(u"eleven_v3"_s, step).status, 200) << step;
+    EXPECT_EQ(speak(u"eleven_multilingual_v2"_s, 0.3).status, 200);
+    EXPECT_EQ(voices.speak(u"local-dana"_s, u"a"_s, u",\"model_id\":\"eleven_v3\""_s).status, 200)
+        << "the default is one of the three";
+    EXPECT_EQ(speak(u"eleven_v3"_s, 0.3).status, 200) << "the fault is used up";
+}
+
 TEST(Faults, NoneIsTakenFromRequestsUnlessTheProgramWasToldTo) {
     LocalVoicesProcess voices{QStringList()};
     QNetworkRequest request = voices.request(u"/v1/user"_s);
