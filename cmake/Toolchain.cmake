@@ -21,7 +21,10 @@ add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST
 
 add_library(orlenta_warnings INTERFACE)
 target_compile_options(orlenta_warnings INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Werror)
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor)
+if(ORLENTA_WARNINGS_AS_ERRORS)
+  target_compile_options(orlenta_warnings INTERFACE -Werror)
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # g++ 12 warns inside its own and Qt's headers when sanitizers or optimisation change inlining.
   target_compile_options(orlenta_warnings INTERFACE -fcoroutines -Wno-maybe-uninitialized -Wno-error=restrict
