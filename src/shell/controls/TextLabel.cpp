@@ -30,7 +30,8 @@ bool isStrong(TextLabel::Style style) {
 }
 
 QColor labelColor(TextLabel::Style style) {
-    const ThemeColors &colors = ThemeColors::of(QApplication::palette());
+    const QPalette palette = QApplication::palette();
+    const ThemeColors &colors = ThemeColors::of(palette);
     switch (style) {
     case TextLabel::Style::Title:
     case TextLabel::Style::Heading:
