@@ -1,6 +1,6 @@
 # Everything outside the project's own tree, in one place; ARCHITECTURE.md gives the reason for each.
 find_package(PkgConfig REQUIRED)
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Concurrent Network HttpServer DBus Test)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Concurrent Network DBus Test)
 if(NOT ORLENTA_HEADLESS)
   find_package(Qt6 6.4 REQUIRED COMPONENTS Gui Widgets Svg)
 endif()

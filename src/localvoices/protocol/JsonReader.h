@@ -10,11 +10,14 @@ namespace orlenta::localvoices {
 
 enum class Presence { Required, Optional };
 
-/// Reads the fields of a request's JSON object and gathers what breaks the schema. A null counts as an optional field's
-/// absence. Unknown fields are passed over, as the service does.
+/// Reads the fields of a request's JSON object and collects what breaks the schema. A null counts as an optional
+/// field's absence. Unknown fields are ignored, as the service does.
 class JsonReader final {
 public:
-    /// `faults` is added to; `location` is where the object stands in the request.
+    /// The object that is the whole of a JSON text; none when it isn't one.
+    [[nodiscard]] static std::optional<QJsonObject> parseObject(const QByteArray &json);
+
+    /// What breaks the schema is added to `faults`. `location` is where the object stands in the request.
     JsonReader(QJsonObject object, QJsonArray location, QJsonArray &faults);
 
     [[nodiscard]] std::optional<QString> text(const QString &key, Presence presence = Presence::Optional);

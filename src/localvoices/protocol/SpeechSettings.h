@@ -2,9 +2,12 @@
 
 #include <cstdint>
 
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonObject>
+
 namespace orlenta::localvoices {
 
-/// How a line is to be spoken. The service's scales and its defaults.
+/// How a line is to be spoken, on the service's scales and with its defaults.
 struct SpeechSettings {
     /// 0 to 1: the less, the wider the melody.
     double stability = 0.5;
@@ -16,10 +19,10 @@ struct SpeechSettings {
     std::uint32_t seed = 0;
 
     /// The melody's width beside the voice's own, 0.5 to 2.
-    [[nodiscard]] double melody() const {
-        const double width = 1.0 + (0.5 - stability) + 0.5 * style;
-        return width < 0.5 ? 0.5 : width;
-    }
+    [[nodiscard]] double melody() const;
+
+    /// Takes over what a request's `voice_settings` hold, and adds what breaks the schema to `faults`.
+    void readVoiceSettings(const QJsonObject &voiceSettings, QJsonArray &faults);
 };
 
 } // namespace orlenta::localvoices

@@ -4,16 +4,17 @@
 #include <map>
 
 #include <QtCore/QByteArray>
+#include <QtCore/QObject>
 #include <QtCore/QString>
-#include <QtHttpServer/QAbstractHttpServer>
+#include <QtNetwork/QTcpServer>
 
+#include "localvoices/http/HttpConnection.h"
 #include "localvoices/lexicon/DictionaryShelf.h"
 #include "localvoices/protocol/SpeechModel.h"
 #include "localvoices/server/AccountBook.h"
+#include "localvoices/server/Delivery.h"
 #include "localvoices/server/FaultScript.h"
-#include "localvoices/server/HttpExchange.h"
 #include "localvoices/server/WorkerPool.h"
-#include "localvoices/voices/Delivery.h"
 
 namespace orlenta::localvoices {
 
@@ -40,30 +41,32 @@ struct ServerSettings {
 ///
 /// Where faults are accepted, POST /local/faults with a script as its body takes the place of what is left of the
 /// script before, and the header x-local-fault orders one fault for its own request.
-class LocalVoicesServer final : public QAbstractHttpServer {
+class LocalVoicesServer final : public QObject {
     Q_OBJECT
 
 public:
+    /// The largest recording that is converted, in bytes.
+    static constexpr qint64 largestRecording = 50 * 1024 * 1024;
+
     explicit LocalVoicesServer(ServerSettings settings, QObject *parent = nullptr);
 
     /// Listens on a port that the system chooses, and returns it; 0 when that fails.
     [[nodiscard]] quint16 start();
 
 private:
-    // A QHttpServer's responder may outlive its connection's end by a dangling pointer in Qt 6.4's release builds, so
-    // answers are written to the connections themselves.
-    bool handleRequest(const QHttpServerRequest &request, QTcpSocket *socket) override;
-    void missingHandler(const QHttpServerRequest &request, QTcpSocket *socket) override;
-
-    void route(const HttpRequest &request, QTcpSocket *socket);
-    void routeSpeech(const HttpRequest &request, const Delivery &delivery);
-    [[nodiscard]] Fault faultFor(const HttpRequest &request, const QString &endpoint);
+    void acceptConnections();
+    void endLongestSilentConnection();
+    [[nodiscard]] HttpConnection::Admission admit(const IncomingRequest &request) const;
+    void route(const IncomingRequest &request, QTcpSocket *socket);
+    void routeSpeech(const IncomingRequest &request, const Delivery &delivery);
+    [[nodiscard]] bool isFaultOrder(const IncomingRequest &request) const;
+    [[nodiscard]] Fault faultFor(const IncomingRequest &request, const QString &endpoint);
     [[nodiscard]] bool isKey(const QByteArray &key) const;
 
     [[nodiscard]] HttpAnswer voicesAnswer() const;
-    [[nodiscard]] HttpAnswer orderFaults(const HttpRequest &request);
-    [[nodiscard]] HttpAnswer addDictionary(const HttpRequest &request);
-    void sendPreview(const HttpRequest &request, const Delivery &delivery);
+    [[nodiscard]] HttpAnswer orderFaults(const IncomingRequest &request);
+    [[nodiscard]] HttpAnswer addDictionary(const IncomingRequest &request);
+    void sendPreview(const IncomingRequest &request, const Delivery &delivery);
     void speak(const TextToSpeechRequest &request, SpeechJob job, const Delivery &delivery);
     void convert(const SpeechToSpeechRequest &request, SpeechJob job, const Delivery &delivery);
 
@@ -73,6 +76,7 @@ private:
     void runJob(const SpeechJob &job, const Costing &costOf, const Delivery &delivery, const Answered &answered);
 
     ServerSettings m_settings;
+    QTcpServer m_listener;
     AccountBook m_account;
     DictionaryShelf m_dictionaries;
     WorkerPool m_workers;

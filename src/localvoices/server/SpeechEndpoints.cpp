@@ -5,8 +5,9 @@
 #include <QtCore/QUuid>
 
 #include "localvoices/protocol/OutputFormat.h"
-#include "localvoices/protocol/ServiceError.h"
-#include "localvoices/protocol/SpeechRequest.h"
+#include "localvoices/protocol/Refusal.h"
+#include "localvoices/protocol/SpeechToSpeechRequest.h"
+#include "localvoices/protocol/TextToSpeechRequest.h"
 #include "localvoices/server/LocalVoicesServer.h"
 #include "localvoices/voices/VoiceCatalogue.h"
 
@@ -16,7 +17,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype largestRecording = 50 * 1024 * 1024;
 constexpr double conversionCreditsPerMinute = 1000.0;
 
 /// Seconds of the audio of an answer, from the size of its bytes.
@@ -36,7 +36,7 @@ double secondsOf(const QByteArray &audio, const OutputFormat &format) {
 }
 
 /// Why no audio can be made for this voice in this format, if so.
-std::optional<ServiceError> refusalOf(const SpeechJob &job) {
+std::optional<Refusal> refusalOf(const SpeechJob &job) {
     if (isOpusFormat(job.outputFormat))
         return outputFormatNotAllowed(job.outputFormat);
     if (!findOutputFormat(job.outputFormat))
@@ -52,24 +52,24 @@ bool isOneOfThreeSteps(double stability) {
 
 } // namespace
 
-void LocalVoicesServer::routeSpeech(const HttpRequest &request, const Delivery &delivery) {
+void LocalVoicesServer::routeSpeech(const IncomingRequest &request, const Delivery &delivery) {
     SpeechJob job;
     job.voiceId = request.path.section(u'/', 3, 3);
     const QString asked = request.query.queryItemValue(u"output_format"_s);
     job.outputFormat = asked.isEmpty() ? u"mp3_44100_128"_s : asked;
-    if (const std::optional<ServiceError> refusal = refusalOf(job)) {
+    if (const std::optional<Refusal> refusal = refusalOf(job)) {
         delivery.send(refusal->answer());
         return;
     }
     if (request.path.startsWith(u"/v1/speech-to-speech/"_s)) {
-        const std::variant<SpeechToSpeechRequest, QJsonArray> read = readSpeechToSpeech(request);
+        const std::variant<SpeechToSpeechRequest, QJsonArray> read = SpeechToSpeechRequest::read(request);
         if (const auto *faults = std::get_if<QJsonArray>(&read))
             delivery.send(validationAnswer(*faults));
         else
             convert(std::get<SpeechToSpeechRequest>(read), std::move(job), delivery);
         return;
     }
-    const std::variant<TextToSpeechRequest, QJsonArray> read = readTextToSpeech(request.body);
+    const std::variant<TextToSpeechRequest, QJsonArray> read = TextToSpeechRequest::read(request.body);
     if (const auto *faults = std::get_if<QJsonArray>(&read))
         delivery.send(validationAnswer(*faults));
     else

@@ -3,16 +3,16 @@
 #include <QtCore/QJsonObject>
 
 #include "localvoices/JsonSchema.h"
-#include "localvoices/LocalVoicesProcess.h"
+#include "localvoices/VoicesProgram.h"
 
 namespace orlenta::localvoices {
 
 using namespace Qt::StringLiterals;
-using test::LocalVoicesProcess;
 using test::Reply;
+using test::VoicesProgram;
 
 TEST(Faults, AScriptIsUsedUpByTheRequestsThatItFits) {
-    LocalVoicesProcess voices({u"--faults"_s, u"tts:429=2.5*2,user:401=quota_exceeded"_s});
+    VoicesProgram voices({u"--faults"_s, u"tts:429=2.5*2,user:401=quota_exceeded"_s});
     EXPECT_EQ(voices.get(u"/v1/voices"_s).status, 200);
     for (int i = 0; i < 2; ++i) {
         const Reply busy = voices.speak(u"local-dana"_s, u"a"_s);
@@ -28,7 +28,7 @@ TEST(Faults, AScriptIsUsedUpByTheRequestsThatItFits) {
 }
 
 TEST(Faults, ANewScriptTakesThePlaceOfTheOld) {
-    LocalVoicesProcess voices({u"--faults"_s, u"500*9"_s});
+    VoicesProgram voices({u"--faults"_s, u"500*9"_s});
     EXPECT_EQ(voices.post(u"/local/faults"_s, "text/plain", "503=boom").status, 200);
     const Reply boom = voices.get(u"/v1/user"_s);
     EXPECT_EQ(boom.status, 503);
@@ -38,7 +38,7 @@ TEST(Faults, ANewScriptTakesThePlaceOfTheOld) {
 }
 
 TEST(Faults, ConnectionsBreakAsOrdered) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     const auto ordered = [&voices](const QByteArray &fault) {
         QNetworkRequest request = voices.request(u"/v1/user"_s);
         request.setRawHeader("x-local-fault", fault);
@@ -60,7 +60,7 @@ TEST(Faults, ConnectionsBreakAsOrdered) {
 }
 
 TEST(Faults, APortalAnswersALineWithItsPage) {
-    LocalVoicesProcess voices({u"--faults"_s, u"tts:portal"_s});
+    VoicesProgram voices({u"--faults"_s, u"tts:portal"_s});
     const Reply page = voices.speak(u"local-dana"_s, u"a"_s);
     EXPECT_EQ(page.status, 200);
     EXPECT_EQ(page.contentType, "text/html; charset=utf-8");
@@ -69,7 +69,7 @@ TEST(Faults, APortalAnswersALineWithItsPage) {
 }
 
 TEST(Faults, StabilityIsCheckedForTheModelsThatKnowThreeSteps) {
-    LocalVoicesProcess voices({u"--faults"_s, u"tts:stability*6"_s});
+    VoicesProgram voices({u"--faults"_s, u"tts:stability*6"_s});
     const auto speak = [&voices](const QString &model, double stability) {
         return voices.speak(u"local-dana"_s, u"a"_s,
                             u",\"model_id\":\"%1\",\"voice_settings\":{\"stability\":%2}"_s.arg(model).arg(stability));
@@ -90,7 +90,7 @@ TEST(Faults, StabilityIsCheckedForTheModelsThatKnowThreeSteps) {
 }
 
 TEST(Faults, NoneIsTakenFromRequestsUnlessTheProgramWasToldTo) {
-    LocalVoicesProcess voices{QStringList()};
+    VoicesProgram voices{QStringList()};
     QNetworkRequest request = voices.request(u"/v1/user"_s);
     request.setRawHeader("x-local-fault", "500");
     EXPECT_EQ(voices.send("GET", request).status, 200);

@@ -6,15 +6,15 @@
 #include <QtCore/QJsonObject>
 
 #include "localvoices/engines/AudioDecoder.h"
-#include "localvoices/LocalVoicesProcess.h"
 #include "localvoices/voices/VoiceCatalogue.h"
 #include "localvoices/voices/VoiceShifter.h"
+#include "localvoices/VoicesProgram.h"
 
 namespace orlenta::localvoices {
 
 using namespace Qt::StringLiterals;
-using test::LocalVoicesProcess;
 using test::Reply;
+using test::VoicesProgram;
 
 namespace {
 
@@ -25,7 +25,7 @@ double secondsOfPcm(const Reply &reply) {
 }
 
 /// Uploads a lexicon of one lexeme and gives what a request has to hold to use it.
-QString uploadedLexeme(LocalVoicesProcess &voices, const QByteArray &lexeme) {
+QString uploadedLexeme(VoicesProgram &voices, const QByteArray &lexeme) {
     const QByteArray lexicon = "<lexicon xmlns=\"http://www.w3.org/2005/01/pronunciation-lexicon\" alphabet=\"ipa\">"
                                "<lexeme>" +
                                lexeme + "</lexeme></lexicon>";
@@ -39,7 +39,7 @@ QString uploadedLexeme(LocalVoicesProcess &voices, const QByteArray &lexeme) {
 } // namespace
 
 TEST(SpeechEndpoints, EveryVoiceSpeaksAndRepeatsItselfToTheByte) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     QList<QByteArray> heard;
     for (const VoiceProfile &voice : voiceCatalogue()) {
         const Reply reply = voices.speak(voice.id, sentence);
@@ -53,7 +53,7 @@ TEST(SpeechEndpoints, EveryVoiceSpeaksAndRepeatsItselfToTheByte) {
 }
 
 TEST(SpeechEndpoints, AnswersInTheFormatThatIsAskedFor) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     const double seconds = secondsOfPcm(voices.speak(u"local-dana"_s, sentence));
     struct Case {
         QString format;
@@ -86,7 +86,7 @@ TEST(SpeechEndpoints, AnswersInTheFormatThatIsAskedFor) {
 }
 
 TEST(SpeechEndpoints, SpeedSettlesTheLength) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     for (const QString &voice : {u"local-clara"_s, u"local-dana"_s}) {
         const double plain = secondsOfPcm(voices.speak(voice, sentence));
         for (const double speed : {0.25, 0.7, 1.2, 4.0}) {
@@ -97,7 +97,7 @@ TEST(SpeechEndpoints, SpeedSettlesTheLength) {
 }
 
 TEST(SpeechEndpoints, ABreakIsSilenceOfItsLength) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     for (const QString &voice : {u"local-clara"_s, u"local-dana"_s}) {
         const QString text = u"Hello. <break time=\"%1\" /> This is a test."_s;
         const double none = secondsOfPcm(voices.speak(voice, text.arg(u"0.001s"_s)));
@@ -108,7 +108,7 @@ TEST(SpeechEndpoints, ABreakIsSilenceOfItsLength) {
 }
 
 TEST(SpeechEndpoints, ADirectionIsNotSpoken) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     for (const QString &voice : {u"local-clara"_s, u"local-dana"_s}) {
         EXPECT_EQ(voices.speak(voice, u"[whispers] "_s + sentence).body, voices.speak(voice, sentence).body);
         EXPECT_NEAR(secondsOfPcm(voices.speak(voice, u"[sighs]"_s)), 0.1, 0.01);
@@ -116,7 +116,7 @@ TEST(SpeechEndpoints, ADirectionIsNotSpoken) {
 }
 
 TEST(SpeechEndpoints, AnAliasIsSpokenInItsWordsPlaceByEveryModel) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     const QString locator = uploadedLexeme(voices, "<grapheme>gif</grapheme><alias>a tall giraffe</alias>");
     for (const QString &voice : {u"local-clara"_s, u"local-dana"_s})
         for (const QString &model : {u"eleven_v3"_s, u"eleven_flash_v2_5"_s}) {
@@ -129,7 +129,7 @@ TEST(SpeechEndpoints, AnAliasIsSpokenInItsWordsPlaceByEveryModel) {
 }
 
 TEST(SpeechEndpoints, PhonemesAreSpokenByTheModelsThatFollowThem) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     const QString ipa =
         uploadedLexeme(voices, "<grapheme>Orlenta</grapheme><phoneme alphabet=\"ipa\">ˈmædɪsən</phoneme>");
     const QString cmu = uploadedLexeme(
@@ -147,7 +147,7 @@ TEST(SpeechEndpoints, PhonemesAreSpokenByTheModelsThatFollowThem) {
 }
 
 TEST(SpeechEndpoints, SpeechToSpeechTakesTheVoiceAndKeepsTheTiming) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     const Reply spoken = voices.post(u"/v1/text-to-speech/local-rupert?output_format=wav_44100"_s, "application/json",
                                      "{\"text\":\"" + sentence.toUtf8() + "\"}");
     const Sound direction = decodedFile(spoken.body).value();
@@ -166,7 +166,7 @@ TEST(SpeechEndpoints, SpeechToSpeechTakesTheVoiceAndKeepsTheTiming) {
 }
 
 TEST(SpeechEndpoints, SpeechToSpeechRefusesWhatItCannotRead) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     const QString path = u"/v1/speech-to-speech/local-clara"_s;
     EXPECT_EQ(voices.postForm(path, {{"audio", "direction.wav", "RIFFnonsense"}}).status, 400);
     EXPECT_EQ(voices.postForm(path, {{"audio", "direction.wav", {}}}).status, 400);
@@ -176,7 +176,7 @@ TEST(SpeechEndpoints, SpeechToSpeechRefusesWhatItCannotRead) {
 }
 
 TEST(SpeechEndpoints, ManyRequestsAtOnceAreAllAnsweredAndHoldNobodyUp) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     QNetworkRequest request = voices.request(u"/v1/text-to-speech/local-clara?output_format=pcm_16000"_s);
     request.setRawHeader("Content-Type", "application/json");
     const QByteArray body = "{\"text\":\"" + (sentence + u' ').repeated(5).toUtf8() + "\"}";
@@ -189,7 +189,7 @@ TEST(SpeechEndpoints, ManyRequestsAtOnceAreAllAnsweredAndHoldNobodyUp) {
     EXPECT_FALSE(allDone) << "the account waited for the lines";
     QByteArray first;
     for (QNetworkReply *line : lines) {
-        const Reply reply = LocalVoicesProcess::waitFor(line);
+        const Reply reply = VoicesProgram::waitFor(line);
         EXPECT_EQ(reply.status, 200);
         if (first.isEmpty())
             first = reply.body;
@@ -198,7 +198,7 @@ TEST(SpeechEndpoints, ManyRequestsAtOnceAreAllAnsweredAndHoldNobodyUp) {
 }
 
 TEST(SpeechEndpoints, TextInAnotherScriptIsSpokenByAVoiceThatOnlyReadsLatin) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     EXPECT_GT(secondsOfPcm(voices.speak(u"local-clara"_s, u"Καλημέρα κόσμε"_s, u",\"language_code\":\"el\""_s)), 0.5);
     EXPECT_GT(secondsOfPcm(voices.speak(u"local-clara"_s, u"Привет мир"_s)), 0.5);
     EXPECT_EQ(voices.speak(u"local-clara"_s, u"It’s a café"_s).body,

@@ -5,8 +5,8 @@
 #include <QtCore/QPointer>
 #include <QtNetwork/QTcpSocket>
 
+#include "localvoices/http/HttpAnswer.h"
 #include "localvoices/server/FaultScript.h"
-#include "localvoices/server/HttpExchange.h"
 
 namespace orlenta::localvoices {
 

@@ -29,12 +29,12 @@ struct Field {
 };
 
 /// The real program in a process of its own, on a port of its own, with a client of it. Ended by its standard input.
-class LocalVoicesProcess final {
+class VoicesProgram final {
 public:
-    explicit LocalVoicesProcess(const QStringList &arguments = {QStringLiteral("--faults"), QString()});
-    ~LocalVoicesProcess();
-    LocalVoicesProcess(const LocalVoicesProcess &) = delete;
-    LocalVoicesProcess &operator=(const LocalVoicesProcess &) = delete;
+    explicit VoicesProgram(const QStringList &arguments = {QStringLiteral("--faults"), QString()});
+    ~VoicesProgram();
+    VoicesProgram(const VoicesProgram &) = delete;
+    VoicesProgram &operator=(const VoicesProgram &) = delete;
 
     static constexpr char key[] = "a key of the tests' own";
 

@@ -1,4 +1,4 @@
-#include "localvoices/voices/Delivery.h"
+#include "localvoices/server/Delivery.h"
 
 #include <algorithm>
 #include <chrono>
@@ -7,7 +7,7 @@
 
 #include <QtCore/QTimer>
 
-#include "localvoices/protocol/ServiceError.h"
+#include "localvoices/protocol/Refusal.h"
 
 namespace orlenta::localvoices {
 
@@ -17,14 +17,14 @@ namespace {
 
 HttpAnswer statusFaultAnswer(const Fault &fault) {
     if (fault.argument.isEmpty())
-        return usualServiceError(fault.status).answer();
-    if (std::optional<ServiceError> error = findServiceError(fault.argument)) {
+        return usualRefusal(fault.status).answer();
+    if (std::optional<Refusal> error = findRefusal(fault.argument)) {
         error->status = fault.status;
         return error->answer();
     }
     if (fault.status != 429)
         return plainDetailAnswer(fault.status, fault.argument);
-    HttpAnswer answer = usualServiceError(429).answer();
+    HttpAnswer answer = usualRefusal(429).answer();
     answer.headers.append({"Retry-After", fault.argument.toLatin1()});
     return answer;
 }

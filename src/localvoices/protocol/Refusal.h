@@ -5,12 +5,12 @@
 #include <QtCore/QJsonArray>
 #include <QtCore/QString>
 
-#include "localvoices/server/HttpExchange.h"
+#include "localvoices/http/HttpAnswer.h"
 
 namespace orlenta::localvoices {
 
 /// A refusal in the speech service's own words and shape.
-struct ServiceError {
+struct Refusal {
     int status = 400;
     /// The family of the error, such as "validation_error".
     QString type;
@@ -25,24 +25,24 @@ struct ServiceError {
 };
 
 /// The well-known errors by their legacy status, such as "quota_exceeded" or "too_many_concurrent_requests".
-[[nodiscard]] std::optional<ServiceError> findServiceError(const QString &legacyStatus);
+[[nodiscard]] std::optional<Refusal> findRefusal(const QString &legacyStatus);
 /// The error that a bare HTTP status is most often sent with.
-[[nodiscard]] ServiceError usualServiceError(int httpStatus);
+[[nodiscard]] Refusal usualRefusal(int httpStatus);
 
-[[nodiscard]] ServiceError invalidApiKey();
-[[nodiscard]] ServiceError missingApiKey();
-[[nodiscard]] ServiceError voiceNotFound(const QString &voiceId);
-[[nodiscard]] ServiceError unknownOutputFormat(const QString &name, const QStringList &known);
-[[nodiscard]] ServiceError outputFormatNotAllowed(const QString &name);
-[[nodiscard]] ServiceError unknownModel(const QString &modelId);
-[[nodiscard]] ServiceError textTooLong(qsizetype characters, qsizetype limit);
-[[nodiscard]] ServiceError quotaExceeded(qint64 limit, qint64 remaining, qint64 required);
-[[nodiscard]] ServiceError contextNotSupported(const QString &modelId);
-[[nodiscard]] ServiceError invalidStability();
-[[nodiscard]] ServiceError unknownDictionary(const QString &id);
-[[nodiscard]] ServiceError unreadableLexicon();
-[[nodiscard]] ServiceError unusableAudio(const QString &complaint);
-[[nodiscard]] ServiceError internalError(const QString &message);
+[[nodiscard]] Refusal invalidApiKey();
+[[nodiscard]] Refusal missingApiKey();
+[[nodiscard]] Refusal voiceNotFound(const QString &voiceId);
+[[nodiscard]] Refusal unknownOutputFormat(const QString &name, const QStringList &known);
+[[nodiscard]] Refusal outputFormatNotAllowed(const QString &name);
+[[nodiscard]] Refusal unknownModel(const QString &modelId);
+[[nodiscard]] Refusal textTooLong(qsizetype characters, qsizetype limit);
+[[nodiscard]] Refusal quotaExceeded(qint64 limit, qint64 remaining, qint64 required);
+[[nodiscard]] Refusal contextNotSupported(const QString &modelId);
+[[nodiscard]] Refusal invalidStability();
+[[nodiscard]] Refusal unknownDictionary(const QString &id);
+[[nodiscard]] Refusal unreadableLexicon();
+[[nodiscard]] Refusal unusableAudio(const QString &complaint);
+[[nodiscard]] Refusal internalError(const QString &message);
 
 /// The answer for a body that breaks the request's schema: one entry for each fault, with `loc`, `msg` and `type`.
 [[nodiscard]] HttpAnswer validationAnswer(const QJsonArray &faults);
