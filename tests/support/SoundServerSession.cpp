@@ -122,12 +122,16 @@ set-default-source mic_a
 
 void SoundServerSession::startPipeWire() {
     const QString config = m_folder.filePath(QStringLiteral("config/"));
-    // The machine's real devices stay out of sight.
+    // The machine's real devices stay out of sight: WirePlumber 0.4 is told in Lua, 0.5 by its own configuration.
     writeFile(config + QStringLiteral("wireplumber/main.lua.d/51-session.lua"),
               "alsa_monitor.enabled = false\nv4l2_monitor.enabled = false\nlibcamera_monitor.enabled = false\n"
               "default_access.properties[\"enable-flatpak-portal\"] = false\n"
               "alsa_monitor.properties[\"alsa.reserve\"] = false\n");
     writeFile(config + QStringLiteral("wireplumber/bluetooth.lua.d/51-session.lua"), "bluez_monitor.enabled = false\n");
+    writeFile(config + QStringLiteral("wireplumber/wireplumber.conf.d/51-session.conf"),
+              "wireplumber.profiles = { main = { hardware.audio = disabled hardware.bluetooth = disabled "
+              "hardware.video-capture = disabled support.portal-permissionstore = disabled "
+              "support.reserve-device = disabled support.logind = disabled } }\n");
     writeFile(config + QStringLiteral("pipewire/pipewire.conf.d/session.conf"),
               "context.properties = { default.clock.allowed-rates = [ 44100 48000 ] }\n");
     start(QStringLiteral("pipewire"), {});
