@@ -7,6 +7,7 @@
 #include <pulse/pulseaudio.h>
 
 #include "audio/devices/AudioDebugLogger.h"
+#include "audio/devices/BoundStreams.h"
 #include "audio/devices/RetiredStreams.h"
 
 namespace orlenta::audio {
@@ -64,6 +65,7 @@ public:
     pa_threaded_mainloop *mainloop = nullptr;
     pa_context *context = nullptr;
     RetiredStreams retired;
+    BoundStreams bound;
 
 private:
     void connectTo(const QString &address);
@@ -129,6 +131,7 @@ void SoundServer::Link::close() {
     if (!context)
         return;
     retired.clear();
+    bound.clear();
     pa_context_set_state_callback(context, nullptr, nullptr);
     pa_context_set_subscribe_callback(context, nullptr, nullptr);
     pa_context_disconnect(context);
@@ -224,8 +227,16 @@ void SoundServer::Link::onSubscribed(pa_context *context, int success, void *lin
     static_cast<Link *>(link)->list();
 }
 
-void SoundServer::Link::onEvent(pa_context *, pa_subscription_event_type_t, uint32_t, void *link) {
-    static_cast<Link *>(link)->list();
+void SoundServer::Link::onEvent(pa_context *, pa_subscription_event_type_t type, uint32_t index, void *link) {
+    auto *self = static_cast<Link *>(link);
+    if ((type & PA_SUBSCRIPTION_EVENT_TYPE_MASK) == PA_SUBSCRIPTION_EVENT_REMOVE) {
+        const auto facility = type & PA_SUBSCRIPTION_EVENT_FACILITY_MASK;
+        if (facility == PA_SUBSCRIPTION_EVENT_SINK)
+            self->bound.deviceRemoved(DeviceDirection::Output, index);
+        else if (facility == PA_SUBSCRIPTION_EVENT_SOURCE)
+            self->bound.deviceRemoved(DeviceDirection::Input, index);
+    }
+    self->list();
 }
 
 void SoundServer::Link::onServerInfo(pa_context *, const pa_server_info *info, void *link) {
@@ -295,7 +306,12 @@ pa_context *SoundServer::context() const {
     return state() == State::Ready ? m_link->context : nullptr;
 }
 
+void SoundServer::watchDevice(const pa_stream *stream, DeviceDirection direction, std::function<void()> lost) {
+    m_link->bound.add(stream, direction, std::move(lost));
+}
+
 void SoundServer::retire(pa_stream *stream, std::chrono::microseconds lingering) {
+    m_link->bound.remove(stream);
     m_link->retired.add(stream, lingering);
 }
 

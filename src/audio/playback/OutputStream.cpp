@@ -95,6 +95,7 @@ private:
     PlaybackFeed m_feed;
     WrittenTail m_tail;
     Events m_events;
+    bool m_isBound = false;
     PlaybackClock::time_point m_openedAt = PlaybackClock::now();
     bool m_isWritten = false;
     /// The server wants more than has been read.
@@ -147,6 +148,7 @@ bool OutputStream::Link::fadeOut() {
 std::optional<RoutedAudioPlayerError> OutputStream::Link::connect(std::optional<std::uint32_t> deviceID,
                                                                   const QByteArray &sinkName) {
     const SoundServerLock lock(m_mainloop);
+    m_isBound = deviceID.has_value();
     pa_sample_spec spec{};
     spec.format = PA_SAMPLE_FLOAT32LE;
     spec.rate = static_cast<std::uint32_t>(m_feed.deviceRate());
@@ -219,6 +221,8 @@ void OutputStream::Link::stateChanged() {
         break;
     case PA_STREAM_READY:
         deviceChanged();
+        if (m_isBound)
+            m_server.watchDevice(m_stream, DeviceDirection::Output, [this] { lose(Loss::Output); });
         break;
     case PA_STREAM_UNCONNECTED:
     case PA_STREAM_CREATING:

@@ -48,6 +48,7 @@ private:
     void deadlinePassed();
     void setDeadline(std::chrono::microseconds fromNow);
     void end(End how, const QString &reason);
+    void lose(const QString &reason);
     [[nodiscard]] qint64 soundedFrames() const;
     [[nodiscard]] QString serverReason() const;
 
@@ -150,6 +151,14 @@ void InputStream::Link::end(End how, const QString &reason) {
         m_events.receiver, [ended = m_events.ended, how, reason] { ended(how, reason); }, Qt::QueuedConnection);
 }
 
+void InputStream::Link::lose(const QString &reason) {
+    // Of a take that is being stopped all but a moment has come.
+    if (m_wantedFrames)
+        end(End::Stopped, {});
+    else
+        end(End::Lost, reason);
+}
+
 void InputStream::Link::setDeadline(std::chrono::microseconds fromNow) {
     pa_context_rttime_restart(m_context, m_deadline, pa_rtclock_now() + inMicroseconds(fromNow));
 }
@@ -159,13 +168,13 @@ void InputStream::Link::stateChanged() {
     case PA_STREAM_READY:
         if (!std::exchange(m_isStarted, true) && !m_isOver)
             QMetaObject::invokeMethod(m_events.receiver, m_events.started, Qt::QueuedConnection);
+        m_server.watchDevice(m_stream, DeviceDirection::Input,
+                             [this] { lose(QString::fromUtf8(pa_strerror(PA_ERR_KILLED))); });
         break;
     case PA_STREAM_FAILED:
     case PA_STREAM_TERMINATED:
-        if (m_wantedFrames)
-            end(End::Stopped, {});
-        else if (m_isStarted)
-            end(End::Lost, serverReason());
+        if (m_wantedFrames || m_isStarted)
+            lose(serverReason());
         else
             end(pa_context_errno(m_context) == PA_ERR_ACCESS ? End::Forbidden : End::Refused, serverReason());
         break;
