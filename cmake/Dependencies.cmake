@@ -18,6 +18,12 @@ pkg_check_modules(RUBBERBAND REQUIRED IMPORTED_TARGET rubberband)
 pkg_check_modules(ESPEAK_NG REQUIRED IMPORTED_TARGET espeak-ng)
 pkg_check_modules(LAME REQUIRED IMPORTED_TARGET lame)
 
+# Since 1.52 espeak-ng has a random generator of its own.
+include(CheckCXXSymbolExists)
+set(CMAKE_REQUIRED_LIBRARIES PkgConfig::ESPEAK_NG)
+check_cxx_symbol_exists(espeak_ng_SetRandSeed espeak-ng/espeak_ng.h ORLENTA_ESPEAK_NG_HAS_SEED)
+unset(CMAKE_REQUIRED_LIBRARIES)
+
 # Flite comes without a pkg-config file. The voices first: each needs the libraries behind it.
 add_library(orlenta_flite INTERFACE)
 find_path(FLITE_INCLUDE_DIR flite/flite.h REQUIRED)

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include <espeak-ng/espeak_ng.h>
 #include <espeak-ng/speak_lib.h>
 
 namespace orlenta::localvoices {
@@ -22,6 +23,16 @@ int receiveEspeakFrames(short *frames, int count, espeak_EVENT *) {
     for (int i = 0; i < count; ++i)
         espeakReceiver->push_back(static_cast<float>(frames[i]) / 32768.0F);
     return 0;
+}
+
+/// Breath is random. Up to 1.51 it is drawn from rand(), since then from the library's own generator, which starts with
+/// the time of day.
+void seedNoise(std::uint32_t seed) {
+#ifdef ORLENTA_ESPEAK_NG_HAS_SEED
+    espeak_ng_SetRandSeed(static_cast<long>(seed));
+#else
+    std::srand(seed);
+#endif
 }
 
 QByteArray espeakInput(const std::vector<SpokenRun> &runs) {
@@ -60,8 +71,7 @@ Sound EspeakEngine::speak(const std::vector<SpokenRun> &runs, const SpeechSettin
     const QByteArray input = espeakInput(runs);
     if (input.isEmpty())
         return sound;
-    // Breath is drawn from rand(), whose state differs from process to process once anything else has drawn.
-    std::srand(settings.seed);
+    seedNoise(settings.seed);
     espeak_SetParameter(espeakRATE, static_cast<int>(std::lround(usualWordsPerMinute * paceOf(settings))), 0);
     espeak_SetParameter(espeakRANGE, static_cast<int>(std::lround(std::min(usualRange * settings.melody(), 100.0))), 0);
     espeakReceiver = &sound.frames;

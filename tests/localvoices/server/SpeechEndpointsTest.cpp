@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <ctime>
 
 #include <gtest/gtest.h>
 #include <QtCore/QEventLoop>
@@ -49,6 +50,20 @@ TEST(SpeechEndpoints, EveryVoiceSpeaksAndRepeatsItselfToTheByte) {
         EXPECT_FALSE(heard.contains(reply.body)) << voice.name.toStdString() << " sounds like another voice";
         EXPECT_EQ(voices.speak(voice.id, sentence).body, reply.body) << voice.name.toStdString();
         heard << reply.body;
+    }
+}
+
+TEST(SpeechEndpoints, TheNoiseOfAVoiceComesFromItsSeedAndNotFromTheClock) {
+    VoicesProgram voices;
+    for (const QString &voice : {u"local-hush"_s, u"local-dana"_s}) {
+        const std::time_t begin = std::time(nullptr);
+        const QByteArray first = voices.speak(voice, sentence).body;
+        do
+            ASSERT_EQ(voices.speak(voice, sentence).body, first) << voice.toStdString();
+        while (std::time(nullptr) == begin);
+        const QByteArray seeded = voices.speak(voice, sentence, u",\"seed\":7"_s).body;
+        EXPECT_NE(seeded, first) << voice.toStdString();
+        EXPECT_EQ(voices.speak(voice, sentence, u",\"seed\":7"_s).body, seeded) << voice.toStdString();
     }
 }
 
