@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 namespace orlenta::localvoices {
@@ -13,6 +14,9 @@ struct Sound {
     [[nodiscard]] double seconds() const {
         return rate > 0 ? static_cast<double>(frames.size()) / static_cast<double>(rate) : 0.0;
     }
+
+    /// The sound at another rate, of round(frames * newRate / rate) frames. None when there is no memory for it.
+    [[nodiscard]] std::optional<Sound> atRate(int newRate) const;
 };
 
 } // namespace orlenta::localvoices

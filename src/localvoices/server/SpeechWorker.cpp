@@ -5,8 +5,8 @@
 
 #include <QtCore/QFile>
 
-#include "localvoices/engines/AudioDecoder.h"
 #include "localvoices/engines/AudioEncoder.h"
+#include "localvoices/engines/RecordingDecoder.h"
 #include "localvoices/voices/LineSpeaker.h"
 #include "localvoices/voices/SpeechJob.h"
 #include "localvoices/voices/VoiceCatalogue.h"

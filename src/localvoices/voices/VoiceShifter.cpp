@@ -7,8 +7,6 @@
 
 #include <rubberband/RubberBandStretcher.h>
 
-#include "localvoices/engines/Resampler.h"
-
 namespace orlenta::localvoices {
 
 namespace {
@@ -133,7 +131,9 @@ Sound paced(const Sound &sound, double speed) {
 }
 
 double middlePitch(const Sound &speech) {
-    const Sound sound = resampled(speech, 8000);
+    const Sound sound = speech.atRate(8000).value_or(Sound());
+    if (sound.frames.empty())
+        return 0;
     const auto window = static_cast<std::size_t>(sound.rate / 25);
     // Two thousand windows tell as much as all of a long recording's.
     const std::size_t step = std::max(window / 2, sound.frames.size() / 2000);

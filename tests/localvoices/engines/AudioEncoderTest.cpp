@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "localvoices/engines/AudioDecoder.h"
+#include "localvoices/engines/RecordingDecoder.h"
 
 namespace orlenta::localvoices {
 

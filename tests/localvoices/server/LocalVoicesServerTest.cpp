@@ -1,11 +1,12 @@
 #include "localvoices/server/LocalVoicesServer.h"
 
 #include <gtest/gtest.h>
+#include <QtCore/QFile>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 
-#include "localvoices/engines/AudioDecoder.h"
+#include "localvoices/engines/RecordingDecoder.h"
 #include "localvoices/JsonSchema.h"
 #include "localvoices/VoicesProgram.h"
 
@@ -88,6 +89,15 @@ TEST(LocalVoicesServer, WontStartWithoutAKey) {
     ASSERT_TRUE(program.waitForFinished());
     EXPECT_NE(program.exitCode(), 0);
     EXPECT_TRUE(program.readAllStandardOutput().isEmpty());
+}
+
+TEST(LocalVoicesServer, StartsWithoutFfmpeg) {
+    VoicesProgram voices;
+    QFile maps(u"/proc/%1/maps"_s.arg(voices.process().processId()));
+    ASSERT_TRUE(maps.open(QIODevice::ReadOnly));
+    const QByteArray loaded = maps.readAll();
+    EXPECT_TRUE(loaded.contains("libsndfile"));
+    EXPECT_FALSE(loaded.contains("libav")) << "each utterance waits for what is loaded";
 }
 
 TEST(LocalVoicesServer, RefusesInTheServicesOwnWords) {

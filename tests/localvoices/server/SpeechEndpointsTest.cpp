@@ -6,7 +6,7 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 
-#include "localvoices/engines/AudioDecoder.h"
+#include "localvoices/engines/RecordingDecoder.h"
 #include "localvoices/voices/VoiceCatalogue.h"
 #include "localvoices/voices/VoiceShifter.h"
 #include "localvoices/VoicesProgram.h"

@@ -8,11 +8,12 @@
 
 namespace orlenta::localvoices {
 
-/// The longest sound that is taken in, in seconds.
-constexpr double longestInputSeconds = 300.0;
+/// The longest recording that is taken in, in seconds.
+constexpr double longestRecordingSeconds = 300.0;
 
-/// Reads a whole file of any kind that libsndfile knows (WAV, AIFF, FLAC, Ogg, MP3) and mixes it to mono. The error is
-/// a sentence for whoever sent the file. Any thread.
+/// Reads a whole WAV, AIFF, CAF, FLAC or MP3 file and mixes it to mono. Samples beyond full scale are limited to it.
+/// M4A isn't read: what reads it would double the start of every worker. The error is a sentence for whoever sent the
+/// file. Any thread.
 [[nodiscard]] base::Result<Sound, QString> decodedFile(const QByteArray &bytes);
 
 /// Reads bare 16-bit little-endian mono samples of 16000 frames a second.
