@@ -10,7 +10,7 @@
 #include <unistd.h>
 
 #include "localvoices/server/LocalVoicesServer.h"
-#include "localvoices/server/SpeechWorker.h"
+#include "localvoices/workers/SpeechWorker.h"
 
 using namespace Qt::StringLiterals;
 using orlenta::localvoices::FaultOrders;

@@ -7,6 +7,8 @@
 #include <espeak-ng/espeak_ng.h>
 #include <espeak-ng/speak_lib.h>
 
+#include "localvoices/lexicon/EngineText.h"
+
 namespace orlenta::localvoices {
 
 namespace {
@@ -20,8 +22,10 @@ std::vector<float> *espeakReceiver = nullptr;
 int receiveEspeakFrames(short *frames, int count, espeak_EVENT *) {
     if (frames == nullptr || espeakReceiver == nullptr)
         return 0;
-    for (int i = 0; i < count; ++i)
-        espeakReceiver->push_back(static_cast<float>(frames[i]) / 32768.0F);
+    const std::size_t before = espeakReceiver->size();
+    espeakReceiver->resize(before + static_cast<std::size_t>(count));
+    std::transform(frames, frames + count, espeakReceiver->begin() + static_cast<std::ptrdiff_t>(before),
+                   [](short frame) { return static_cast<float>(frame) / 32768.0F; });
     return 0;
 }
 
@@ -42,10 +46,7 @@ QByteArray espeakInput(const std::vector<SpokenRun> &runs) {
             input += " [[" + espeakMnemonics(run.phones) + "]] ";
             continue;
         }
-        QString text = run.text;
-        // Double brackets in the text itself would be taken for phonemes.
-        text.replace(u'[', u' ').replace(u']', u' ').remove(QChar(u'\0'));
-        input += text.toUtf8();
+        input += engineText(run.text).toUtf8();
     }
     return input.trimmed();
 }

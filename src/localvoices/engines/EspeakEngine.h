@@ -21,8 +21,8 @@ public:
     /// Chooses a voice such as "en-us" with the variant "f3". False when espeak-ng doesn't have it.
     [[nodiscard]] bool selectVoice(const QByteArray &language, const QByteArray &variant);
 
-    /// The runs as one utterance, at `rate()`. The pace is kept between 80 and 450 words a minute; `paceOf` tells what
-    /// was kept of the speed that was asked for.
+    /// The runs, which are one of `enginePieces`, as one utterance at `rate()`. The pace is kept between 80 and 450
+    /// words a minute; `paceOf` tells what was kept of the speed that was asked for.
     [[nodiscard]] Sound speak(const std::vector<SpokenRun> &runs, const SpeechSettings &settings);
     [[nodiscard]] static double paceOf(const SpeechSettings &settings);
 

@@ -15,6 +15,8 @@ cst_voice *register_cmu_us_awb(const char *directory);
 cst_voice *register_cmu_us_kal16(const char *directory);
 }
 
+#include "localvoices/lexicon/EngineText.h"
+
 namespace orlenta::localvoices {
 
 using namespace Qt::StringLiterals;
@@ -107,7 +109,8 @@ QByteArray FliteEngine::addWord(const std::vector<Phone> &phones) {
 QByteArray FliteEngine::inputOf(const std::vector<SpokenRun> &runs) {
     QByteArray input;
     for (const SpokenRun &run : runs)
-        input += run.phones.empty() ? plainLatin(run.text) : ' ' + addWord(run.phones) + ' ';
+        input += run.phones.empty() ? engineText(QString::fromLatin1(plainLatin(run.text))).toLatin1()
+                                    : ' ' + addWord(run.phones) + ' ';
     return input.trimmed();
 }
 

@@ -21,7 +21,8 @@ public:
 
     [[nodiscard]] bool isReady() const { return m_voice != nullptr; }
 
-    /// The runs as one utterance, at the voice's own rate, in any pace from a quarter to four times its own.
+    /// The runs, which are one of `enginePieces`, as one utterance at the voice's own rate. In any pace from a quarter
+    /// to four times its own.
     [[nodiscard]] Sound speak(const std::vector<SpokenRun> &runs, const SpeechSettings &settings);
 
     /// Whether anything is left of the text when it is written in plain Latin letters.

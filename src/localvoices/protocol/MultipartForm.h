@@ -6,6 +6,8 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
+#include "base/Result.h"
+
 namespace orlenta::localvoices {
 
 struct FormPart {
@@ -15,11 +17,21 @@ struct FormPart {
     QByteArray content;
 };
 
+/// Why there is no form.
+enum class FormFault {
+    /// The content type isn't a form's, or the body breaks its rules.
+    Unreadable,
+    /// It holds more parts than any request needs.
+    TooManyParts,
+};
+
 /// A body of the type multipart/form-data (RFC 7578).
 class MultipartForm final {
 public:
-    /// None when the content type isn't that one, or the body breaks its rules.
-    [[nodiscard]] static std::optional<MultipartForm> parse(const QByteArray &contentType, const QByteArray &body);
+    static constexpr std::size_t mostParts = 64;
+
+    [[nodiscard]] static base::Result<MultipartForm, FormFault> parse(const QByteArray &contentType,
+                                                                      const QByteArray &body);
 
     /// The first part of this name, or none.
     [[nodiscard]] const FormPart *findPart(const QString &name) const;

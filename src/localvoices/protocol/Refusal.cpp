@@ -208,6 +208,10 @@ Refusal unreadableLexicon() {
             u"file"_s};
 }
 
+Refusal speechTooLong(const QString &complaint) {
+    return {400, validation, u"text_too_long"_s, u"max_character_limit_exceeded"_s, complaint, u"text"_s};
+}
+
 Refusal unusableAudio(const QString &complaint) {
     return {400, validation, u"invalid_audio"_s, u"invalid_audio"_s, complaint, u"audio"_s};
 }
@@ -222,6 +226,14 @@ HttpAnswer validationAnswer(const QJsonArray &faults) {
 
 QJsonObject validationFault(const QJsonArray &location, const QString &message, const QString &type) {
     return {{u"loc"_s, location}, {u"msg"_s, message}, {u"type"_s, type}};
+}
+
+HttpAnswer missingField(const QString &key) {
+    return validationAnswer({validationFault({u"body"_s, key}, u"Field required"_s, u"missing"_s)});
+}
+
+HttpAnswer tooManyParts(std::size_t most) {
+    return plainDetailAnswer(400, u"Too many fields. Maximum number of fields is %1."_s.arg(most));
 }
 
 HttpAnswer plainDetailAnswer(int status, const QString &detail) {

@@ -41,6 +41,7 @@ struct Refusal {
 [[nodiscard]] Refusal invalidStability();
 [[nodiscard]] Refusal unknownDictionary(const QString &id);
 [[nodiscard]] Refusal unreadableLexicon();
+[[nodiscard]] Refusal speechTooLong(const QString &complaint);
 [[nodiscard]] Refusal unusableAudio(const QString &complaint);
 [[nodiscard]] Refusal internalError(const QString &message);
 
@@ -48,6 +49,10 @@ struct Refusal {
 [[nodiscard]] HttpAnswer validationAnswer(const QJsonArray &faults);
 /// One such entry.
 [[nodiscard]] QJsonObject validationFault(const QJsonArray &location, const QString &message, const QString &type);
+/// The answer for a field that isn't there.
+[[nodiscard]] HttpAnswer missingField(const QString &key);
+/// The answer for a form that holds more parts than it may.
+[[nodiscard]] HttpAnswer tooManyParts(std::size_t most);
 /// An answer whose `detail` is a bare text.
 [[nodiscard]] HttpAnswer plainDetailAnswer(int status, const QString &detail);
 

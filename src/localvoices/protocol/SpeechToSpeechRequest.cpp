@@ -8,14 +8,16 @@ namespace orlenta::localvoices {
 
 using namespace Qt::StringLiterals;
 
-std::variant<SpeechToSpeechRequest, QJsonArray> SpeechToSpeechRequest::read(const IncomingRequest &request) {
+std::variant<SpeechToSpeechRequest, HttpAnswer> SpeechToSpeechRequest::read(const IncomingRequest &request) {
+    const auto form = MultipartForm::parse(request.header("content-type"), request.body);
+    if (!form && form.error() == FormFault::TooManyParts)
+        return tooManyParts(MultipartForm::mostParts);
+    const FormPart *audio = form ? form->findPart(u"audio"_s) : nullptr;
+    if (audio == nullptr)
+        return missingField(u"audio"_s);
     const auto fault = [](const QString &field, const QString &message, const QString &type) {
         return validationFault({u"body"_s, field}, message, type);
     };
-    const std::optional<MultipartForm> form = MultipartForm::parse(request.header("content-type"), request.body);
-    const FormPart *audio = form ? form->findPart(u"audio"_s) : nullptr;
-    if (audio == nullptr)
-        return QJsonArray{fault(u"audio"_s, u"Field required"_s, u"missing"_s)};
     QJsonArray faults;
     SpeechToSpeechRequest speech;
     speech.audio = audio->content;
@@ -31,7 +33,7 @@ std::variant<SpeechToSpeechRequest, QJsonArray> SpeechToSpeechRequest::read(cons
     if (!speech.isPcm16 && fileFormat != u"other"_s)
         faults.append(fault(u"file_format"_s, u"Input should be one of 'pcm_s16le_16', 'other'"_s, u"literal_error"_s));
     if (!faults.isEmpty())
-        return faults;
+        return validationAnswer(faults);
     return speech;
 }
 

@@ -3,9 +3,9 @@
 #include <variant>
 
 #include <QtCore/QByteArray>
-#include <QtCore/QJsonArray>
 #include <QtCore/QString>
 
+#include "localvoices/http/HttpAnswer.h"
 #include "localvoices/http/IncomingRequest.h"
 #include "localvoices/protocol/SpeechSettings.h"
 
@@ -18,8 +18,8 @@ struct SpeechToSpeechRequest {
     SpeechSettings settings;
     bool isPcm16 = false;
 
-    /// The request, or the list of faults for a 422.
-    [[nodiscard]] static std::variant<SpeechToSpeechRequest, QJsonArray> read(const IncomingRequest &request);
+    /// The request, or the answer that refuses it.
+    [[nodiscard]] static std::variant<SpeechToSpeechRequest, HttpAnswer> read(const IncomingRequest &request);
 };
 
 } // namespace orlenta::localvoices

@@ -35,10 +35,10 @@ bool readContext(JsonReader &reader) {
 
 } // namespace
 
-std::variant<TextToSpeechRequest, QJsonArray> TextToSpeechRequest::read(const QByteArray &body) {
+std::variant<TextToSpeechRequest, HttpAnswer> TextToSpeechRequest::read(const QByteArray &body) {
     const std::optional<QJsonObject> object = JsonReader::parseObject(body);
     if (!object)
-        return QJsonArray{validationFault({u"body"_s, 0}, u"JSON decode error"_s, u"json_invalid"_s)};
+        return validationAnswer({validationFault({u"body"_s, 0}, u"JSON decode error"_s, u"json_invalid"_s)});
     QJsonArray faults;
     JsonReader reader(*object, {u"body"_s}, faults);
     TextToSpeechRequest request;
@@ -53,7 +53,7 @@ std::variant<TextToSpeechRequest, QJsonArray> TextToSpeechRequest::read(const QB
     reader.requireOneOf(u"apply_text_normalization"_s, {u"auto"_s, u"on"_s, u"off"_s});
     reader.requireBool(u"apply_language_text_normalization"_s);
     if (!faults.isEmpty())
-        return faults;
+        return validationAnswer(faults);
     return request;
 }
 

@@ -4,9 +4,9 @@
 #include <variant>
 #include <vector>
 
-#include <QtCore/QJsonArray>
 #include <QtCore/QString>
 
+#include "localvoices/http/HttpAnswer.h"
 #include "localvoices/protocol/SpeechSettings.h"
 
 namespace orlenta::localvoices {
@@ -25,8 +25,8 @@ struct TextToSpeechRequest {
     std::vector<DictionaryLocator> locators;
     bool hasContext = false;
 
-    /// The request, or the list of faults for a 422.
-    [[nodiscard]] static std::variant<TextToSpeechRequest, QJsonArray> read(const QByteArray &body);
+    /// The request, or the answer that refuses it.
+    [[nodiscard]] static std::variant<TextToSpeechRequest, HttpAnswer> read(const QByteArray &body);
 };
 
 } // namespace orlenta::localvoices

@@ -31,10 +31,6 @@ HttpAnswer objectAnswer(const QJsonObject &object) {
     return answer;
 }
 
-HttpAnswer missingField(const QString &key) {
-    return validationAnswer({validationFault({u"body"_s, key}, u"Field required"_s, u"missing"_s)});
-}
-
 /// The endpoint's name in a fault script; empty for a path that isn't one of the five.
 QString endpointOf(const IncomingRequest &request) {
     const QString &path = request.path;
@@ -189,7 +185,9 @@ HttpAnswer LocalVoicesServer::orderFaults(const IncomingRequest &request) {
 }
 
 HttpAnswer LocalVoicesServer::addDictionary(const IncomingRequest &request) {
-    const std::optional<MultipartForm> form = MultipartForm::parse(request.header("content-type"), request.body);
+    const auto form = MultipartForm::parse(request.header("content-type"), request.body);
+    if (!form && form.error() == FormFault::TooManyParts)
+        return tooManyParts(MultipartForm::mostParts);
     const std::optional<QString> name = form ? form->text(u"name"_s) : std::nullopt;
     if (!name)
         return missingField(u"name"_s);

@@ -14,7 +14,7 @@
 #include "localvoices/server/AccountBook.h"
 #include "localvoices/server/Delivery.h"
 #include "localvoices/server/FaultScript.h"
-#include "localvoices/server/WorkerPool.h"
+#include "localvoices/workers/WorkerPool.h"
 
 namespace orlenta::localvoices {
 

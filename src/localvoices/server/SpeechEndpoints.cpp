@@ -46,6 +46,13 @@ std::optional<Refusal> refusalOf(const SpeechJob &job) {
     return std::nullopt;
 }
 
+/// What a worker's failure is to the client.
+Refusal refusalOf(JobKind kind, const WorkerResult &result) {
+    if (result.exit != WorkerExit::UnusableInput)
+        return internalError(result.complaint);
+    return kind == JobKind::Speak ? speechTooLong(result.complaint) : unusableAudio(result.complaint);
+}
+
 bool isOneOfThreeSteps(double stability) {
     return stability == 0.0 || stability == 0.5 || stability == 1.0;
 }
@@ -62,16 +69,16 @@ void LocalVoicesServer::routeSpeech(const IncomingRequest &request, const Delive
         return;
     }
     if (request.path.startsWith(u"/v1/speech-to-speech/"_s)) {
-        const std::variant<SpeechToSpeechRequest, QJsonArray> read = SpeechToSpeechRequest::read(request);
-        if (const auto *faults = std::get_if<QJsonArray>(&read))
-            delivery.send(validationAnswer(*faults));
+        const std::variant<SpeechToSpeechRequest, HttpAnswer> read = SpeechToSpeechRequest::read(request);
+        if (const auto *refusal = std::get_if<HttpAnswer>(&read))
+            delivery.send(*refusal);
         else
             convert(std::get<SpeechToSpeechRequest>(read), std::move(job), delivery);
         return;
     }
-    const std::variant<TextToSpeechRequest, QJsonArray> read = TextToSpeechRequest::read(request.body);
-    if (const auto *faults = std::get_if<QJsonArray>(&read))
-        delivery.send(validationAnswer(*faults));
+    const std::variant<TextToSpeechRequest, HttpAnswer> read = TextToSpeechRequest::read(request.body);
+    if (const auto *refusal = std::get_if<HttpAnswer>(&read))
+        delivery.send(*refusal);
     else
         speak(std::get<TextToSpeechRequest>(read), std::move(job), delivery);
 }
@@ -146,11 +153,11 @@ void LocalVoicesServer::convert(const SpeechToSpeechRequest &request, SpeechJob 
 void LocalVoicesServer::runJob(const SpeechJob &job, const Costing &costOf, const Delivery &delivery,
                                const Answered &answered) {
     const QByteArray contentType = findOutputFormat(job.outputFormat).value_or(OutputFormat()).contentType();
+    const JobKind kind = job.kind;
     const WorkerPool::JobId id =
-        m_workers.start(job, [this, contentType, costOf, answered](const WorkerResult &result) {
+        m_workers.start(job, [this, kind, contentType, costOf, answered](const WorkerResult &result) {
             if (result.exit != WorkerExit::Done) {
-                const bool isTheirs = result.exit == WorkerExit::UnusableInput;
-                answered((isTheirs ? unusableAudio(result.complaint) : internalError(result.complaint)).answer());
+                answered(refusalOf(kind, result).answer());
                 return;
             }
             const qint64 cost = costOf(result.audio);

@@ -16,6 +16,15 @@ enum class JobKind { Speak, Convert };
 /// What a recording that is to be converted is: a file of some kind, or bare samples.
 enum class InputForm { File, Pcm16 };
 
+/// Why a job came to nothing.
+struct JobFailure {
+    enum class Cause { Input, Engine };
+
+    Cause cause = Cause::Engine;
+    /// For whoever sent the input, or for the log.
+    QString sentence;
+};
+
 /// One piece of work for a worker process.
 struct SpeechJob {
     JobKind kind = JobKind::Speak;

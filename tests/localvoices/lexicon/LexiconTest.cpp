@@ -48,6 +48,21 @@ TEST(Lexicon, WhatIsNoLexiconIsRefused) {
         EXPECT_FALSE(readLexicon(document)) << document.constData();
 }
 
+TEST(Lexicon, TextsPastTheLimitsMakeALexiconUnreadable) {
+    const auto withText = [](const QByteArray &element, qsizetype length) {
+        const QByteArray text = '<' + element + '>' + QByteArray(length, 'a') + "</" + element + '>';
+        return readLexicon(lexiconOf("<lexeme><grapheme>word</grapheme>" + text + "</lexeme>")).hasValue();
+    };
+    EXPECT_TRUE(withText("phoneme", longestPhonemes));
+    EXPECT_FALSE(withText("phoneme", longestPhonemes + 1));
+    EXPECT_FALSE(withText("phoneme", 500'000));
+    for (const QByteArray &element : {QByteArray("alias"), QByteArray("grapheme")}) {
+        EXPECT_TRUE(withText(element, longestRuleText));
+        EXPECT_FALSE(withText(element, longestRuleText + 1)) << element.constData();
+    }
+    EXPECT_TRUE(phonesIn(u"ipa"_s, u"a"_s.repeated(longestPhonemes + 1)).empty());
+}
+
 TEST(Lexicon, RulesMatchWholeWordsInTheirOwnCase) {
     const std::vector<PronunciationRule> rules{{u"Ana"_s, u"Ahna"_s, {}},
                                                {u"New York"_s, u"NY"_s, {}},

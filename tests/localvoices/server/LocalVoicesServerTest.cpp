@@ -171,6 +171,9 @@ TEST(LocalVoicesServer, TakesALexiconAndRefusesWhatIsNone) {
     EXPECT_EQ(voices.postForm(path, {{"name", {}, "n"}}).status, 422);
     EXPECT_EQ(voices.postForm(path, {{"file", "a.pls", plainLexicon}}).status, 422);
     EXPECT_EQ(voices.post(path, "application/json", "{}").status, 422);
+    const Reply parts = voices.postForm(path, QList<test::Field>(65, {"name", {}, "n"}));
+    EXPECT_EQ(parts.status, 400);
+    EXPECT_EQ(objectOf(parts)[u"detail"_s].toString(), u"Too many fields. Maximum number of fields is 64."_s);
 }
 
 TEST(LocalVoicesServer, CountsWhatItSpeaksUntilTheQuotaIsUsed) {

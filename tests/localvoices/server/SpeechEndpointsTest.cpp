@@ -212,6 +212,52 @@ TEST(SpeechEndpoints, ManyRequestsAtOnceAreAllAnsweredAndHoldNobodyUp) {
     }
 }
 
+TEST(SpeechEndpoints, TextThatOverrunsTheEnginesBuffersIsSpoken) {
+    VoicesProgram voices;
+    const QString phoneme = u"<phoneme alphabet=\"ipa\" ph=\"%1\">x</phoneme>"_s;
+    for (const QString &voice : {u"local-clara"_s, u"local-dana"_s})
+        for (const QString &text :
+             {u"!"_s.repeated(307), u"."_s.repeated(308), u"a"_s + u"!"_s.repeated(9000), u"a.b.c."_s.repeated(29),
+              u"a. b. c. "_s.repeated(40), phoneme.arg(u"ə"_s.repeated(352)), phoneme.arg(u"ə"_s.repeated(9000))}) {
+            const Reply reply = voices.speak(voice, text, u",\"model_id\":\"eleven_flash_v2\""_s);
+            EXPECT_EQ(reply.status, 200) << voice.toStdString() << ' ' << text.left(30).toStdString();
+        }
+}
+
+TEST(SpeechEndpoints, CommandsOfTheEngineInTheTextAreNotObeyed) {
+    VoicesProgram voices;
+    EXPECT_EQ(voices.speak(u"local-dana"_s, u"hello \u0001400S there"_s).body,
+              voices.speak(u"local-dana"_s, u"hello  400S there"_s).body);
+}
+
+TEST(SpeechEndpoints, ALongTextIsSpokenWhole) {
+    VoicesProgram voices;
+    const double ten = secondsOfPcm(voices.speak(u"local-dana"_s, (sentence + u' ').repeated(10)));
+    EXPECT_NEAR(secondsOfPcm(voices.speak(u"local-dana"_s, (sentence + u' ').repeated(100))) / ten, 10, 0.3);
+}
+
+TEST(SpeechEndpoints, ALineThatItsAliasesBlowUpIsRefused) {
+    VoicesProgram voices;
+    const QString locator =
+        uploadedLexeme(voices, "<grapheme>a</grapheme><alias>" + QByteArray("hello there, ").repeated(70) + "</alias>");
+    const Reply reply =
+        voices.speak(u"local-dana"_s, u"a "_s.repeated(2000), u",\"model_id\":\"eleven_flash_v2_5\""_s + locator);
+    EXPECT_EQ(reply.status, 400);
+    const QJsonObject detail = QJsonDocument::fromJson(reply.body)[u"detail"_s].toObject();
+    EXPECT_EQ(detail[u"status"_s].toString(), u"max_character_limit_exceeded"_s);
+    EXPECT_EQ(detail[u"message"_s].toString(), u"With its pronunciations the text is longer than 100000 characters."_s);
+}
+
+TEST(SpeechEndpoints, ALanguageThatIsNotOneIsIgnored) {
+    VoicesProgram voices;
+    const QByteArray own = voices.speak(u"local-dana"_s, sentence).body;
+    for (const QString &code : {u"../lang/gmw/de"_s, u"../../../../../../../../etc/passwd"_s, u"de+whisperf"_s, u"xx"_s,
+                                u"DE"_s, u"de\\u0000"_s})
+        EXPECT_EQ(voices.speak(u"local-dana"_s, sentence, u",\"language_code\":\"%1\""_s.arg(code)).body, own)
+            << code.toStdString();
+    EXPECT_NE(voices.speak(u"local-dana"_s, sentence, u",\"language_code\":\"de\""_s).body, own);
+}
+
 TEST(SpeechEndpoints, TextInAnotherScriptIsSpokenByAVoiceThatOnlyReadsLatin) {
     VoicesProgram voices;
     EXPECT_GT(secondsOfPcm(voices.speak(u"local-clara"_s, u"Καλημέρα κόσμε"_s, u",\"language_code\":\"el\""_s)), 0.5);

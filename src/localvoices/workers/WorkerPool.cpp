@@ -1,4 +1,4 @@
-#include "localvoices/server/WorkerPool.h"
+#include "localvoices/workers/WorkerPool.h"
 
 #include <algorithm>
 #include <utility>

@@ -9,8 +9,8 @@
 #include <QtCore/QObject>
 #include <QtCore/QString>
 
-#include "localvoices/server/SpeechWorker.h"
 #include "localvoices/voices/SpeechJob.h"
+#include "localvoices/workers/SpeechWorker.h"
 
 class QProcess;
 

@@ -1,4 +1,4 @@
-#include "localvoices/server/SpeechWorker.h"
+#include "localvoices/workers/SpeechWorker.h"
 
 #include <cstdio>
 #include <optional>
@@ -18,14 +18,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-base::Result<Sound, QString> convertedRecording(const SpeechJob &job) {
+base::Result<Sound, JobFailure> convertedRecording(const SpeechJob &job) {
     const base::Result<Sound, QString> speech =
         job.recordingForm == InputForm::Pcm16 ? decodedPcm16(job.recording) : decodedFile(job.recording);
     if (!speech)
-        return speech;
+        return base::fail(JobFailure{JobFailure::Cause::Input, speech.error()});
     const std::optional<VoiceProfile> voice = findVoice(job.voiceId);
     if (!voice)
-        return base::fail(u"There is no voice %1."_s.arg(job.voiceId));
+        return base::fail(JobFailure{JobFailure::Cause::Engine, u"There is no voice %1."_s.arg(job.voiceId)});
     return spokenAs(*voice, speech.value());
 }
 
@@ -47,10 +47,12 @@ WorkerExit runSpeechWorker() {
     if (!format)
         return complain(WorkerExit::Failed, u"The output format is not one that can be made."_s);
 
-    const base::Result<Sound, QString> sound =
+    const base::Result<Sound, JobFailure> sound =
         job->kind == JobKind::Speak ? spokenLine(*job) : convertedRecording(*job);
     if (!sound)
-        return complain(job->kind == JobKind::Convert ? WorkerExit::UnusableInput : WorkerExit::Failed, sound.error());
+        return complain(sound.error().cause == JobFailure::Cause::Input ? WorkerExit::UnusableInput
+                                                                        : WorkerExit::Failed,
+                        sound.error().sentence);
     const std::optional<QByteArray> bytes = encoded(sound.value(), *format);
     if (!bytes)
         return complain(WorkerExit::Failed, u"The audio could not be encoded."_s);
