@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include "localvoices/server/LocalVoicesServer.h"
+#include "localvoices/workers/Confinement.h"
 #include "localvoices/workers/SpeechWorker.h"
 
 using namespace Qt::StringLiterals;
@@ -72,6 +73,8 @@ int serve(QCoreApplication &application) {
         settings.faultOrders = FaultOrders::Accepted;
     }
 
+    for (const QString &gap : orlenta::localvoices::confinementGaps())
+        complain(gap);
     LocalVoicesServer server(std::move(settings));
     const quint16 port = server.start();
     if (port == 0)

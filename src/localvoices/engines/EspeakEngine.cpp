@@ -59,6 +59,13 @@ EspeakEngine::EspeakEngine() {
         espeak_SetSynthCallback(receiveEspeakFrames);
 }
 
+QByteArray EspeakEngine::dataFolder() {
+    const char *path = nullptr;
+    espeak_ng_InitializePath(nullptr);
+    espeak_Info(&path);
+    return path;
+}
+
 bool EspeakEngine::selectVoice(const QByteArray &language, const QByteArray &variant) {
     return espeak_SetVoiceByName((language + '+' + variant).constData()) == EE_OK;
 }

@@ -14,6 +14,9 @@ public:
     EspeakEngine(const EspeakEngine &) = delete;
     EspeakEngine &operator=(const EspeakEngine &) = delete;
 
+    /// Where the library finds its voices and dictionaries.
+    [[nodiscard]] static QByteArray dataFolder();
+
     /// Whether the library and its data were found.
     [[nodiscard]] bool isReady() const { return m_rate > 0; }
     [[nodiscard]] int rate() const { return m_rate; }

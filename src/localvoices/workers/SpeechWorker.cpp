@@ -1,16 +1,19 @@
 #include "localvoices/workers/SpeechWorker.h"
 
+#include <clocale>
 #include <cstdio>
 #include <optional>
 
 #include <QtCore/QFile>
 
 #include "localvoices/engines/AudioEncoder.h"
+#include "localvoices/engines/EspeakEngine.h"
 #include "localvoices/engines/RecordingDecoder.h"
 #include "localvoices/voices/LineSpeaker.h"
 #include "localvoices/voices/SpeechJob.h"
 #include "localvoices/voices/VoiceCatalogue.h"
 #include "localvoices/voices/VoiceShifter.h"
+#include "localvoices/workers/Confinement.h"
 
 namespace orlenta::localvoices {
 
@@ -30,13 +33,18 @@ base::Result<Sound, JobFailure> convertedRecording(const SpeechJob &job) {
 }
 
 WorkerExit complain(WorkerExit how, const QString &sentence) {
-    std::fputs(sentence.toUtf8().constData(), stderr);
+    std::fputs(sentence.toUtf8().constData(), stdout);
+    std::fflush(stdout);
     return how;
 }
 
 } // namespace
 
 WorkerExit runSpeechWorker() {
+    // What espeak-ng asks for later; its file is out of reach then.
+    std::setlocale(LC_CTYPE, "C.UTF-8");
+    // Before the first byte of what somebody else has written.
+    confineProcess(EspeakEngine::dataFolder());
     QFile input;
     if (!input.open(stdin, QIODevice::ReadOnly))
         return complain(WorkerExit::Failed, u"The job could not be read."_s);
