@@ -58,7 +58,7 @@ Reply VoicesProgram::waitFor(QNetworkReply *reply) {
         QTimer::singleShot(patienceMilliseconds, reply, &QNetworkReply::abort);
         loop.exec();
     }
-    // An aborted reply is closed and has nothing left to read.
+    // Aborted replies are closed.
     const QByteArray body = reply->isOpen() ? reply->readAll() : QByteArray();
     const Reply result{reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), reply->error(),
                        reply->rawHeader("Content-Type"), body, reply->rawHeaderPairs()};

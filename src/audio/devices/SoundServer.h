@@ -64,8 +64,8 @@ public:
     /// Null while there is no connection, which may be from one call to the next: to be asked for once. What it gave
     /// stays there until the event loop is entered again, or for whoever takes a reference. Main thread.
     [[nodiscard]] pa_context *context() const;
-    /// Calls `lost` once when the device that a ready stream is bound to is removed. With the loop locked; `lost` is
-    /// called so too, on the server's thread or at once, and not any more when the stream has been retired.
+    /// Calls `lost` once when the device of a ready stream is removed: with the loop locked, on the server's thread or
+    /// right now, but not after the stream has been retired. Call it with the loop locked.
     void watchDevice(const pa_stream *stream, DeviceDirection direction, std::function<void()> lost);
     /// Takes over the reference to a stream that is no longer of use and ends it after `lingering`. With the loop
     /// locked.

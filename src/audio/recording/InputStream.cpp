@@ -152,7 +152,7 @@ void InputStream::Link::end(End how, const QString &reason) {
 }
 
 void InputStream::Link::lose(const QString &reason) {
-    // Of a take that is being stopped all but a moment has come.
+    // A take that is being stopped is complete but for a moment.
     if (m_wantedFrames)
         end(End::Stopped, {});
     else

@@ -84,7 +84,7 @@ std::optional<QByteArray> mp3Of(const Sound &sound, const OutputFormat &format) 
     if (lame == nullptr)
         return std::nullopt;
     constexpr std::size_t block = 1152 * 64;
-    // The bound that lame.h gives for one call, which covers the last one too.
+    // The worst case for one call as given in lame.h, which also covers the flush.
     QByteArray buffer(static_cast<qsizetype>(block * 5 / 4 + 7200), Qt::Uninitialized);
     auto *out = reinterpret_cast<unsigned char *>(buffer.data());
     const int room = static_cast<int>(buffer.size());
@@ -101,7 +101,7 @@ std::optional<QByteArray> mp3Of(const Sound &sound, const OutputFormat &format) 
     if (made < 0)
         return std::nullopt;
     bytes.append(buffer.constData(), made);
-    // The first frame was a place-holder for this one, whose numbers are known only now.
+    // Replace the placeholder frame at the start with the tag, whose values are known only now.
     const std::size_t tag = lame_get_lametag_frame(lame.get(), out, static_cast<std::size_t>(room));
     if (tag > 0 && tag <= static_cast<std::size_t>(std::min<qsizetype>(room, bytes.size())))
         bytes.replace(qsizetype{0}, static_cast<qsizetype>(tag), buffer.first(static_cast<qsizetype>(tag)));

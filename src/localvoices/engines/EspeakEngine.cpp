@@ -16,7 +16,7 @@ namespace {
 constexpr double usualWordsPerMinute = 175.0;
 constexpr double usualRange = 50.0;
 
-// The library's callback has no context of its own that survives espeak_Synth's copy, so the receiver is kept here.
+// espeak-ng passes no usable context to its callback.
 std::vector<float> *espeakReceiver = nullptr;
 
 int receiveEspeakFrames(short *frames, int count, espeak_EVENT *) {
@@ -29,8 +29,7 @@ int receiveEspeakFrames(short *frames, int count, espeak_EVENT *) {
     return 0;
 }
 
-/// Breath is random. Up to 1.51 it is drawn from rand(), since then from the library's own generator, which starts with
-/// the time of day.
+/// Breath is noise. espeak-ng 1.51 takes it from rand(), 1.52 from its own generator, which it seeds with the time.
 void seedNoise(std::uint32_t seed) {
 #ifdef ORLENTA_ESPEAK_NG_HAS_SEED
     espeak_ng_SetRandSeed(static_cast<long>(seed));

@@ -21,7 +21,7 @@ base::Failure<QString> unreadable(const QString &reason) {
                                        : u"The audio file could not be read: %1"_s.arg(reason));
 }
 
-/// The channels' average. A floating-point file may hold any number; what comes out is -1 to 1.
+/// Averages the channels. Clips, because a floating-point file may contain any number.
 float mixed(std::span<const double> channels) {
     const double sum = std::accumulate(channels.begin(), channels.end(), 0.0, [](double before, double sample) {
         return before + std::clamp(sample, -1.0, 1.0);
@@ -38,7 +38,7 @@ base::Result<Sound, QString> decoded(const QString &path) {
     Sound sound{{}, static_cast<int>(rate)};
     const auto longest = static_cast<std::size_t>(longestRecordingSeconds * rate);
     std::vector<double> block(4096 * channels);
-    // The header's frame count may lie, so the frames are counted as they come.
+    // Don't trust the frame count in the header.
     while (true) {
         const auto read = decoder.value()->read(std::span(block));
         if (!read)
@@ -58,7 +58,7 @@ base::Result<Sound, QString> decoded(const QString &path) {
 } // namespace
 
 base::Result<Sound, QString> decodedFile(const QByteArray &bytes) {
-    // The decoder works on files; this one is in memory and has no name.
+    // The decoder needs a file; this one is in memory and has no name.
     QFile file;
     if (!file.open(::memfd_create("recording", MFD_CLOEXEC), QIODevice::WriteOnly, QFileDevice::AutoCloseHandle) ||
         file.write(bytes) != bytes.size() || !file.flush())

@@ -6,16 +6,17 @@
 
 namespace orlenta::localvoices {
 
-/// Mono sound: one sample a frame, -1 to 1, at a whole number of frames a second.
+/// Mono sound with samples from -1 to 1.
 struct Sound {
     std::vector<float> frames;
+    /// Hertz.
     int rate = 0;
 
     [[nodiscard]] double seconds() const {
         return rate > 0 ? static_cast<double>(frames.size()) / static_cast<double>(rate) : 0.0;
     }
 
-    /// The sound at another rate, of round(frames * newRate / rate) frames. None when there is no memory for it.
+    /// Resamples to another rate, giving round(frames * newRate / rate) frames. None when out of memory.
     [[nodiscard]] std::optional<Sound> atRate(int newRate) const;
 };
 

@@ -9,7 +9,7 @@ namespace orlenta::localvoices {
 
 namespace {
 
-// Those of espeak-ng 1.51 that go by their own codes.
+// Languages of espeak-ng 1.51 whose names are their ISO codes.
 constexpr std::array sameNames = std::to_array<const char *>(
     {"af", "am", "an", "ar", "as", "az", "ba", "be", "bg", "bn", "bs", "ca", "cs", "cv", "cy", "da", "de", "el",
      "en", "eo", "es", "et", "eu", "fa", "fi", "fr", "ga", "gd", "gn", "gu", "he", "hi", "hr", "ht", "hu", "hy",

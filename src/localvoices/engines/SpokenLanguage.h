@@ -5,8 +5,8 @@
 
 namespace orlenta::localvoices {
 
-/// espeak-ng's name for a language by its ISO 639-1 code; empty for every other text. The library takes a name for a
-/// file's, so no text from outside may become one.
+/// Maps an ISO 639-1 code to espeak-ng's name for the language; empty for anything else. espeak-ng treats the name as a
+/// file name, so never pass it text from a request.
 [[nodiscard]] QByteArray espeakLanguage(const QString &code);
 
 } // namespace orlenta::localvoices

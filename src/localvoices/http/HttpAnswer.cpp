@@ -42,7 +42,7 @@ QByteArray HttpAnswer::head(qint64 bodyLength) const {
     text += "Content-Type: " + contentType + "\r\nContent-Length: " + QByteArray::number(bodyLength) + "\r\n";
     for (const HttpHeader &header : headers)
         text += header.first + ": " + header.second + "\r\n";
-    // Answers may come in another order than requests, so a connection carries one of each.
+    // Answers may finish in a different order than requests arrive, so each connection carries only one.
     return text + "Connection: close\r\n\r\n";
 }
 

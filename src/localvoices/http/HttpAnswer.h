@@ -7,14 +7,14 @@
 
 namespace orlenta::localvoices {
 
-/// What is sent back for one request.
+/// The response to one request.
 struct HttpAnswer {
     int status = 200;
     QByteArray contentType = "application/json";
     QList<HttpHeader> headers;
     QByteArray body;
 
-    /// The status line and all headers. `bodyLength` bytes are announced, which may be more than `body` holds.
+    /// The status line and all headers. Content-Length is `bodyLength`, which may exceed the size of `body`.
     [[nodiscard]] QByteArray head(qint64 bodyLength) const;
 };
 

@@ -10,9 +10,9 @@ namespace {
 
 constexpr qint64 longestHead = 16 * 1024;
 constexpr qint64 socketBuffer = 256 * 1024;
-/// A whole request has to arrive within this time.
+/// Time limit for receiving a request.
 constexpr std::chrono::seconds requestTimeLimit{60};
-/// How much a refused client may go on sending, and for how long.
+/// Limits for what a refused client may still send.
 constexpr qint64 mostDiscarded = 64 * 1024 * 1024;
 constexpr std::chrono::seconds discardTimeLimit{5};
 
@@ -108,8 +108,8 @@ void HttpConnection::refuse(const HttpAnswer &answer, qint64 unread) {
     discard();
 }
 
-// A connection that is closed while something of its client's lies unread is reset, and the client never reads the
-// answer. So the rest is taken in, unless it is too much.
+// Closing a socket with unread data resets the connection, and the client may never see the answer. So read and discard
+// the rest first, within limits.
 void HttpConnection::discard() {
     m_unread -= m_socket->skip(m_socket->bytesAvailable());
     if (m_unread <= 0)

@@ -12,27 +12,27 @@
 
 namespace orlenta::localvoices {
 
-/// Reads the one request of a connection. A request is judged by its head, so a body that won't be used is never kept
-/// in memory. Bodies come with their length; chunked ones are refused with 411. Main thread.
+/// Reads one request from a connection. The head alone decides whether the request is admitted, so the body of a
+/// refused request is never kept in memory. Chunked bodies are refused with 411. Main thread.
 class HttpConnection final : public QObject {
     Q_OBJECT
 public:
-    /// The longest body that is taken, in bytes, or the refusal.
+    /// The limit for the body in bytes, or the refusal.
     using Admission = std::variant<qint64, HttpAnswer>;
     struct Receiver {
-        /// Judges a request that has no body yet.
+        /// Decides on a request whose body has not been read.
         std::function<Admission(const IncomingRequest &)> admit;
-        /// Takes the whole request. The answer goes to the socket, which it ends.
+        /// Receives the complete request, and answers and closes the socket.
         std::function<void(const IncomingRequest &, QTcpSocket *)> handle;
-        /// Words the answer for a request that breaks HTTP's rules or a limit.
+        /// Provides the answer to a malformed or oversized request.
         std::function<HttpAnswer(int status)> refusal;
     };
 
-    /// Belongs to the socket, which deletes itself once it is disconnected.
+    /// Owned by the socket, which deletes itself when disconnected.
     HttpConnection(QTcpSocket *socket, Receiver receiver);
 
     [[nodiscard]] bool isWaitingForHead() const { return m_stage == Stage::Head; }
-    /// Ends the connection without an answer and deletes it later.
+    /// Drops the connection without an answer.
     void abort();
 
 private:
@@ -51,7 +51,7 @@ private:
     QByteArray m_head;
     IncomingRequest m_request;
     qint64 m_bodyLength = 0;
-    /// What a refused client may still send before it is cut off.
+    /// Bytes to discard before a refused connection is closed.
     qint64 m_unread = 0;
     QTimer m_deadline;
 };

@@ -8,7 +8,7 @@ namespace orlenta::localvoices {
 
 namespace {
 
-/// A method or a header's name (RFC 9110, token).
+/// Whether this is a token (RFC 9110), as methods and header names are.
 bool isToken(const QByteArray &text) {
     const auto isTokenCharacter = [](char c) {
         return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
@@ -41,7 +41,7 @@ std::optional<IncomingRequest> IncomingRequest::fromHead(const QByteArray &head)
     if (words.size() != 3 || !isToken(words.at(0)) || !words.at(2).startsWith("HTTP/1."))
         return std::nullopt;
     const QUrl target = QUrl::fromEncoded(words.at(1), QUrl::StrictMode);
-    // A target with two slashes in front would name a host.
+    // A leading double slash would make the target name a host.
     if (!target.isValid() || !target.isRelative() || !words.at(1).startsWith('/') || words.at(1).startsWith("//"))
         return std::nullopt;
     IncomingRequest request{words.at(0), target.path(QUrl::FullyDecoded), QUrlQuery(target), {}, {}};
@@ -69,7 +69,7 @@ std::optional<qint64> IncomingRequest::announcedLength() const {
         const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
         bool isNumber = false;
         const qint64 announced = header.second.toLongLong(&isNumber);
-        // toLongLong takes a sign too.
+        // toLongLong also accepts a sign.
         if (!isNumber || !isDigit(header.second.front()) || length.value_or(announced) != announced)
             return std::nullopt;
         length = announced;

@@ -12,22 +12,21 @@ namespace orlenta::localvoices {
 
 using HttpHeader = QPair<QByteArray, QByteArray>;
 
-/// One request as a client sent it.
+/// A request as received from a client.
 struct IncomingRequest {
     QByteArray method;
-    /// Percent-decoded, with the leading slash.
+    /// Percent-decoded, with a leading slash.
     QString path;
     QUrlQuery query;
     QList<HttpHeader> headers;
     QByteArray body;
 
-    /// Reads the request line and the headers, without the empty line that ends them; none when they aren't HTTP/1's.
+    /// Parses the request line and headers, without the blank line after them. None if they aren't valid HTTP/1.
     [[nodiscard]] static std::optional<IncomingRequest> fromHead(const QByteArray &head);
 
-    /// The header's value by its name in any case; empty when it wasn't sent.
+    /// The value of a header; names are case-insensitive. Empty if absent.
     [[nodiscard]] QByteArray header(const QByteArray &name) const;
-    /// The length of the body in bytes as the headers announce it, 0 when they don't; none when they contradict
-    /// themselves or hold no number.
+    /// Content-Length in bytes, 0 if absent. None if it is malformed or contradicts itself.
     [[nodiscard]] std::optional<qint64> announcedLength() const;
 };
 

@@ -10,18 +10,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What one sound is reckoned as in a piece, in bytes.
+/// What one sound counts for in a piece, in bytes.
 constexpr qsizetype phoneSize = 4;
 
-/// Counts one word, which is what stands between blanks.
+/// Keeps track of one word, that is of the characters between spaces.
 class WordLimits final {
 public:
-    /// Whether one more of a run of signs can be kept.
+    /// False if the character would make a run of punctuation too long.
     [[nodiscard]] bool hasRoomForSign(QChar character) const {
         return kindOf(character) != Kind::Sign || m_last != Kind::Sign || m_runLength < longestSignRun;
     }
 
-    /// Counts the character in, unless the word is full.
+    /// Adds the character. False if the word is full.
     [[nodiscard]] bool add(QChar character) {
         const Kind kind = kindOf(character);
         const bool isNewRun = kind != m_last;
@@ -43,10 +43,10 @@ private:
     static constexpr int longestWord = 40;
     static constexpr int longestSignRun = 4;
     static constexpr int mostDigits = 15;
-    /// Of letters, digits and signs in turn: an address of the web has about twelve.
+    /// Runs of letters, digits or punctuation. A URL has about twelve.
     static constexpr int mostRuns = 16;
 
-    /// A mark that combines with a letter counts as a sign.
+    /// Combining marks count as punctuation.
     [[nodiscard]] static Kind kindOf(QChar character) {
         if (character.isNumber())
             return Kind::Digit;
@@ -61,11 +61,11 @@ private:
 };
 
 bool isCommand(QChar character) {
-    // espeak-ng reads commands behind control characters, and phonemes in brackets.
+    // espeak-ng takes commands after control characters and phonemes in brackets.
     return character.category() == QChar::Other_Control || character == u'[' || character == u']';
 }
 
-/// Leaves out the dots of "a.b.c." from the eleventh letter on.
+/// Removes the dots of "a.b.c." from the eleventh letter on.
 QString withShortAbbreviations(QString text) {
     static const QRegularExpression dotted(uR"((?:\b\p{L}\s?\.\s*){10}\K(?:\p{L}\s?\.\s*)+)"_s,
                                            QRegularExpression::UseUnicodePropertiesOption);
@@ -85,7 +85,7 @@ qsizetype sizeOf(QChar character) {
     return code < 0x800 || character.isSurrogate() ? 2 : 3;
 }
 
-/// How much of the text fits into so many bytes of UTF-8.
+/// How many characters fit into `room` bytes of UTF-8.
 qsizetype fittingLength(QStringView text, qsizetype room) {
     qsizetype at = 0;
     for (; at < text.size(); ++at) {
@@ -104,7 +104,7 @@ qsizetype sizeOf(QStringView text) {
     return size;
 }
 
-/// The place behind the last of these characters that a blank follows; 0 where there is none.
+/// The position after the last of these characters that is followed by a space; 0 if there is none.
 qsizetype placeBehindLast(QStringView text, QStringView characters) {
     for (qsizetype at = text.size() - 1; at > 0; --at)
         if (text.at(at).isSpace() && characters.contains(text.at(at - 1)))
@@ -124,7 +124,7 @@ public:
             const qsizetype fitting = fittingLength(text, m_room);
             const QStringView head = text.first(fitting);
             qsizetype cut = placeBehindLast(head, u".!?…。！？");
-            // A sentence that begins in mid-piece goes into the next one as a whole, if it fits there.
+            // Start a new piece rather than split a sentence.
             if (cut == 0 && !m_pieces.back().empty()) {
                 startPiece();
                 continue;

@@ -8,18 +8,19 @@
 
 namespace orlenta::localvoices {
 
-/// The most sounds that an engine is given as one word.
+/// Limit for the sounds in one word.
 constexpr std::size_t mostPhonesOfWord = 40;
-/// The longest text, in bytes of UTF-8, that an engine is given at once.
+/// Limit for one piece of text, in bytes of UTF-8.
 constexpr qsizetype longestPiece = 500;
 
-/// The text without what the engines' fixed buffers can't hold or what commands them. Control characters and brackets
-/// become blanks; a run of signs ends after its fourth; a chain of letters with dots loses them after the tenth. A
-/// blank ends a word of 40 characters, of 15 digits, or of sixteen runs of letters, digits and signs.
+/// Makes text safe for the engines, which copy it into fixed-size buffers and obey embedded commands. Control
+/// characters and square brackets become spaces, a run of punctuation is cut to four, and an abbreviation like "a.b.c."
+/// keeps its first ten dots. Words are split after 40 characters, 15 digits, or 16 changes between letters, digits and
+/// punctuation.
 [[nodiscard]] QString engineText(const QString &text);
 
-/// The runs in pieces that an engine can speak one after the other, cut where a sentence ends if one does, else at a
-/// comma or a blank. Sounds are given in words of at most `mostPhonesOfWord`.
+/// Splits runs into pieces for the engines to speak one by one, preferably between sentences, else after a comma or
+/// space. Long runs of sounds are split into words.
 [[nodiscard]] std::vector<std::vector<SpokenRun>> enginePieces(const std::vector<SpokenRun> &runs);
 
 } // namespace orlenta::localvoices

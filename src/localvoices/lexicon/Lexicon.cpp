@@ -55,7 +55,7 @@ bool endsInsideWord(QStringView before) {
     return !before.isEmpty() && isWordCharacter(before.back().unicode());
 }
 
-/// Rules by the first character of their words, each list in the rules' order: a lexicon may hold tens of thousands.
+/// Rules by first character, in their original order: a lexicon may have tens of thousands.
 using RuleIndex = QHash<QChar, QList<const PronunciationRule *>>;
 
 RuleIndex indexOf(const std::vector<PronunciationRule> &rules, PhonemeRules phonemeRules) {

@@ -47,7 +47,7 @@ base::Result<MultipartForm, FormFault> MultipartForm::parse(const QByteArray &co
     const QByteArray opening = "--" + boundary->toLatin1();
     const QByteArray delimiter = "\r\n" + opening;
     MultipartForm form;
-    // What stands before the first delimiter is a preamble without meaning.
+    // Skip the preamble.
     qsizetype at = body.startsWith(opening) ? opening.size() : body.indexOf(delimiter);
     if (at < 0)
         return base::fail(FormFault::Unreadable);
@@ -60,7 +60,7 @@ base::Result<MultipartForm, FormFault> MultipartForm::parse(const QByteArray &co
         const qsizetype next = lineEnd < 0 ? -1 : body.indexOf(delimiter, lineEnd);
         if (next < 0)
             return base::fail(FormFault::Unreadable);
-        // A part without headers or content ends in the line break that also begins the delimiter.
+        // The line break after an empty part is also the start of the next delimiter.
         const qsizetype from = lineEnd + 2;
         std::optional<FormPart> part = readFormPart(from <= next ? body.mid(from, next - from) : QByteArray());
         if (!part)

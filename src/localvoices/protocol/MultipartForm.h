@@ -12,20 +12,20 @@ namespace orlenta::localvoices {
 
 struct FormPart {
     QString name;
-    /// Set for a file, even an unnamed one.
+    /// Set for files, even unnamed ones.
     std::optional<QString> fileName;
     QByteArray content;
 };
 
-/// Why there is no form.
+/// Why a form was rejected.
 enum class FormFault {
-    /// The content type isn't a form's, or the body breaks its rules.
+    /// Wrong content type, or a malformed body.
     Unreadable,
-    /// It holds more parts than any request needs.
+    /// More than `mostParts`.
     TooManyParts,
 };
 
-/// A body of the type multipart/form-data (RFC 7578).
+/// A multipart/form-data body (RFC 7578).
 class MultipartForm final {
 public:
     static constexpr std::size_t mostParts = 64;
@@ -33,9 +33,9 @@ public:
     [[nodiscard]] static base::Result<MultipartForm, FormFault> parse(const QByteArray &contentType,
                                                                       const QByteArray &body);
 
-    /// The first part of this name, or none.
+    /// The first part with this name, or null.
     [[nodiscard]] const FormPart *findPart(const QString &name) const;
-    /// Its content as text; none without the part.
+    /// The content of that part as text.
     [[nodiscard]] std::optional<QString> text(const QString &name) const;
 
 private:

@@ -9,24 +9,24 @@
 
 namespace orlenta::localvoices {
 
-/// A refusal in the speech service's own words and shape.
+/// An error response worded and structured like the speech service's own.
 struct Refusal {
     int status = 400;
-    /// The family of the error, such as "validation_error".
+    /// The category, such as "validation_error".
     QString type;
     QString code;
-    /// The older name of the code, by which most clients tell errors apart.
+    /// The older name of the code, which most clients check.
     QString legacyStatus;
     QString message;
-    /// The field that is at fault; may be empty.
+    /// The offending field; may be empty.
     QString param;
 
     [[nodiscard]] HttpAnswer answer() const;
 };
 
-/// The well-known errors by their legacy status, such as "quota_exceeded" or "too_many_concurrent_requests".
+/// Looks up a well-known error by legacy status, such as "quota_exceeded" or "too_many_concurrent_requests".
 [[nodiscard]] std::optional<Refusal> findRefusal(const QString &legacyStatus);
-/// The error that a bare HTTP status is most often sent with.
+/// The most common error with this HTTP status.
 [[nodiscard]] Refusal usualRefusal(int httpStatus);
 
 [[nodiscard]] Refusal invalidApiKey();
@@ -45,15 +45,15 @@ struct Refusal {
 [[nodiscard]] Refusal unusableAudio(const QString &complaint);
 [[nodiscard]] Refusal internalError(const QString &message);
 
-/// The answer for a body that breaks the request's schema: one entry for each fault, with `loc`, `msg` and `type`.
+/// The answer to a body that violates the schema: one entry per fault, with `loc`, `msg` and `type`.
 [[nodiscard]] HttpAnswer validationAnswer(const QJsonArray &faults);
-/// One such entry.
+/// Makes one such entry.
 [[nodiscard]] QJsonObject validationFault(const QJsonArray &location, const QString &message, const QString &type);
-/// The answer for a field that isn't there.
+/// The answer when a required field is missing.
 [[nodiscard]] HttpAnswer missingField(const QString &key);
-/// The answer for a form that holds more parts than it may.
+/// The answer to a form with too many parts.
 [[nodiscard]] HttpAnswer tooManyParts(std::size_t most);
-/// An answer whose `detail` is a bare text.
+/// An answer whose `detail` is a plain string.
 [[nodiscard]] HttpAnswer plainDetailAnswer(int status, const QString &detail);
 
 } // namespace orlenta::localvoices

@@ -17,7 +17,7 @@ void SpeechSettings::readVoiceSettings(const QJsonObject &voiceSettings, QJsonAr
     stability = reader.number(u"stability"_s, 0, 1).value_or(stability);
     style = reader.number(u"style"_s, 0, 1).value_or(style);
     speed = reader.number(u"speed"_s, 0.25, 4).value_or(speed);
-    // Nothing here can sound more like a voice than it does, but the value still has to be one.
+    // Has no effect on local voices, but must still be valid.
     static_cast<void>(reader.number(u"similarity_boost"_s, 0, 1));
     reader.requireBool(u"use_speaker_boost"_s);
 }

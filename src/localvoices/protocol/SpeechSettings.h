@@ -7,21 +7,21 @@
 
 namespace orlenta::localvoices {
 
-/// How a line is to be spoken, on the service's scales and with its defaults.
+/// How to speak a line, with the service's scales and defaults.
 struct SpeechSettings {
-    /// 0 to 1: the less, the wider the melody.
+    /// 0 to 1; lower values widen the pitch range.
     double stability = 0.5;
-    /// 0 to 1: widens the melody too.
+    /// 0 to 1; higher values widen the pitch range.
     double style = 0.0;
-    /// 0.25 to 4, 1 for the voice's own pace.
+    /// 0.25 to 4; 1 is the voice's normal pace.
     double speed = 1.0;
-    /// Where the noise of breathy voices begins.
+    /// Seeds the noise of breathy voices.
     std::uint32_t seed = 0;
 
-    /// The melody's width beside the voice's own, 0.5 to 2.
+    /// The pitch range relative to the voice's own, 0.5 to 2.
     [[nodiscard]] double melody() const;
 
-    /// Takes over what a request's `voice_settings` hold, and adds what breaks the schema to `faults`.
+    /// Applies a request's `voice_settings` and appends schema violations to `faults`.
     void readVoiceSettings(const QJsonObject &voiceSettings, QJsonArray &faults);
 };
 

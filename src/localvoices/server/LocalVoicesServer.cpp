@@ -31,7 +31,7 @@ HttpAnswer objectAnswer(const QJsonObject &object) {
     return answer;
 }
 
-/// The endpoint's name in a fault script; empty for a path that isn't one of the five.
+/// The endpoint's name in fault scripts; empty for unknown paths.
 QString endpointOf(const IncomingRequest &request) {
     const QString &path = request.path;
     if (request.method == "GET")
@@ -52,7 +52,7 @@ bool isPreview(const IncomingRequest &request) {
     return request.method == "GET" && request.path.startsWith(u"/previews/"_s);
 }
 
-/// The longest body of a request to an endpoint, in bytes.
+/// The body limit of an endpoint, in bytes.
 qint64 longestBody(const QString &endpoint) {
     if (endpoint == u"tts"_s)
         return 1024 * 1024;
@@ -61,17 +61,17 @@ qint64 longestBody(const QString &endpoint) {
     return endpoint == u"sts"_s ? LocalVoicesServer::largestRecording + 1024 * 1024 : 0;
 }
 
-/// The words for a request that breaks HTTP's rules or a limit.
+/// The answer to a malformed or oversized request.
 HttpAnswer transportRefusal(int status) {
     switch (status) {
     case 411:
-        return plainDetailAnswer(status, u"A body has to come with its Content-Length."_s);
+        return plainDetailAnswer(status, u"The request needs a Content-Length."_s);
     case 413:
         return plainDetailAnswer(status, u"The request's body is too large."_s);
     case 431:
         return plainDetailAnswer(status, u"The request's headers are too large."_s);
     default:
-        return plainDetailAnswer(status, u"The request can't be read."_s);
+        return plainDetailAnswer(status, u"The request is malformed."_s);
     }
 }
 
@@ -101,7 +101,7 @@ void LocalVoicesServer::acceptConnections() {
     }
 }
 
-// Anybody on this machine can connect, and must not keep those with the key out by saying nothing.
+// Any user of this machine can connect. Idle connections mustn't lock out the one with the key.
 void LocalVoicesServer::endLongestSilentConnection() {
     const QList<HttpConnection *> connections = m_listener.findChildren<HttpConnection *>();
     if (connections.size() <= mostConnections)
@@ -126,7 +126,7 @@ HttpConnection::Admission LocalVoicesServer::admit(const IncomingRequest &reques
 }
 
 bool LocalVoicesServer::isKey(const QByteArray &key) const {
-    // Digests of one length are compared in full, so the time tells nothing of where two keys part.
+    // Comparing whole digests takes the same time however much of the key is right.
     const QByteArray given = QCryptographicHash::hash(key, QCryptographicHash::Sha256);
     const QByteArray known = QCryptographicHash::hash(m_settings.key, QCryptographicHash::Sha256);
     int difference = 0;

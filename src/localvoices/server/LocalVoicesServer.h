@@ -21,13 +21,13 @@ namespace orlenta::localvoices {
 struct TextToSpeechRequest;
 struct SpeechToSpeechRequest;
 
-/// Whether requests may order faults for themselves and others.
+/// Whether clients may order faults.
 enum class FaultOrders { Refused, Accepted };
 
 struct ServerSettings {
-    /// The one key that is let in.
+    /// The only key that is accepted.
     QByteArray key;
-    /// The program that is started for each piece of work, and what tells it so.
+    /// The worker program, started once per job, and its arguments.
     QString workerProgram;
     QStringList workerArguments;
     int workersAtOnce = 2;
@@ -36,21 +36,21 @@ struct ServerSettings {
     FaultScript faults;
 };
 
-/// The speech service's five endpoints on this machine's loopback address. Main thread; listens from `start` until it
-/// is destroyed.
+/// Serves the speech service's five endpoints on the loopback address. Main thread; listens from `start` until it is
+/// destroyed.
 ///
-/// Where faults are accepted, POST /local/faults with a script as its body takes the place of what is left of the
-/// script before, and the header x-local-fault orders one fault for its own request.
+/// When fault orders are accepted, POST /local/faults replaces the current fault script with its body, and the header
+/// x-local-fault orders a fault for its own request.
 class LocalVoicesServer final : public QObject {
     Q_OBJECT
 
 public:
-    /// The largest recording that is converted, in bytes.
+    /// Limit for the recording in a speech-to-speech request, in bytes.
     static constexpr qint64 largestRecording = 50 * 1024 * 1024;
 
     explicit LocalVoicesServer(ServerSettings settings, QObject *parent = nullptr);
 
-    /// Listens on a port that the system chooses, and returns it; 0 when that fails.
+    /// Starts listening and returns the port, which the system chooses; 0 on failure.
     [[nodiscard]] quint16 start();
 
 private:
@@ -71,7 +71,7 @@ private:
     void convert(const SpeechToSpeechRequest &request, SpeechJob job, const Delivery &delivery);
 
     using Answered = std::function<void(const HttpAnswer &)>;
-    /// The credits that audio costs.
+    /// Returns the credits to charge for the audio.
     using Costing = std::function<qint64(const QByteArray &)>;
     void runJob(const SpeechJob &job, const Costing &costOf, const Delivery &delivery, const Answered &answered);
 
@@ -81,7 +81,7 @@ private:
     DictionaryShelf m_dictionaries;
     WorkerPool m_workers;
     QString m_origin;
-    /// Stands in the addresses of the previews, which are fetched without the key.
+    /// Part of each preview URL, because players fetch previews without the key.
     QString m_previewToken;
     std::map<QString, HttpAnswer> m_previews;
 };

@@ -1,4 +1,4 @@
-// The two endpoints of LocalVoicesServer whose answers are audio.
+// The endpoints of LocalVoicesServer that answer with audio.
 #include <cmath>
 #include <utility>
 
@@ -19,7 +19,7 @@ namespace {
 
 constexpr double conversionCreditsPerMinute = 1000.0;
 
-/// Seconds of the audio of an answer, from the size of its bytes.
+/// The duration of encoded audio in seconds, computed from its size.
 double secondsOf(const QByteArray &audio, const OutputFormat &format) {
     const auto size = static_cast<double>(audio.size());
     switch (format.codec) {
@@ -35,7 +35,7 @@ double secondsOf(const QByteArray &audio, const OutputFormat &format) {
     return 0;
 }
 
-/// Why no audio can be made for this voice in this format, if so.
+/// The refusal if the voice or format is unknown.
 std::optional<Refusal> refusalOf(const SpeechJob &job) {
     if (isOpusFormat(job.outputFormat))
         return outputFormatNotAllowed(job.outputFormat);
@@ -46,7 +46,7 @@ std::optional<Refusal> refusalOf(const SpeechJob &job) {
     return std::nullopt;
 }
 
-/// What a worker's failure is to the client.
+/// How to report a worker's failure to the client.
 Refusal refusalOf(JobKind kind, const WorkerResult &result) {
     if (result.exit != WorkerExit::UnusableInput)
         return internalError(result.complaint);
@@ -170,7 +170,7 @@ void LocalVoicesServer::runJob(const SpeechJob &job, const Costing &costOf, cons
                               {"maximum-concurrent-requests", QByteArray::number(m_workers.atOnce())}};
             answered(answer);
         });
-    // A line that nobody waits for any more isn't worth the work.
+    // Nobody is waiting for the line any more.
     connect(delivery.socket(), &QTcpSocket::disconnected, &m_workers, [this, id] { m_workers.cancel(id); });
 }
 

@@ -76,7 +76,7 @@ SpokenSound espeakLine(const VoiceProfile &voice, const SpeechJob &job, const st
     EspeakEngine engine;
     if (!engine.isReady())
         return engineFailure(u"espeak-ng or its data are not installed."_s);
-    // A language that espeak-ng lacks is ignored, as a model ignores one that it can't speak.
+    // Ignore unsupported languages, as the service's models do.
     const QByteArray other = job.languageCode == voice.language ? QByteArray() : espeakLanguage(job.languageCode);
     if ((other.isEmpty() || !engine.selectVoice(other, voice.espeakVariant)) &&
         !engine.selectVoice(voice.espeakLanguage, voice.espeakVariant))

@@ -33,7 +33,7 @@ constexpr std::uint32_t ownArchitecture = AUDIT_ARCH_AARCH64;
 constexpr std::uint32_t ownArchitecture = 0;
 #endif
 
-// The sanitizers reserve terabytes of addresses for themselves.
+// The sanitizers reserve terabytes of address space.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr bool isAddressSpaceLimited = false;
 #else
@@ -43,10 +43,10 @@ constexpr bool isAddressSpaceLimited = true;
 constexpr rlim_t mostMemory = rlim_t{4} << 30;
 constexpr rlim_t mostProcessorSeconds = 170;
 constexpr rlim_t mostOpenFiles = 64;
-/// A recording in memory counts as a file.
+/// Enough for a recording in a memory file.
 constexpr rlim_t largestFile = rlim_t{64} << 20;
 
-/// What reading, computing, memory, threads and clocks need.
+/// The calls for reading, memory, threads and clocks.
 constexpr std::array allowedCalls = std::to_array<std::uint32_t>({
     __NR_read, __NR_readv, __NR_pread64, __NR_write, __NR_writev, __NR_lseek, __NR_close, __NR_fstat, __NR_newfstatat,
         __NR_statx, __NR_faccessat, __NR_faccessat2, __NR_readlinkat, __NR_getcwd, __NR_getdents64, __NR_pipe2,
@@ -56,7 +56,7 @@ constexpr std::array allowedCalls = std::to_array<std::uint32_t>({
         __NR_gettimeofday, __NR_ppoll, __NR_pselect6, __NR_getrandom, __NR_getpid, __NR_gettid, __NR_getuid,
         __NR_geteuid, __NR_getgid, __NR_getegid, __NR_uname, __NR_sysinfo, __NR_getrusage, __NR_rt_sigaction,
         __NR_rt_sigprocmask, __NR_rt_sigreturn, __NR_sigaltstack, __NR_restart_syscall, __NR_exit, __NR_exit_group,
-// Younger architectures came without these.
+// Newer architectures never had these.
 #if defined(__x86_64__)
         __NR_stat, __NR_lstat, __NR_access, __NR_readlink, __NR_time, __NR_poll, __NR_select,
 #endif
@@ -70,13 +70,13 @@ void limit(__rlimit_resource resource, rlim_t most) {
     ::setrlimit(resource, &limits);
 }
 
-/// 0 without Landlock.
+/// 0 if the kernel has no Landlock.
 int landlockVersion() {
     const long version = ::syscall(__NR_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION);
     return static_cast<int>(std::max(version, 0L));
 }
 
-/// All rights over files that a version of Landlock knows: bits from the lowest on.
+/// All file rights of a Landlock version, which are its lowest bits.
 std::uint64_t landlockRights(int version) {
     constexpr std::array<int, 5> counts{13, 14, 15, 15, 16};
     const auto index = std::min(static_cast<std::size_t>(version), counts.size()) - 1;
@@ -96,7 +96,7 @@ bool confineFiles(const QByteArray &readableFolder) {
     landlock_path_beneath_attr reading{};
     reading.allowed_access = LANDLOCK_ACCESS_FS_READ_FILE | LANDLOCK_ACCESS_FS_READ_DIR;
     reading.parent_fd = ::open(readableFolder.constData(), O_PATH | O_CLOEXEC);
-    // A folder that isn't there needs no rule.
+    // A missing folder needs no rule.
     if (reading.parent_fd >= 0) {
         ::syscall(__NR_landlock_add_rule, rules, LANDLOCK_RULE_PATH_BENEATH, &reading, 0);
         ::close(reading.parent_fd);
@@ -106,8 +106,8 @@ bool confineFiles(const QByteArray &readableFolder) {
     return isConfined;
 }
 
-/// The program of the kernel's packet filter that judges each call. What isn't allowed fails as if the kernel didn't
-/// know it, for which the C library has other ways.
+/// Builds the seccomp filter. Calls that it doesn't allow fail with ENOSYS, because the C library has fallbacks for
+/// calls that the kernel doesn't know.
 class CallFilter final {
 public:
     CallFilter() {
@@ -122,7 +122,7 @@ public:
         allowNow();
     }
 
-    /// Allows a call whose argument of this index is the number, has one of the bits, or has none of them.
+    /// Allows a call if the argument with this index equals the number, has one of the bits, or has none of the bits.
     void allowNumber(std::uint32_t call, int argument, std::uint32_t number) {
         allowIf(call, argument, {BPF_JEQ, number, 0, 1});
     }
@@ -155,7 +155,7 @@ private:
     };
     void allowIf(std::uint32_t call, int argument, const Comparison &comparison) {
         add(BPF_JMP | BPF_JEQ | BPF_K, call, 0, 4);
-        // The lower half of the argument; both architectures are little-endian.
+        // Load the lower half of the argument; both architectures are little-endian.
         load(offsetof(seccomp_data, args) + static_cast<std::size_t>(argument) * sizeof(std::uint64_t));
         add(BPF_JMP | comparison.code | BPF_K, comparison.operand, comparison.ifTrue, comparison.ifFalse);
         allowNow();
@@ -172,10 +172,9 @@ bool confineCalls() {
     for (const std::uint32_t call : allowedCalls)
         filter.allow(call);
     filter.allowWithoutBits(__NR_openat, 2, O_ACCMODE | O_CREAT | O_TRUNC);
-    // espeak-ng starts a thread, but nothing starts a process. clone3's flags can't be seen from here, and without it
-    // the C library uses clone.
+    // espeak-ng starts a thread. A filter can't inspect clone3's flags; without clone3 the C library uses clone.
     filter.allowBits(__NR_clone, 0, CLONE_THREAD);
-    // Only about the process itself: abort() signals it.
+    // Only for this process itself: abort() sends it a signal.
     filter.allowNumber(__NR_tgkill, 0, static_cast<std::uint32_t>(::getpid()));
     filter.allowNumber(__NR_prlimit64, 0, 0);
     return filter.install();
@@ -190,7 +189,7 @@ Confinement confineProcess(const QByteArray &readableFolder) {
     limit(RLIMIT_NOFILE, mostOpenFiles);
     if (isAddressSpaceLimited)
         limit(RLIMIT_AS, mostMemory);
-    // Both of the following need the promise that no program started from here gains rights.
+    // Landlock and seccomp require this.
     if (::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0)
         return {};
     Confinement confinement;
@@ -202,9 +201,9 @@ Confinement confineProcess(const QByteArray &readableFolder) {
 QStringList confinementGaps() {
     QStringList gaps;
     if (landlockVersion() == 0)
-        gaps << u"This kernel has no Landlock: the speaking processes can read files."_s;
+        gaps << u"The kernel has no Landlock, so worker processes can read files."_s;
     if (ownArchitecture == 0 || ::prctl(PR_GET_SECCOMP) < 0)
-        gaps << u"This kernel has no seccomp: the speaking processes can use the network."_s;
+        gaps << u"The kernel has no seccomp, so worker processes can use the network."_s;
     return gaps;
 }
 

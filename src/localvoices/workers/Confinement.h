@@ -5,21 +5,20 @@
 
 namespace orlenta::localvoices {
 
-/// What a process has given up for the rest of its life.
+/// Which restrictions the kernel has put into effect.
 struct Confinement {
-    /// Opening anything but what lies below the readable folder (Landlock).
+    /// Files outside the readable folder are out of reach (Landlock).
     bool files = false;
-    /// Every system call that speaking doesn't need: sockets, new programs, signals to others (seccomp).
+    /// System calls that speaking doesn't need fail: sockets, new processes, writing files, signals (seccomp).
     bool calls = false;
 };
 
-/// Takes from the calling process what turning text into sound doesn't need, since the engines' C code reads text from
-/// anywhere: files but those below `readableFolder`, the network, other programs, more than its share of memory and
-/// processor time, and the descriptors it has inherited past standard error. What the kernel lacks, or a container
-/// forbids, is left out. Call it before there is a second thread.
+/// Drops all rights that speaking doesn't need, for good: the engines are C libraries fed with untrusted text. That is
+/// files outside `readableFolder`, the network, other processes and inherited descriptors; memory and processor time
+/// are limited. Skips what the kernel lacks or a container forbids. Call it while the process has one thread.
 Confinement confineProcess(const QByteArray &readableFolder);
 
-/// A sentence for each part that this kernel can't give.
+/// One sentence for each restriction that this kernel doesn't support.
 [[nodiscard]] QStringList confinementGaps();
 
 } // namespace orlenta::localvoices

@@ -41,9 +41,9 @@ WorkerExit complain(WorkerExit how, const QString &sentence) {
 } // namespace
 
 WorkerExit runSpeechWorker() {
-    // What espeak-ng asks for later; its file is out of reach then.
+    // espeak-ng sets this locale later, when its file can no longer be opened.
     std::setlocale(LC_CTYPE, "C.UTF-8");
-    // Before the first byte of what somebody else has written.
+    // Before reading any untrusted input.
     confineProcess(EspeakEngine::dataFolder());
     QFile input;
     if (!input.open(stdin, QIODevice::ReadOnly))
@@ -53,7 +53,7 @@ WorkerExit runSpeechWorker() {
         return complain(WorkerExit::Failed, u"The job could not be understood."_s);
     const std::optional<OutputFormat> format = findOutputFormat(job->outputFormat);
     if (!format)
-        return complain(WorkerExit::Failed, u"The output format is not one that can be made."_s);
+        return complain(WorkerExit::Failed, u"The output format is not supported."_s);
 
     const base::Result<Sound, JobFailure> sound =
         job->kind == JobKind::Speak ? spokenLine(*job) : convertedRecording(*job);

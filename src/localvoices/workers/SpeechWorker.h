@@ -4,11 +4,11 @@
 
 namespace orlenta::localvoices {
 
-/// How a worker process ends, as its exit code.
+/// Exit codes of a worker process.
 enum class WorkerExit { Done = 0, Failed = 1, UnusableInput = 3 };
 
-/// A worker process's whole life: reads one job from standard input to its end and writes the audio to standard output,
-/// or the sentence that says why there is none. Standard error is the libraries'.
+/// The main function of a worker process: reads one job from standard input and writes the audio to standard output,
+/// or, on failure, a sentence with the reason. Standard error is left to the libraries.
 [[nodiscard]] WorkerExit runSpeechWorker();
 
 } // namespace orlenta::localvoices

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// More than the longest speech is in any format.
+/// More than an hour of speech takes in any format.
 constexpr qint64 mostOutput = qint64{512} << 20;
 
 WorkerExit exitOf(int code) {
@@ -62,7 +62,7 @@ int WorkerPool::jobCount() const {
 WorkerPool::JobId WorkerPool::start(const SpeechJob &job, Finished finished) {
     const JobId id = ++m_lastId;
     m_waiting.append({id, job.toBytes(), std::move(finished)});
-    // Later, so that `finished` is never called before the caller has the id.
+    // Queued, so that `finished` is never called before the caller has the id.
     QMetaObject::invokeMethod(this, &WorkerPool::startNext, Qt::QueuedConnection);
     return id;
 }

@@ -78,7 +78,7 @@ void TextLabel::applyFont() {
 }
 
 void TextLabel::applyColor() {
-    // Setting the palette announces a change of the palette in turn.
+    // Setting the palette causes another palette change event.
     const QColor color = labelColor(m_style);
     if (palette().color(QPalette::Active, QPalette::WindowText) == color)
         return;

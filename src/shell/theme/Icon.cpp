@@ -10,7 +10,7 @@
 
 #include "shell/theme/ThemeColors.h"
 
-// A static library's resources are dropped by the linker unless something names them.
+// The linker drops a static library's resources unless they are referenced.
 static void initIconResources() {
     Q_INIT_RESOURCE(icons);
 }
@@ -22,7 +22,7 @@ QString iconPath(const QString &name) {
     return QStringLiteral(":/icons/%1.svg").arg(name);
 }
 
-// Qt 6.8 changed what QIconEngine::scaledPixmap is given: device-independent pixels instead of device pixels.
+// Since Qt 6.8, QIconEngine::scaledPixmap gets the size in device-independent pixels.
 constexpr bool scaledSizeIsInDevicePixels = QT_VERSION < QT_VERSION_CHECK(6, 8, 0);
 
 QColor tintColor(Icon::Tint tint, QIcon::Mode mode) {
@@ -60,7 +60,7 @@ public:
 
     QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State) override { return rendered(size, mode); }
 
-    // The icon sets the ratio on the pixmap itself.
+    // QIcon sets the device pixel ratio of the result.
     QPixmap scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State, qreal scale) override {
         return rendered(scaledSizeIsInDevicePixels ? size : size * scale, mode);
     }

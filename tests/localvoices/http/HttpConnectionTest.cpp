@@ -15,7 +15,7 @@ namespace {
 
 constexpr int patienceMilliseconds = 30'000;
 
-/// A client that writes bytes of its own, as no HTTP library would.
+/// A client that sends arbitrary bytes, unlike an HTTP library.
 class RawClient final {
 public:
     explicit RawClient(const VoicesProgram &voices) {
@@ -30,7 +30,7 @@ public:
         return *this;
     }
 
-    /// The status of the next answer, whose head is taken; 0 when none comes.
+    /// Reads the head of the next answer and returns its status; 0 if there is none.
     int status() {
         QByteArray head;
         while (!head.endsWith("\r\n\r\n")) {

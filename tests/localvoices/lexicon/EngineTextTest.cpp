@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The pieces' texts, with sounds as their number in brackets.
+/// The text of each piece, with the number of sounds in brackets.
 QStringList piecesOf(const std::vector<SpokenRun> &runs) {
     QStringList pieces;
     for (const std::vector<SpokenRun> &piece : enginePieces(runs)) {
@@ -51,7 +51,7 @@ TEST(EngineText, BoundsWhatTheEnginesCannotHold) {
              Case{u"x\u0001 50S[[t@]]y\u0007"_s, u"x  50S  t@  y "_s},
          })
         EXPECT_EQ(engineText(each.text).simplified(), each.expected.simplified()) << each.text.toStdString();
-    // Surrogate pairs stay together.
+    // Surrogate pairs must not be split.
     EXPECT_FALSE(engineText(u"a"_s + u"👍"_s.repeated(100)).contains(QChar::ReplacementCharacter));
     EXPECT_EQ(QString::fromUtf8(engineText(u"a"_s + u"👍"_s.repeated(100)).toUtf8()).remove(u' '),
               u"a"_s + u"👍"_s.repeated(100));
@@ -64,7 +64,7 @@ TEST(EngineText, LongTextIsCutWhereASentenceEnds) {
     EXPECT_EQ(pieces.join(QString()), sentence.repeated(20));
     for (const QString &piece : pieces)
         EXPECT_TRUE(piece.simplified().endsWith(u"letters."_s)) << piece.toStdString();
-    // A sentence that is longer than a piece ends at a comma, or at a blank.
+    // A sentence longer than a piece is cut after a comma or space.
     EXPECT_TRUE(piecesOf(u"aaa bbb, "_s.repeated(80)).constFirst().endsWith(u','));
     EXPECT_TRUE(piecesOf(u"aaa bbb "_s.repeated(80)).constFirst().endsWith(u' '));
 }

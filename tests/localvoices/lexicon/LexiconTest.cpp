@@ -14,7 +14,7 @@ QByteArray lexiconOf(const QByteArray &lexemes) {
            lexemes + "\n</lexicon>";
 }
 
-/// The runs written out, with sounds in brackets.
+/// The text of all runs, with words that have sounds in brackets.
 QString written(const std::vector<SpokenRun> &runs) {
     QString text;
     for (const SpokenRun &run : runs)

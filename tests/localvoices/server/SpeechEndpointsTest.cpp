@@ -25,7 +25,7 @@ double secondsOfPcm(const Reply &reply) {
     return static_cast<double>(reply.body.size()) / 2.0 / 16000.0;
 }
 
-/// Uploads a lexicon of one lexeme and gives what a request has to hold to use it.
+/// Uploads a lexicon with one lexeme and returns the JSON that makes a request use it.
 QString uploadedLexeme(VoicesProgram &voices, const QByteArray &lexeme) {
     const QByteArray lexicon = "<lexicon xmlns=\"http://www.w3.org/2005/01/pronunciation-lexicon\" alphabet=\"ipa\">"
                                "<lexeme>" +
@@ -94,7 +94,7 @@ TEST(SpeechEndpoints, AnswersInTheFormatThatIsAskedFor) {
         const auto sound = decodedFile(reply.body);
         ASSERT_TRUE(sound) << each.format.toStdString();
         EXPECT_EQ(sound->rate, each.rate);
-        // A frame of the smallest size has no room for the numbers by which the encoder's delay is trimmed.
+        // The smallest frames have no room for the tag with the encoder's delay.
         const double tolerance = each.bytesPerSecond < 8'000 ? 0.1 : 0.002;
         EXPECT_NEAR(sound->seconds(), seconds, tolerance) << each.format.toStdString();
     }

@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What a confined process could still do, as bits of its exit code.
+/// Bits of an exit code: what a confined process could do, but mustn't, or can't do, but must.
 enum Rights { ReadOutside = 1, WriteInside = 2, Connect = 4, Fork = 8, SignalOthers = 16, Unable = 32 };
 
 bool canOpen(const char *path, int flags) {
@@ -29,7 +29,7 @@ bool canOpen(const char *path, int flags) {
     return descriptor >= 0;
 }
 
-/// Runs in a child of its own, as what is given up never comes back.
+/// Uses a child process because confinement is permanent.
 int rightsOfConfined(const QByteArray &folder) {
     const QByteArray inside = folder + "/voice";
     const QByteArray fresh = folder + "/new";
@@ -50,7 +50,7 @@ int rightsOfConfined(const QByteArray &folder) {
             rights |= Fork;
         if (::kill(::getppid(), 0) == 0)
             rights |= SignalOthers;
-        // It can still do its work.
+        // The work itself must still be possible.
         if (!confinement.calls || !canOpen(inside.constData(), O_RDONLY))
             rights |= Unable;
         ::_exit(rights);
@@ -60,7 +60,7 @@ int rightsOfConfined(const QByteArray &folder) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-/// The value of a field of a process's status as the kernel tells it.
+/// A field of /proc/PID/status.
 QByteArray statusOf(qint64 process, const QByteArray &field) {
     QFile file(u"/proc/%1/status"_s.arg(process));
     if (!file.open(QIODevice::ReadOnly))
@@ -84,7 +84,7 @@ TEST(Confinement, AWorkerIsConfinedBeforeItReadsItsJob) {
     QProcess worker;
     worker.start(QStringLiteral(ORLENTA_LOCAL_VOICES_PROGRAM), {u"--speak-one-job"_s});
     ASSERT_TRUE(worker.waitForStarted());
-    // It waits for its job now.
+    // The worker is waiting for its job.
     EXPECT_TRUE(QTest::qWaitFor([&] { return statusOf(worker.processId(), "Seccomp") == "2"; }, 30'000));
     EXPECT_EQ(statusOf(worker.processId(), "NoNewPrivs"), "1");
     rlimit cpu{};

@@ -134,7 +134,7 @@ TEST_F(TagPaletteTest, ATagOfAMenuGoesInAtTheCaretToo) {
     };
     QObject::connect(menu, &QMenu::aboutToShow, menu, choose, Qt::QueuedConnection);
     QSignalSpy hidden(menu, &QMenu::aboutToHide);
-    // Before Qt 6.8 the press returns once the menu has closed, since then at once.
+    // Before Qt 6.8 this returns when the menu has closed, since then immediately.
     QTest::mousePress(chip(QStringLiteral("Emotion")), Qt::LeftButton);
     ASSERT_TRUE(!hidden.isEmpty() || hidden.wait());
     EXPECT_EQ(textAt(0), QStringLiteral("Hello [excited] World"));
