@@ -1,6 +1,6 @@
-# Everything outside the project's own tree, in one place; ARCHITECTURE.md gives the reason for each.
+# All external dependencies. ARCHITECTURE.md gives the reason for each.
 find_package(PkgConfig REQUIRED)
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Concurrent Network HttpServer DBus Test)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Concurrent Network DBus Test)
 if(NOT ORLENTA_HEADLESS)
   find_package(Qt6 6.4 REQUIRED COMPONENTS Gui Widgets Svg)
 endif()
@@ -18,7 +18,13 @@ pkg_check_modules(RUBBERBAND REQUIRED IMPORTED_TARGET rubberband)
 pkg_check_modules(ESPEAK_NG REQUIRED IMPORTED_TARGET espeak-ng)
 pkg_check_modules(LAME REQUIRED IMPORTED_TARGET lame)
 
-# Flite comes without a pkg-config file. The voices first: each needs the libraries behind it.
+# espeak-ng 1.52 introduced its own random generator.
+include(CheckCXXSymbolExists)
+set(CMAKE_REQUIRED_LIBRARIES PkgConfig::ESPEAK_NG)
+check_cxx_symbol_exists(espeak_ng_SetRandSeed espeak-ng/espeak_ng.h ORLENTA_ESPEAK_NG_HAS_SEED)
+unset(CMAKE_REQUIRED_LIBRARIES)
+
+# Flite has no pkg-config file. Each library depends on those after it.
 add_library(orlenta_flite INTERFACE)
 find_path(FLITE_INCLUDE_DIR flite/flite.h REQUIRED)
 target_include_directories(orlenta_flite SYSTEM INTERFACE ${FLITE_INCLUDE_DIR})

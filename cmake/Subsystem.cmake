@@ -1,9 +1,9 @@
 # add_subsystem(<name> USES <subsystem>... LIBRARIES <target>... HEADERS <file>... SOURCES <file>...)
 #
-# One folder under src/ = one namespace = one static library orlenta_<name>. USES declares its edges; an edge to a
-# subsystem that was not declared earlier in the top list is an upward edge and stops the configuration.
-# A static library alone would let an undeclared include compile, so tools/check-layers compares the edges declared
-# here with the includes; it runs as a test too.
+# One folder under src/ is one namespace and one static library orlenta_<name>. USES declares its edges. An edge to a
+# subsystem that isn't declared earlier in the top CMakeLists.txt points upward and stops the configuration.
+# Static libraries don't keep undeclared includes from compiling, so tools/check-layers compares the edges with the
+# includes. It also runs as a test.
 set_property(GLOBAL PROPERTY ORLENTA_SUBSYSTEMS "")
 
 function(add_subsystem name)
@@ -11,12 +11,12 @@ function(add_subsystem name)
   get_property(declared GLOBAL PROPERTY ORLENTA_SUBSYSTEMS)
   foreach(used IN LISTS arg_USES)
     if(NOT used IN_LIST declared)
-      message(FATAL_ERROR "src/${name} may not use ${used}: it stands above it, or is not declared yet")
+      message(FATAL_ERROR "src/${name} may not use ${used}, which is in a higher layer or not declared yet")
     endif()
   endforeach()
   set(libraries ${arg_LIBRARIES})
   if(NOT name STREQUAL "shell" AND "Qt6::Widgets" IN_LIST libraries)
-    message(FATAL_ERROR "src/${name} may not link Qt Widgets: only the shell does")
+    message(FATAL_ERROR "src/${name} may not link Qt Widgets; only the shell may")
   endif()
 
   set(target orlenta_${name})
@@ -29,7 +29,7 @@ function(add_subsystem name)
   set_property(GLOBAL APPEND PROPERTY ORLENTA_SUBSYSTEMS ${name})
 endfunction()
 
-# add_subsystem_tests(<name> LIBRARIES <target>... SOURCES <file>...): one GoogleTest program for one subsystem.
+# add_subsystem_tests(<name> LIBRARIES <target>... SOURCES <file>...) adds the GoogleTest program of a subsystem.
 function(add_subsystem_tests name)
   cmake_parse_arguments(arg "" "" "LIBRARIES;SOURCES" ${ARGN})
   set(target ${name}_tests)

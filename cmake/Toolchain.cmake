@@ -1,4 +1,4 @@
-# Compiler settings that every target shares.
+# Compiler settings for all targets.
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -21,13 +21,16 @@ add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST
 
 add_library(orlenta_warnings INTERFACE)
 target_compile_options(orlenta_warnings INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Werror)
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor)
+if(ORLENTA_WARNINGS_AS_ERRORS)
+  target_compile_options(orlenta_warnings INTERFACE -Werror)
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  # g++ 12 warns inside its own and Qt's headers when sanitizers or optimisation change inlining.
+  # g++ 12 issues false warnings in its own and Qt's headers when sanitizers or optimisation change inlining.
   target_compile_options(orlenta_warnings INTERFACE -fcoroutines -Wno-maybe-uninitialized -Wno-error=restrict
     -Wno-error=stringop-overflow -Wno-error=array-bounds -Wno-error=stringop-overread -Wno-error=free-nonheap-object)
   if(CMAKE_UNITY_BUILD)
-    # In a unity file every source counts as a header, whose anonymous types could differ elsewhere; they don't.
+    # Unity files include the sources, so g++ warns of their anonymous types as if they were in headers.
     target_compile_options(orlenta_warnings INTERFACE -Wno-subobject-linkage)
   endif()
 endif()
@@ -37,6 +40,6 @@ if(ORLENTA_SANITIZE)
   add_link_options(-fsanitize=${ORLENTA_SANITIZE})
 endif()
 if(ORLENTA_FUZZERS)
-  # Coverage in the project's own code, which guides the fuzzers; they link the engine themselves.
+  # Coverage to guide the fuzzers, which link the fuzzing engine themselves.
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()

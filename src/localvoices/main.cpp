@@ -10,7 +10,8 @@
 #include <unistd.h>
 
 #include "localvoices/server/LocalVoicesServer.h"
-#include "localvoices/server/SpeechWorker.h"
+#include "localvoices/workers/Confinement.h"
+#include "localvoices/workers/SpeechWorker.h"
 
 using namespace Qt::StringLiterals;
 using orlenta::localvoices::FaultOrders;
@@ -29,7 +30,7 @@ int complain(const QString &sentence) {
     return EXIT_FAILURE;
 }
 
-/// Ends the program when whoever started it closes our standard input or dies, which closes it too.
+/// Quits when the parent process closes our standard input, which also happens when it dies.
 void endWithParent(QCoreApplication &application) {
     auto *notifier = new QSocketNotifier(STDIN_FILENO, QSocketNotifier::Read, &application);
     QObject::connect(notifier, &QSocketNotifier::activated, &application, [notifier] {
@@ -44,11 +45,11 @@ void endWithParent(QCoreApplication &application) {
 int serve(QCoreApplication &application) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        u"Speaks with the voices of this machine. Prints the address of the service and ends with its standard input.\n"
-        u"The key that clients need is taken from the environment variable ORLENTA_LOCAL_VOICES_KEY."_s);
-    const QCommandLineOption faults(u"faults"_s, u"Lets requests go wrong as the script says, and accepts more."_s,
-                                    u"script"_s);
-    const QCommandLineOption limit(u"character-limit"_s, u"Credits that may be used."_s, u"number"_s, u"1000000000"_s);
+        u"Serves local voices. Prints the address of the service and quits when standard input is closed.\n"
+        u"Clients must send the key in the environment variable ORLENTA_LOCAL_VOICES_KEY."_s);
+    const QCommandLineOption faults(
+        u"faults"_s, u"Makes requests fail as the script says, and lets clients order faults."_s, u"script"_s);
+    const QCommandLineOption limit(u"character-limit"_s, u"Total number of credits."_s, u"number"_s, u"1000000000"_s);
     parser.addHelpOption();
     parser.addOptions({faults, limit});
     parser.process(application);
@@ -72,10 +73,12 @@ int serve(QCoreApplication &application) {
         settings.faultOrders = FaultOrders::Accepted;
     }
 
+    for (const QString &gap : orlenta::localvoices::confinementGaps())
+        complain(gap);
     LocalVoicesServer server(std::move(settings));
     const quint16 port = server.start();
     if (port == 0)
-        return complain(u"No port could be opened on the loopback address."_s);
+        return complain(u"Could not listen on the loopback address."_s);
     std::printf("http://127.0.0.1:%d\n", static_cast<int>(port));
     std::fflush(stdout);
     endWithParent(application);
@@ -87,7 +90,7 @@ int serve(QCoreApplication &application) {
 int main(int argc, char **argv) {
     if (argc > 1 && QLatin1String(argv[1]) == workerArgument) {
         const WorkerExit exit = runSpeechWorker();
-        // The engines never free their tables; the process's end does.
+        // The engines never free their tables; exiting does.
         std::_Exit(static_cast<int>(exit));
     }
     QCoreApplication application(argc, argv);

@@ -6,8 +6,8 @@
 
 namespace orlenta::localvoices::test {
 
-/// What is wrong with a JSON text beside the service's published schema of this name; empty when nothing is. A field
-/// that the schema doesn't name is wrong too.
+/// Validates a JSON text against the named schema that the service publishes and returns what is wrong, including
+/// fields that the schema doesn't list.
 [[nodiscard]] QStringList schemaFaults(const QString &schemaName, const QByteArray &json);
 
 } // namespace orlenta::localvoices::test

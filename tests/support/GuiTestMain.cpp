@@ -6,9 +6,8 @@
 
 #include "shell/theme/Theme.h"
 
-// One main for the programs that show widgets. They run without a screen unless a platform was asked for, in the
-// application's own look, with a home of the run's own and without a bus to a keyring, so that no test reads or writes
-// what is the user's.
+// The main function of tests with widgets: offscreen unless another platform is requested, with the application's look,
+// and with a temporary home and no session bus, so that no test touches the user's files or keyring.
 int main(int argc, char **argv) {
     const QTemporaryDir home;
     for (const char *variable :

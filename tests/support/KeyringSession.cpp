@@ -14,7 +14,7 @@ namespace {
 
 constexpr int startLimit = 20'000;
 
-// No service folders: nothing is started on demand, least of all a keyring.
+// No service folders, so that the bus doesn't start anything on demand, least of all a keyring.
 constexpr const char *busConfiguration = R"(<busconfig>
   <type>session</type>
   <listen>unix:dir=%1</listen>
@@ -49,7 +49,7 @@ void KeyringPrompter::answer(const QDBusObjectPath &callback, const QString &met
     QDBusMessage call = QDBusMessage::createMethodCall(
         m_caller, callback.path(), QStringLiteral("org.gnome.keyring.internal.Prompter.Callback"), method);
     call.setArguments(arguments);
-    // After the return of the call that is being served: the daemon doesn't listen before it.
+    // Queued, because the daemon doesn't listen before this call has returned.
     QMetaObject::invokeMethod(
         this, [this, call] { m_bus.asyncCall(call); }, Qt::QueuedConnection);
 }

@@ -12,16 +12,16 @@
 
 namespace orlenta::test {
 
-/// Stands where a desktop asks for the keyring's password. A real keyring daemon calls it.
+/// Stands in for the desktop's password prompt, which a real keyring daemon calls.
 class KeyringPrompter final : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.gnome.keyring.internal.Prompter")
 public:
-    /// What the user does in front of a prompt: press Cancel, or nothing.
+    /// How the user reacts to a prompt: presses Cancel, or doesn't react.
     enum class User { Dismisses, Ignores };
 
     KeyringPrompter(const QDBusConnection &bus, User user) : m_bus(bus), m_user(user) {}
-    /// How many prompts were shown.
+    /// The number of prompts shown.
     [[nodiscard]] int prompts() const { return m_prompts; }
 
 public Q_SLOTS:
@@ -39,8 +39,8 @@ private:
     int m_prompts = 0;
 };
 
-/// A session bus of its own with, where asked for, a real keyring daemon on it: HOME and all XDG folders are its own
-/// and end with it. Programs that run under environment() see nothing of the user's keyring.
+/// A private session bus, with a real keyring daemon if requested. HOME and all XDG folders are temporary. Programs
+/// that run with environment() can't see the user's keyring.
 class KeyringSession final {
 public:
     enum class Daemon { None, Unlocked };
@@ -49,9 +49,9 @@ public:
     ~KeyringSession();
 
     [[nodiscard]] QProcessEnvironment environment() const;
-    /// Locks the keyring; reading and writing then need a prompt, which nobody answers.
+    /// Locks the keyring. Access then needs a prompt, which nobody answers.
     void lock();
-    /// From now on prompts are shown, to such a user.
+    /// Shows prompts from now on, to a user who reacts like this.
     [[nodiscard]] KeyringPrompter &showPrompts(KeyringPrompter::User user);
 
 private:

@@ -9,7 +9,7 @@ namespace orlenta::test {
 
 namespace {
 
-/// The first whole request in `buffer`, taken out of it.
+/// Takes the first complete request out of `buffer`.
 std::optional<LoopbackRequest> takeRequest(QByteArray &buffer) {
     const qsizetype headEnd = buffer.indexOf("\r\n\r\n");
     if (headEnd < 0)

@@ -13,7 +13,7 @@
 
 namespace orlenta::test {
 
-/// A request as it arrived, header names in lower case.
+/// A request as received, with lower-case header names.
 struct LoopbackRequest {
     QByteArray method;
     QByteArray target;
@@ -21,30 +21,30 @@ struct LoopbackRequest {
     QByteArray body;
 };
 
-/// An HTTP/1.1 server on a free port of 127.0.0.1, in the thread that made it. It writes what a test tells it to, byte
-/// for byte, so that it can break the rules of HTTP in every way a network does.
+/// An HTTP/1.1 server on a free port of 127.0.0.1, in the thread that created it. Sends the exact bytes that a test
+/// gives it, so it can violate HTTP in every way that a network does.
 class LoopbackServer final : public QObject {
 public:
     using Handler = std::function<void(const LoopbackRequest &, QTcpSocket &)>;
 
-    /// `server` is one that isn't listening yet, a QSslServer say.
+    /// `server` must not be listening yet. It may be a QSslServer.
     explicit LoopbackServer(std::unique_ptr<QTcpServer> server = std::make_unique<QTcpServer>(),
                             const QString &scheme = QStringLiteral("http"));
 
     [[nodiscard]] QUrl url() const;
-    /// Every request so far.
+    /// All requests so far.
     [[nodiscard]] const QList<LoopbackRequest> &requests() const { return m_requests; }
-    /// The requests whose target begins with `target`.
+    /// The requests whose target starts with `target`.
     [[nodiscard]] QList<LoopbackRequest> requests(const QByteArray &target) const;
 
-    /// Handles the requests whose target begins with `target`; the latest matching handler wins.
+    /// Handles requests whose target starts with `target`. The latest matching handler wins.
     void handle(const QByteArray &target, Handler handler);
-    /// Writes `reply` for each request whose target begins with `target`.
+    /// Sends `reply` to each request whose target starts with `target`.
     void answer(const QByteArray &target, const QByteArray &reply);
-    /// Writes the replies one after another, the last one again and again.
+    /// Sends the replies in turn and then repeats the last one.
     void answerInTurn(const QByteArray &target, QList<QByteArray> replies);
 
-    /// A complete reply with its length; the connection closes after it. `headers` are whole lines.
+    /// A complete reply with Content-Length and Connection: close. `headers` are complete lines.
     [[nodiscard]] static QByteArray reply(int status, const QByteArray &body,
                                           const QByteArray &contentType = "application/json",
                                           const QList<QByteArray> &headers = {});

@@ -10,14 +10,14 @@
 
 namespace orlenta::testing {
 
-/// A signal whose every sample tells its own frame, exact in 24-bit files and in 32-bit floats.
+/// A signal in which each sample value is unique to its frame; exact in 24-bit files and 32-bit floats.
 class Ramp final {
 public:
     static constexpr int rate = 48000;
-    /// More frames than this pass full scale.
+    /// Longer ramps would exceed full scale.
     static constexpr int mostFrames = 260000;
 
-    /// Writes a mono 24-bit WAV of that many frames and gives its address, an empty one on failure.
+    /// Writes a mono 24-bit WAV and returns its URL, which is empty on failure.
     [[nodiscard]] static QUrl write(const QString &path, int frames) {
         std::vector<double> samples(static_cast<std::size_t>(frames));
         for (std::size_t i = 0; i < samples.size(); ++i)
@@ -28,7 +28,7 @@ public:
                    : QUrl();
     }
 
-    /// The first and last frame of an unbroken, unaltered stretch.
+    /// The first and last frame of an uninterrupted, unmodified stretch.
     struct Stretch {
         std::optional<int> first;
         std::optional<int> last;
@@ -51,11 +51,11 @@ public:
     }
 
 private:
-    /// Samples of a fade fall on whole frames now and then, but not several in a row.
+    /// A faded sample can look like a frame by chance, but not several in a row.
     static constexpr int chanceRun = 3;
     static constexpr double step = 32.0 / 8388608.0;
 
-    /// The frame that a recorded sample stands for; nothing for silence and for altered samples.
+    /// The frame of a recorded sample; none for silence and modified samples.
     static std::optional<int> frameOf(float sample) {
         const double frame = static_cast<double>(sample) / step;
         return sample == 0.0F || frame != std::floor(frame) ? std::nullopt : std::optional(static_cast<int>(frame) - 1);

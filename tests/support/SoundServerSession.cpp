@@ -71,7 +71,7 @@ QProcessEnvironment SoundServerSession::environment() const {
 
 void SoundServerSession::prepare(QProcess &process) const {
     process.setProcessEnvironment(environment());
-    // A test that dies must not leave anything behind.
+    // End with the test, even if it crashes.
     process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
 }
 
@@ -100,7 +100,7 @@ bool SoundServerSession::waitFor(const std::function<bool()> &isSo) {
 
 void SoundServerSession::startPulseAudio() {
     const QString script = m_folder.filePath(QStringLiteral("session.pa"));
-    // Without norewinds an idle null sink renders up to two seconds ahead, and sound starts at a random time.
+    // Without norewinds an idle null sink renders up to two seconds ahead, so sound starts at a random time.
     writeFile(script, QStringLiteral(R"(.fail
 load-module module-native-protocol-unix socket=%1/native auth-anonymous=1
 load-module module-null-sink sink_name=spk_a rate=48000 format=float32le channels=2 norewinds=1 sink_properties=device.description=Output-spk_a
@@ -122,12 +122,16 @@ set-default-source mic_a
 
 void SoundServerSession::startPipeWire() {
     const QString config = m_folder.filePath(QStringLiteral("config/"));
-    // The machine's real devices stay out of sight.
+    // Hide the machine's real devices. WirePlumber 0.4 is configured in Lua, 0.5 with .conf files.
     writeFile(config + QStringLiteral("wireplumber/main.lua.d/51-session.lua"),
               "alsa_monitor.enabled = false\nv4l2_monitor.enabled = false\nlibcamera_monitor.enabled = false\n"
               "default_access.properties[\"enable-flatpak-portal\"] = false\n"
               "alsa_monitor.properties[\"alsa.reserve\"] = false\n");
     writeFile(config + QStringLiteral("wireplumber/bluetooth.lua.d/51-session.lua"), "bluez_monitor.enabled = false\n");
+    writeFile(config + QStringLiteral("wireplumber/wireplumber.conf.d/51-session.conf"),
+              "wireplumber.profiles = { main = { hardware.audio = disabled hardware.bluetooth = disabled "
+              "hardware.video-capture = disabled support.portal-permissionstore = disabled "
+              "support.reserve-device = disabled support.logind = disabled } }\n");
     writeFile(config + QStringLiteral("pipewire/pipewire.conf.d/session.conf"),
               "context.properties = { default.clock.allowed-rates = [ 44100 48000 ] }\n");
     start(QStringLiteral("pipewire"), {});
@@ -144,7 +148,7 @@ void SoundServerSession::startPipeWire() {
     pactl({QStringLiteral("load-module"), QStringLiteral("module-remap-source"), QStringLiteral("source_name=mic_a"),
            QStringLiteral("master=mic_feed.monitor"), QStringLiteral("channels=1"), QStringLiteral("channel_map=mono"),
            QStringLiteral("master_channel_map=mono"), QStringLiteral("rate=44100"), QStringLiteral("remix=no")});
-    // The session manager takes new nodes over a moment later; a default set before that is lost.
+    // The session manager takes a moment to adopt new nodes and forgets a default that was set earlier.
     waitFor([this] {
         pactl({QStringLiteral("set-default-sink"), QStringLiteral("spk_a")});
         pactl({QStringLiteral("set-default-source"), QStringLiteral("mic_a")});
@@ -221,7 +225,7 @@ void SoundServerSession::signalAll(int signal) {
 }
 
 void SoundServerSession::kill() {
-    // The last one started stands on the ones before it.
+    // Later processes depend on earlier ones.
     for (auto process = m_processes.rbegin(); process != m_processes.rend(); ++process) {
         (*process)->kill();
         (*process)->waitForFinished();

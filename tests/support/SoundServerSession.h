@@ -10,13 +10,13 @@
 
 namespace orlenta::testing {
 
-/// A private sound server with the outputs "spk_a" (48000 Hz, the default) and "spk_b" (44100 Hz) and the input
-/// "mic_a", which hears what is played to "mic_feed". Nothing of the machine's own sound is touched.
+/// A private sound server with the outputs "spk_a" (48000 Hz, the default) and "spk_b" (44100 Hz), and the input
+/// "mic_a", which records whatever is played to "mic_feed". Doesn't touch the machine's own sound.
 class SoundServerSession final {
 public:
     enum class Kind { PulseAudio, PipeWire };
 
-    /// What an output plays, from when it was made until stop().
+    /// Records what an output plays, from construction until stop().
     class Recording final {
     public:
         explicit Recording(std::unique_ptr<QProcess> process);
@@ -29,29 +29,29 @@ public:
         std::unique_ptr<QProcess> m_process;
     };
 
-    /// Starts the server and waits until its devices stand.
+    /// Starts the server and waits for its devices.
     explicit SoundServerSession(Kind kind);
     ~SoundServerSession();
 
-    /// Why it didn't start; empty when it did.
+    /// Why the server didn't start; empty on success.
     [[nodiscard]] const QString &failure() const { return m_failure; }
-    /// As PULSE_SERVER has it.
+    /// In the form of PULSE_SERVER.
     [[nodiscard]] QString address() const;
 
-    /// Adds an output of that name and rate; gives what removes it.
+    /// Adds an output and returns the module to pass to remove().
     QString addOutput(const QString &name, int rate = 48000);
     void remove(const QString &module);
-    /// Runs a program as the server's client to its end, and gives what it prints, without the last line end.
+    /// Runs a program as a client of the server and returns its trimmed output.
     QString run(const QString &program, const QStringList &arguments);
     QString pactl(const QStringList &arguments);
-    /// Records what reaches an output, stereo, as 32-bit floats at `rate` Hz. Has begun when it returns.
+    /// Records an output as 32-bit stereo at `rate` Hz. Recording has begun when this returns.
     [[nodiscard]] Recording record(const QString &output, int rate);
-    /// Ends the server, as a crash of it would.
+    /// Kills the server, like a crash.
     void kill();
-    /// Holds the server still, so that it answers nothing, until resume().
+    /// Stops the server from responding until resume().
     void suspend();
     void resume();
-    /// Starts it again after a kill, at the same address.
+    /// Restarts a killed server at the same address.
     void restart();
 
 private:

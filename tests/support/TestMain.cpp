@@ -4,8 +4,8 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QTemporaryDir>
 
-// One main for the programs below the shell: a Qt event loop, and a home of the run's own so that no test reads or
-// writes what is the user's.
+// The main function of tests without widgets: a Qt event loop, and a temporary home so that no test touches the user's
+// files.
 int main(int argc, char **argv) {
     const QTemporaryDir home;
     for (const char *variable : {"HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"})

@@ -10,7 +10,7 @@
 
 namespace orlenta::testing {
 
-/// Writes a mono 16-bit WAV of a tone at half full scale and gives its address.
+/// Writes a mono 16-bit WAV with a tone at half full scale and returns its URL.
 inline QUrl writeTone(const QString &path, double seconds, int rate = 48000, double frequency = 440.0) {
     std::vector<double> samples(static_cast<std::size_t>(seconds * rate));
     for (std::size_t i = 0; i < samples.size(); ++i)

@@ -12,22 +12,22 @@ struct pa_stream;
 
 namespace orlenta::audio {
 
-/// The streams that play to or record from one device and no other.
+/// The streams that are bound to one device each.
 ///
-/// PipeWire 1.4 doesn't end such a stream when its device is removed: it stands still for ever. So the removal itself
-/// counts as the loss, also for servers that end the stream on top of it. All with the loop locked.
+/// PipeWire 1.4 doesn't end such a stream when its device is removed; the stream stalls forever. So treat the removal
+/// itself as the loss, even though other servers also end the stream. Use with the loop locked.
 class BoundStreams final {
 public:
-    /// Calls `lost` once when the device of a ready stream is removed; at once when that has happened already.
+    /// Calls `lost` once when the device of a ready stream is removed; right now if it is gone already.
     void add(const pa_stream *stream, DeviceDirection direction, std::function<void()> lost);
     void remove(const pa_stream *stream);
 
     void deviceRemoved(DeviceDirection direction, std::uint32_t index);
-    /// The connection has ended, and with it what its indexes stood for.
+    /// Call it when the connection ends, because device indexes are only valid within it.
     void clear();
 
 private:
-    /// Servers count outputs and inputs apart.
+    /// Outputs and inputs may have the same index.
     using Device = std::pair<DeviceDirection, std::uint32_t>;
     struct Bound {
         const pa_stream *stream;
@@ -36,7 +36,7 @@ private:
     };
 
     std::vector<Bound> m_streams;
-    /// No server uses an index twice.
+    /// Servers never reuse an index.
     std::set<Device> m_removed;
 };
 

@@ -68,11 +68,11 @@ public:
     /// Null without a connection. The connection can end between two calls, so call this once and keep the result. The
     /// pointer stays valid until control returns to the event loop, or longer if you take a reference. Main thread.
     [[nodiscard]] pa_context *context() const;
-    /// Calls `lost` once when the device that a ready stream is bound to is removed. With the loop locked; `lost` is
-    /// called so too, on the server's thread or at once, and not any more when the stream has been retired.
+    /// Calls `lost` once when the device of a ready stream is removed: with the loop locked, on the server's thread or
+    /// right now, but not after the stream has been retired. Call with the loop locked.
     void watchDevice(const pa_stream *stream, DeviceDirection direction, std::function<void()> lost);
-    /// Takes over the reference to a stream that is no longer needed and ends it after `lingering`. Call with the loop
-    /// locked.
+    /// Takes over the reference to a stream that is no longer of use and ends it after `lingering`. Call with the
+    /// loop locked.
     void retire(pa_stream *stream, std::chrono::microseconds lingering);
 
     /// Whether `name` is PipeWire's dummy output, which accepts streams but plays them nowhere. It exists only while

@@ -8,7 +8,7 @@
 #include <lame/lame.h>
 #include <QtCore/QtEndian>
 
-#include "localvoices/engines/Resampler.h"
+#include "audio/files/WavHeader.h"
 
 namespace orlenta::localvoices {
 
@@ -28,29 +28,9 @@ QByteArray pcmOf(const Sound &sound) {
     return bytes;
 }
 
-template <typename T>
-void appendLittleEndian(QByteArray &bytes, T value) {
-    char raw[sizeof(T)];
-    qToLittleEndian(value, raw);
-    bytes.append(raw, sizeof(T));
-}
-
 QByteArray wavOf(const Sound &sound) {
     const QByteArray data = pcmOf(sound);
-    const auto rate = static_cast<quint32>(sound.rate);
-    QByteArray bytes("RIFF");
-    appendLittleEndian(bytes, static_cast<quint32>(data.size() + 36));
-    bytes += "WAVEfmt ";
-    appendLittleEndian(bytes, quint32{16});
-    appendLittleEndian(bytes, quint16{1});
-    appendLittleEndian(bytes, quint16{1});
-    appendLittleEndian(bytes, rate);
-    appendLittleEndian(bytes, rate * 2);
-    appendLittleEndian(bytes, quint16{2});
-    appendLittleEndian(bytes, quint16{16});
-    bytes += "data";
-    appendLittleEndian(bytes, static_cast<quint32>(data.size()));
-    return bytes + data;
+    return audio::wavHeader(static_cast<quint32>(data.size()), static_cast<quint32>(sound.rate), 1, 16) + data;
 }
 
 /// ITU-T G.711, mu-law: 14 bits with a bias of 33, a sign, three bits of segment and four of mantissa, all inverted.
@@ -104,7 +84,7 @@ std::optional<QByteArray> mp3Of(const Sound &sound, const OutputFormat &format) 
     if (lame == nullptr)
         return std::nullopt;
     constexpr std::size_t block = 1152 * 64;
-    // The bound that lame.h gives for one call, which covers the last one too.
+    // The worst case for one call as given in lame.h, which also covers the flush.
     QByteArray buffer(static_cast<qsizetype>(block * 5 / 4 + 7200), Qt::Uninitialized);
     auto *out = reinterpret_cast<unsigned char *>(buffer.data());
     const int room = static_cast<int>(buffer.size());
@@ -121,7 +101,7 @@ std::optional<QByteArray> mp3Of(const Sound &sound, const OutputFormat &format) 
     if (made < 0)
         return std::nullopt;
     bytes.append(buffer.constData(), made);
-    // The first frame was a place-holder for this one, whose numbers are known only now.
+    // Replace the placeholder frame at the start with the tag, whose values are known only now.
     const std::size_t tag = lame_get_lametag_frame(lame.get(), out, static_cast<std::size_t>(room));
     if (tag > 0 && tag <= static_cast<std::size_t>(std::min<qsizetype>(room, bytes.size())))
         bytes.replace(qsizetype{0}, static_cast<qsizetype>(tag), buffer.first(static_cast<qsizetype>(tag)));
@@ -131,18 +111,20 @@ std::optional<QByteArray> mp3Of(const Sound &sound, const OutputFormat &format) 
 } // namespace
 
 std::optional<QByteArray> encoded(const Sound &sound, const OutputFormat &format) {
-    const Sound inRate = resampled(sound, format.rate);
+    const std::optional<Sound> inRate = sound.atRate(format.rate);
+    if (!inRate)
+        return std::nullopt;
     switch (format.codec) {
     case Codec::Mp3:
-        return mp3Of(inRate, format);
+        return mp3Of(*inRate, format);
     case Codec::Pcm:
-        return pcmOf(inRate);
+        return pcmOf(*inRate);
     case Codec::Wav:
-        return wavOf(inRate);
+        return wavOf(*inRate);
     case Codec::MuLaw:
-        return telephoneOf(inRate, muLawOf);
+        return telephoneOf(*inRate, muLawOf);
     case Codec::ALaw:
-        return telephoneOf(inRate, aLawOf);
+        return telephoneOf(*inRate, aLawOf);
     }
     return std::nullopt;
 }

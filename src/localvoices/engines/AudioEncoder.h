@@ -9,9 +9,9 @@
 
 namespace orlenta::localvoices {
 
-/// The sound as a whole file of the format, brought to its rate. The same sound gives the same bytes. None when the
-/// encoder refuses. MP3 of 64 kbit/s and more carries the frame that tells decoders what to trim, so
-/// its length survives; in smaller ones it has no room. Any thread.
+/// Resamples and encodes the sound as a complete file. Deterministic. None if the encoder fails. MP3 of 64 kbit/s and
+/// more keeps its exact length: it starts with the frame that tells decoders what to trim, which doesn't fit into
+/// smaller ones. Any thread.
 [[nodiscard]] std::optional<QByteArray> encoded(const Sound &sound, const OutputFormat &format);
 
 } // namespace orlenta::localvoices

@@ -4,7 +4,10 @@
 #include <cmath>
 #include <cstdlib>
 
+#include <espeak-ng/espeak_ng.h>
 #include <espeak-ng/speak_lib.h>
+
+#include "localvoices/lexicon/EngineText.h"
 
 namespace orlenta::localvoices {
 
@@ -13,15 +16,26 @@ namespace {
 constexpr double usualWordsPerMinute = 175.0;
 constexpr double usualRange = 50.0;
 
-// The library's callback has no context of its own that survives espeak_Synth's copy, so the receiver is kept here.
+// espeak-ng passes no usable context to its callback.
 std::vector<float> *espeakReceiver = nullptr;
 
 int receiveEspeakFrames(short *frames, int count, espeak_EVENT *) {
     if (frames == nullptr || espeakReceiver == nullptr)
         return 0;
-    for (int i = 0; i < count; ++i)
-        espeakReceiver->push_back(static_cast<float>(frames[i]) / 32768.0F);
+    const std::size_t before = espeakReceiver->size();
+    espeakReceiver->resize(before + static_cast<std::size_t>(count));
+    std::transform(frames, frames + count, espeakReceiver->begin() + static_cast<std::ptrdiff_t>(before),
+                   [](short frame) { return static_cast<float>(frame) / 32768.0F; });
     return 0;
+}
+
+/// Breath is noise. espeak-ng 1.51 takes it from rand(), 1.52 from its own generator, which it seeds with the time.
+void seedNoise(std::uint32_t seed) {
+#ifdef ORLENTA_ESPEAK_NG_HAS_SEED
+    espeak_ng_SetRandSeed(static_cast<long>(seed));
+#else
+    std::srand(seed);
+#endif
 }
 
 QByteArray espeakInput(const std::vector<SpokenRun> &runs) {
@@ -31,10 +45,7 @@ QByteArray espeakInput(const std::vector<SpokenRun> &runs) {
             input += " [[" + espeakMnemonics(run.phones) + "]] ";
             continue;
         }
-        QString text = run.text;
-        // Double brackets in the text itself would be taken for phonemes.
-        text.replace(u'[', u' ').replace(u']', u' ').remove(QChar(u'\0'));
-        input += text.toUtf8();
+        input += engineText(run.text).toUtf8();
     }
     return input.trimmed();
 }
@@ -45,6 +56,13 @@ EspeakEngine::EspeakEngine() {
     m_rate = espeak_Initialize(AUDIO_OUTPUT_SYNCHRONOUS, 0, nullptr, espeakINITIALIZE_DONT_EXIT);
     if (isReady())
         espeak_SetSynthCallback(receiveEspeakFrames);
+}
+
+QByteArray EspeakEngine::dataFolder() {
+    const char *path = nullptr;
+    espeak_ng_InitializePath(nullptr);
+    espeak_Info(&path);
+    return path;
 }
 
 bool EspeakEngine::selectVoice(const QByteArray &language, const QByteArray &variant) {
@@ -60,8 +78,7 @@ Sound EspeakEngine::speak(const std::vector<SpokenRun> &runs, const SpeechSettin
     const QByteArray input = espeakInput(runs);
     if (input.isEmpty())
         return sound;
-    // Breath is drawn from rand(), whose state differs from process to process once anything else has drawn.
-    std::srand(settings.seed);
+    seedNoise(settings.seed);
     espeak_SetParameter(espeakRATE, static_cast<int>(std::lround(usualWordsPerMinute * paceOf(settings))), 0);
     espeak_SetParameter(espeakRANGE, static_cast<int>(std::lround(std::min(usualRange * settings.melody(), 100.0))), 0);
     espeakReceiver = &sound.frames;

@@ -6,23 +6,26 @@
 
 namespace orlenta::localvoices {
 
-/// Speaks with espeak-ng. One object in a process's life: the library can't be initialised a second time, and keeps its
-/// state in globals. Any one thread.
+/// Speaks with espeak-ng. Create only one per process: the library can't be initialised twice and keeps its state in
+/// globals. Any one thread.
 class EspeakEngine final {
 public:
     EspeakEngine();
     EspeakEngine(const EspeakEngine &) = delete;
     EspeakEngine &operator=(const EspeakEngine &) = delete;
 
+    /// The folder with voices and dictionaries.
+    [[nodiscard]] static QByteArray dataFolder();
+
     /// Whether the library and its data were found.
     [[nodiscard]] bool isReady() const { return m_rate > 0; }
     [[nodiscard]] int rate() const { return m_rate; }
 
-    /// Chooses a voice such as "en-us" with the variant "f3". False when espeak-ng doesn't have it.
+    /// Selects a voice such as "en-us" with the variant "f3". False if espeak-ng doesn't have it.
     [[nodiscard]] bool selectVoice(const QByteArray &language, const QByteArray &variant);
 
-    /// The runs as one utterance, at `rate()`. The pace is kept between 80 and 450 words a minute; `paceOf` tells what
-    /// was kept of the speed that was asked for.
+    /// Speaks one of `enginePieces` as one utterance, at `rate()`. The pace is limited to 80 to 450 words per minute;
+    /// `paceOf` returns the resulting speed.
     [[nodiscard]] Sound speak(const std::vector<SpokenRun> &runs, const SpeechSettings &settings);
     [[nodiscard]] static double paceOf(const SpeechSettings &settings);
 

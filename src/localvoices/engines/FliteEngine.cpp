@@ -15,6 +15,8 @@ cst_voice *register_cmu_us_awb(const char *directory);
 cst_voice *register_cmu_us_kal16(const char *directory);
 }
 
+#include "localvoices/lexicon/EngineText.h"
+
 namespace orlenta::localvoices {
 
 using namespace Qt::StringLiterals;
@@ -33,7 +35,7 @@ cst_voice *registerFliteVoice(const QByteArray &name) {
     return nullptr;
 }
 
-/// Flite reads bytes of ASCII: accents are dropped and typographic signs become plain ones.
+/// Flite reads only ASCII: drops accents and replaces typographic punctuation.
 QByteArray plainLatin(const QString &text) {
     QByteArray plain;
     for (const QChar character : text.normalized(QString::NormalizationForm_KD)) {
@@ -54,7 +56,7 @@ QByteArray plainLatin(const QString &text) {
     return plain;
 }
 
-/// A word that no dictionary has and that Flite takes for one that can be spoken: "orla" and syllables that count.
+/// A word that is in no dictionary but looks pronounceable to Flite: "orla" and the number written in syllables.
 QByteArray inventedWord(int number) {
     static constexpr std::array syllables{"ba", "da", "fa", "ga", "la", "ma", "na", "ta"};
     QByteArray word("orla");
@@ -91,7 +93,7 @@ bool FliteEngine::canRead(const QString &text) {
 QByteArray FliteEngine::addWord(const std::vector<Phone> &phones) {
     const QByteArray word = inventedWord(m_words++);
     std::vector<char *> entry;
-    // The first letter of an entry is a part of speech, '0' for any.
+    // The first character of an entry is its part of speech, '0' for any.
     m_strings.push_back('0' + word);
     entry.push_back(m_strings.back().data());
     for (const QByteArray &name : fliteNames(phones)) {
@@ -107,7 +109,8 @@ QByteArray FliteEngine::addWord(const std::vector<Phone> &phones) {
 QByteArray FliteEngine::inputOf(const std::vector<SpokenRun> &runs) {
     QByteArray input;
     for (const SpokenRun &run : runs)
-        input += run.phones.empty() ? plainLatin(run.text) : ' ' + addWord(run.phones) + ' ';
+        input += run.phones.empty() ? engineText(QString::fromLatin1(plainLatin(run.text))).toLatin1()
+                                    : ' ' + addWord(run.phones) + ' ';
     return input.trimmed();
 }
 
@@ -116,7 +119,7 @@ Sound FliteEngine::speak(const std::vector<SpokenRun> &runs, const SpeechSetting
     const QByteArray input = inputOf(runs);
     if (input.isEmpty())
         return sound;
-    // The library offers no other way to add a word whose entry isn't in a file.
+    // Flite has no other way to add an entry that isn't in a file.
     auto *lexicon = const_cast<cst_lexicon *>(val_lexicon(feat_val(m_voice->features, "lexicon")));
     lexicon->addenda = m_addenda.data();
     std::srand(settings.seed);

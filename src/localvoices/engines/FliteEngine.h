@@ -11,7 +11,7 @@ struct cst_voice_struct;
 
 namespace orlenta::localvoices {
 
-/// Speaks English with one of Flite's voices. Any one thread; one object at a time, as the voices share a lexicon.
+/// Speaks English with one of Flite's voices. Any one thread; one at a time, because the voices share a lexicon.
 class FliteEngine final {
 public:
     /// `voice` is "slt", "rms", "awb" or "kal16".
@@ -21,10 +21,10 @@ public:
 
     [[nodiscard]] bool isReady() const { return m_voice != nullptr; }
 
-    /// The runs as one utterance, at the voice's own rate, in any pace from a quarter to four times its own.
+    /// Speaks one of `enginePieces` as one utterance, at the voice's own rate and 0.25 to 4 times its pace.
     [[nodiscard]] Sound speak(const std::vector<SpokenRun> &runs, const SpeechSettings &settings);
 
-    /// Whether anything is left of the text when it is written in plain Latin letters.
+    /// Whether the text has anything that can be written in plain Latin letters.
     [[nodiscard]] static bool canRead(const QString &text);
 
 private:
@@ -34,7 +34,7 @@ private:
     cst_voice_struct *m_voice = nullptr;
     float m_ownStretch = 1.0F;
     float m_ownMelody = 0.0F;
-    // What the lexicon points to once words have been added to it.
+    // Owns the words added to the lexicon, which only points to them.
     std::deque<QByteArray> m_strings;
     std::deque<std::vector<char *>> m_entries;
     std::vector<char **> m_addenda;

@@ -11,14 +11,14 @@
 
 namespace orlenta::localvoices {
 
-/// The pronunciation dictionaries that were uploaded since the start. Past 256 the oldest goes.
+/// The pronunciation dictionaries uploaded since startup; keeps the latest 256.
 class DictionaryShelf final {
 public:
-    /// Keeps the rules under a new id and gives the service's answer to the upload.
+    /// Stores the rules under a new id and returns the service's answer to the upload.
     [[nodiscard]] QJsonObject add(const QString &name, const std::optional<QString> &description,
                                   std::vector<PronunciationRule> rules);
 
-    /// The rules of a dictionary; none when there is no such dictionary, or not in this version.
+    /// The rules of a dictionary; null if there is no such dictionary or version.
     [[nodiscard]] const std::vector<PronunciationRule> *find(const QString &id,
                                                              const std::optional<QString> &versionId) const;
 

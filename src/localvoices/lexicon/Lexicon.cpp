@@ -25,6 +25,10 @@ Lexeme readLexeme(QXmlStreamReader &reader, const QString &documentAlphabet) {
         const QString element = reader.name().toString();
         const QString alphabet = reader.attributes().value(u"alphabet"_s).toString();
         const QString text = reader.readElementText().trimmed();
+        if (text.size() > (element == u"phoneme"_s ? longestPhonemes : longestRuleText)) {
+            reader.raiseError(u"The text of a %1 element is too long."_s.arg(element));
+            break;
+        }
         if (element == u"grapheme"_s && !text.isEmpty())
             lexeme.graphemes << text;
         else if (element == u"alias"_s && !lexeme.isSpoken())
@@ -51,7 +55,7 @@ bool endsInsideWord(QStringView before) {
     return !before.isEmpty() && isWordCharacter(before.back().unicode());
 }
 
-/// Rules by the first character of their words, each list in the rules' order: a lexicon may hold tens of thousands.
+/// Rules by first character, in their original order: a lexicon may have tens of thousands.
 using RuleIndex = QHash<QChar, QList<const PronunciationRule *>>;
 
 RuleIndex indexOf(const std::vector<PronunciationRule> &rules, PhonemeRules phonemeRules) {
@@ -85,6 +89,8 @@ void appendText(std::vector<SpokenRun> &runs, const QString &text) {
 } // namespace
 
 std::vector<Phone> phonesIn(const QString &alphabet, const QString &text) {
+    if (text.size() > longestPhonemes)
+        return {};
     if (alphabet == u"ipa"_s)
         return phonesFromIpa(text);
     if (alphabet == u"x-arpabet"_s || alphabet == u"cmu-arpabet"_s || alphabet == u"cmu"_s)

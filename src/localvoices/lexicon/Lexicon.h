@@ -10,32 +10,37 @@
 
 namespace orlenta::localvoices {
 
-/// What is said for a word: other text in its place, or its sounds. One of the two is empty.
+/// Limits in characters for a phoneme element, and for a word or an alias. They also limit how much a line can grow,
+/// because a rule applies to every occurrence of its word.
+constexpr qsizetype longestPhonemes = 400;
+constexpr qsizetype longestRuleText = 1000;
+
+/// How to say a word: as other text, or as sounds. One of the two is empty.
 struct PronunciationRule {
     QString word;
     QString alias;
     std::vector<Phone> phones;
 };
 
-/// Whether a model follows the rules that give sounds; those that give other text are followed by every model.
+/// Whether a model follows rules with sounds. All models follow rules with text.
 enum class PhonemeRules { Followed, Skipped };
 
-/// A run of text to be read, or of sounds to be made. `text` holds the word that the sounds stand for.
+/// A run of text, or of sounds, in which case `text` is the word that they stand for.
 struct SpokenRun {
     QString text;
     std::vector<Phone> phones;
 };
 
-/// Reads a W3C pronunciation lexicon (PLS 1.0): each grapheme of a lexeme with the lexeme's first alias or phoneme
-/// element is a rule, in the document's order. The alphabets are "ipa" and the ARPABET names ("x-arpabet",
-/// "cmu-arpabet"). The error says what is wrong with the document.
+/// Reads a W3C pronunciation lexicon (PLS 1.0). Each grapheme makes a rule with its lexeme's first alias or phoneme
+/// element, in document order. Alphabets are "ipa", "x-arpabet" and "cmu-arpabet". Text over the limits above is an
+/// error.
 [[nodiscard]] base::Result<std::vector<PronunciationRule>, QString> readLexicon(const QByteArray &document);
 
-/// Reads sounds in an alphabet as a lexicon names it; none for an alphabet that isn't known.
+/// Parses sounds in the given alphabet; none for an unknown alphabet or text over `longestPhonemes`.
 [[nodiscard]] std::vector<Phone> phonesIn(const QString &alphabet, const QString &text);
 
-/// Splits text into runs by the rules. A word matches in its own case and not inside a longer word; where two rules
-/// match at one place the earlier wins. What a rule puts in isn't searched again.
+/// Splits text into runs by applying the rules. Matching is case-sensitive and by whole words; the first matching rule
+/// wins. Replacements aren't searched again.
 [[nodiscard]] std::vector<SpokenRun> applyRules(const QString &text, const std::vector<PronunciationRule> &rules,
                                                 PhonemeRules phonemeRules);
 

@@ -40,7 +40,7 @@ struct IpaRow {
     const char *arpabet;
 };
 
-// Longer symbols stand before their own beginnings: the first that fits is taken.
+// The first match is used, so longer symbols come before their prefixes.
 constexpr std::array ipaRows = std::to_array<IpaRow>({
     {u"t͡ʃ", "CH"}, {u"d͡ʒ", "JH"}, {u"tʃ", "CH"}, {u"dʒ", "JH"}, {u"aɪ", "AY"}, {u"aʊ", "AW"}, {u"eɪ", "EY"},
     {u"oʊ", "OW"}, {u"əʊ", "OW"}, {u"ɔɪ", "OY"}, {u"ɑ", "AA"},  {u"ɒ", "AA"},  {u"a", "AA"},  {u"æ", "AE"},

@@ -9,7 +9,7 @@ namespace orlenta::localvoices {
 
 enum class Stress { None, Primary, Secondary };
 
-/// One sound of American English by its ARPABET name in capitals, such as "AE" or "NG".
+/// A sound of American English, with its ARPABET name in capitals such as "AE" or "NG".
 struct Phone {
     QByteArray name;
     Stress stress = Stress::None;
@@ -18,18 +18,18 @@ struct Phone {
     friend bool operator==(const Phone &, const Phone &) = default;
 };
 
-/// Reads ARPABET as the CMU Pronouncing Dictionary writes it: names with a stress digit on vowels, parted by blanks.
-/// What isn't one of its names is left out.
+/// Parses ARPABET as in the CMU Pronouncing Dictionary: names separated by spaces, with stress digits on vowels. Skips
+/// unknown names.
 [[nodiscard]] std::vector<Phone> phonesFromArpabet(const QString &text);
 
-/// Reads the International Phonetic Alphabet. A sound that English lacks becomes its nearest neighbour; length and
-/// other marks are left out. Text without a stress mark is stressed on its first vowel.
+/// Parses the International Phonetic Alphabet. Sounds that English lacks become their nearest neighbours; length and
+/// other marks are skipped. Without a stress mark, the first vowel is stressed.
 [[nodiscard]] std::vector<Phone> phonesFromIpa(const QString &text);
 
 /// espeak-ng's phoneme mnemonics for English, without the double brackets.
 [[nodiscard]] QByteArray espeakMnemonics(const std::vector<Phone> &phones);
 
-/// Flite's names in the phone set of its American English lexicon, one for each phone.
+/// The phones' names in Flite's American English lexicon, one for each.
 [[nodiscard]] std::vector<QByteArray> fliteNames(const std::vector<Phone> &phones);
 
 } // namespace orlenta::localvoices

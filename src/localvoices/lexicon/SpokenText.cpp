@@ -14,7 +14,7 @@ namespace {
 constexpr milliseconds longestBreak{3000};
 constexpr milliseconds longestSilence{600'000};
 
-/// The pause that a piece of markup asks for; zero for markup that isn't a pause.
+/// The pause that this markup stands for; zero if it isn't one.
 milliseconds pauseOf(const QString &markup) {
     static const QRegularExpression time(uR"(time\s*=\s*["']?\s*([0-9]*\.?[0-9]+)\s*(ms|s))"_s,
                                          QRegularExpression::CaseInsensitiveOption);

@@ -13,13 +13,12 @@ struct SpokenSegment {
     std::chrono::milliseconds pauseAfter{0};
 };
 
-/// Reads a line as the speech service's clients write it.
+/// Parses a line with the speech service's markup.
 ///
-/// `<break time="1.5s" />` is a pause of at most three seconds, and of ten minutes in all; `[pause]`, `[short pause]`
-/// and
-/// `[long pause]` are pauses too. Every other text in square brackets directs an actor and isn't spoken.
-/// `<phoneme alphabet="..." ph="...">word</phoneme>` gives a word's sounds; of other elements only what they hold is
-/// read.
+/// `<break time="1.5s" />` is a pause of up to three seconds, and up to ten minutes per line; `[pause]`, `[short
+/// pause]` and `[long pause]` are pauses too. Any other text in square brackets is a direction and isn't spoken.
+/// `<phoneme alphabet="..." ph="...">word</phoneme>` gives a word's sounds. Other elements are replaced by their
+/// content.
 [[nodiscard]] std::vector<SpokenSegment>
 readSpokenText(const QString &text, const std::vector<PronunciationRule> &rules, PhonemeRules phonemeRules);
 

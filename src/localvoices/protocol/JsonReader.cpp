@@ -2,13 +2,22 @@
 
 #include <utility>
 
+#include <QtCore/QJsonDocument>
 #include <QtCore/QStringList>
 
-#include "localvoices/protocol/ServiceError.h"
+#include "localvoices/protocol/Refusal.h"
 
 namespace orlenta::localvoices {
 
 using namespace Qt::StringLiterals;
+
+std::optional<QJsonObject> JsonReader::parseObject(const QByteArray &json) {
+    QJsonParseError error{};
+    const QJsonDocument document = QJsonDocument::fromJson(json, &error);
+    if (error.error != QJsonParseError::NoError || !document.isObject())
+        return std::nullopt;
+    return document.object();
+}
 
 JsonReader::JsonReader(QJsonObject object, QJsonArray location, QJsonArray &faults)
     : m_object(std::move(object)), m_location(std::move(location)), m_faults(faults) {}

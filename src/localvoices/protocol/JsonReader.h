@@ -10,11 +10,14 @@ namespace orlenta::localvoices {
 
 enum class Presence { Required, Optional };
 
-/// Reads the fields of a request's JSON object and gathers what breaks the schema. A null counts as an optional field's
-/// absence. Unknown fields are passed over, as the service does.
+/// Reads the fields of a request's JSON object and collects schema violations. Null counts as absent for optional
+/// fields. Unknown fields are ignored, as in the service.
 class JsonReader final {
 public:
-    /// `faults` is added to; `location` is where the object stands in the request.
+    /// Parses a JSON text that must be an object; none if it isn't.
+    [[nodiscard]] static std::optional<QJsonObject> parseObject(const QByteArray &json);
+
+    /// Appends violations to `faults`. `location` is the path of the object within the request.
     JsonReader(QJsonObject object, QJsonArray location, QJsonArray &faults);
 
     [[nodiscard]] std::optional<QString> text(const QString &key, Presence presence = Presence::Optional);

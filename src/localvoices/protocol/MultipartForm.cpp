@@ -8,6 +8,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr qsizetype longestPartHead = 4096;
+
 /// A parameter of a header such as `form-data; name="audio"; filename="a.wav"`.
 std::optional<QString> headerParameter(const QString &header, const QString &name) {
     const QRegularExpression pattern(uR"re((?:^|;)\s*%1\s*=\s*(?:"((?:[^"\\]|\\.)*)"|([^\s;]+)))re"_s.arg(name),
@@ -21,7 +23,7 @@ std::optional<QString> headerParameter(const QString &header, const QString &nam
 
 std::optional<FormPart> readFormPart(const QByteArray &bytes) {
     const qsizetype headEnd = bytes.indexOf("\r\n\r\n");
-    if (headEnd < 0)
+    if (headEnd < 0 || headEnd > longestPartHead)
         return std::nullopt;
     for (const QByteArray &line : bytes.left(headEnd).split('\n')) {
         const qsizetype colon = line.indexOf(':');
@@ -37,30 +39,32 @@ std::optional<FormPart> readFormPart(const QByteArray &bytes) {
 
 } // namespace
 
-std::optional<MultipartForm> MultipartForm::parse(const QByteArray &contentType, const QByteArray &body) {
+base::Result<MultipartForm, FormFault> MultipartForm::parse(const QByteArray &contentType, const QByteArray &body) {
     const QString type = QString::fromLatin1(contentType);
     const std::optional<QString> boundary = headerParameter(type, u"boundary"_s);
     if (!type.startsWith(u"multipart/form-data"_s, Qt::CaseInsensitive) || !boundary || boundary->isEmpty())
-        return std::nullopt;
+        return base::fail(FormFault::Unreadable);
     const QByteArray opening = "--" + boundary->toLatin1();
     const QByteArray delimiter = "\r\n" + opening;
     MultipartForm form;
-    // What stands before the first delimiter is a preamble without meaning.
+    // Skip the preamble.
     qsizetype at = body.startsWith(opening) ? opening.size() : body.indexOf(delimiter);
     if (at < 0)
-        return std::nullopt;
+        return base::fail(FormFault::Unreadable);
     if (!body.startsWith(opening))
         at += delimiter.size();
     while (body.mid(at, 2) != "--") {
+        if (form.m_parts.size() == mostParts)
+            return base::fail(FormFault::TooManyParts);
         const qsizetype lineEnd = body.indexOf("\r\n", at);
         const qsizetype next = lineEnd < 0 ? -1 : body.indexOf(delimiter, lineEnd);
         if (next < 0)
-            return std::nullopt;
-        // A part without headers or content ends in the line break that also begins the delimiter.
+            return base::fail(FormFault::Unreadable);
+        // The line break after an empty part is also the start of the next delimiter.
         const qsizetype from = lineEnd + 2;
         std::optional<FormPart> part = readFormPart(from <= next ? body.mid(from, next - from) : QByteArray());
         if (!part)
-            return std::nullopt;
+            return base::fail(FormFault::Unreadable);
         form.m_parts.push_back(std::move(*part));
         at = next + delimiter.size();
     }

@@ -6,24 +6,36 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
+#include "base/Result.h"
+
 namespace orlenta::localvoices {
 
 struct FormPart {
     QString name;
-    /// Set for a file, even an unnamed one.
+    /// Set for files, even unnamed ones.
     std::optional<QString> fileName;
     QByteArray content;
 };
 
-/// A body of the type multipart/form-data (RFC 7578).
+/// Why a form was rejected.
+enum class FormFault {
+    /// Wrong content type, or a malformed body.
+    Unreadable,
+    /// More than `mostParts`.
+    TooManyParts,
+};
+
+/// A multipart/form-data body (RFC 7578).
 class MultipartForm final {
 public:
-    /// None when the content type isn't that one, or the body breaks its rules.
-    [[nodiscard]] static std::optional<MultipartForm> parse(const QByteArray &contentType, const QByteArray &body);
+    static constexpr std::size_t mostParts = 64;
 
-    /// The first part of this name, or none.
+    [[nodiscard]] static base::Result<MultipartForm, FormFault> parse(const QByteArray &contentType,
+                                                                      const QByteArray &body);
+
+    /// The first part with this name, or null.
     [[nodiscard]] const FormPart *findPart(const QString &name) const;
-    /// Its content as text; none without the part.
+    /// The content of that part as text.
     [[nodiscard]] std::optional<QString> text(const QString &name) const;
 
 private:

@@ -9,24 +9,24 @@ namespace orlenta::localvoices {
 
 enum class Codec { Mp3, Pcm, Wav, MuLaw, ALaw };
 
-/// An answer's audio form, as the query key `output_format` names it: "mp3_44100_128", "pcm_48000". Always mono.
+/// The audio format of an answer, named by the query parameter `output_format`: "mp3_44100_128", "pcm_48000". Mono.
 struct OutputFormat {
     Codec codec = Codec::Mp3;
-    /// Frames a second.
+    /// Hertz.
     int rate = 44100;
-    /// Thousands of bits a second; MP3 only.
+    /// Kilobits per second; MP3 only.
     int kilobits = 128;
 
     [[nodiscard]] QByteArray contentType() const;
 };
 
-/// The format of a name. None for a name that the service doesn't know, and for the Opus ones, which aren't made here.
+/// Looks up a format by name. None for unknown names and for Opus, which isn't supported here.
 [[nodiscard]] std::optional<OutputFormat> findOutputFormat(const QString &name);
 
-/// Whether the service knows the name although it isn't made here.
+/// Whether this is one of the service's Opus formats.
 [[nodiscard]] bool isOpusFormat(const QString &name);
 
-/// All names that `findOutputFormat` knows, in the service's order.
+/// All supported names, in the service's order.
 [[nodiscard]] QStringList outputFormatNames();
 
 } // namespace orlenta::localvoices

@@ -15,7 +15,7 @@ const QList<SpeechModel> &speechModels() {
     constexpr auto skipped = PhonemeRules::Skipped;
     constexpr auto accepted = LineContext::Accepted;
     static const QList<SpeechModel> models{
-        {u"eleven_v3"_s, speak, 5'000, 1.0, followed, LineContext::Refused},
+        {u"eleven_v3"_s, speak, 5'000, 1.0, followed, LineContext::Refused, StabilityScale::ThreeSteps},
         {u"eleven_multilingual_v2"_s, speak, 10'000, 1.0, skipped, accepted},
         {u"eleven_flash_v2_5"_s, speak, 40'000, 0.5, skipped, accepted},
         {u"eleven_turbo_v2_5"_s, speak, 40'000, 0.5, skipped, accepted},

@@ -11,23 +11,25 @@ namespace orlenta::localvoices {
 
 enum class ModelTask { TextToSpeech, SpeechToSpeech };
 enum class LineContext { Accepted, Refused };
+enum class StabilityScale { Continuous, ThreeSteps };
 
-/// What a model of the service takes and costs. All of them are spoken by the same voices here.
+/// What one of the service's models accepts and costs. Here all models use the same voices.
 struct SpeechModel {
     QString id;
     ModelTask task = ModelTask::TextToSpeech;
-    /// The longest text of a request in characters.
+    /// The text limit of a request in characters.
     qsizetype longestText = 10'000;
-    /// Credits for a character.
+    /// Credits per character.
     double characterCost = 1.0;
     PhonemeRules phonemeRules = PhonemeRules::Skipped;
-    /// Whether the text of neighbouring lines may be sent.
+    /// Whether the model accepts the text of neighbouring lines.
     LineContext context = LineContext::Accepted;
+    StabilityScale stability = StabilityScale::Continuous;
 };
 
-/// The model of a task, if the service has it.
+/// Looks up a model by id; none if the service has no such model for this task.
 [[nodiscard]] std::optional<SpeechModel> findSpeechModel(const QString &id, ModelTask task);
-/// All models of text-to-speech.
+/// The ids of all text-to-speech models.
 [[nodiscard]] QStringList speakingModelIds();
 
 } // namespace orlenta::localvoices

@@ -2,24 +2,27 @@
 
 #include <cstdint>
 
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonObject>
+
 namespace orlenta::localvoices {
 
-/// How a line is to be spoken. The service's scales and its defaults.
+/// How to speak a line, with the service's scales and defaults.
 struct SpeechSettings {
-    /// 0 to 1: the less, the wider the melody.
+    /// 0 to 1; lower values widen the pitch range.
     double stability = 0.5;
-    /// 0 to 1: widens the melody too.
+    /// 0 to 1; higher values widen the pitch range.
     double style = 0.0;
-    /// 0.25 to 4, 1 for the voice's own pace.
+    /// 0.25 to 4; 1 is the voice's normal pace.
     double speed = 1.0;
-    /// Where the noise of breathy voices begins.
+    /// Seeds the noise of breathy voices.
     std::uint32_t seed = 0;
 
-    /// The melody's width beside the voice's own, 0.5 to 2.
-    [[nodiscard]] double melody() const {
-        const double width = 1.0 + (0.5 - stability) + 0.5 * style;
-        return width < 0.5 ? 0.5 : width;
-    }
+    /// The pitch range relative to the voice's own, 0.5 to 2.
+    [[nodiscard]] double melody() const;
+
+    /// Applies a request's `voice_settings` and appends schema violations to `faults`.
+    void readVoiceSettings(const QJsonObject &voiceSettings, QJsonArray &faults);
 };
 
 } // namespace orlenta::localvoices

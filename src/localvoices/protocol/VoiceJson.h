@@ -5,7 +5,7 @@
 
 namespace orlenta::localvoices {
 
-/// The answer to GET /v1/voices. The preview of a voice is at `previewFolder`/ID.mp3.
+/// The answer to GET /v1/voices. Previews are at `previewFolder`/ID.mp3.
 [[nodiscard]] QJsonObject voicesJson(const QString &previewFolder);
 
 } // namespace orlenta::localvoices

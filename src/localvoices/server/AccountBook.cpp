@@ -13,7 +13,7 @@ AccountBook::AccountBook(qint64 characterLimit)
 
 QJsonObject AccountBook::subscriptionJson() const {
     return {
-        // Clients look for "pro" in the tier before they ask for PCM, which is to be had here.
+        // Clients check for "pro" in the tier before they request PCM, which is available here.
         {u"tier"_s, u"local_pro"_s},
         {u"character_count"_s, m_used},
         {u"character_limit"_s, m_limit},

@@ -5,10 +5,10 @@
 
 namespace orlenta::localvoices {
 
-/// The account that the service shows: whose it is, what it may, and the credits used since the start.
+/// The account that the service reports: owner, plan, and credits used since startup.
 class AccountBook final {
 public:
-    /// `characterLimit` credits may be used in all.
+    /// `characterLimit` is the total number of credits.
     explicit AccountBook(qint64 characterLimit);
 
     [[nodiscard]] qint64 limit() const { return m_limit; }

@@ -10,10 +10,12 @@ using namespace Qt::StringLiterals;
 namespace {
 
 std::optional<FaultKind> findFaultKind(const QString &word) {
-    static const QHash<QString, FaultKind> kinds{{u"ok"_s, FaultKind::None},     {u"slow"_s, FaultKind::Slow},
-                                                 {u"cut"_s, FaultKind::Cut},     {u"reset"_s, FaultKind::Reset},
-                                                 {u"stall"_s, FaultKind::Stall}, {u"huge"_s, FaultKind::Huge},
-                                                 {u"empty"_s, FaultKind::Empty}, {u"garbage"_s, FaultKind::Garbage}};
+    static const QHash<QString, FaultKind> kinds{
+        {u"ok"_s, FaultKind::None},       {u"slow"_s, FaultKind::Slow},
+        {u"cut"_s, FaultKind::Cut},       {u"reset"_s, FaultKind::Reset},
+        {u"stall"_s, FaultKind::Stall},   {u"huge"_s, FaultKind::Huge},
+        {u"empty"_s, FaultKind::Empty},   {u"garbage"_s, FaultKind::Garbage},
+        {u"portal"_s, FaultKind::Portal}, {u"stability"_s, FaultKind::Stability}};
     const auto found = kinds.constFind(word);
     return found == kinds.constEnd() ? std::nullopt : std::optional(found.value());
 }

@@ -1,12 +1,13 @@
-// The two endpoints of LocalVoicesServer whose answers are audio.
+// The endpoints of LocalVoicesServer that answer with audio.
 #include <cmath>
 #include <utility>
 
 #include <QtCore/QUuid>
 
 #include "localvoices/protocol/OutputFormat.h"
-#include "localvoices/protocol/ServiceError.h"
-#include "localvoices/protocol/SpeechRequest.h"
+#include "localvoices/protocol/Refusal.h"
+#include "localvoices/protocol/SpeechToSpeechRequest.h"
+#include "localvoices/protocol/TextToSpeechRequest.h"
 #include "localvoices/server/LocalVoicesServer.h"
 #include "localvoices/voices/VoiceCatalogue.h"
 
@@ -16,10 +17,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype largestRecording = 50 * 1024 * 1024;
 constexpr double conversionCreditsPerMinute = 1000.0;
 
-/// Seconds of the audio of an answer, from the size of its bytes.
+/// The duration of encoded audio in seconds, computed from its size.
 double secondsOf(const QByteArray &audio, const OutputFormat &format) {
     const auto size = static_cast<double>(audio.size());
     switch (format.codec) {
@@ -35,8 +35,8 @@ double secondsOf(const QByteArray &audio, const OutputFormat &format) {
     return 0;
 }
 
-/// Why no audio can be made for this voice in this format, if so.
-std::optional<ServiceError> refusalOf(const SpeechJob &job) {
+/// The refusal if the voice or format is unknown.
+std::optional<Refusal> refusalOf(const SpeechJob &job) {
     if (isOpusFormat(job.outputFormat))
         return outputFormatNotAllowed(job.outputFormat);
     if (!findOutputFormat(job.outputFormat))
@@ -46,28 +46,39 @@ std::optional<ServiceError> refusalOf(const SpeechJob &job) {
     return std::nullopt;
 }
 
+/// How to report a worker's failure to the client.
+Refusal refusalOf(JobKind kind, const WorkerResult &result) {
+    if (result.exit != WorkerExit::UnusableInput)
+        return internalError(result.complaint);
+    return kind == JobKind::Speak ? speechTooLong(result.complaint) : unusableAudio(result.complaint);
+}
+
+bool isOneOfThreeSteps(double stability) {
+    return stability == 0.0 || stability == 0.5 || stability == 1.0;
+}
+
 } // namespace
 
-void LocalVoicesServer::routeSpeech(const HttpRequest &request, const Delivery &delivery) {
+void LocalVoicesServer::routeSpeech(const IncomingRequest &request, const Delivery &delivery) {
     SpeechJob job;
     job.voiceId = request.path.section(u'/', 3, 3);
     const QString asked = request.query.queryItemValue(u"output_format"_s);
     job.outputFormat = asked.isEmpty() ? u"mp3_44100_128"_s : asked;
-    if (const std::optional<ServiceError> refusal = refusalOf(job)) {
+    if (const std::optional<Refusal> refusal = refusalOf(job)) {
         delivery.send(refusal->answer());
         return;
     }
     if (request.path.startsWith(u"/v1/speech-to-speech/"_s)) {
-        const std::variant<SpeechToSpeechRequest, QJsonArray> read = readSpeechToSpeech(request);
-        if (const auto *faults = std::get_if<QJsonArray>(&read))
-            delivery.send(validationAnswer(*faults));
+        const std::variant<SpeechToSpeechRequest, HttpAnswer> read = SpeechToSpeechRequest::read(request);
+        if (const auto *refusal = std::get_if<HttpAnswer>(&read))
+            delivery.send(*refusal);
         else
             convert(std::get<SpeechToSpeechRequest>(read), std::move(job), delivery);
         return;
     }
-    const std::variant<TextToSpeechRequest, QJsonArray> read = readTextToSpeech(request.body);
-    if (const auto *faults = std::get_if<QJsonArray>(&read))
-        delivery.send(validationAnswer(*faults));
+    const std::variant<TextToSpeechRequest, HttpAnswer> read = TextToSpeechRequest::read(request.body);
+    if (const auto *refusal = std::get_if<HttpAnswer>(&read))
+        delivery.send(*refusal);
     else
         speak(std::get<TextToSpeechRequest>(read), std::move(job), delivery);
 }
@@ -86,6 +97,11 @@ void LocalVoicesServer::speak(const TextToSpeechRequest &request, SpeechJob job,
     }
     if (request.hasContext && model->context == LineContext::Refused) {
         delivery.send(contextNotSupported(request.modelId).answer());
+        return;
+    }
+    if (delivery.fault() == FaultKind::Stability && model->stability == StabilityScale::ThreeSteps &&
+        !isOneOfThreeSteps(request.settings.stability)) {
+        delivery.send(invalidStability().answer());
         return;
     }
     if (cost > m_account.remaining()) {
@@ -137,11 +153,11 @@ void LocalVoicesServer::convert(const SpeechToSpeechRequest &request, SpeechJob 
 void LocalVoicesServer::runJob(const SpeechJob &job, const Costing &costOf, const Delivery &delivery,
                                const Answered &answered) {
     const QByteArray contentType = findOutputFormat(job.outputFormat).value_or(OutputFormat()).contentType();
+    const JobKind kind = job.kind;
     const WorkerPool::JobId id =
-        m_workers.start(job, [this, contentType, costOf, answered](const WorkerResult &result) {
+        m_workers.start(job, [this, kind, contentType, costOf, answered](const WorkerResult &result) {
             if (result.exit != WorkerExit::Done) {
-                const bool isTheirs = result.exit == WorkerExit::UnusableInput;
-                answered((isTheirs ? unusableAudio(result.complaint) : internalError(result.complaint)).answer());
+                answered(refusalOf(kind, result).answer());
                 return;
             }
             const qint64 cost = costOf(result.audio);
@@ -154,7 +170,7 @@ void LocalVoicesServer::runJob(const SpeechJob &job, const Costing &costOf, cons
                               {"maximum-concurrent-requests", QByteArray::number(m_workers.atOnce())}};
             answered(answer);
         });
-    // A line that nobody waits for any more isn't worth the work.
+    // Nobody is waiting for the line any more.
     connect(delivery.socket(), &QTcpSocket::disconnected, &m_workers, [this, id] { m_workers.cancel(id); });
 }
 

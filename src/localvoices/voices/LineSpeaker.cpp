@@ -6,6 +6,8 @@
 
 #include "localvoices/engines/EspeakEngine.h"
 #include "localvoices/engines/FliteEngine.h"
+#include "localvoices/engines/SpokenLanguage.h"
+#include "localvoices/lexicon/EngineText.h"
 #include "localvoices/lexicon/SpokenText.h"
 #include "localvoices/voices/VoiceCatalogue.h"
 #include "localvoices/voices/VoiceShifter.h"
@@ -21,15 +23,37 @@ constexpr float loudestPeak = 0.7F;
 
 using SpeakRuns = std::function<Sound(const std::vector<SpokenRun> &)>;
 
-Sound speakSegments(const std::vector<SpokenSegment> &segments, int rate, const SpeakRuns &speakRuns) {
+using SpokenSound = base::Result<Sound, JobFailure>;
+
+base::Failure<JobFailure> inputFailure(const QString &sentence) {
+    return base::fail(JobFailure{JobFailure::Cause::Input, sentence});
+}
+
+base::Failure<JobFailure> engineFailure(const QString &sentence) {
+    return base::fail(JobFailure{JobFailure::Cause::Engine, sentence});
+}
+
+SpokenSound speakSegments(const std::vector<SpokenSegment> &segments, int rate, const SpeakRuns &speakRuns) {
     Sound line{{}, rate};
     for (const SpokenSegment &segment : segments) {
-        const Sound speech = speakRuns(segment.runs);
-        line.frames.insert(line.frames.end(), speech.frames.begin(), speech.frames.end());
+        for (const std::vector<SpokenRun> &piece : enginePieces(segment.runs)) {
+            const Sound speech = speakRuns(piece);
+            line.frames.insert(line.frames.end(), speech.frames.begin(), speech.frames.end());
+            if (line.seconds() > longestSpeechSeconds)
+                return inputFailure(u"The speech would be longer than an hour."_s);
+        }
         const auto pause = static_cast<std::size_t>(segment.pauseAfter.count() * rate / 1000);
         line.frames.insert(line.frames.end(), pause, 0.0F);
     }
     return line;
+}
+
+std::size_t characterCount(const std::vector<SpokenSegment> &segments) {
+    std::size_t count = 0;
+    for (const SpokenSegment &segment : segments)
+        for (const SpokenRun &run : segment.runs)
+            count += run.phones.empty() ? static_cast<std::size_t>(run.text.size()) : run.phones.size();
+    return count;
 }
 
 bool isForFlite(const VoiceProfile &voice, const SpeechJob &job) {
@@ -37,26 +61,26 @@ bool isForFlite(const VoiceProfile &voice, const SpeechJob &job) {
     return voice.engine == Engine::Flite && english && FliteEngine::canRead(job.text);
 }
 
-base::Result<Sound, QString> fliteLine(const VoiceProfile &voice, const SpeechJob &job,
-                                       const std::vector<SpokenSegment> &segments) {
+SpokenSound fliteLine(const VoiceProfile &voice, const SpeechJob &job, const std::vector<SpokenSegment> &segments) {
     FliteEngine engine(voice.fliteVoice);
     if (!engine.isReady())
-        return base::fail(u"The voice %1 is not installed."_s.arg(voice.name));
-    const Sound line = speakSegments(
+        return engineFailure(u"The voice %1 is not installed."_s.arg(voice.name));
+    const SpokenSound line = speakSegments(
         segments, 16000, [&](const std::vector<SpokenRun> &runs) { return engine.speak(runs, job.settings); });
-    return shifted(line, voice.shift);
+    if (!line)
+        return line;
+    return shifted(*line, voice.shift);
 }
 
-base::Result<Sound, QString> espeakLine(const VoiceProfile &voice, const SpeechJob &job,
-                                        const std::vector<SpokenSegment> &segments) {
+SpokenSound espeakLine(const VoiceProfile &voice, const SpeechJob &job, const std::vector<SpokenSegment> &segments) {
     EspeakEngine engine;
     if (!engine.isReady())
-        return base::fail(u"espeak-ng or its data are not installed."_s);
-    // A language that espeak-ng lacks is ignored, as a model ignores one that it can't speak.
-    const bool own = job.languageCode.isEmpty() || job.languageCode == voice.language;
-    if ((own || !engine.selectVoice(job.languageCode.toLatin1(), voice.espeakVariant)) &&
+        return engineFailure(u"espeak-ng or its data are not installed."_s);
+    // Ignore unsupported languages, as the service's models do.
+    const QByteArray other = job.languageCode == voice.language ? QByteArray() : espeakLanguage(job.languageCode);
+    if ((other.isEmpty() || !engine.selectVoice(other, voice.espeakVariant)) &&
         !engine.selectVoice(voice.espeakLanguage, voice.espeakVariant))
-        return base::fail(u"The voice %1 is not installed."_s.arg(voice.name));
+        return engineFailure(u"The voice %1 is not installed."_s.arg(voice.name));
     const double rest = job.settings.speed / EspeakEngine::paceOf(job.settings);
     return speakSegments(segments, engine.rate(), [&](const std::vector<SpokenRun> &runs) {
         return paced(engine.speak(runs, job.settings), rest);
@@ -75,13 +99,15 @@ void level(Sound &sound) {
 
 } // namespace
 
-base::Result<Sound, QString> spokenLine(const SpeechJob &job) {
+SpokenSound spokenLine(const SpeechJob &job) {
     const std::optional<VoiceProfile> voice = findVoice(job.voiceId);
     if (!voice)
-        return base::fail(u"There is no voice %1."_s.arg(job.voiceId));
+        return engineFailure(u"There is no voice %1."_s.arg(job.voiceId));
     const std::vector<SpokenSegment> segments = readSpokenText(job.text, job.rules, job.phonemeRules);
-    base::Result<Sound, QString> line =
-        isForFlite(*voice, job) ? fliteLine(*voice, job, segments) : espeakLine(*voice, job, segments);
+    if (characterCount(segments) > mostSpokenCharacters)
+        return inputFailure(
+            u"With its pronunciations the text is longer than %1 characters."_s.arg(mostSpokenCharacters));
+    SpokenSound line = isForFlite(*voice, job) ? fliteLine(*voice, job, segments) : espeakLine(*voice, job, segments);
     if (!line)
         return line;
     Sound sound = std::move(line).value();

@@ -8,8 +8,12 @@
 
 namespace orlenta::localvoices {
 
-/// Speaks a job's line, at the engine's own rate. Once in a process's life: only a fresh process speaks the same line
-/// the same way each time. A line with nothing to say gives a moment of silence. The error is a sentence.
-[[nodiscard]] base::Result<Sound, QString> spokenLine(const SpeechJob &job);
+/// Limits for one line: seconds of speech, and characters after aliases and phonemes have been applied.
+constexpr double longestSpeechSeconds = 3600.0;
+constexpr std::size_t mostSpokenCharacters = 100'000;
+
+/// Speaks a job's line at the engine's own rate. Call it once per process: only a fresh process always speaks the same
+/// line the same way. A line with nothing to say becomes 0.1 seconds of silence.
+[[nodiscard]] base::Result<Sound, JobFailure> spokenLine(const SpeechJob &job);
 
 } // namespace orlenta::localvoices

@@ -13,17 +13,26 @@ namespace orlenta::localvoices {
 
 enum class JobKind { Speak, Convert };
 
-/// What a recording that is to be converted is: a file of some kind, or bare samples.
+/// The form of a recording to convert: an audio file or headerless samples.
 enum class InputForm { File, Pcm16 };
 
-/// One piece of work for a worker process.
+/// Why a job failed.
+struct JobFailure {
+    enum class Cause { Input, Engine };
+
+    Cause cause = Cause::Engine;
+    /// For the client if the input is at fault, else for the log.
+    QString sentence;
+};
+
+/// One job for a worker process.
 struct SpeechJob {
     JobKind kind = JobKind::Speak;
     QString voiceId;
     QString outputFormat;
     SpeechSettings settings;
 
-    /// To speak: the line as it came, ISO 639-1 or empty, and what the lexicons say.
+    /// To speak: the line as received, its language (ISO 639-1, may be empty), and the rules of all lexicons.
     QString text;
     QString languageCode;
     std::vector<PronunciationRule> rules;
@@ -33,7 +42,7 @@ struct SpeechJob {
     QByteArray recording;
     InputForm recordingForm = InputForm::File;
 
-    /// The job as CBOR, the form in which it reaches a worker, and back; none for what isn't a job.
+    /// Serialises the job as CBOR, and back. None if the bytes aren't a job.
     [[nodiscard]] QByteArray toBytes() const;
     [[nodiscard]] static std::optional<SpeechJob> fromBytes(const QByteArray &bytes);
 };

@@ -7,13 +7,13 @@
 
 namespace orlenta::localvoices {
 
-/// All voices, in the order in which they are offered: the most natural first. Any thread.
+/// All voices, the most natural ones first. Any thread.
 [[nodiscard]] const std::vector<VoiceProfile> &voiceCatalogue();
 
-/// The voice with this id, if there is one.
+/// Looks up a voice by id.
 [[nodiscard]] std::optional<VoiceProfile> findVoice(const QString &id);
 
-/// The sentence by which a voice introduces itself.
+/// The sentence with which a voice introduces itself, in its own language.
 [[nodiscard]] QString introductionOf(const VoiceProfile &voice);
 
 } // namespace orlenta::localvoices

@@ -7,7 +7,7 @@ namespace orlenta::localvoices {
 
 enum class Engine { Flite, Espeak };
 
-/// How a voice is made from what an engine gives: ratios of target to source, 1 for none.
+/// How to shift an engine's output to make a voice: ratios of target to source, 1 for no change.
 struct VoiceShift {
     double pitch = 1.0;
     double formants = 1.0;
@@ -15,7 +15,7 @@ struct VoiceShift {
     [[nodiscard]] bool isNone() const { return pitch == 1.0 && formants == 1.0; }
 };
 
-/// One voice of this machine: what a catalogue shows of it, and how it is spoken.
+/// A local voice: its catalogue entry, and how to speak it.
 struct VoiceProfile {
     QString id;
     QString name;
@@ -31,16 +31,15 @@ struct VoiceProfile {
     Engine engine = Engine::Espeak;
     /// Flite's voice; empty for an espeak-ng voice.
     QByteArray fliteVoice;
-    /// espeak-ng's language and variant. A Flite voice needs them for text that Flite can't read.
+    /// espeak-ng's language and variant. Flite voices use them for text that Flite can't read.
     QByteArray espeakLanguage;
     QByteArray espeakVariant;
     VoiceShift shift;
 
-    /// The voice's middle pitch in hertz and the scale of its formants beside an adult male's: the aims of
-    /// speech-to-speech.
+    /// Targets of speech-to-speech: median pitch in hertz, and formants relative to an adult male's.
     double pitchHz = 120.0;
     double formantScale = 1.0;
-    /// Tilt of the spectrum above 2.5 kHz in decibels, the voice's colour in speech-to-speech.
+    /// Gain above 2.5 kHz in decibels that speech-to-speech applies.
     double brightnessDb = 0.0;
 };
 

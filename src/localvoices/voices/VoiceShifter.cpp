@@ -7,8 +7,6 @@
 
 #include <rubberband/RubberBandStretcher.h>
 
-#include "localvoices/engines/Resampler.h"
-
 namespace orlenta::localvoices {
 
 namespace {
@@ -22,7 +20,7 @@ std::vector<float> stretched(const Sound &sound, double timeRatio, VoiceShift sh
                                   RubberBandStretcher::OptionProcessOffline | RubberBandStretcher::OptionEngineFiner |
                                       RubberBandStretcher::OptionThreadingNever,
                                   timeRatio, shift.pitch);
-    // The library multiplies the formants' scale with the pitch that they have already been moved by.
+    // Rubber Band applies the formant scale on top of the pitch scale.
     stretcher.setFormantScale(shift.formants / shift.pitch);
     stretcher.setExpectedInputDuration(sound.frames.size());
     const float *whole = sound.frames.data();
@@ -48,7 +46,7 @@ std::vector<float> stretched(const Sound &sound, double timeRatio, VoiceShift sh
     return result;
 }
 
-/// The pitch of one window, or 0 when it isn't voiced.
+/// The pitch of one window, or 0 if unvoiced.
 double windowPitch(const float *frames, std::size_t length, int rate) {
     double energy = 0;
     for (std::size_t i = 0; i < length; ++i)
@@ -71,7 +69,7 @@ double windowPitch(const float *frames, std::size_t length, int rate) {
             late += b * b;
         }
         const double likeness = product / std::sqrt(early * late + 1e-12);
-        // A multiple of the period is as like as the period itself, so a longer lag has to be clearly better.
+        // Multiples of the period correlate just as well, so a longer lag must be clearly better.
         if (likeness > best * 1.05) {
             best = likeness;
             bestLag = lag;
@@ -133,9 +131,11 @@ Sound paced(const Sound &sound, double speed) {
 }
 
 double middlePitch(const Sound &speech) {
-    const Sound sound = resampled(speech, 8000);
+    const Sound sound = speech.atRate(8000).value_or(Sound());
+    if (sound.frames.empty())
+        return 0;
     const auto window = static_cast<std::size_t>(sound.rate / 25);
-    // Two thousand windows tell as much as all of a long recording's.
+    // Two thousand windows are enough for long recordings too.
     const std::size_t step = std::max(window / 2, sound.frames.size() / 2000);
     std::vector<double> pitches;
     for (std::size_t from = 0; from + window <= sound.frames.size(); from += step) {
@@ -152,7 +152,8 @@ double middlePitch(const Sound &speech) {
 
 Sound spokenAs(const VoiceProfile &voice, const Sound &speech) {
     const double pitch = middlePitch(speech);
-    // A speaker's formants can't be heard apart from the vowels, but go with the pitch: about a sixth higher for women.
+    // Formants can't be measured independently of the vowels, so estimate them from the pitch: women's are about a
+    // sixth higher.
     const double formants = pitch > 155.0 ? 1.16 : 1.0;
     VoiceShift shift;
     if (pitch > 0)

@@ -5,18 +5,18 @@
 
 namespace orlenta::localvoices {
 
-/// The sound with pitch and formants moved, at exactly its own length. Any thread.
+/// Shifts pitch and formants; keeps the exact length. Any thread.
 [[nodiscard]] Sound shifted(const Sound &sound, VoiceShift shift);
 
-/// The sound at another pace, with its pitch kept: `speed` 2 halves the length. Any thread.
+/// Changes the pace and keeps the pitch; `speed` 2 halves the length. Any thread.
 [[nodiscard]] Sound paced(const Sound &sound, double speed);
 
-/// Speech as another voice would say it, at exactly its own length: pitch and formants are moved from the speaker's to
-/// the voice's and the spectrum is tilted to the voice's colour. Any thread.
+/// Converts speech to another voice and keeps the exact length: shifts pitch and formants from the speaker's to the
+/// voice's, and applies the voice's brightness. Any thread.
 [[nodiscard]] Sound spokenAs(const VoiceProfile &voice, const Sound &speech);
 
-/// The middle of the speaker's pitch in hertz, 60 to 400; 0 for sound without voiced speech. Autocorrelation over
-/// windows of 40 ms, after Rabiner, "On the use of autocorrelation analysis for pitch detection" (1977).
+/// The speaker's median pitch, 60 to 400 Hz; 0 if there is no voiced speech. Autocorrelation over windows of 40 ms,
+/// after Rabiner, "On the use of autocorrelation analysis for pitch detection" (1977).
 [[nodiscard]] double middlePitch(const Sound &speech);
 
 } // namespace orlenta::localvoices

@@ -30,7 +30,8 @@ bool isStrong(TextLabel::Style style) {
 }
 
 QColor labelColor(TextLabel::Style style) {
-    const ThemeColors &colors = ThemeColors::of(QApplication::palette());
+    const QPalette palette = QApplication::palette();
+    const ThemeColors &colors = ThemeColors::of(palette);
     switch (style) {
     case TextLabel::Style::Title:
     case TextLabel::Style::Heading:
@@ -77,7 +78,7 @@ void TextLabel::applyFont() {
 }
 
 void TextLabel::applyColor() {
-    // Setting the palette announces a change of the palette in turn.
+    // Setting the palette causes another palette change event.
     const QColor color = labelColor(m_style);
     if (palette().color(QPalette::Active, QPalette::WindowText) == color)
         return;

@@ -10,7 +10,7 @@
 
 #include "shell/theme/ThemeColors.h"
 
-// A static library's resources are dropped by the linker unless something names them.
+// The linker drops a static library's resources unless they are referenced.
 static void initIconResources() {
     Q_INIT_RESOURCE(icons);
 }
@@ -22,8 +22,12 @@ QString iconPath(const QString &name) {
     return QStringLiteral(":/icons/%1.svg").arg(name);
 }
 
+// Since Qt 6.8, QIconEngine::scaledPixmap gets the size in device-independent pixels.
+constexpr bool scaledSizeIsInDevicePixels = QT_VERSION < QT_VERSION_CHECK(6, 8, 0);
+
 QColor tintColor(Icon::Tint tint, QIcon::Mode mode) {
-    const ThemeColors &colors = ThemeColors::of(QGuiApplication::palette());
+    const QPalette palette = QGuiApplication::palette();
+    const ThemeColors &colors = ThemeColors::of(palette);
     if (mode == QIcon::Disabled)
         return colors.textDisabled;
     if (mode == QIcon::Selected)
@@ -56,9 +60,9 @@ public:
 
     QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State) override { return rendered(size, mode); }
 
-    // The size is already in device pixels here; the icon sets the ratio on what it gets.
-    QPixmap scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State, qreal) override {
-        return rendered(size, mode);
+    // QIcon sets the device pixel ratio of the result.
+    QPixmap scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State, qreal scale) override {
+        return rendered(scaledSizeIsInDevicePixels ? size : size * scale, mode);
     }
 
     QIconEngine *clone() const override { return new TintedSvgEngine(*this); }

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "localvoices/engines/AudioDecoder.h"
+#include "localvoices/engines/RecordingDecoder.h"
 
 namespace orlenta::localvoices {
 
@@ -40,7 +40,7 @@ TEST(AudioEncoder, AWavKeepsItsSamples) {
 }
 
 TEST(AudioEncoder, TelephoneLawsGiveTheirStandardsKnownBytes) {
-    // Silence, and the loudest of both signs, after ITU-T G.711.
+    // Silence and both extremes, according to ITU-T G.711.
     const Sound sound{{0.0F, 1.0F, -1.0F}, 8000};
     EXPECT_EQ(encoded(sound, {Codec::MuLaw, 8000, 0}), QByteArray("\xFF\x80\x00", 3));
     EXPECT_EQ(encoded(sound, {Codec::ALaw, 8000, 0}), QByteArray("\xD5\xAA\x2A", 3));

@@ -14,7 +14,7 @@ QByteArray lexiconOf(const QByteArray &lexemes) {
            lexemes + "\n</lexicon>";
 }
 
-/// The runs written out, with sounds in brackets.
+/// The text of all runs, with words that have sounds in brackets.
 QString written(const std::vector<SpokenRun> &runs) {
     QString text;
     for (const SpokenRun &run : runs)
@@ -46,6 +46,21 @@ TEST(Lexicon, WhatIsNoLexiconIsRefused) {
     for (const QByteArray &document : {QByteArray(), QByteArray("words"), QByteArray("<html></html>"),
                                        lexiconOf("<lexeme><grapheme>a</lexeme>"), lexiconOf("").chopped(3)})
         EXPECT_FALSE(readLexicon(document)) << document.constData();
+}
+
+TEST(Lexicon, TextsPastTheLimitsMakeALexiconUnreadable) {
+    const auto withText = [](const QByteArray &element, qsizetype length) {
+        const QByteArray text = '<' + element + '>' + QByteArray(length, 'a') + "</" + element + '>';
+        return readLexicon(lexiconOf("<lexeme><grapheme>word</grapheme>" + text + "</lexeme>")).hasValue();
+    };
+    EXPECT_TRUE(withText("phoneme", longestPhonemes));
+    EXPECT_FALSE(withText("phoneme", longestPhonemes + 1));
+    EXPECT_FALSE(withText("phoneme", 500'000));
+    for (const QByteArray &element : {QByteArray("alias"), QByteArray("grapheme")}) {
+        EXPECT_TRUE(withText(element, longestRuleText));
+        EXPECT_FALSE(withText(element, longestRuleText + 1)) << element.constData();
+    }
+    EXPECT_TRUE(phonesIn(u"ipa"_s, u"a"_s.repeated(longestPhonemes + 1)).empty());
 }
 
 TEST(Lexicon, RulesMatchWholeWordsInTheirOwnCase) {

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What is said and how long is paused, as in "Hello|1500|there".
+/// Speech and pauses in milliseconds, like "Hello|1500|there".
 QString outline(const QString &text) {
     QStringList pieces;
     for (const SpokenSegment &segment : readSpokenText(text, {}, PhonemeRules::Followed)) {

@@ -34,6 +34,19 @@ TEST(MultipartForm, BrokenFormsAreRefused) {
         EXPECT_FALSE(MultipartForm::parse(type, body)) << body.constData();
     EXPECT_FALSE(MultipartForm::parse("application/json", part + "--b--"));
     EXPECT_FALSE(MultipartForm::parse("multipart/form-data", part + "--b--"));
+    const QByteArray longHead = "--b\r\nContent-Disposition: form-data; name=\"" + QByteArray(5000, 'x') + "\"\r\n\r\n";
+    EXPECT_FALSE(MultipartForm::parse(type, longHead + "x\r\n--b--"));
+}
+
+TEST(MultipartForm, HoldsNoMorePartsThanItMay) {
+    const QByteArray type = "multipart/form-data; boundary=b";
+    const QByteArray part = "--b\r\nContent-Disposition: form-data; name=\"a\"\r\n\r\nx\r\n";
+    EXPECT_TRUE(MultipartForm::parse(type, part.repeated(64) + "--b--"));
+    for (const qsizetype parts : {65, 200'000}) {
+        const auto form = MultipartForm::parse(type, part.repeated(parts) + "--b--");
+        ASSERT_FALSE(form) << parts;
+        EXPECT_EQ(form.error(), FormFault::TooManyParts);
+    }
 }
 
 } // namespace orlenta::localvoices

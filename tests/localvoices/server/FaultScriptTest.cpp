@@ -10,7 +10,7 @@ TEST(FaultScript, EntriesAreTakenInOrderByTheirEndpoints) {
     auto script = FaultScript::parse(u"tts:429=1*2, ok ,slow=250,user:402"_s);
     ASSERT_TRUE(script);
     FaultScript faults = script.value();
-    EXPECT_EQ(faults.take(u"user"_s).kind, FaultKind::None); // the "ok" of any endpoint
+    EXPECT_EQ(faults.take(u"user"_s).kind, FaultKind::None); // the "ok" for any endpoint
     EXPECT_EQ(faults.take(u"tts"_s).status, 429);
     EXPECT_EQ(faults.take(u"tts"_s).argument, u"1"_s);
     EXPECT_EQ(faults.take(u"tts"_s).amount, 250);

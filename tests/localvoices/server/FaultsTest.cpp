@@ -3,16 +3,16 @@
 #include <QtCore/QJsonObject>
 
 #include "localvoices/JsonSchema.h"
-#include "localvoices/LocalVoicesProcess.h"
+#include "localvoices/VoicesProgram.h"
 
 namespace orlenta::localvoices {
 
 using namespace Qt::StringLiterals;
-using test::LocalVoicesProcess;
 using test::Reply;
+using test::VoicesProgram;
 
 TEST(Faults, AScriptIsUsedUpByTheRequestsThatItFits) {
-    LocalVoicesProcess voices({u"--faults"_s, u"tts:429=2.5*2,user:401=quota_exceeded"_s});
+    VoicesProgram voices({u"--faults"_s, u"tts:429=2.5*2,user:401=quota_exceeded"_s});
     EXPECT_EQ(voices.get(u"/v1/voices"_s).status, 200);
     for (int i = 0; i < 2; ++i) {
         const Reply busy = voices.speak(u"local-dana"_s, u"a"_s);
@@ -28,7 +28,7 @@ TEST(Faults, AScriptIsUsedUpByTheRequestsThatItFits) {
 }
 
 TEST(Faults, ANewScriptTakesThePlaceOfTheOld) {
-    LocalVoicesProcess voices({u"--faults"_s, u"500*9"_s});
+    VoicesProgram voices({u"--faults"_s, u"500*9"_s});
     EXPECT_EQ(voices.post(u"/local/faults"_s, "text/plain", "503=boom").status, 200);
     const Reply boom = voices.get(u"/v1/user"_s);
     EXPECT_EQ(boom.status, 503);
@@ -38,7 +38,7 @@ TEST(Faults, ANewScriptTakesThePlaceOfTheOld) {
 }
 
 TEST(Faults, ConnectionsBreakAsOrdered) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     const auto ordered = [&voices](const QByteArray &fault) {
         QNetworkRequest request = voices.request(u"/v1/user"_s);
         request.setRawHeader("x-local-fault", fault);
@@ -59,8 +59,38 @@ TEST(Faults, ConnectionsBreakAsOrdered) {
     EXPECT_EQ(voices.get(u"/v1/user"_s).status, 200);
 }
 
+TEST(Faults, APortalAnswersALineWithItsPage) {
+    VoicesProgram voices({u"--faults"_s, u"tts:portal"_s});
+    const Reply page = voices.speak(u"local-dana"_s, u"a"_s);
+    EXPECT_EQ(page.status, 200);
+    EXPECT_EQ(page.contentType, "text/html; charset=utf-8");
+    EXPECT_TRUE(page.body.startsWith("<!DOCTYPE html>"));
+    EXPECT_EQ(voices.speak(u"local-dana"_s, u"a"_s).contentType, "audio/pcm");
+}
+
+TEST(Faults, StabilityIsCheckedForTheModelsThatKnowThreeSteps) {
+    VoicesProgram voices({u"--faults"_s, u"tts:stability*6"_s});
+    const auto speak = [&voices](const QString &model, double stability) {
+        return voices.speak(u"local-dana"_s, u"a"_s,
+                            u",\"model_id\":\"%1\",\"voice_settings\":{\"stability\":%2}"_s.arg(model).arg(stability));
+    };
+    const Reply refused = speak(u"eleven_v3"_s, 0.3);
+    EXPECT_EQ(refused.status, 400);
+    EXPECT_EQ(test::schemaFaults(u"ApiError"_s, refused.body), QStringList());
+    const QJsonValue detail = QJsonDocument::fromJson(refused.body)[u"detail"_s];
+    EXPECT_EQ(detail[u"status"_s].toString(), u"invalid_ttd_stability"_s);
+    EXPECT_EQ(detail[u"message"_s].toString(), u"Invalid TTD stability value. Must be one of: [0.0, 0.5, 1.0] "
+                                               u"(0.0 = Creative, 0.5 = Natural, 1.0 = Robust)"_s);
+    for (const double step : {0.0, 0.5, 1.0})
+        EXPECT_EQ(speak(u"eleven_v3"_s, step).status, 200) << step;
+    EXPECT_EQ(speak(u"eleven_multilingual_v2"_s, 0.3).status, 200);
+    EXPECT_EQ(voices.speak(u"local-dana"_s, u"a"_s, u",\"model_id\":\"eleven_v3\""_s).status, 200)
+        << "the default is one of the three";
+    EXPECT_EQ(speak(u"eleven_v3"_s, 0.3).status, 200) << "the fault is used up";
+}
+
 TEST(Faults, NoneIsTakenFromRequestsUnlessTheProgramWasToldTo) {
-    LocalVoicesProcess voices{QStringList()};
+    VoicesProgram voices{QStringList()};
     QNetworkRequest request = voices.request(u"/v1/user"_s);
     request.setRawHeader("x-local-fault", "500");
     EXPECT_EQ(voices.send("GET", request).status, 200);

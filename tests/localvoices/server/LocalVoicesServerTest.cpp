@@ -1,20 +1,21 @@
 #include "localvoices/server/LocalVoicesServer.h"
 
 #include <gtest/gtest.h>
+#include <QtCore/QFile>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 
-#include "localvoices/engines/AudioDecoder.h"
+#include "localvoices/engines/RecordingDecoder.h"
 #include "localvoices/JsonSchema.h"
-#include "localvoices/LocalVoicesProcess.h"
+#include "localvoices/VoicesProgram.h"
 
 namespace orlenta::localvoices {
 
 using namespace Qt::StringLiterals;
-using test::LocalVoicesProcess;
 using test::Reply;
 using test::schemaFaults;
+using test::VoicesProgram;
 
 namespace {
 
@@ -33,7 +34,7 @@ constexpr char plainLexicon[] = R"(<?xml version="1.0" encoding="UTF-8"?>
 } // namespace
 
 TEST(LocalVoicesServer, DescribesTheAccountAndTheVoicesByThePublishedSchemas) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     const Reply user = voices.get(u"/v1/user"_s);
     EXPECT_EQ(user.status, 200);
     EXPECT_EQ(schemaFaults(u"UserResponseModel"_s, user.body), QStringList());
@@ -48,7 +49,7 @@ TEST(LocalVoicesServer, DescribesTheAccountAndTheVoicesByThePublishedSchemas) {
 }
 
 TEST(LocalVoicesServer, PlaysAPreviewToWhoeverHasItsAddress) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     const QJsonArray all = objectOf(voices.get(u"/v1/voices"_s)).value(u"voices"_s).toArray();
     const QUrl address(all.first()[u"preview_url"_s].toString());
     const Reply preview = voices.send("GET", QNetworkRequest(address));
@@ -61,13 +62,13 @@ TEST(LocalVoicesServer, PlaysAPreviewToWhoeverHasItsAddress) {
 }
 
 TEST(LocalVoicesServer, LetsOnlyItsKeyIn) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     struct Case {
         QByteArray key;
         QString status;
     };
     for (const Case &each : {Case{{}, u"needs_authorization"_s}, Case{"another key", u"invalid_api_key"_s},
-                             Case{QByteArray(LocalVoicesProcess::key) + '!', u"invalid_api_key"_s}}) {
+                             Case{QByteArray(VoicesProgram::key) + '!', u"invalid_api_key"_s}}) {
         for (const QString &path : {u"/v1/user"_s, u"/v1/voices"_s, u"/local/faults"_s}) {
             QNetworkRequest request = voices.request(path);
             request.setRawHeader("xi-api-key", each.key);
@@ -90,8 +91,17 @@ TEST(LocalVoicesServer, WontStartWithoutAKey) {
     EXPECT_TRUE(program.readAllStandardOutput().isEmpty());
 }
 
+TEST(LocalVoicesServer, StartsWithoutFfmpeg) {
+    VoicesProgram voices;
+    QFile maps(u"/proc/%1/maps"_s.arg(voices.process().processId()));
+    ASSERT_TRUE(maps.open(QIODevice::ReadOnly));
+    const QByteArray loaded = maps.readAll();
+    EXPECT_TRUE(loaded.contains("libsndfile"));
+    EXPECT_FALSE(loaded.contains("libav")) << "each utterance waits for what is loaded";
+}
+
 TEST(LocalVoicesServer, RefusesInTheServicesOwnWords) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     struct Case {
         QString path;
         QByteArray body;
@@ -120,7 +130,7 @@ TEST(LocalVoicesServer, RefusesInTheServicesOwnWords) {
 }
 
 TEST(LocalVoicesServer, NamesEachFieldThatBreaksTheSchema) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     struct Case {
         QByteArray body;
         QList<QByteArray> faultsInOrder;
@@ -147,7 +157,7 @@ TEST(LocalVoicesServer, NamesEachFieldThatBreaksTheSchema) {
 }
 
 TEST(LocalVoicesServer, TakesALexiconAndRefusesWhatIsNone) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     const QString path = u"/v1/pronunciation-dictionaries/add-from-file"_s;
     const Reply added = voices.postForm(
         path, {{"name", {}, "Orlenta Pronunciation"}, {"description", {}, "d"}, {"file", "a.pls", plainLexicon}});
@@ -161,10 +171,13 @@ TEST(LocalVoicesServer, TakesALexiconAndRefusesWhatIsNone) {
     EXPECT_EQ(voices.postForm(path, {{"name", {}, "n"}}).status, 422);
     EXPECT_EQ(voices.postForm(path, {{"file", "a.pls", plainLexicon}}).status, 422);
     EXPECT_EQ(voices.post(path, "application/json", "{}").status, 422);
+    const Reply parts = voices.postForm(path, QList<test::Field>(65, {"name", {}, "n"}));
+    EXPECT_EQ(parts.status, 400);
+    EXPECT_EQ(objectOf(parts)[u"detail"_s].toString(), u"Too many fields. Maximum number of fields is 64."_s);
 }
 
 TEST(LocalVoicesServer, CountsWhatItSpeaksUntilTheQuotaIsUsed) {
-    LocalVoicesProcess voices({u"--character-limit"_s, u"12"_s});
+    VoicesProgram voices({u"--character-limit"_s, u"12"_s});
     const Reply first = voices.speak(u"local-dana"_s, u"éeee eeee"_s, u",\"model_id\":\"eleven_flash_v2_5\""_s);
     EXPECT_EQ(first.header("character-cost"), "5");
     const QJsonValue subscription = objectOf(voices.get(u"/v1/user"_s))[u"subscription"_s];

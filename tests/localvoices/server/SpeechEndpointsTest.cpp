@@ -1,20 +1,21 @@
 #include <algorithm>
+#include <ctime>
 
 #include <gtest/gtest.h>
 #include <QtCore/QEventLoop>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 
-#include "localvoices/engines/AudioDecoder.h"
-#include "localvoices/LocalVoicesProcess.h"
+#include "localvoices/engines/RecordingDecoder.h"
 #include "localvoices/voices/VoiceCatalogue.h"
 #include "localvoices/voices/VoiceShifter.h"
+#include "localvoices/VoicesProgram.h"
 
 namespace orlenta::localvoices {
 
 using namespace Qt::StringLiterals;
-using test::LocalVoicesProcess;
 using test::Reply;
+using test::VoicesProgram;
 
 namespace {
 
@@ -24,8 +25,8 @@ double secondsOfPcm(const Reply &reply) {
     return static_cast<double>(reply.body.size()) / 2.0 / 16000.0;
 }
 
-/// Uploads a lexicon of one lexeme and gives what a request has to hold to use it.
-QString uploadedLexeme(LocalVoicesProcess &voices, const QByteArray &lexeme) {
+/// Uploads a lexicon with one lexeme and returns the JSON that makes a request use it.
+QString uploadedLexeme(VoicesProgram &voices, const QByteArray &lexeme) {
     const QByteArray lexicon = "<lexicon xmlns=\"http://www.w3.org/2005/01/pronunciation-lexicon\" alphabet=\"ipa\">"
                                "<lexeme>" +
                                lexeme + "</lexeme></lexicon>";
@@ -39,7 +40,7 @@ QString uploadedLexeme(LocalVoicesProcess &voices, const QByteArray &lexeme) {
 } // namespace
 
 TEST(SpeechEndpoints, EveryVoiceSpeaksAndRepeatsItselfToTheByte) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     QList<QByteArray> heard;
     for (const VoiceProfile &voice : voiceCatalogue()) {
         const Reply reply = voices.speak(voice.id, sentence);
@@ -52,8 +53,22 @@ TEST(SpeechEndpoints, EveryVoiceSpeaksAndRepeatsItselfToTheByte) {
     }
 }
 
+TEST(SpeechEndpoints, TheNoiseOfAVoiceComesFromItsSeedAndNotFromTheClock) {
+    VoicesProgram voices;
+    for (const QString &voice : {u"local-hush"_s, u"local-dana"_s}) {
+        const std::time_t begin = std::time(nullptr);
+        const QByteArray first = voices.speak(voice, sentence).body;
+        do
+            ASSERT_EQ(voices.speak(voice, sentence).body, first) << voice.toStdString();
+        while (std::time(nullptr) == begin);
+        const QByteArray seeded = voices.speak(voice, sentence, u",\"seed\":7"_s).body;
+        EXPECT_NE(seeded, first) << voice.toStdString();
+        EXPECT_EQ(voices.speak(voice, sentence, u",\"seed\":7"_s).body, seeded) << voice.toStdString();
+    }
+}
+
 TEST(SpeechEndpoints, AnswersInTheFormatThatIsAskedFor) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     const double seconds = secondsOfPcm(voices.speak(u"local-dana"_s, sentence));
     struct Case {
         QString format;
@@ -79,14 +94,14 @@ TEST(SpeechEndpoints, AnswersInTheFormatThatIsAskedFor) {
         const auto sound = decodedFile(reply.body);
         ASSERT_TRUE(sound) << each.format.toStdString();
         EXPECT_EQ(sound->rate, each.rate);
-        // A frame of the smallest size has no room for the numbers by which the encoder's delay is trimmed.
+        // The smallest frames have no room for the tag with the encoder's delay.
         const double tolerance = each.bytesPerSecond < 8'000 ? 0.1 : 0.002;
         EXPECT_NEAR(sound->seconds(), seconds, tolerance) << each.format.toStdString();
     }
 }
 
 TEST(SpeechEndpoints, SpeedSettlesTheLength) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     for (const QString &voice : {u"local-clara"_s, u"local-dana"_s}) {
         const double plain = secondsOfPcm(voices.speak(voice, sentence));
         for (const double speed : {0.25, 0.7, 1.2, 4.0}) {
@@ -97,7 +112,7 @@ TEST(SpeechEndpoints, SpeedSettlesTheLength) {
 }
 
 TEST(SpeechEndpoints, ABreakIsSilenceOfItsLength) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     for (const QString &voice : {u"local-clara"_s, u"local-dana"_s}) {
         const QString text = u"Hello. <break time=\"%1\" /> This is a test."_s;
         const double none = secondsOfPcm(voices.speak(voice, text.arg(u"0.001s"_s)));
@@ -108,7 +123,7 @@ TEST(SpeechEndpoints, ABreakIsSilenceOfItsLength) {
 }
 
 TEST(SpeechEndpoints, ADirectionIsNotSpoken) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     for (const QString &voice : {u"local-clara"_s, u"local-dana"_s}) {
         EXPECT_EQ(voices.speak(voice, u"[whispers] "_s + sentence).body, voices.speak(voice, sentence).body);
         EXPECT_NEAR(secondsOfPcm(voices.speak(voice, u"[sighs]"_s)), 0.1, 0.01);
@@ -116,7 +131,7 @@ TEST(SpeechEndpoints, ADirectionIsNotSpoken) {
 }
 
 TEST(SpeechEndpoints, AnAliasIsSpokenInItsWordsPlaceByEveryModel) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     const QString locator = uploadedLexeme(voices, "<grapheme>gif</grapheme><alias>a tall giraffe</alias>");
     for (const QString &voice : {u"local-clara"_s, u"local-dana"_s})
         for (const QString &model : {u"eleven_v3"_s, u"eleven_flash_v2_5"_s}) {
@@ -129,7 +144,7 @@ TEST(SpeechEndpoints, AnAliasIsSpokenInItsWordsPlaceByEveryModel) {
 }
 
 TEST(SpeechEndpoints, PhonemesAreSpokenByTheModelsThatFollowThem) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     const QString ipa =
         uploadedLexeme(voices, "<grapheme>Orlenta</grapheme><phoneme alphabet=\"ipa\">ˈmædɪsən</phoneme>");
     const QString cmu = uploadedLexeme(
@@ -147,7 +162,7 @@ TEST(SpeechEndpoints, PhonemesAreSpokenByTheModelsThatFollowThem) {
 }
 
 TEST(SpeechEndpoints, SpeechToSpeechTakesTheVoiceAndKeepsTheTiming) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     const Reply spoken = voices.post(u"/v1/text-to-speech/local-rupert?output_format=wav_44100"_s, "application/json",
                                      "{\"text\":\"" + sentence.toUtf8() + "\"}");
     const Sound direction = decodedFile(spoken.body).value();
@@ -166,7 +181,7 @@ TEST(SpeechEndpoints, SpeechToSpeechTakesTheVoiceAndKeepsTheTiming) {
 }
 
 TEST(SpeechEndpoints, SpeechToSpeechRefusesWhatItCannotRead) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     const QString path = u"/v1/speech-to-speech/local-clara"_s;
     EXPECT_EQ(voices.postForm(path, {{"audio", "direction.wav", "RIFFnonsense"}}).status, 400);
     EXPECT_EQ(voices.postForm(path, {{"audio", "direction.wav", {}}}).status, 400);
@@ -176,7 +191,7 @@ TEST(SpeechEndpoints, SpeechToSpeechRefusesWhatItCannotRead) {
 }
 
 TEST(SpeechEndpoints, ManyRequestsAtOnceAreAllAnsweredAndHoldNobodyUp) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     QNetworkRequest request = voices.request(u"/v1/text-to-speech/local-clara?output_format=pcm_16000"_s);
     request.setRawHeader("Content-Type", "application/json");
     const QByteArray body = "{\"text\":\"" + (sentence + u' ').repeated(5).toUtf8() + "\"}";
@@ -189,7 +204,7 @@ TEST(SpeechEndpoints, ManyRequestsAtOnceAreAllAnsweredAndHoldNobodyUp) {
     EXPECT_FALSE(allDone) << "the account waited for the lines";
     QByteArray first;
     for (QNetworkReply *line : lines) {
-        const Reply reply = LocalVoicesProcess::waitFor(line);
+        const Reply reply = VoicesProgram::waitFor(line);
         EXPECT_EQ(reply.status, 200);
         if (first.isEmpty())
             first = reply.body;
@@ -197,8 +212,54 @@ TEST(SpeechEndpoints, ManyRequestsAtOnceAreAllAnsweredAndHoldNobodyUp) {
     }
 }
 
+TEST(SpeechEndpoints, TextThatOverrunsTheEnginesBuffersIsSpoken) {
+    VoicesProgram voices;
+    const QString phoneme = u"<phoneme alphabet=\"ipa\" ph=\"%1\">x</phoneme>"_s;
+    for (const QString &voice : {u"local-clara"_s, u"local-dana"_s})
+        for (const QString &text :
+             {u"!"_s.repeated(307), u"."_s.repeated(308), u"a"_s + u"!"_s.repeated(9000), u"a.b.c."_s.repeated(29),
+              u"a. b. c. "_s.repeated(40), phoneme.arg(u"ə"_s.repeated(352)), phoneme.arg(u"ə"_s.repeated(9000))}) {
+            const Reply reply = voices.speak(voice, text, u",\"model_id\":\"eleven_flash_v2\""_s);
+            EXPECT_EQ(reply.status, 200) << voice.toStdString() << ' ' << text.left(30).toStdString();
+        }
+}
+
+TEST(SpeechEndpoints, CommandsOfTheEngineInTheTextAreNotObeyed) {
+    VoicesProgram voices;
+    EXPECT_EQ(voices.speak(u"local-dana"_s, u"hello \u0001400S there"_s).body,
+              voices.speak(u"local-dana"_s, u"hello  400S there"_s).body);
+}
+
+TEST(SpeechEndpoints, ALongTextIsSpokenWhole) {
+    VoicesProgram voices;
+    const double ten = secondsOfPcm(voices.speak(u"local-dana"_s, (sentence + u' ').repeated(10)));
+    EXPECT_NEAR(secondsOfPcm(voices.speak(u"local-dana"_s, (sentence + u' ').repeated(100))) / ten, 10, 0.3);
+}
+
+TEST(SpeechEndpoints, ALineThatItsAliasesBlowUpIsRefused) {
+    VoicesProgram voices;
+    const QString locator =
+        uploadedLexeme(voices, "<grapheme>a</grapheme><alias>" + QByteArray("hello there, ").repeated(70) + "</alias>");
+    const Reply reply =
+        voices.speak(u"local-dana"_s, u"a "_s.repeated(2000), u",\"model_id\":\"eleven_flash_v2_5\""_s + locator);
+    EXPECT_EQ(reply.status, 400);
+    const QJsonObject detail = QJsonDocument::fromJson(reply.body)[u"detail"_s].toObject();
+    EXPECT_EQ(detail[u"status"_s].toString(), u"max_character_limit_exceeded"_s);
+    EXPECT_EQ(detail[u"message"_s].toString(), u"With its pronunciations the text is longer than 100000 characters."_s);
+}
+
+TEST(SpeechEndpoints, ALanguageThatIsNotOneIsIgnored) {
+    VoicesProgram voices;
+    const QByteArray own = voices.speak(u"local-dana"_s, sentence).body;
+    for (const QString &code : {u"../lang/gmw/de"_s, u"../../../../../../../../etc/passwd"_s, u"de+whisperf"_s, u"xx"_s,
+                                u"DE"_s, u"de\\u0000"_s})
+        EXPECT_EQ(voices.speak(u"local-dana"_s, sentence, u",\"language_code\":\"%1\""_s.arg(code)).body, own)
+            << code.toStdString();
+    EXPECT_NE(voices.speak(u"local-dana"_s, sentence, u",\"language_code\":\"de\""_s).body, own);
+}
+
 TEST(SpeechEndpoints, TextInAnotherScriptIsSpokenByAVoiceThatOnlyReadsLatin) {
-    LocalVoicesProcess voices;
+    VoicesProgram voices;
     EXPECT_GT(secondsOfPcm(voices.speak(u"local-clara"_s, u"Καλημέρα κόσμε"_s, u",\"language_code\":\"el\""_s)), 0.5);
     EXPECT_GT(secondsOfPcm(voices.speak(u"local-clara"_s, u"Привет мир"_s)), 0.5);
     EXPECT_EQ(voices.speak(u"local-clara"_s, u"It’s a café"_s).body,

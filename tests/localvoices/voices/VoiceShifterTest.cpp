@@ -9,7 +9,7 @@ namespace orlenta::localvoices {
 
 namespace {
 
-/// A second of a voice-like sound: harmonics that fall off with their number.
+/// One second of a voice-like sound: harmonics of decreasing strength.
 Sound humOf(double hertz, int rate = 22050) {
     Sound sound{{}, rate};
     for (int i = 0; i < rate; ++i) {

@@ -1,4 +1,4 @@
-#include "localvoices/LocalVoicesProcess.h"
+#include "localvoices/VoicesProgram.h"
 
 #include <gtest/gtest.h>
 #include <QtCore/QEventLoop>
@@ -23,7 +23,7 @@ QByteArray Reply::header(const QByteArray &name) const {
     return {};
 }
 
-LocalVoicesProcess::LocalVoicesProcess(const QStringList &arguments) {
+VoicesProgram::VoicesProgram(const QStringList &arguments) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"ORLENTA_LOCAL_VOICES_KEY"_s, QString::fromLatin1(key));
     m_process.setProcessEnvironment(environment);
@@ -35,31 +35,30 @@ LocalVoicesProcess::LocalVoicesProcess(const QStringList &arguments) {
     EXPECT_TRUE(m_address.startsWith(u"http://127.0.0.1:"_s)) << m_address.toStdString();
 }
 
-LocalVoicesProcess::~LocalVoicesProcess() {
+VoicesProgram::~VoicesProgram() {
     m_process.closeWriteChannel();
     if (!m_process.waitForFinished(patienceMilliseconds))
         ADD_FAILURE() << "The program goes on without its standard input.";
 }
 
-QNetworkRequest LocalVoicesProcess::request(const QString &path) const {
+QNetworkRequest VoicesProgram::request(const QString &path) const {
     QNetworkRequest request(QUrl(m_address + path));
     request.setRawHeader("xi-api-key", key);
     return request;
 }
 
-QNetworkReply *LocalVoicesProcess::begin(const QByteArray &method, const QNetworkRequest &request,
-                                         const QByteArray &body) {
+QNetworkReply *VoicesProgram::begin(const QByteArray &method, const QNetworkRequest &request, const QByteArray &body) {
     return m_client.sendCustomRequest(request, method, body);
 }
 
-Reply LocalVoicesProcess::waitFor(QNetworkReply *reply) {
+Reply VoicesProgram::waitFor(QNetworkReply *reply) {
     if (!reply->isFinished()) {
         QEventLoop loop;
         QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
         QTimer::singleShot(patienceMilliseconds, reply, &QNetworkReply::abort);
         loop.exec();
     }
-    // An aborted reply is closed and has nothing left to read.
+    // Aborted replies are closed.
     const QByteArray body = reply->isOpen() ? reply->readAll() : QByteArray();
     const Reply result{reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), reply->error(),
                        reply->rawHeader("Content-Type"), body, reply->rawHeaderPairs()};
@@ -67,21 +66,21 @@ Reply LocalVoicesProcess::waitFor(QNetworkReply *reply) {
     return result;
 }
 
-Reply LocalVoicesProcess::send(const QByteArray &method, const QNetworkRequest &request, const QByteArray &body) {
+Reply VoicesProgram::send(const QByteArray &method, const QNetworkRequest &request, const QByteArray &body) {
     return waitFor(begin(method, request, body));
 }
 
-Reply LocalVoicesProcess::get(const QString &path) {
+Reply VoicesProgram::get(const QString &path) {
     return send("GET", request(path));
 }
 
-Reply LocalVoicesProcess::post(const QString &path, const QByteArray &contentType, const QByteArray &body) {
+Reply VoicesProgram::post(const QString &path, const QByteArray &contentType, const QByteArray &body) {
     QNetworkRequest posted = request(path);
     posted.setRawHeader("Content-Type", contentType);
     return send("POST", posted, body);
 }
 
-Reply LocalVoicesProcess::postForm(const QString &path, const QList<Field> &fields) {
+Reply VoicesProgram::postForm(const QString &path, const QList<Field> &fields) {
     QByteArray body;
     for (const Field &field : fields) {
         body += "--a boundary\r\nContent-Disposition: form-data; name=\"" + field.name + '"';
@@ -92,7 +91,7 @@ Reply LocalVoicesProcess::postForm(const QString &path, const QList<Field> &fiel
     return post(path, "multipart/form-data; boundary=\"a boundary\"", body + "--a boundary--\r\n");
 }
 
-Reply LocalVoicesProcess::speak(const QString &voiceId, const QString &text, const QString &more) {
+Reply VoicesProgram::speak(const QString &voiceId, const QString &text, const QString &more) {
     const QByteArray quoted = QJsonDocument(QJsonObject{{u"text"_s, text}}).toJson(QJsonDocument::Compact);
     return post(u"/v1/text-to-speech/%1?output_format=pcm_16000"_s.arg(voiceId), "application/json",
                 quoted.chopped(1) + more.toUtf8() + '}');

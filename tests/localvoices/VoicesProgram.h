@@ -10,7 +10,7 @@
 
 namespace orlenta::localvoices::test {
 
-/// What came back for one request.
+/// The reply to one request.
 struct Reply {
     int status = 0;
     QNetworkReply::NetworkError error = QNetworkReply::NoError;
@@ -21,37 +21,37 @@ struct Reply {
     [[nodiscard]] QByteArray header(const QByteArray &name) const;
 };
 
-/// A field of a form: its name, the name of its file or nothing, and what it holds.
+/// A form field. `fileName` is empty unless the field is a file.
 struct Field {
     QByteArray name;
     QByteArray fileName;
     QByteArray content;
 };
 
-/// The real program in a process of its own, on a port of its own, with a client of it. Ended by its standard input.
-class LocalVoicesProcess final {
+/// Runs the real program in its own process, and a client for it. Closing standard input ends it.
+class VoicesProgram final {
 public:
-    explicit LocalVoicesProcess(const QStringList &arguments = {QStringLiteral("--faults"), QString()});
-    ~LocalVoicesProcess();
-    LocalVoicesProcess(const LocalVoicesProcess &) = delete;
-    LocalVoicesProcess &operator=(const LocalVoicesProcess &) = delete;
+    explicit VoicesProgram(const QStringList &arguments = {QStringLiteral("--faults"), QString()});
+    ~VoicesProgram();
+    VoicesProgram(const VoicesProgram &) = delete;
+    VoicesProgram &operator=(const VoicesProgram &) = delete;
 
     static constexpr char key[] = "a key of the tests' own";
 
     [[nodiscard]] QString address() const { return m_address; }
     [[nodiscard]] QProcess &process() { return m_process; }
 
-    /// Each sends with the key and waits for the end of the answer.
+    /// Each sends the key and waits for the complete reply.
     [[nodiscard]] Reply get(const QString &path);
     [[nodiscard]] Reply post(const QString &path, const QByteArray &contentType, const QByteArray &body);
     [[nodiscard]] Reply postForm(const QString &path, const QList<Field> &fields);
     [[nodiscard]] Reply send(const QByteArray &method, const QNetworkRequest &request, const QByteArray &body = {});
-    /// Sends and returns at once; the reply belongs to this object.
+    /// Sends without waiting. This object owns the reply.
     QNetworkReply *begin(const QByteArray &method, const QNetworkRequest &request, const QByteArray &body = {});
     [[nodiscard]] static Reply waitFor(QNetworkReply *reply);
 
     [[nodiscard]] QNetworkRequest request(const QString &path) const;
-    /// A text-to-speech request's answer in pcm_16000 with other fields of the body as JSON, such as `,"seed":1`.
+    /// Requests speech as pcm_16000. `more` adds JSON fields to the body, such as `,"seed":1`.
     [[nodiscard]] Reply speak(const QString &voiceId, const QString &text, const QString &more = {});
 
 private:

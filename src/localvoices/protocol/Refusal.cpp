@@ -1,4 +1,4 @@
-#include "localvoices/protocol/ServiceError.h"
+#include "localvoices/protocol/Refusal.h"
 
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
@@ -16,7 +16,7 @@ constexpr QLatin1String authorization("authorization_error");
 constexpr QLatin1String validation("validation_error");
 constexpr QLatin1String rateLimit("rate_limit_error");
 
-QList<ServiceError> wellKnownErrors() {
+QList<Refusal> wellKnownRefusals() {
     return {
         invalidApiKey(),
         missingApiKey(),
@@ -75,7 +75,7 @@ HttpAnswer jsonAnswer(int status, const QJsonValue &detail) {
 
 } // namespace
 
-HttpAnswer ServiceError::answer() const {
+HttpAnswer Refusal::answer() const {
     QJsonObject detail{{u"type"_s, type},
                        {u"code"_s, code},
                        {u"message"_s, message},
@@ -86,25 +86,25 @@ HttpAnswer ServiceError::answer() const {
     return jsonAnswer(status, detail);
 }
 
-std::optional<ServiceError> findServiceError(const QString &legacyStatus) {
-    for (const ServiceError &error : wellKnownErrors())
+std::optional<Refusal> findRefusal(const QString &legacyStatus) {
+    for (const Refusal &error : wellKnownRefusals())
         if (error.legacyStatus == legacyStatus)
             return error;
     return std::nullopt;
 }
 
-ServiceError usualServiceError(int httpStatus) {
-    for (const ServiceError &error : wellKnownErrors())
+Refusal usualRefusal(int httpStatus) {
+    for (const Refusal &error : wellKnownRefusals())
         if (error.status == httpStatus)
             return error;
     return {httpStatus, u"internal_error"_s, u"unexpected"_s, u"unexpected"_s, u"Something went wrong."_s, {}};
 }
 
-ServiceError invalidApiKey() {
+Refusal invalidApiKey() {
     return {401, authentication, u"invalid_api_key"_s, u"invalid_api_key"_s, u"Invalid API key"_s, {}};
 }
 
-ServiceError missingApiKey() {
+Refusal missingApiKey() {
     return {401,
             authentication,
             u"missing_api_key"_s,
@@ -113,7 +113,7 @@ ServiceError missingApiKey() {
             {}};
 }
 
-ServiceError voiceNotFound(const QString &voiceId) {
+Refusal voiceNotFound(const QString &voiceId) {
     return {404,
             u"not_found"_s,
             u"voice_not_found"_s,
@@ -122,7 +122,7 @@ ServiceError voiceNotFound(const QString &voiceId) {
             u"voice_id"_s};
 }
 
-ServiceError unknownOutputFormat(const QString &name, const QStringList &known) {
+Refusal unknownOutputFormat(const QString &name, const QStringList &known) {
     return {403,
             validation,
             u"invalid_output_format"_s,
@@ -131,7 +131,7 @@ ServiceError unknownOutputFormat(const QString &name, const QStringList &known) 
             u"output_format"_s};
 }
 
-ServiceError outputFormatNotAllowed(const QString &name) {
+Refusal outputFormatNotAllowed(const QString &name) {
     return {403,
             authorization,
             u"subscription_required"_s,
@@ -140,7 +140,7 @@ ServiceError outputFormatNotAllowed(const QString &name) {
             u"output_format"_s};
 }
 
-ServiceError unknownModel(const QString &modelId) {
+Refusal unknownModel(const QString &modelId) {
     return {400,
             validation,
             u"model_not_found"_s,
@@ -149,7 +149,7 @@ ServiceError unknownModel(const QString &modelId) {
             u"model_id"_s};
 }
 
-ServiceError textTooLong(qsizetype characters, qsizetype limit) {
+Refusal textTooLong(qsizetype characters, qsizetype limit) {
     return {400,
             validation,
             u"text_too_long"_s,
@@ -159,7 +159,7 @@ ServiceError textTooLong(qsizetype characters, qsizetype limit) {
             u"text"_s};
 }
 
-ServiceError quotaExceeded(qint64 limit, qint64 remaining, qint64 required) {
+Refusal quotaExceeded(qint64 limit, qint64 remaining, qint64 required) {
     return {401,
             u"invalid_request"_s,
             u"quota_exceeded"_s,
@@ -171,7 +171,7 @@ ServiceError quotaExceeded(qint64 limit, qint64 remaining, qint64 required) {
             {}};
 }
 
-ServiceError contextNotSupported(const QString &modelId) {
+Refusal contextNotSupported(const QString &modelId) {
     return {400,
             validation,
             u"unsupported_model"_s,
@@ -180,7 +180,17 @@ ServiceError contextNotSupported(const QString &modelId) {
             u"previous_text"_s};
 }
 
-ServiceError unknownDictionary(const QString &id) {
+Refusal invalidStability() {
+    return {400,
+            validation,
+            u"invalid_ttd_stability"_s,
+            u"invalid_ttd_stability"_s,
+            u"Invalid TTD stability value. Must be one of: [0.0, 0.5, 1.0] (0.0 = Creative, 0.5 = Natural, 1.0 = "
+            u"Robust)"_s,
+            u"stability"_s};
+}
+
+Refusal unknownDictionary(const QString &id) {
     return {404,
             u"not_found"_s,
             u"pronunciation_dictionary_not_found"_s,
@@ -189,7 +199,7 @@ ServiceError unknownDictionary(const QString &id) {
             u"pronunciation_dictionary_locators"_s};
 }
 
-ServiceError unreadableLexicon() {
+Refusal unreadableLexicon() {
     return {400,
             validation,
             u"invalid_parameters"_s,
@@ -198,11 +208,15 @@ ServiceError unreadableLexicon() {
             u"file"_s};
 }
 
-ServiceError unusableAudio(const QString &complaint) {
+Refusal speechTooLong(const QString &complaint) {
+    return {400, validation, u"text_too_long"_s, u"max_character_limit_exceeded"_s, complaint, u"text"_s};
+}
+
+Refusal unusableAudio(const QString &complaint) {
     return {400, validation, u"invalid_audio"_s, u"invalid_audio"_s, complaint, u"audio"_s};
 }
 
-ServiceError internalError(const QString &message) {
+Refusal internalError(const QString &message) {
     return {500, u"internal_error"_s, u"internal_server_error"_s, u"internal_server_error"_s, message, {}};
 }
 
@@ -212,6 +226,14 @@ HttpAnswer validationAnswer(const QJsonArray &faults) {
 
 QJsonObject validationFault(const QJsonArray &location, const QString &message, const QString &type) {
     return {{u"loc"_s, location}, {u"msg"_s, message}, {u"type"_s, type}};
+}
+
+HttpAnswer missingField(const QString &key) {
+    return validationAnswer({validationFault({u"body"_s, key}, u"Field required"_s, u"missing"_s)});
+}
+
+HttpAnswer tooManyParts(std::size_t most) {
+    return plainDetailAnswer(400, u"Too many fields. Maximum number of fields is %1."_s.arg(most));
 }
 
 HttpAnswer plainDetailAnswer(int status, const QString &detail) {

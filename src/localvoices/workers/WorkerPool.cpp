@@ -1,4 +1,4 @@
-#include "localvoices/server/WorkerPool.h"
+#include "localvoices/workers/WorkerPool.h"
 
 #include <algorithm>
 #include <utility>
@@ -13,24 +13,32 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// More than an hour of speech takes in any format.
+constexpr qint64 mostOutput = qint64{512} << 20;
+
+WorkerExit exitOf(int code) {
+    switch (code) {
+    case static_cast<int>(WorkerExit::Done):
+        return WorkerExit::Done;
+    case static_cast<int>(WorkerExit::UnusableInput):
+        return WorkerExit::UnusableInput;
+    default:
+        return WorkerExit::Failed;
+    }
+}
+
 WorkerResult resultOf(QProcess &process, QProcess::ExitStatus status) {
     WorkerResult result;
-    result.complaint = QString::fromUtf8(process.readAllStandardError()).trimmed();
-    if (status == QProcess::CrashExit) {
+    result.exit = status == QProcess::CrashExit ? WorkerExit::Failed : exitOf(process.exitCode());
+    const QByteArray output = process.readAllStandardOutput();
+    if (result.exit == WorkerExit::Done)
+        result.audio = output;
+    else if (status == QProcess::CrashExit)
         result.complaint = u"The worker process crashed or took too long."_s;
-        return result;
-    }
-    switch (process.exitCode()) {
-    case static_cast<int>(WorkerExit::Done):
-        result.exit = WorkerExit::Done;
-        result.audio = process.readAllStandardOutput();
-        break;
-    case static_cast<int>(WorkerExit::UnusableInput):
-        result.exit = WorkerExit::UnusableInput;
-        break;
-    default:
-        result.exit = WorkerExit::Failed;
-    }
+    else
+        result.complaint = QString::fromUtf8(output);
+    if (result.exit == WorkerExit::Failed)
+        qWarning("%s\n%s", qUtf8Printable(result.complaint), process.readAllStandardError().constData());
     return result;
 }
 
@@ -54,7 +62,7 @@ int WorkerPool::jobCount() const {
 WorkerPool::JobId WorkerPool::start(const SpeechJob &job, Finished finished) {
     const JobId id = ++m_lastId;
     m_waiting.append({id, job.toBytes(), std::move(finished)});
-    // Later, so that `finished` is never called before the caller has the id.
+    // Queued, so that `finished` is never called before the caller has the id.
     QMetaObject::invokeMethod(this, &WorkerPool::startNext, Qt::QueuedConnection);
     return id;
 }
@@ -87,6 +95,10 @@ void WorkerPool::launch(Waiting waiting) {
     connect(process, &QProcess::errorOccurred, this, [this, id, process](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart)
             finish(id, {WorkerExit::Failed, {}, process->errorString()});
+    });
+    connect(process, &QProcess::readyReadStandardOutput, process, [process] {
+        if (process->bytesAvailable() > mostOutput)
+            process->kill();
     });
     QTimer::singleShot(m_timeLimit, process, &QProcess::kill);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();

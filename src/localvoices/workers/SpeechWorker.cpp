@@ -1,16 +1,19 @@
-#include "localvoices/server/SpeechWorker.h"
+#include "localvoices/workers/SpeechWorker.h"
 
+#include <clocale>
 #include <cstdio>
 #include <optional>
 
 #include <QtCore/QFile>
 
-#include "localvoices/engines/AudioDecoder.h"
 #include "localvoices/engines/AudioEncoder.h"
+#include "localvoices/engines/EspeakEngine.h"
+#include "localvoices/engines/RecordingDecoder.h"
 #include "localvoices/voices/LineSpeaker.h"
 #include "localvoices/voices/SpeechJob.h"
 #include "localvoices/voices/VoiceCatalogue.h"
 #include "localvoices/voices/VoiceShifter.h"
+#include "localvoices/workers/Confinement.h"
 
 namespace orlenta::localvoices {
 
@@ -18,25 +21,30 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-base::Result<Sound, QString> convertedRecording(const SpeechJob &job) {
+base::Result<Sound, JobFailure> convertedRecording(const SpeechJob &job) {
     const base::Result<Sound, QString> speech =
         job.recordingForm == InputForm::Pcm16 ? decodedPcm16(job.recording) : decodedFile(job.recording);
     if (!speech)
-        return speech;
+        return base::fail(JobFailure{JobFailure::Cause::Input, speech.error()});
     const std::optional<VoiceProfile> voice = findVoice(job.voiceId);
     if (!voice)
-        return base::fail(u"There is no voice %1."_s.arg(job.voiceId));
+        return base::fail(JobFailure{JobFailure::Cause::Engine, u"There is no voice %1."_s.arg(job.voiceId)});
     return spokenAs(*voice, speech.value());
 }
 
 WorkerExit complain(WorkerExit how, const QString &sentence) {
-    std::fputs(sentence.toUtf8().constData(), stderr);
+    std::fputs(sentence.toUtf8().constData(), stdout);
+    std::fflush(stdout);
     return how;
 }
 
 } // namespace
 
 WorkerExit runSpeechWorker() {
+    // espeak-ng sets this locale later, when its file can no longer be opened.
+    std::setlocale(LC_CTYPE, "C.UTF-8");
+    // Before reading any untrusted input.
+    confineProcess(EspeakEngine::dataFolder());
     QFile input;
     if (!input.open(stdin, QIODevice::ReadOnly))
         return complain(WorkerExit::Failed, u"The job could not be read."_s);
@@ -45,12 +53,14 @@ WorkerExit runSpeechWorker() {
         return complain(WorkerExit::Failed, u"The job could not be understood."_s);
     const std::optional<OutputFormat> format = findOutputFormat(job->outputFormat);
     if (!format)
-        return complain(WorkerExit::Failed, u"The output format is not one that can be made."_s);
+        return complain(WorkerExit::Failed, u"The output format is not supported."_s);
 
-    const base::Result<Sound, QString> sound =
+    const base::Result<Sound, JobFailure> sound =
         job->kind == JobKind::Speak ? spokenLine(*job) : convertedRecording(*job);
     if (!sound)
-        return complain(job->kind == JobKind::Convert ? WorkerExit::UnusableInput : WorkerExit::Failed, sound.error());
+        return complain(sound.error().cause == JobFailure::Cause::Input ? WorkerExit::UnusableInput
+                                                                        : WorkerExit::Failed,
+                        sound.error().sentence);
     const std::optional<QByteArray> bytes = encoded(sound.value(), *format);
     if (!bytes)
         return complain(WorkerExit::Failed, u"The audio could not be encoded."_s);

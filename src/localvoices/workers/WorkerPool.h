@@ -9,8 +9,8 @@
 #include <QtCore/QObject>
 #include <QtCore/QString>
 
-#include "localvoices/server/SpeechWorker.h"
 #include "localvoices/voices/SpeechJob.h"
+#include "localvoices/workers/SpeechWorker.h"
 
 class QProcess;
 
@@ -19,11 +19,11 @@ namespace orlenta::localvoices {
 struct WorkerResult {
     WorkerExit exit = WorkerExit::Failed;
     QByteArray audio;
-    /// What went wrong, unless `exit` is Done.
+    /// The reason unless `exit` is Done.
     QString complaint;
 };
 
-/// Runs jobs in processes of their own, so many at once and the rest in turn. Main thread.
+/// Runs each job in a process of its own, a limited number at a time. Main thread.
 class WorkerPool final : public QObject {
     Q_OBJECT
 
@@ -31,18 +31,18 @@ public:
     using Finished = std::function<void(const WorkerResult &)>;
     using JobId = int;
 
-    /// `program` is started with `arguments` for each job and given the job on its standard input.
+    /// Starts `program` with `arguments` for each job and passes the job on standard input.
     WorkerPool(QString program, QStringList arguments, int atOnce, std::chrono::milliseconds timeLimit,
                QObject *parent = nullptr);
     ~WorkerPool() override;
 
     [[nodiscard]] int atOnce() const { return m_atOnce; }
-    /// Jobs under way and waiting.
+    /// Running and waiting jobs.
     [[nodiscard]] int jobCount() const;
 
-    /// Calls `finished` once, later, unless the job is cancelled.
+    /// Calls `finished` once, never before it returns; not at all if the job is cancelled.
     JobId start(const SpeechJob &job, Finished finished);
-    /// Ends the job's process, if there is one, and forgets the job.
+    /// Kills the job's process, if it is running, and drops the job.
     void cancel(JobId id);
 
 private:

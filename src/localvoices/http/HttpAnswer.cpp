@@ -1,18 +1,8 @@
-#include "localvoices/server/HttpExchange.h"
-
-#include <QtHttpServer/QHttpServerRequest>
+#include "localvoices/http/HttpAnswer.h"
 
 namespace orlenta::localvoices {
 
 namespace {
-
-QByteArray methodName(QHttpServerRequest::Method method) {
-    if (method == QHttpServerRequest::Method::Get)
-        return "GET";
-    if (method == QHttpServerRequest::Method::Post)
-        return "POST";
-    return "OTHER";
-}
 
 QByteArray reasonPhrase(int status) {
     switch (status) {
@@ -30,10 +20,16 @@ QByteArray reasonPhrase(int status) {
         return "Not Found";
     case 405:
         return "Method Not Allowed";
+    case 411:
+        return "Length Required";
+    case 413:
+        return "Content Too Large";
     case 422:
         return "Unprocessable Entity";
     case 429:
         return "Too Many Requests";
+    case 431:
+        return "Request Header Fields Too Large";
     default:
         return status < 500 ? "Refused" : "Internal Server Error";
     }
@@ -41,23 +37,12 @@ QByteArray reasonPhrase(int status) {
 
 } // namespace
 
-HttpRequest HttpRequest::from(const QHttpServerRequest &request) {
-    return {methodName(request.method()), request.url().path(), request.query(), request.headers(), request.body()};
-}
-
-QByteArray HttpRequest::header(const QByteArray &name) const {
-    for (const HttpHeader &header : headers)
-        if (header.first.compare(name, Qt::CaseInsensitive) == 0)
-            return header.second;
-    return {};
-}
-
 QByteArray HttpAnswer::head(qint64 bodyLength) const {
     QByteArray text = "HTTP/1.1 " + QByteArray::number(status) + ' ' + reasonPhrase(status) + "\r\n";
     text += "Content-Type: " + contentType + "\r\nContent-Length: " + QByteArray::number(bodyLength) + "\r\n";
     for (const HttpHeader &header : headers)
         text += header.first + ": " + header.second + "\r\n";
-    // Answers may come in another order than requests, so a connection carries one of each.
+    // Answers may finish in a different order than requests arrive, so each connection carries only one.
     return text + "Connection: close\r\n\r\n";
 }
 

@@ -1,4 +1,4 @@
-#include "localvoices/voices/Delivery.h"
+#include "localvoices/server/Delivery.h"
 
 #include <algorithm>
 #include <chrono>
@@ -7,7 +7,7 @@
 
 #include <QtCore/QTimer>
 
-#include "localvoices/protocol/ServiceError.h"
+#include "localvoices/protocol/Refusal.h"
 
 namespace orlenta::localvoices {
 
@@ -17,17 +17,20 @@ namespace {
 
 HttpAnswer statusFaultAnswer(const Fault &fault) {
     if (fault.argument.isEmpty())
-        return usualServiceError(fault.status).answer();
-    if (std::optional<ServiceError> error = findServiceError(fault.argument)) {
+        return usualRefusal(fault.status).answer();
+    if (std::optional<Refusal> error = findRefusal(fault.argument)) {
         error->status = fault.status;
         return error->answer();
     }
     if (fault.status != 429)
         return plainDetailAnswer(fault.status, fault.argument);
-    HttpAnswer answer = usualServiceError(429).answer();
+    HttpAnswer answer = usualRefusal(429).answer();
     answer.headers.append({"Retry-After", fault.argument.toLatin1()});
     return answer;
 }
+
+constexpr char portalPage[] = "<!DOCTYPE html>\n<html><head><title>Welcome</title></head>"
+                              "<body><h1>Welcome</h1><p>Sign in to use this network.</p></body></html>\n";
 
 } // namespace
 
@@ -42,6 +45,7 @@ bool Delivery::answerByFault() const {
     case FaultKind::None:
     case FaultKind::Slow:
     case FaultKind::Cut:
+    case FaultKind::Stability:
         return false;
     case FaultKind::Status:
         sendNow(statusFaultAnswer(m_fault));
@@ -59,6 +63,9 @@ bool Delivery::answerByFault() const {
         return true;
     case FaultKind::Garbage:
         sendNow({200, "application/octet-stream", {}, QByteArray("\x00\x01\xFFneither audio nor JSON\x80\x00", 27)});
+        return true;
+    case FaultKind::Portal:
+        sendNow({200, "text/html; charset=utf-8", {}, portalPage});
         return true;
     }
     return false;

@@ -1,4 +1,4 @@
-#include "localvoices/server/WorkerPool.h"
+#include "localvoices/workers/WorkerPool.h"
 
 #include <gtest/gtest.h>
 #include <QtCore/QEventLoop>
@@ -29,7 +29,7 @@ WorkerResult resultOfShell(const QString &script, milliseconds timeLimit = patie
 
 TEST(WorkerPool, TellsHowAWorkerEnded) {
     EXPECT_EQ(resultOfShell(u"cat >/dev/null; printf audio"_s).audio, "audio");
-    const WorkerResult unusable = resultOfShell(u"cat >/dev/null; echo bad audio >&2; exit 3"_s);
+    const WorkerResult unusable = resultOfShell(u"cat >/dev/null; printf 'bad audio'; echo noise >&2; exit 3"_s);
     EXPECT_EQ(unusable.exit, WorkerExit::UnusableInput);
     EXPECT_EQ(unusable.complaint, u"bad audio"_s);
     EXPECT_EQ(resultOfShell(u"kill -9 $$"_s).exit, WorkerExit::Failed);
