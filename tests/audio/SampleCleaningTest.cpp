@@ -60,8 +60,7 @@ TEST_P(SampleCleaningTest, WhatConvertersMakeHoldsNoTraceOfIt) {
         ASSERT_TRUE(AudioImporter::importDirectionAudio(source, imported));
         const QUrl joined = QUrl::fromLocalFile(path(name + QStringLiteral("-joined.wav")));
         ASSERT_TRUE(concatenateAudio({source, imported}, joined));
-        const auto converted = convertToWAV(bytesOf(source.toLocalFile()), QStringLiteral("wav"), QStringLiteral("tts"),
-                                            48000.0, 24, folder.folder());
+        const auto converted = convertToWAV(source.toLocalFile(), QStringLiteral("tts"), 48000.0, 24, folder.folder());
         ASSERT_TRUE(converted);
         made[name] = {bytesOf(imported.toLocalFile()), bytesOf(joined.toLocalFile()), bytesOf(*converted)};
     }

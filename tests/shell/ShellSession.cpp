@@ -59,7 +59,7 @@ ShellSession::ShellSession(const QString &localVoicesProgram, const QString &sou
 
 bool ShellSession::startLocalVoices() {
     localVoices.switchOn();
-    return waitUntil([this] { return localVoices.state() == shell::LocalVoices::State::On; });
+    return waitUntil([this] { return localVoices.state() == speech::LocalVoices::State::On; });
 }
 
 model::StoredProject ShellSession::makeProject(const QString &name, const QStringList &lines) {

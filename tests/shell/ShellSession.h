@@ -13,10 +13,10 @@
 #include "base/UserDefaults.h"
 #include "controller/ProjectSession.h"
 #include "model/ProjectStore.h"
-#include "shell/account/LocalVoices.h"
 #include "shell/application/AppCommands.h"
 #include "shell/application/AppContext.h"
 #include "speech/account/KeychainHelper.h"
+#include "speech/LocalVoices.h"
 
 class QAbstractButton;
 class QWidget;
@@ -47,7 +47,7 @@ private:
 public:
     base::UserDefaults defaults;
     speech::KeychainHelper credentials;
-    shell::LocalVoices localVoices;
+    speech::LocalVoices localVoices;
     audio::SoundServer sound;
     audio::AudioDeviceMonitor devices;
     audio::OutputRoutingDiagnostics routing;

@@ -10,13 +10,13 @@
 #include <QtWidgets/QToolButton>
 #include <QtWidgets/QVBoxLayout>
 
-#include "shell/account/LocalVoices.h"
 #include "shell/controls/Separator.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/controls/ToggleSwitch.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
 #include "speech/account/ElevenLabsService.h"
+#include "speech/LocalVoices.h"
 
 using namespace Qt::StringLiterals;
 
@@ -24,7 +24,7 @@ namespace orlenta::shell {
 
 using speech::ElevenLabsService;
 
-AccountDialog::AccountDialog(ElevenLabsService &service, LocalVoices &localVoices, QWidget *parent)
+AccountDialog::AccountDialog(ElevenLabsService &service, speech::LocalVoices &localVoices, QWidget *parent)
     : QDialog(parent), m_service(service), m_localVoices(localVoices),
       m_state(new TextLabel({}, TextLabel::Style::Heading)), m_detail(new TextLabel({}, TextLabel::Style::Caption)),
       m_key(new QLineEdit), m_showKey(new QToolButton), m_error(new TextLabel({}, TextLabel::Style::Danger)),
@@ -52,7 +52,7 @@ AccountDialog::AccountDialog(ElevenLabsService &service, LocalVoices &localVoice
                               &ElevenLabsService::isLoadingChanged, &ElevenLabsService::userChanged,
                               &ElevenLabsService::voicesChanged, &ElevenLabsService::errorMessageChanged})
         connect(&service, signal, this, &AccountDialog::showState);
-    connect(&localVoices, &LocalVoices::stateChanged, this, &AccountDialog::showState);
+    connect(&localVoices, &speech::LocalVoices::stateChanged, this, &AccountDialog::showState);
     showState();
     fit();
 }
@@ -168,23 +168,23 @@ void AccountDialog::hideKey() {
 }
 
 void AccountDialog::showState() {
-    const LocalVoices::State local = m_localVoices.state();
-    m_local->setChecked(local == LocalVoices::State::On || local == LocalVoices::State::Starting);
+    const speech::LocalVoices::State local = m_localVoices.state();
+    m_local->setChecked(local == speech::LocalVoices::State::On || local == speech::LocalVoices::State::Starting);
     showLocalVoices();
-    showAccount(local == LocalVoices::State::On);
+    showAccount(local == speech::LocalVoices::State::On);
 }
 
 void AccountDialog::showLocalVoices() {
-    const bool isOn = m_localVoices.state() == LocalVoices::State::On;
+    const bool isOn = m_localVoices.state() == speech::LocalVoices::State::On;
     m_retryLocal->setVisible(isOn && !m_service.isAuthenticated() && !m_service.isLoading());
     switch (m_localVoices.state()) {
-    case LocalVoices::State::Off:
+    case speech::LocalVoices::State::Off:
         m_localState->setText(u"Free voices that run on this computer, to try a script without an account."_s);
         break;
-    case LocalVoices::State::Starting:
+    case speech::LocalVoices::State::Starting:
         m_localState->setText(u"Starting the local voices…"_s);
         break;
-    case LocalVoices::State::On:
+    case speech::LocalVoices::State::On:
         if (m_service.isAuthenticated())
             m_localState->setText(
                 QStringLiteral("The local voices are ready: %1 voices.").arg(m_service.voices().size()));
@@ -194,7 +194,7 @@ void AccountDialog::showLocalVoices() {
             m_localState->setText(
                 QStringLiteral("The local voices are running but don't answer. %1").arg(m_service.errorMessage()));
         break;
-    case LocalVoices::State::Failed:
+    case speech::LocalVoices::State::Failed:
         m_localState->setText(m_localVoices.failureReason());
         break;
     }

@@ -9,18 +9,18 @@ class QToolButton;
 
 namespace orlenta::speech {
 class ElevenLabsService;
-}
+class LocalVoices;
+} // namespace orlenta::speech
 
 namespace orlenta::shell {
 
-class LocalVoices;
 class ToggleSwitch;
 
 /// The panel for the source of speech: the account and its key, or local voices.
 class AccountDialog final : public QDialog {
     Q_OBJECT
 public:
-    AccountDialog(speech::ElevenLabsService &service, LocalVoices &localVoices, QWidget *parent = nullptr);
+    AccountDialog(speech::ElevenLabsService &service, speech::LocalVoices &localVoices, QWidget *parent = nullptr);
 
     [[nodiscard]] QLineEdit *keyField() const { return m_key; }
     [[nodiscard]] QPushButton *connectButton() const { return m_connect; }
@@ -48,7 +48,7 @@ private:
     void hideKey();
 
     speech::ElevenLabsService &m_service;
-    LocalVoices &m_localVoices;
+    speech::LocalVoices &m_localVoices;
     QLabel *m_state;
     QLabel *m_detail;
     QLineEdit *m_key;

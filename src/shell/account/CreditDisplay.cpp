@@ -2,10 +2,10 @@
 
 #include <QtCore/QLocale>
 
-#include "shell/account/LocalVoices.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
 #include "speech/account/ElevenLabsService.h"
+#include "speech/LocalVoices.h"
 
 using namespace Qt::StringLiterals;
 
@@ -13,25 +13,26 @@ namespace orlenta::shell {
 
 using speech::ElevenLabsService;
 
-CreditDisplay::CreditDisplay(const ElevenLabsService &service, const LocalVoices &localVoices, QWidget *parent)
+CreditDisplay::CreditDisplay(const ElevenLabsService &service, const speech::LocalVoices &localVoices, QWidget *parent)
     : QPushButton(parent), m_service(service), m_localVoices(localVoices) {
     Theme::setRole(this, ButtonRole::Quiet);
     setAccessibleName(u"Account"_s);
     connect(&service, &ElevenLabsService::userChanged, this, &CreditDisplay::showState);
     connect(&service, &ElevenLabsService::isLoadingChanged, this, &CreditDisplay::showState);
     connect(&service, &ElevenLabsService::isAuthenticatedChanged, this, &CreditDisplay::showState);
-    connect(&localVoices, &LocalVoices::stateChanged, this, &CreditDisplay::showState);
+    connect(&localVoices, &speech::LocalVoices::stateChanged, this, &CreditDisplay::showState);
     showState();
 }
 
 void CreditDisplay::showState() {
-    const bool isLocal = m_localVoices.state() == LocalVoices::State::On;
+    const bool isLocal = m_localVoices.state() == speech::LocalVoices::State::On;
     setIcon(Icon::named(isLocal ? u"speaker"_s : u"account"_s));
     if (m_service.user())
         setText(m_service.user()->creditsText());
     else
-        setText(m_service.isLoading() || m_localVoices.state() == LocalVoices::State::Starting ? u"Connecting…"_s
-                                                                                               : u"Not connected"_s);
+        setText(m_service.isLoading() || m_localVoices.state() == speech::LocalVoices::State::Starting
+                    ? u"Connecting…"_s
+                    : u"Not connected"_s);
     QString tip = isLocal ? u"Local voices"_s : u"ElevenLabs account"_s;
     if (m_service.user()) {
         const speech::Subscription &plan = m_service.user()->subscription;

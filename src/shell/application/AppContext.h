@@ -2,15 +2,18 @@
 
 #include "controller/SharedServices.h"
 
+namespace orlenta::speech {
+class LocalVoices;
+}
+
 namespace orlenta::shell {
 
 class AppCommands;
-class LocalVoices;
 
 /// What every window of the process shares. All of it outlives the windows.
 struct AppContext {
     controller::SharedServices services;
-    LocalVoices &localVoices;
+    speech::LocalVoices &localVoices;
     AppCommands &commands;
 };
 

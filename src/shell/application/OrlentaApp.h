@@ -12,11 +12,11 @@
 #include "audio/recording/AudioInputRouteManager.h"
 #include "audio/recording/MicrophonePermission.h"
 #include "base/UserDefaults.h"
-#include "shell/account/LocalVoices.h"
 #include "shell/application/AppCommands.h"
 #include "shell/application/AppContext.h"
 #include "shell/windows/ProjectWindows.h"
 #include "speech/account/KeychainHelper.h"
+#include "speech/LocalVoices.h"
 
 class QMessageBox;
 
@@ -38,7 +38,7 @@ public:
     void start(const QStringList &projects);
 
     [[nodiscard]] base::UserDefaults &defaults() { return m_defaults; }
-    [[nodiscard]] LocalVoices &localVoices() { return m_localVoices; }
+    [[nodiscard]] speech::LocalVoices &localVoices() { return m_localVoices; }
     [[nodiscard]] ProjectWindows &windows() { return m_windows; }
 
     void openNewProjectDialog();
@@ -62,7 +62,7 @@ private:
 
     base::UserDefaults m_defaults;
     speech::KeychainHelper m_credentials;
-    LocalVoices m_localVoices;
+    speech::LocalVoices m_localVoices;
     audio::SoundServer m_sound;
     audio::AudioDeviceMonitor m_devices;
     audio::OutputRoutingDiagnostics m_routing;

@@ -108,13 +108,13 @@ bool DemoDriver::switchLocalVoicesOn() {
     if (!account->localVoicesSwitch()->isChecked() && !press(account->localVoicesSwitch(), u"local voices"_s))
         return false;
     const speech::ElevenLabsService &service = m_project->elevenLabsService();
-    const LocalVoices &voices = m_app.localVoices();
+    const speech::LocalVoices &voices = m_app.localVoices();
     const auto isDecided = [&service, &voices] {
-        return voices.state() == LocalVoices::State::Failed || !service.voices().isEmpty();
+        return voices.state() == speech::LocalVoices::State::Failed || !service.voices().isEmpty();
     };
     if (!waitFor(isDecided, startWait, u"the local voices"_s))
         return false;
-    if (voices.state() == LocalVoices::State::Failed)
+    if (voices.state() == speech::LocalVoices::State::Failed)
         return fail(voices.failureReason());
     return picture(*account, u"2-account-light"_s) && closeDialog(account, u"Close"_s);
 }

@@ -16,11 +16,11 @@ enum class MultiLineOutput;
 
 namespace orlenta::speech {
 class ElevenLabsService;
-}
+class LocalVoices;
+} // namespace orlenta::speech
 
 namespace orlenta::shell {
 
-class LocalVoices;
 class ProjectActions;
 
 /// The strip at the top of a project window: save, history, account, and export with its output mode.
@@ -29,7 +29,7 @@ class ProjectToolbar final : public QWidget {
 public:
     struct Parts {
         const speech::ElevenLabsService &service;
-        const LocalVoices &localVoices;
+        const speech::LocalVoices &localVoices;
         base::UserDefaults &defaults;
         const ProjectActions &actions;
     };

@@ -13,7 +13,6 @@
 #include "controller/ProjectController.h"
 #include "controller/ProjectSession.h"
 #include "shell/account/AccountDialog.h"
-#include "shell/account/LocalVoices.h"
 #include "shell/application/AppCommands.h"
 #include "shell/controls/Separator.h"
 #include "shell/editor/list/ScriptListView.h"
@@ -26,6 +25,7 @@
 #include "shell/windows/ExportFlow.h"
 #include "shell/windows/ProjectToolbar.h"
 #include "shell/windows/StatusLine.h"
+#include "speech/LocalVoices.h"
 
 using namespace Qt::StringLiterals;
 
@@ -94,7 +94,7 @@ void ProjectWindow::connectCommands() {
     connect(m_editor, &ScriptEditor::microphoneSettingsWanted, &m_context.commands,
             &AppCommands::openMicrophoneSettings);
     connect(m_inspector, &Inspector::accountRequested, this, &ProjectWindow::showAccount);
-    connect(m_inspector, &Inspector::localVoicesRequested, &m_context.localVoices, &LocalVoices::switchOn);
+    connect(m_inspector, &Inspector::localVoicesRequested, &m_context.localVoices, &speech::LocalVoices::switchOn);
     controller::onAnyChange<controller::TitleChanged, controller::UnsavedChangesChanged>(m_session.controller(), this,
                                                                                          [this] { syncTitle(); });
 }
@@ -112,10 +112,10 @@ void ProjectWindow::connectAlerts() {
             [this](const QString &description) {
                 m_alerts->show({AlertSource::Playback, u"Playback Failed"_s, description, {}});
             });
-    const LocalVoices &localVoices = m_context.localVoices;
-    connect(&localVoices, &LocalVoices::stateChanged, this, [this, &localVoices] {
+    const speech::LocalVoices &localVoices = m_context.localVoices;
+    connect(&localVoices, &speech::LocalVoices::stateChanged, this, [this, &localVoices] {
         // The account panel, where the switch is, tells it itself.
-        if (localVoices.state() == LocalVoices::State::Failed && findChild<AccountDialog *>() == nullptr)
+        if (localVoices.state() == speech::LocalVoices::State::Failed && findChild<AccountDialog *>() == nullptr)
             m_alerts->show(
                 {AlertSource::LocalVoices, u"Local voices are not available"_s, localVoices.failureReason(), {}});
         else

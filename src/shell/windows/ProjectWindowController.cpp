@@ -10,10 +10,10 @@
 
 #include "base/LogCategories.h"
 #include "controller/script/LineEditing.h"
-#include "shell/account/LocalVoices.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/windows/ErrorAlerts.h"
 #include "shell/windows/ProjectWindow.h"
+#include "speech/LocalVoices.h"
 
 using namespace Qt::StringLiterals;
 

@@ -17,7 +17,7 @@ namespace orlenta {
 namespace {
 
 using shell::AccountDialog;
-using shell::LocalVoices;
+using speech::LocalVoices;
 using testing::ShellSession;
 using testing::waitUntil;
 

@@ -75,7 +75,7 @@ TEST(ProjectWindow, OffersTheVoicesOfThisMachineToAUserWithoutAnAccount) {
         return offer != nullptr;
     }));
     offer->click();
-    EXPECT_TRUE(waitUntil([&] { return it.session.localVoices.state() == shell::LocalVoices::State::On; }));
+    EXPECT_TRUE(waitUntil([&] { return it.session.localVoices.state() == speech::LocalVoices::State::On; }));
     EXPECT_TRUE(waitUntil([&] { return !offer->isVisible(); }));
 }
 

@@ -12,11 +12,9 @@ class UserDefaults;
 }
 
 namespace orlenta::speech {
+
 class ElevenLabsService;
 class LocalVoicesProcess;
-} // namespace orlenta::speech
-
-namespace orlenta::shell {
 
 /// The user's choice between the account and local voices. Runs the local voices program, and connects every window's
 /// service to it or back to the account. Main thread; the defaults outlive it.
@@ -25,8 +23,7 @@ class LocalVoices final : public QObject {
 public:
     enum class State { Off, Starting, On, Failed };
 
-    LocalVoices(base::UserDefaults &defaults, std::unique_ptr<speech::LocalVoicesProcess> process,
-                QObject *parent = nullptr);
+    LocalVoices(base::UserDefaults &defaults, std::unique_ptr<LocalVoicesProcess> process, QObject *parent = nullptr);
     ~LocalVoices() override;
 
     [[nodiscard]] State state() const { return m_state; }
@@ -34,7 +31,7 @@ public:
     [[nodiscard]] QString failureReason() const { return m_failureReason; }
 
     /// Connects the service to the source in use, now and after each change.
-    void attach(speech::ElevenLabsService &service);
+    void attach(ElevenLabsService &service);
     /// Restores the stored choice; for the start of the application.
     void restoreChoice();
     void switchOn();
@@ -50,15 +47,15 @@ private:
     void takeAddress(const QUrl &baseUrl, const QString &key);
     void takeFailure(const QString &reason);
     void returnToAccount(State before);
-    void connectService(speech::ElevenLabsService &service);
+    void connectService(ElevenLabsService &service);
 
     base::UserDefaults &m_defaults;
-    std::unique_ptr<speech::LocalVoicesProcess> m_process;
-    QList<QPointer<speech::ElevenLabsService>> m_services;
+    std::unique_ptr<LocalVoicesProcess> m_process;
+    QList<QPointer<ElevenLabsService>> m_services;
     State m_state = State::Off;
     QString m_failureReason;
     QUrl m_baseUrl;
     QString m_key;
 };
 
-} // namespace orlenta::shell
+} // namespace orlenta::speech

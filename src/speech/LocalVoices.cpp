@@ -1,4 +1,4 @@
-#include "shell/account/LocalVoices.h"
+#include "speech/LocalVoices.h"
 
 #include <utility>
 
@@ -7,15 +7,12 @@
 #include "speech/account/ServiceAddresses.h"
 #include "speech/LocalVoicesProcess.h"
 
-namespace orlenta::shell {
+namespace orlenta::speech {
 
-using speech::ElevenLabsService;
-
-LocalVoices::LocalVoices(base::UserDefaults &defaults, std::unique_ptr<speech::LocalVoicesProcess> process,
-                         QObject *parent)
+LocalVoices::LocalVoices(base::UserDefaults &defaults, std::unique_ptr<LocalVoicesProcess> process, QObject *parent)
     : QObject(parent), m_defaults(defaults), m_process(std::move(process)) {
-    connect(m_process.get(), &speech::LocalVoicesProcess::ready, this, &LocalVoices::takeAddress);
-    connect(m_process.get(), &speech::LocalVoicesProcess::failed, this, &LocalVoices::takeFailure);
+    connect(m_process.get(), &LocalVoicesProcess::ready, this, &LocalVoices::takeAddress);
+    connect(m_process.get(), &LocalVoicesProcess::failed, this, &LocalVoices::takeFailure);
 }
 
 LocalVoices::~LocalVoices() = default;
@@ -91,7 +88,7 @@ void LocalVoices::connectService(ElevenLabsService &service) {
     // While the program starts, a new window's service waits for it instead of contacting the account first.
     if (m_state == State::Starting)
         return;
-    service.useEndpoint(speech::defaultEndpoint(), ElevenLabsService::KeyKeeping::Keyring);
+    service.useEndpoint(defaultEndpoint(), ElevenLabsService::KeyKeeping::Keyring);
     service.connectStoredAccount();
 }
 
@@ -102,4 +99,4 @@ void LocalVoices::setState(State state) {
     Q_EMIT stateChanged();
 }
 
-} // namespace orlenta::shell
+} // namespace orlenta::speech
