@@ -33,8 +33,9 @@ StreamWatch::Finding StreamWatch::look(pa_stream *stream, bool isDeviceIdle) {
         ask(stream);
     if (m_server.length() > serverPatience)
         return Finding::ServerIsSilent;
-    return m_device.length() > (m_hasDeviceMoved ? devicePatience : wakePatience) ? Finding::DeviceIsStill
-                                                                                  : Finding::Fine;
+    // A silent server delivers no samples either, so blame the device only once the server has answered.
+    const bool isDeviceStill = m_device.length() > (m_hasDeviceMoved ? devicePatience : wakePatience);
+    return isDeviceStill && !m_asking ? Finding::DeviceIsStill : Finding::Fine;
 }
 
 void StreamWatch::ask(pa_stream *stream) {

@@ -41,15 +41,15 @@ TEST(RecordingDecoder, MixesTheChannels) {
     EXPECT_EQ(sound->rate, 44100);
 }
 
-TEST(RecordingDecoder, NumbersThatAreNoSamplesBecomeSilenceOrFullScale) {
+TEST(RecordingDecoder, NumbersThatCannotBeSoundBecomeSilenceAndLoudOnesFullScale) {
     constexpr float infinity = std::numeric_limits<float>::infinity();
     constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
     const auto sound = decodedFile(floatWav({notANumber, infinity, -infinity, 1e30F, -3.0F, 1.5F, 0.5F}, 1));
     ASSERT_TRUE(sound);
-    EXPECT_EQ(sound->frames, (std::vector<float>{0, 0, 0, 1, -1, 1, 0.5F}));
+    EXPECT_EQ(sound->frames, (std::vector<float>{0, 0, 0, 0, -1, 1, 0.5F}));
     const auto pair = decodedFile(floatWav({1e38F, 1e38F, infinity, 0.5F}, 2));
     ASSERT_TRUE(pair);
-    EXPECT_EQ(pair->frames, (std::vector<float>{1, 0.25F}));
+    EXPECT_EQ(pair->frames, (std::vector<float>{0, 0.25F}));
 }
 
 TEST(RecordingDecoder, WhatIsTooLongOrNoSoundIsRefusedWithASentence) {
