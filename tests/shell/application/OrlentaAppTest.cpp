@@ -68,7 +68,7 @@ public:
 
 QMessageBox *leftoversBox() {
     for (QWidget *window : QApplication::topLevelWidgets())
-        if (window->isVisible() && window->windowTitle() == QStringLiteral("Recordings were left over"))
+        if (window->isVisible() && window->windowTitle() == QStringLiteral("Leftover recordings"))
             return qobject_cast<QMessageBox *>(window);
     return nullptr;
 }

@@ -135,20 +135,20 @@ TEST_F(LineDirectionTest, TheModeSwitchShowsAndHidesTheStripForAllSelectedLines)
     press(Qt::Key_M);
     EXPECT_TRUE(isVoiceDirected(0) && isVoiceDirected(1));
     EXPECT_FALSE(isVoiceDirected(2));
-    EXPECT_NE(control<QPushButton>(0, QStringLiteral("Record direction of")), nullptr);
-    EXPECT_NE(control<QPushButton>(1, QStringLiteral("Import direction audio of")), nullptr);
-    EXPECT_EQ(control<QPushButton>(2, QStringLiteral("Record direction of")), nullptr);
+    EXPECT_NE(control<QPushButton>(0, QStringLiteral("Record direction for")), nullptr);
+    EXPECT_NE(control<QPushButton>(1, QStringLiteral("Import direction audio for")), nullptr);
+    EXPECT_EQ(control<QPushButton>(2, QStringLiteral("Record direction for")), nullptr);
     control<QToolButton>(0, QStringLiteral("Direction mode of"))->click();
     EXPECT_FALSE(isVoiceDirected(0) || isVoiceDirected(1));
-    EXPECT_EQ(control<QPushButton>(0, QStringLiteral("Record direction of")), nullptr);
+    EXPECT_EQ(control<QPushButton>(0, QStringLiteral("Record direction for")), nullptr);
 }
 
 TEST_F(LineDirectionTest, DirectionAndGeneratedAudioAreDeletedAndComeBackByUndo) {
     drop(0, {tone(QStringLiteral("read.wav"))});
     ASSERT_TRUE(waitForDirection(0));
-    control<QToolButton>(0, QStringLiteral("Delete direction audio of"))->click();
+    control<QToolButton>(0, QStringLiteral("Delete direction audio for"))->click();
     EXPECT_TRUE(directionURL(0).isEmpty());
-    EXPECT_NE(control<QPushButton>(0, QStringLiteral("Record direction of")), nullptr);
+    EXPECT_NE(control<QPushButton>(0, QStringLiteral("Record direction for")), nullptr);
     controller->undoManager().undo();
     EXPECT_FALSE(directionURL(0).isEmpty());
     focusList();
@@ -233,7 +233,7 @@ TEST_F(LineDirectionTest, ARecordingsErrorGoesWithAnImportAndWithASwitchOfTheMod
     ASSERT_TRUE(fail());
     controller->undoManager().undo();
     EXPECT_FALSE(isVoiceDirected(0));
-    EXPECT_EQ(control<QPushButton>(0, QStringLiteral("Record direction of")), nullptr);
+    EXPECT_EQ(control<QPushButton>(0, QStringLiteral("Record direction for")), nullptr);
     ASSERT_TRUE(fail());
     drop(0, {tone(QStringLiteral("read.wav"))});
     ASSERT_TRUE(waitForDirection(0));
@@ -333,7 +333,7 @@ protected:
     }
     [[nodiscard]] bool waitForStop(qsizetype index) {
         return QTest::qWaitFor(
-            [&] { return control<QPushButton>(index, QStringLiteral("Stop recording direction of")) != nullptr; },
+            [&] { return control<QPushButton>(index, QStringLiteral("Stop recording direction for")) != nullptr; },
             deadline);
     }
     [[nodiscard]] bool waitForRecordingTime(qsizetype index, const QString &time) {
@@ -353,10 +353,10 @@ protected:
 
 TEST_F(LineDirectionSoundTest, TheRecordButtonRecordsIntoTheLineAndShowsTheRunningTime) {
     press(Qt::Key_M);
-    control<QPushButton>(0, QStringLiteral("Record direction of"))->click();
+    control<QPushButton>(0, QStringLiteral("Record direction for"))->click();
     ASSERT_TRUE(waitForStop(0));
     EXPECT_TRUE(waitForRecordingTime(0, QStringLiteral("0:01")));
-    control<QPushButton>(0, QStringLiteral("Stop recording direction of"))->click();
+    control<QPushButton>(0, QStringLiteral("Stop recording direction for"))->click();
     ASSERT_TRUE(waitForDirection(0));
     EXPECT_TRUE(isVoiceDirected(0));
     ASSERT_EQ(line(0).sourceRecordings.size(), 1);

@@ -80,7 +80,7 @@ TEST_F(PlaybackFollowingTest, TheMovingPlayheadDrawsNothingOfTheRowButTheWavefor
     PaintCounter button;
     PaintCounter bars;
     const double before = waveform(0).progress();
-    QSignalSpy told(&waveform(0), &WaveformBarsView::placeTold);
+    QSignalSpy told(&waveform(0), &WaveformBarsView::positionAnnounced);
     stop->installEventFilter(&button);
     waveform(0).installEventFilter(&bars);
     ASSERT_TRUE(waitForTicks(10));

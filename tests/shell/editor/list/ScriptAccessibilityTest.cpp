@@ -104,7 +104,7 @@ TEST_F(ScriptAccessibilityTest, MessagesAndReadingsAreSpokenAsTheyStand) {
     QAccessibleInterface *direction = QAccessible::queryAccessibleInterface(&strip);
     EXPECT_NE(findNamed(direction, QStringLiteral("Recording time of line 1, 0:04")), nullptr);
     QAccessibleInterface *problem =
-        findNamed(direction, QStringLiteral("Recording problem of line 1: Couldn't start recording."));
+        findNamed(direction, QStringLiteral("Recording problem on line 1: Couldn't start recording."));
     ASSERT_NE(problem, nullptr);
     EXPECT_EQ(problem->role(), QAccessible::Notification);
 }

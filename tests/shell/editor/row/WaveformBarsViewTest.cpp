@@ -124,7 +124,7 @@ TEST_F(WaveformBarsViewTest, AssistiveTechnologySeesPercentAndMovesThePlayheadBy
 
 TEST_F(WaveformBarsViewTest, ThePlaceIsToldAtRestAndForTheUsersSeeksButNotWhileItMoves) {
     QAccessibleValueInterface *value = QAccessible::queryAccessibleInterface(&view)->valueInterface();
-    QSignalSpy told(&view, &WaveformBarsView::placeTold);
+    QSignalSpy told(&view, &WaveformBarsView::positionAnnounced);
     for (int step = 0; step <= 50; ++step)
         view.setProgress(step / 100.0, RowPlayback::Playing);
     EXPECT_EQ(told.count(), 0);
