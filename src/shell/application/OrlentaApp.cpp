@@ -70,7 +70,7 @@ void OrlentaApp::start(const QStringList &projects) {
     controller::sweepTemporaryFiles(std::chrono::system_clock::now());
     Theme::apply(Theme::appearanceFromText(m_defaults.appearance()));
     Theme::setUiScale(m_defaults.uiScale());
-    // After a crash during a take, the desktop may still be set to our microphone. If the user's own isn't listed yet,
+    // After a crash during a take, the desktop may still use the take's microphone. If the user's own isn't listed yet,
     // or is unplugged, the next refresh of the device list restores it.
     m_inputRoutes.restorePendingDefaultInputIfNeeded(u"application start"_s);
     m_inputRoutes.followRefreshes(m_devices);
@@ -95,9 +95,9 @@ void OrlentaApp::reportLeftoverRecordings() {
     m_leftovers->setModal(false);
     m_leftovers->setTextFormat(Qt::PlainText);
     m_leftovers->setAccessibleName(title);
-    m_leftovers->setInformativeText(
-        QStringLiteral("They stay in %1 until you delete them. To attach one to a line, use Import Direction Audio.")
-            .arg(folder));
+    m_leftovers->setInformativeText(QStringLiteral("Leftover recordings stay in %1 until you delete them. To attach "
+                                                   "one to a line, use Import Direction Audio.")
+                                        .arg(folder));
     m_leftovers->button(QMessageBox::Ok)->setToolTip(u"Leave them where they are"_s);
     QPushButton *show = m_leftovers->addButton(u"Show in Folder"_s, QMessageBox::ActionRole);
     show->setToolTip(u"Open the folder in the file manager"_s);

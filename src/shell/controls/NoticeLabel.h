@@ -4,7 +4,7 @@
 
 namespace orlenta::shell {
 
-/// An error message that wraps. Screen readers announce it as soon as it appears.
+/// A wrapping error message. Screen readers announce it as soon as it appears.
 class NoticeLabel final : public QLabel {
     Q_OBJECT
 public:

@@ -282,7 +282,7 @@ bool DemoDriver::selectWholeTab() {
 
 bool DemoDriver::waitFor(const Condition &condition, std::chrono::milliseconds limit, const QString &what) {
     const QDeadlineTimer deadline(limit);
-    // Without events the loop could wait past the deadline.
+    // Wakes the event loop, which could otherwise wait past the deadline.
     QTimer wake;
     wake.start(100ms);
     while (!condition()) {

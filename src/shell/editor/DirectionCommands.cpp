@@ -31,7 +31,7 @@ DirectionCommands::DirectionCommands(controller::ProjectSession &session, QObjec
 }
 
 bool DirectionCommands::mayPlay() {
-    // The microphone would pick it up.
+    // The microphone would pick up the playback.
     const bool mayPlay = !m_recordings.isRecording();
     if (!mayPlay)
         m_controller.notices().post(
@@ -83,7 +83,7 @@ void DirectionCommands::carryOut(CommandId command, const model::LineId &id, QWi
 void DirectionCommands::toggleRecording(const model::LineId &id) {
     if (m_recordings.state(id).isRecording)
         return m_recordings.stop(id);
-    // The microphone would pick it up.
+    // The microphone would pick up the playback.
     if (m_playback.isPlaying())
         m_playback.stop(audio::PlayheadReset::Reset);
     m_recordings.start(id);

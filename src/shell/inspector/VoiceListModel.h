@@ -46,7 +46,7 @@ private:
     QHash<QString, QString> m_castColors;
 };
 
-/// "American · Female · Young · Narration · English"; leaves out what the service doesn't tell.
+/// "American · Female · Young · Narration · English"; leaves out unknown traits.
 [[nodiscard]] QString voiceTraits(const speech::Voice &voice);
 
 } // namespace orlenta::shell

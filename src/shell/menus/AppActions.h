@@ -6,8 +6,8 @@ namespace orlenta::shell {
 
 class AppCommands;
 
-/// The application-wide menu commands. Each window has its own set. The window whose menu bar it is opens the list of
-/// shortcuts itself.
+/// The application-wide menu commands. Each window has its own set. The owner of the menu bar opens the list of
+/// shortcuts.
 class AppActions final : public CommandActions {
     Q_OBJECT
 public:

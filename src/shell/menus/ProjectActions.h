@@ -12,8 +12,8 @@ class ProjectSession;
 
 namespace orlenta::shell {
 
-/// The commands of a project window for its menus and its toolbar, kept enabled or disabled. The window carries out the
-/// commands for its own parts, such as playing. Main thread; the session outlives it.
+/// The commands of a project window for its menus and its toolbar. Keeps them enabled or disabled. The window carries
+/// out the commands for its own parts, such as playing. Main thread; the session outlives it.
 class ProjectActions final : public CommandActions {
     Q_OBJECT
 public:

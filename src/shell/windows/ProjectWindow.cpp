@@ -114,7 +114,7 @@ void ProjectWindow::connectAlerts() {
             });
     const speech::LocalVoices &localVoices = m_context.localVoices;
     connect(&localVoices, &speech::LocalVoices::stateChanged, this, [this, &localVoices] {
-        // The account panel reports it next to the switch.
+        // If the account panel is open, it reports the failure itself.
         if (localVoices.state() == speech::LocalVoices::State::Failed && findChild<AccountDialog *>() == nullptr)
             m_alerts->show(
                 {AlertSource::LocalVoices, u"Local voices aren't available"_s, localVoices.failureReason(), {}});

@@ -48,8 +48,7 @@ private:
     void show(const model::StoredProject &stored);
     void report(const model::ProjectStoreError &error);
     void forget(ProjectWindowController *closed);
-    /// Stops the recordings of all windows and calls `settled` once their takes are finished. Returns false if there
-    /// were none.
+    /// Stops the recordings of all windows and calls `settled` once no work is pending. Returns false if none was.
     bool settleAll(const std::function<void()> &settled);
     void resolveNext(std::vector<ProjectWindowController *> waiting, const QuitCompletion &completion);
 

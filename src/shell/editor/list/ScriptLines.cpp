@@ -114,7 +114,7 @@ AudioContent ScriptLines::audio(const model::LineId &id, controller::AudioKind k
     audio.waveform = peaks;
     if (peaks.isEmpty())
         m_controller.waveforms().request(id, kind);
-    // The row that shows the line by then reads its content again.
+    // Once the duration is known, the row that shows the line reads its content again.
     controller::LineRuntimeSignal *signal = m_controller.runtime().signalFor(id);
     const QString context =
         isGenerated ? QStringLiteral("ScriptLineView.takeDuration") : QStringLiteral("ScriptLineView.audioDuration");

@@ -91,7 +91,7 @@ void DirectionStrip::setContent(qsizetype number, const DirectionContent &conten
 void DirectionStrip::showRecording() {
     const bool isRecording = m_content.isRecording;
     const bool hasAudio = m_content.audio.has_value();
-    // If the line has a take, its waveform needs the room of the words.
+    // If there is a take, its waveform needs the room of the button texts.
     const bool hasWords = isRecording || !hasAudio;
     m_record->setText(!hasWords ? QString() : isRecording ? u"Stop"_s : u"Record"_s);
     m_record->setIcon(Icon::named(isRecording ? u"stop"_s : u"record"_s, Icon::Tint::Danger));

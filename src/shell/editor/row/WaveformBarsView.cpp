@@ -20,8 +20,7 @@ namespace {
 
 constexpr qreal shortestBar = 2.0;
 constexpr qreal cornerSize = 0.5;
-// The faintest opacity of bars, where contrast allows it: of all bars without a playhead, and of those after the
-// playhead.
+// The lowest opacities of bars, if contrast allows: of all bars without a playhead, and of the bars after a playhead.
 constexpr qreal faintestIdle = 0.72;
 constexpr qreal faintestResting = 0.32;
 constexpr double playedContrast = 4.5;
