@@ -20,7 +20,7 @@ namespace {
 constexpr std::chrono::milliseconds startLimit{30'000};
 constexpr int waitLimitMilliseconds = 60'000;
 
-/// Whether a widget is a part of another control, which speaks for it.
+/// Whether a widget is part of another control that has the accessible name.
 bool isPartOfControl(const QWidget &widget) {
     const QWidget *parent = widget.parentWidget();
     return qobject_cast<const QComboBox *>(parent) != nullptr || qobject_cast<const QLineEdit *>(parent) != nullptr ||
@@ -89,7 +89,7 @@ model::StoredProject ShellSession::store(const QString &name, model::Project pro
     return stored ? stored.value() : model::StoredProject{};
 }
 
-std::unique_ptr<controller::ProjectSession> ShellSession::openUnheard(const model::StoredProject &stored) {
+std::unique_ptr<controller::ProjectSession> ShellSession::openOffline(const model::StoredProject &stored) {
     auto session = std::make_unique<controller::ProjectSession>(context.services, stored);
     session->service().useEndpoint(QUrl(QStringLiteral("http://127.0.0.1:1")));
     return session;

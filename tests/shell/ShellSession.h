@@ -23,8 +23,8 @@ class QWidget;
 
 namespace orlenta::testing {
 
-/// What the windows of one process share, with a folder, preferences and a local voices program of its own, and
-/// without a keyring. There is no sound server unless one is named.
+/// The services that windows share, with their own folder, preferences and local voices program, but no keyring. Has no
+/// sound server unless one is given.
 class ShellSession final {
 public:
     ShellSession();
@@ -32,13 +32,13 @@ public:
 
     /// Starts the program and waits until it answers.
     [[nodiscard]] bool startLocalVoices();
-    /// A project on disk with the lines given, all in one tab. A line "Voice: text" is cast to that local voice.
+    /// Stores a project with these lines in one tab. A line "Voice: text" is cast to that local voice.
     [[nodiscard]] model::StoredProject makeProject(const QString &name, const QStringList &lines);
-    /// The project in a folder of its own.
+    /// Stores the project in its own folder.
     [[nodiscard]] model::StoredProject store(const QString &name, model::Project project);
-    /// The stored project as an open one whose speech service nobody answers for: a generation fails at once, and
-    /// nothing leaves this machine.
-    [[nodiscard]] std::unique_ptr<controller::ProjectSession> openUnheard(const model::StoredProject &stored);
+    /// Opens the stored project with a speech service that doesn't answer: generating fails at once, and nothing leaves
+    /// this machine.
+    [[nodiscard]] std::unique_ptr<controller::ProjectSession> openOffline(const model::StoredProject &stored);
     [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
 
 private:
@@ -57,13 +57,13 @@ public:
     shell::AppContext context;
 };
 
-/// Runs the event loop until the condition holds; false when it doesn't within a minute.
+/// Runs the event loop until the condition holds. False after a minute.
 [[nodiscard]] bool waitUntil(const std::function<bool()> &condition);
-/// The visible button of that text, or null.
+/// The visible button with that text, or null.
 [[nodiscard]] QAbstractButton *buttonNamed(const QWidget &parent, const QString &text);
-/// The controls of a window that have no accessible name or no tooltip, as "class text".
+/// The controls of a window without an accessible name or tooltip, as "class text".
 [[nodiscard]] QStringList unnamedControls(const QWidget &window);
-/// The texts of a window that don't fit where they stand.
+/// The clipped texts of a window.
 [[nodiscard]] QStringList clippedTexts(const QWidget &window);
 
 } // namespace orlenta::testing

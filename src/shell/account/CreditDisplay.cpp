@@ -38,7 +38,7 @@ void CreditDisplay::showState() {
         const speech::Subscription &plan = m_service.user()->subscription;
         tip = QStringLiteral("%1: %2 of %3 credits used")
                   .arg(tip, locale().toString(plan.characterCount), locale().toString(plan.characterLimit));
-        // Local voices have no plan that means anything to the user.
+        // The plan name of local voices means nothing to the user.
         if (!isLocal)
             tip += QStringLiteral(" (%1 plan)").arg(plan.planName());
     }

@@ -4,7 +4,7 @@
 
 namespace orlenta::shell {
 
-/// The commands that belong to no single project. Windows and menus ask; the application carries them out.
+/// Application-wide commands. Windows and menus emit them; OrlentaApp carries them out.
 class AppCommands final : public QObject {
     Q_OBJECT
 public:
@@ -15,10 +15,10 @@ Q_SIGNALS:
     void openProject();
     void openSampleProject();
     void openSettings();
-    /// The microphone is blocked: the user has to allow it in the desktop's settings.
+    /// The microphone is blocked; the user must allow it in the desktop's settings.
     void openMicrophoneSettings();
     void openAbout();
-    /// Interface scale: one step up, one step down, back to 1.
+    /// Changes the interface scale: a step up, a step down, back to 1.
     void zoomIn();
     void zoomOut();
     void actualSize();

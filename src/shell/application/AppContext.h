@@ -10,7 +10,7 @@ namespace orlenta::shell {
 
 class AppCommands;
 
-/// What every window of the process shares. All of it outlives the windows.
+/// The services that all windows share. They outlive the windows.
 struct AppContext {
     controller::SharedServices services;
     speech::LocalVoices &localVoices;

@@ -59,7 +59,7 @@ OrlentaApp::OrlentaApp()
 }
 
 OrlentaApp::~OrlentaApp() {
-    // These may stand without a window above them.
+    // These may have no parent window that would delete them.
     delete m_leftovers;
     delete m_settings;
     delete m_newProject;
@@ -70,8 +70,8 @@ void OrlentaApp::start(const QStringList &projects) {
     controller::sweepTemporaryFiles(std::chrono::system_clock::now());
     Theme::apply(Theme::appearanceFromText(m_defaults.appearance()));
     Theme::setUiScale(m_defaults.uiScale());
-    // A crash in mid-take may have left the desktop on another microphone. Its own may not be listed yet, or be away;
-    // then the device list's next refresh takes it up.
+    // After a crash during a take, the desktop may still use the take's microphone. If the user's own isn't listed yet,
+    // or is unplugged, the next refresh of the device list restores it.
     m_inputRoutes.restorePendingDefaultInputIfNeeded(u"application start"_s);
     m_inputRoutes.followRefreshes(m_devices);
     m_localVoices.restoreChoice();
@@ -79,32 +79,31 @@ void OrlentaApp::start(const QStringList &projects) {
         m_windows.openProject(project);
     if (m_windows.isEmpty())
         showWelcome();
-    tellOfLeftoverRecordings();
+    reportLeftoverRecordings();
 }
 
-void OrlentaApp::tellOfLeftoverRecordings() {
+void OrlentaApp::reportLeftoverRecordings() {
     const QString folder = base::PrivateFolders::caches();
     const qsizetype count = audio::LeftoverRecordings::find(folder, std::chrono::system_clock::now()).size();
     if (count == 0)
         return;
-    const QString title = u"Recordings were left over"_s;
-    const QString text = count == 1
-                             ? u"1 recording was made that is on no line of a project."_s
-                             : QStringLiteral("%1 recordings were made that are on no line of a project.").arg(count);
+    const QString title = u"Leftover recordings"_s;
+    const QString text = count == 1 ? u"1 recording isn't attached to any line."_s
+                                    : QStringLiteral("%1 recordings aren't attached to any line.").arg(count);
     m_leftovers = new QMessageBox(QMessageBox::Information, title, text, QMessageBox::Ok);
     m_leftovers->setAttribute(Qt::WA_DeleteOnClose);
     m_leftovers->setModal(false);
     m_leftovers->setTextFormat(Qt::PlainText);
     m_leftovers->setAccessibleName(title);
-    m_leftovers->setInformativeText(
-        QStringLiteral("They are kept in %1 until you delete them. Import Direction Audio puts one on a line.")
-            .arg(folder));
+    m_leftovers->setInformativeText(QStringLiteral("Leftover recordings stay in %1 until you delete them. To attach "
+                                                   "one to a line, use Import Direction Audio.")
+                                        .arg(folder));
     m_leftovers->button(QMessageBox::Ok)->setToolTip(u"Leave them where they are"_s);
     QPushButton *show = m_leftovers->addButton(u"Show in Folder"_s, QMessageBox::ActionRole);
     show->setToolTip(u"Open the folder in the file manager"_s);
     connect(show, &QPushButton::clicked, this, [this, folder] {
         if (!QDesktopServices::openUrl(QUrl::fromLocalFile(folder)))
-            showFailure(u"The folder could not be opened."_s, folder);
+            showFailure(u"The folder couldn't be opened."_s, folder);
     });
     m_leftovers->show();
     m_leftovers->raise();
@@ -170,7 +169,7 @@ void OrlentaApp::openProjectPanel() {
     panel->setNameFilters({u"Orlenta projects (*.orl *.orl.json project.json)"_s, u"All files (*)"_s});
     panel->setLabelText(QFileDialog::Accept, u"Open"_s);
     panel->setLabelText(QFileDialog::FileName, u"Select a project folder or .orl file"_s);
-    // Opening waits for the panel to be gone, so that its alerts don't stand behind it.
+    // Open the project once the panel has closed, so that alerts don't appear behind it.
     connect(panel, &QFileDialog::fileSelected, this, [this](const QString &path) {
         qCInfo(base::log::project).noquote() << "[ProjectWindowController] Open panel selected:" << path;
         QMetaObject::invokeMethod(
@@ -184,11 +183,11 @@ void OrlentaApp::openSampleProject() {
     if (!QFileInfo::exists(destination)) {
         const auto shipped = SampleProject::shippedFolder();
         if (!shipped) {
-            showFailure(u"The sample project is not installed."_s, {});
+            showFailure(u"The sample project isn't installed."_s, {});
             return;
         }
         if (const auto copied = SampleProject::copy(*shipped, destination); !copied) {
-            showFailure(u"The sample project could not be copied."_s, copied.error().description());
+            showFailure(u"The sample project couldn't be copied."_s, copied.error().description());
             return;
         }
     }
@@ -226,13 +225,13 @@ void OrlentaApp::requestQuit() {
         return;
     m_isResolvingTermination = true;
     m_windows.resolveUnsavedProjects([this](ProjectWindowController::CloseOutcome outcome) {
-        // Once it is settled, closing the windows must ask nothing more.
+        // Once the user has decided, closing the windows must not ask again.
         m_isResolvingTermination = outcome == ProjectWindowController::CloseOutcome::Proceed;
         if (!m_isResolvingTermination)
             return;
         m_localVoices.shutDown();
         QApplication::quit();
-        // A window that has just got something to save keeps the application running.
+        // A window that has unsaved changes again keeps the application running.
         m_isResolvingTermination = m_windows.isEmpty();
     });
 }

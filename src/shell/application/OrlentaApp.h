@@ -26,15 +26,15 @@ class NewProjectDialog;
 class SettingsDialog;
 class WelcomeWindow;
 
-/// The whole application: it owns what the windows share and the windows themselves, and carries out the commands that
-/// belong to no project. Main thread; made after the QApplication and gone before it.
+/// The application. Owns the windows and everything they share, and carries out the application-wide commands. Main
+/// thread. Create it after the QApplication and destroy it before.
 class OrlentaApp final : public QObject {
     Q_OBJECT
 public:
     OrlentaApp();
     ~OrlentaApp() override;
 
-    /// Applies the preferences, and opens the named projects or else the welcome window.
+    /// Applies the preferences and opens the given projects, or the welcome window if there are none.
     void start(const QStringList &projects);
 
     [[nodiscard]] base::UserDefaults &defaults() { return m_defaults; }
@@ -43,20 +43,21 @@ public:
 
     void openNewProjectDialog();
     void openProjectPanel();
-    /// Opens the user's copy of the sample project, making it first where there is none.
+    /// Opens the user's copy of the sample project. Creates the copy if there is none yet.
     void openSampleProject();
     void openSettings();
-    /// The desktop's own page where it has one, or else the application's settings, which tell how it stands.
+    /// Opens the desktop's microphone settings. If there are none, opens the application's settings, which show the
+    /// permission.
     void openMicrophoneSettings();
     void openAbout();
-    /// Asks about unsaved projects, then ends the event loop.
+    /// Asks about unsaved projects, then quits the event loop.
     void requestQuit();
 
 private:
     void connectCommands();
     void showWelcome();
     void setUiScale(double scale);
-    void tellOfLeftoverRecordings();
+    void reportLeftoverRecordings();
     void showFailure(const QString &title, const QString &detail);
     [[nodiscard]] QWidget *dialogParent() const;
 

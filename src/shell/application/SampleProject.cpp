@@ -19,8 +19,8 @@ base::Result<void, base::FileError> copyFolderContents(const QString &source, co
         const QString from = files.next();
         const QString to = destination + u'/' + QDir(source).relativeFilePath(from);
         if (!QDir().mkpath(QFileInfo(to).path()))
-            return base::fail(base::FileError::withReason(QFileInfo(to).path(), u"The folder could not be made."_s));
-        // Copies the bytes, not the mode: what ships may be read-only.
+            return base::fail(base::FileError::withReason(QFileInfo(to).path(), u"The folder couldn't be created."_s));
+        // Copy only the bytes: installed files may be read-only.
         if (auto copied = base::copyAtomically(from, to); !copied)
             return copied;
     }
@@ -42,9 +42,9 @@ QString SampleProject::defaultDestination() {
 base::Result<void, base::FileError> SampleProject::copy(const QString &source, const QString &destination) {
     if (QFileInfo::exists(destination))
         return base::fail(
-            base::FileError::withReason(destination, u"There is a file or folder of this name already."_s));
+            base::FileError::withReason(destination, u"A file or folder with this name already exists."_s));
     if (!QDir().mkpath(destination))
-        return base::fail(base::FileError::withReason(destination, u"The folder could not be made."_s));
+        return base::fail(base::FileError::withReason(destination, u"The folder couldn't be created."_s));
     auto copied = copyFolderContents(source, destination);
     if (!copied)
         QDir(destination).removeRecursively();

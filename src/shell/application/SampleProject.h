@@ -9,16 +9,16 @@
 
 namespace orlenta::shell {
 
-/// The project that shows what the application can do. It ships with the application and is worked on as a copy.
+/// The sample project. It ships with the application, and the user works on a copy.
 class SampleProject final {
 public:
     SampleProject() = delete;
 
-    /// The folder that ships with the application; none when the installation lacks it.
+    /// The installed folder; none if the installation lacks it.
     [[nodiscard]] static std::optional<QString> shippedFolder();
-    /// Where a copy goes unless the user says otherwise: "Orlenta Sample" in the documents folder.
+    /// The default place for the copy: "Orlenta Sample" in the documents folder.
     [[nodiscard]] static QString defaultDestination();
-    /// Copies a project folder, which must not exist at `destination` yet; on a failure nothing is left there.
+    /// Copies a project folder to `destination`, which must not exist yet. A failed copy leaves nothing behind.
     static base::Result<void, base::FileError> copy(const QString &source, const QString &destination);
 };
 

@@ -6,8 +6,8 @@
 
 namespace orlenta::shell {
 
-/// Lays widgets out in reading direction like words, in as many rows as the width asks for. Its spacing stands between
-/// neighbours and between rows alike.
+/// Lays out widgets like words, in the reading direction, and wraps them into rows. Uses the same spacing between
+/// widgets and between rows.
 class FlowLayout final : public QLayout {
     Q_OBJECT
 public:
@@ -22,9 +22,9 @@ public:
     [[nodiscard]] Qt::Orientations expandingDirections() const override;
     [[nodiscard]] bool hasHeightForWidth() const override;
     [[nodiscard]] int heightForWidth(int width) const override;
-    /// All in one row.
+    /// The size with all items in one row.
     [[nodiscard]] QSize sizeHint() const override;
-    /// The widest item alone.
+    /// The size of the widest item.
     [[nodiscard]] QSize minimumSize() const override;
     void setGeometry(const QRect &rect) override;
 

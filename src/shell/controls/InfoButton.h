@@ -6,8 +6,8 @@
 
 namespace orlenta::shell {
 
-/// A small button that explains the control beside it: a click, Space or Return opens a pop-over with paragraphs,
-/// which goes away on Escape or a click elsewhere. The paragraphs are its accessible description as well.
+/// A small button that explains the control beside it. A click, Space or Return opens a pop-over with the paragraphs,
+/// and Escape or a click elsewhere closes it. The paragraphs are also the button's accessible description.
 class InfoButton final : public QToolButton {
     Q_OBJECT
 public:

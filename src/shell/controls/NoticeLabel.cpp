@@ -7,7 +7,7 @@
 namespace orlenta::shell {
 namespace {
 
-void tellOfNotice(QObject *object, QAccessible::Event what) {
+void announceNotice(QObject *object, QAccessible::Event what) {
     QAccessibleEvent event(object, what);
     QAccessible::updateAccessibility(&event);
 }
@@ -27,10 +27,10 @@ void NoticeLabel::setNotice(const QString &subject, const QString &text) {
     setText(text);
     if (text.isEmpty())
         return;
-    tellOfNotice(this, QAccessible::Alert);
-    // What a desktop's screen reader listens to is that a notification shows, and this one shows already.
+    announceNotice(this, QAccessible::Alert);
+    // Linux screen readers announce a notification when it is shown, and this one may be on screen already.
     if (isVisible())
-        tellOfNotice(this, QAccessible::ObjectShow);
+        announceNotice(this, QAccessible::ObjectShow);
 }
 
 } // namespace orlenta::shell

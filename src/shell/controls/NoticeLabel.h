@@ -4,14 +4,14 @@
 
 namespace orlenta::shell {
 
-/// A text that tells what went wrong, in as many lines as it takes. Screen readers say it as soon as it appears.
+/// A wrapping error message. Screen readers announce it as soon as it appears.
 class NoticeLabel final : public QLabel {
     Q_OBJECT
 public:
     explicit NoticeLabel(QWidget *parent = nullptr);
 
-    /// `subject` is what the text is about where that is seen from its place only, such as "Recording problem of
-    /// line 1"; it is spoken before it, and may be empty. Whether the label shows is up to whoever holds it.
+    /// `subject` names what the text is about if only its place shows that, such as "Recording problem on line 1".
+    /// Screen readers say it before the text. It may be empty. The caller shows and hides the label.
     void setNotice(const QString &subject, const QString &text);
 };
 

@@ -4,7 +4,7 @@
 
 namespace orlenta::shell {
 
-/// A hairline between groups, in the colour of borders.
+/// A hairline between groups, in the border colour.
 class Separator final : public QFrame {
     Q_OBJECT
 public:

@@ -70,7 +70,7 @@ double SettingSlider::value() const {
 }
 
 void SettingSlider::showValue(double value, bool isShared) {
-    // A drag in progress is the newer truth; it is reported when it ends.
+    // A drag in progress is newer and is reported when it ends.
     if (m_slider->isSliderDown())
         return;
     const QSignalBlocker quiet(m_slider);
@@ -81,7 +81,7 @@ void SettingSlider::showValue(double value, bool isShared) {
 }
 
 bool SettingSlider::eventFilter(QObject *watched, QEvent *event) {
-    // Scrolling past must not change a setting that the pointer happens to cross.
+    // Scrolling must not change a slider that happens to be under the pointer.
     if (event->type() == QEvent::Wheel && !m_slider->hasFocus()) {
         event->ignore();
         return true;

@@ -8,8 +8,8 @@ class QSlider;
 
 namespace orlenta::shell {
 
-/// A titled slider over a real range with its value and an explanation. The value is reported once per gesture: at the
-/// end of a drag, or at each step by key or click, so that one gesture is one step of undo.
+/// A titled slider over a range of reals, with its value and an explanation. Reports the value once per gesture, at the
+/// end of a drag or at each step by key or click, so that a gesture is one undo step.
 class SettingSlider final : public QWidget {
     Q_OBJECT
 public:
@@ -22,7 +22,7 @@ public:
     SettingSlider(const QString &title, Range range, const QStringList &help, QWidget *parent = nullptr);
 
     [[nodiscard]] double value() const;
-    /// Shows a value without reporting it. `isShared` tells whether all edited lines have it.
+    /// Shows a value without reporting it. `isShared` is true if all edited lines have it.
     void showValue(double value, bool isShared);
     [[nodiscard]] QSlider *slider() const { return m_slider; }
 

@@ -4,20 +4,19 @@
 
 namespace orlenta::shell {
 
-/// A line or paragraph of text in one of the window's few styles. Its size follows the application font, and with it
-/// the interface scale; its colour follows the palette.
+/// Text in one of the application's styles. Follows the application font, and so the interface scale, and the palette.
 class TextLabel final : public QLabel {
     Q_OBJECT
 public:
     enum class Style {
         Title,
         Heading,
-        /// A group's name in spaced capitals.
+        /// The name of a group, in spaced capitals.
         Section,
         Body,
-        /// Small and quiet, for explanations.
+        /// Small and muted, for explanations.
         Caption,
-        /// What went wrong.
+        /// For errors.
         Danger
     };
 

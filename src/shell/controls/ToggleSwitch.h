@@ -4,7 +4,7 @@
 
 namespace orlenta::shell {
 
-/// An on-off switch with its label; to the keyboard and to assistive technology a check box.
+/// An on-off switch with a label. The keyboard and assistive technology treat it as a check box.
 class ToggleSwitch final : public QCheckBox {
     Q_OBJECT
 public:

@@ -72,7 +72,7 @@ int DemoDriver::run() {
     });
     if (failed != steps.end())
         QTextStream(stderr) << "Could not " << failed->title << ": " << m_failure << Qt::endl;
-    // The tour's choice of voices is not the user's.
+    // Restore the user's choice of voices.
     m_app.localVoices().shutDown();
     m_app.defaults().setUseLocalVoices(usedLocalVoices);
     return failed == steps.end() ? 0 : 1;
@@ -82,19 +82,19 @@ bool DemoDriver::openSample() {
     const QString project = m_folder + u"/project"_s;
     const auto shipped = SampleProject::shippedFolder();
     if (!shipped)
-        return fail(u"the sample project is not installed beside the program"_s);
+        return fail(u"the sample project isn't installed"_s);
     if (!QDir().mkpath(m_folder))
-        return fail(QStringLiteral("%1 could not be made").arg(m_folder));
+        return fail(QStringLiteral("couldn't create %1").arg(m_folder));
     if (const auto copied = SampleProject::copy(*shipped, project); !copied)
         return fail(copied.error().description());
     if (!m_app.windows().openProject(project))
-        return fail(u"the copy was refused"_s);
+        return fail(u"the copied project didn't open"_s);
     m_project = m_app.windows().open().back();
     made(project);
     ProjectWindow &window = m_project->window();
-    // Pictures start in the light appearance, whatever the desktop asks for.
+    // Start with light pictures, whatever the desktop prefers.
     Theme::apply(Appearance::Light);
-    return waitFor([&window] { return window.isVisible(); }, shortWait, u"the window"_s) &&
+    return waitFor([&window] { return window.isVisible(); }, shortWait, u"the window to appear"_s) &&
            picture(window, u"1-opened-light"_s);
 }
 
@@ -104,7 +104,7 @@ bool DemoDriver::switchLocalVoicesOn() {
         return false;
     auto *account = window.findChild<AccountDialog *>();
     if (account == nullptr)
-        return fail(u"the account panel did not open"_s);
+        return fail(u"the account panel didn't open"_s);
     if (!account->localVoicesSwitch()->isChecked() && !press(account->localVoicesSwitch(), u"local voices"_s))
         return false;
     const speech::ElevenLabsService &service = m_project->elevenLabsService();
@@ -147,7 +147,7 @@ bool DemoDriver::generateShownTab() {
     if (generator.generateError())
         return fail(*generator.generateError());
     if (const qsizetype missing = linesToGenerate(); missing > 0)
-        return fail(QStringLiteral("%1 lines got no take").arg(missing));
+        return fail(QStringLiteral("%1 lines have no take").arg(missing));
     return true;
 }
 
@@ -176,17 +176,17 @@ bool DemoDriver::undoAndRedo() {
     m_project->window().actions()[CommandId::AddLine]->trigger();
     if (controller.project().lines.size() != before + 1)
         return fail(u"no line was added"_s);
-    // A new line takes the keyboard, and its text has a history of its own; the buttons are for the project's.
+    // A new line takes the focus, and Undo would act on its text instead of the project.
     controller.selection().setEditingLineId({});
     const ProjectToolbar &toolbar = m_project->window().toolbar();
     if (!press(toolbar.undoButton(), u"Undo"_s))
         return false;
     if (controller.project().lines.size() != before)
-        return fail(u"undo left the added line"_s);
+        return fail(u"undo didn't remove the added line"_s);
     if (!press(toolbar.redoButton(), u"Redo"_s))
         return false;
     if (controller.project().lines.size() != before + 1)
-        return fail(u"redo did not bring the line back"_s);
+        return fail(u"redo didn't bring the line back"_s);
     return press(toolbar.undoButton(), u"Undo"_s);
 }
 
@@ -204,7 +204,7 @@ bool DemoDriver::exportSelection() {
     controller::ProjectController &controller = m_project->controller();
     if (!selectWholeTab())
         return false;
-    // A line that was never spoken would keep the whole selection from being handed on.
+    // One line without audio would stop the export of the whole selection.
     const model::LineIdList lines = controller.scriptLineIds();
     for (const model::LineId &id : lines) {
         if (!controller.runtime().hasGeneratedAudio(id))
@@ -233,7 +233,7 @@ bool DemoDriver::exportSelection() {
         return fail(controller.spotError());
     constexpr qint64 emptyWavBytes = 44;
     if (QFileInfo(destination).size() <= emptyWavBytes)
-        return fail(QStringLiteral("%1 holds no audio").arg(destination));
+        return fail(QStringLiteral("%1 contains no audio").arg(destination));
     made(destination);
     return true;
 }
@@ -261,40 +261,40 @@ void DemoDriver::made(const QString &path) {
 
 bool DemoDriver::picture(QWidget &widget, const QString &name) {
     const QString path = QStringLiteral("%1/%2.png").arg(m_folder, name);
-    // What has just changed, such as the appearance, reaches the widgets with the next events.
+    // Widgets apply changes, such as the appearance, with the next events.
     QCoreApplication::processEvents();
     if (!widget.grab().save(path))
-        return fail(QStringLiteral("%1 could not be written").arg(path));
+        return fail(QStringLiteral("couldn't write %1").arg(path));
     made(path);
     return true;
 }
 
 bool DemoDriver::selectWholeTab() {
-    // "Select All" is for the text that has the keyboard, if one has.
+    // If a text has the focus, "Select All" acts on it.
     if (QWidget *focus = QApplication::focusWidget(); focus != nullptr)
         focus->clearFocus();
     m_project->window().actions()[CommandId::SelectAll]->trigger();
     const qsizetype selected = m_project->controller().selection().selectedLineIds().size();
     if (selected != m_project->controller().scriptLineIds().size())
-        return fail(u"the lines of the tab were not selected"_s);
+        return fail(u"the lines of the tab weren't selected"_s);
     return true;
 }
 
 bool DemoDriver::waitFor(const Condition &condition, std::chrono::milliseconds limit, const QString &what) {
     const QDeadlineTimer deadline(limit);
-    // Without an event of its own the loop could wait past the deadline.
+    // Wakes the event loop, which could otherwise wait past the deadline.
     QTimer wake;
     wake.start(100ms);
     while (!condition()) {
         if (deadline.hasExpired())
-            return fail(QStringLiteral("waited too long for %1").arg(what));
+            return fail(QStringLiteral("timed out waiting for %1").arg(what));
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
     return true;
 }
 
 QAbstractButton *DemoDriver::editorButton(const QStringList &texts) const {
-    // The lines have buttons of the same texts.
+    // The lines have buttons with the same texts.
     const auto *toolbar = m_project->window().editor().findChild<ScriptToolbar *>();
     const auto buttons = toolbar == nullptr ? QList<QPushButton *>() : toolbar->findChildren<QPushButton *>();
     const auto found = std::find_if(buttons.begin(), buttons.end(), [&texts](const QPushButton *button) {

@@ -15,14 +15,14 @@ namespace orlenta::shell {
 class OrlentaApp;
 class ProjectWindowController;
 
-/// Takes the real window through the main job, by its own buttons and menus, and leaves what comes of it in a folder:
-/// a copy of the sample project with its takes, the exported audio, and pictures of the window. Main thread.
+/// Drives the real window through a whole job with its own buttons and menus. Leaves the results in a folder: a copy of
+/// the sample project with takes, the exported audio, and pictures of the window. Main thread.
 class DemoDriver final {
 public:
     DemoDriver(OrlentaApp &app, const QString &folder);
 
-    /// Runs the whole tour and returns the process's exit code. What was made goes to standard output, the reason of a
-    /// failure to standard error.
+    /// Runs all steps and returns the exit code of the process. Prints the created files to standard output and the
+    /// reason of a failure to standard error.
     int run();
 
 private:
@@ -42,14 +42,14 @@ private:
     void made(const QString &path);
     bool picture(QWidget &widget, const QString &name);
     bool selectWholeTab();
-    /// Runs the event loop until the condition holds; false, with the reason noted, when it doesn't in time.
+    /// Runs the event loop until the condition holds. On a timeout, notes the reason and returns false.
     bool waitFor(const Condition &condition, std::chrono::milliseconds limit, const QString &what);
-    /// The visible button of the script's toolbar that has one of these texts, or null.
+    /// The visible button of the script toolbar with one of these texts, or null.
     [[nodiscard]] QAbstractButton *editorButton(const QStringList &texts) const;
     bool press(QAbstractButton *button, const QString &name);
-    /// Presses the dialog's own button of that text and waits until the dialog has gone.
+    /// Presses the dialog's button with that text and waits until the dialog has closed.
     bool closeDialog(QDialog *dialog, const QString &button);
-    /// Lines of the shown tab that have a voice and no take.
+    /// The number of lines in the current tab with a voice but no take.
     [[nodiscard]] qsizetype linesToGenerate() const;
 
     OrlentaApp &m_app;

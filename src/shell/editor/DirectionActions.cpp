@@ -47,11 +47,11 @@ std::optional<model::LineId> DirectionActions::target() const {
 void DirectionActions::refresh() {
     const auto line = target();
     for (const CommandId id : DirectionCommands::ids()) {
-        const DirectionCommands::Standing standing = m_commands.standing(id, line);
+        const DirectionCommands::CommandState state = m_commands.stateOf(id, line);
         QAction &action = *(*this)[id];
-        action.setText(standing.title);
-        action.setEnabled(standing.isEnabled);
-        action.setStatusTip(standing.title);
+        action.setText(state.title);
+        action.setEnabled(state.isEnabled);
+        action.setStatusTip(state.title);
     }
 }
 

@@ -14,13 +14,13 @@ namespace orlenta::shell {
 
 class DirectionCommands;
 
-/// The direction commands of the line on which the keyboard acts, for the menu bar. Their keys are single letters, so
-/// they count only while the script list or a control in it has the focus and no text does; on a keyboard whose letters
-/// are not Latin, the key that has the letter in another of the user's layouts counts. Main thread.
+/// The direction commands of the current line, for the menu bar. Their shortcuts are single letters, so they work only
+/// while the script list or a control in it has the focus, but not in a text field. If the keyboard has no Latin
+/// letters, the key with that letter in another of the user's layouts works. Main thread.
 class DirectionActions final : public CommandActions {
     Q_OBJECT
 public:
-    /// `list` is where the keys count. What it is given outlives the actions.
+    /// The shortcuts work in `list`. All arguments outlive the actions.
     DirectionActions(controller::ProjectSession &session, DirectionCommands &commands, QWidget &list);
 
 private:

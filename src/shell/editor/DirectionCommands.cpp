@@ -27,11 +27,11 @@ namespace orlenta::shell {
 DirectionCommands::DirectionCommands(controller::ProjectSession &session, QObject *parent)
     : QObject(parent), m_controller(session.controller()), m_playback(session.playback()),
       m_recordings(session.recordings()) {
-    connect(&m_recordings, &controller::DirectionRecordings::changed, this, &DirectionCommands::forgetRefusal);
+    connect(&m_recordings, &controller::DirectionRecordings::changed, this, &DirectionCommands::withdrawRefusal);
 }
 
 bool DirectionCommands::mayPlay() {
-    // The microphone would hear it.
+    // The microphone would pick up the playback.
     const bool mayPlay = !m_recordings.isRecording();
     if (!mayPlay)
         m_controller.notices().post(
@@ -39,7 +39,7 @@ bool DirectionCommands::mayPlay() {
     return mayPlay;
 }
 
-void DirectionCommands::forgetRefusal() {
+void DirectionCommands::withdrawRefusal() {
     if (!m_recordings.isRecording())
         m_controller.notices().withdraw(controller::Notice::Kind::PlayingRefused);
 }
@@ -83,7 +83,7 @@ void DirectionCommands::carryOut(CommandId command, const model::LineId &id, QWi
 void DirectionCommands::toggleRecording(const model::LineId &id) {
     if (m_recordings.state(id).isRecording)
         return m_recordings.stop(id);
-    // The microphone would hear it.
+    // The microphone would pick up the playback.
     if (m_playback.isPlaying())
         m_playback.stop(audio::PlayheadReset::Reset);
     m_recordings.start(id);
@@ -110,7 +110,7 @@ void DirectionCommands::chooseFile(const model::LineId &id, QWidget *parent) {
     const QStringList extensions = audio::AudioImporter::panelExtensions();
     for (const QString &extension : extensions)
         patterns.append(QStringLiteral("*.") + extension);
-    // Above the window, not the row: that may be handed to another line while the panel is up.
+    // The window is the parent: the row may show another line while the panel is open.
     auto *panel = new QFileDialog(parent->window(), QStringLiteral("Import Direction Audio"));
     panel->setAttribute(Qt::WA_DeleteOnClose);
     panel->setFileMode(QFileDialog::ExistingFile);
@@ -123,7 +123,7 @@ void DirectionCommands::chooseFile(const model::LineId &id, QWidget *parent) {
 }
 
 void DirectionCommands::importFiles(const QList<QUrl> &files, const model::LineId &id) {
-    // A line has one direction; which of several was meant can't be told.
+    // A line has one direction, and we can't tell which of several files was meant.
     if (files.size() > 1)
         m_controller.notices().post(
             {controller::Notice::Kind::SeveralFilesDropped, u"Drop one audio file at a time on a line."_s});
@@ -153,7 +153,7 @@ bool DirectionCommands::showsDirection(const model::LineId &id) const {
 void DirectionCommands::switchMode(const model::LineId &id) {
     controller::ProjectController &project = m_controller;
     const auto mode = isVoiceDirected(id) ? model::DirectionMode::Text : model::DirectionMode::Voice;
-    // A selected line takes the selection along, as with every other setting.
+    // If the line is selected, change the whole selection, as with all settings.
     QList<model::LineId> lines{id};
     if (project.selection().selectedLineIds().contains(id))
         lines = project.selection().selectedLinesInScript();
@@ -166,30 +166,30 @@ void DirectionCommands::switchMode(const model::LineId &id) {
     project.presets().updateSettings(settings);
 }
 
-DirectionCommands::Standing DirectionCommands::standing(CommandId command,
-                                                        const std::optional<model::LineId> &id) const {
+DirectionCommands::CommandState DirectionCommands::stateOf(CommandId command,
+                                                           const std::optional<model::LineId> &id) const {
     const bool hasLine = id && m_controller.lines().find(*id) != nullptr;
     const bool needsAudio = command == CommandId::PlayDirection || command == CommandId::DeleteDirection;
-    Standing standing{controller::CommandTable::command(command).title, hasLine};
+    CommandState state{controller::CommandTable::command(command).title, hasLine};
     if (!hasLine)
-        return standing;
+        return state;
     if (needsAudio)
-        standing.isEnabled = !audioURL(*id).isEmpty() && showsDirection(*id);
+        state.isEnabled = !audioURL(*id).isEmpty() && showsDirection(*id);
     if (command == CommandId::Record && m_recordings.state(*id).isRecording)
-        standing.title = u"Stop Recording"_s;
+        state.title = u"Stop Recording"_s;
     else if (command == CommandId::PlayDirection && m_playback.isPlayingSource(*id))
-        standing.title = u"Stop Direction"_s;
+        state.title = u"Stop Direction"_s;
     else if (command == CommandId::SwitchDirectionMode && isVoiceDirected(*id))
-        standing.title = u"Direct by Text"_s;
-    return standing;
+        state.title = u"Direct by Text"_s;
+    return state;
 }
 
 void DirectionCommands::addToMenu(QMenu &menu, const model::LineId &id, QWidget *parent) {
     for (const CommandId command : ids()) {
-        const Standing stands = standing(command, id);
-        addCommand(menu, command, stands.title, [this, command, id, parent] {
+        const CommandState state = stateOf(command, id);
+        addCommand(menu, command, state.title, [this, command, id, parent] {
             carryOut(command, id, parent);
-        })->setEnabled(stands.isEnabled);
+        })->setEnabled(state.isEnabled);
     }
 }
 

@@ -26,44 +26,45 @@ namespace orlenta::shell {
 
 class LineRow;
 
-/// What the user can do with the spoken direction and the notes of lines, in terms of the project. Main thread.
+/// The commands for the direction and the notes of lines. Main thread.
 class DirectionCommands final : public QObject {
     Q_OBJECT
 public:
     explicit DirectionCommands(controller::ProjectSession &session, QObject *parent = nullptr);
 
-    /// Ties a row's notes and the files dropped on it to the project, for whichever line the row shows.
+    /// Connects a row's notes and dropped files to the project, whichever line the row shows.
     void connectRow(LineRow *row);
-    /// The commands, in the order of menus.
+    /// The commands in menu order.
     [[nodiscard]] static const QList<CommandId> &ids();
-    /// How a command stands for a line: "Stop Recording" while the line records, say. Disabled without a line.
-    struct Standing {
+    /// A command's title and state for a line, such as "Stop Recording" while the line records. Disabled without a
+    /// line.
+    struct CommandState {
         QString title;
         bool isEnabled = false;
     };
-    [[nodiscard]] Standing standing(CommandId command, const std::optional<model::LineId> &id) const;
-    /// `parent` is what a panel stands above.
+    [[nodiscard]] CommandState stateOf(CommandId command, const std::optional<model::LineId> &id) const;
+    /// Carries out the command. `parent` is the parent of its panels.
     void carryOut(CommandId command, const model::LineId &id, QWidget *parent);
-    /// Plays the line's direction from that share of it on, 0 to 1.
+    /// Plays the line's direction from `fraction` of its length, 0 to 1.
     void seek(const model::LineId &id, double fraction);
-    /// Whether something may be played now; tells the user why not while a take records.
+    /// Whether playing is allowed. While a take is recorded it isn't, and the user gets a message.
     [[nodiscard]] bool mayPlay();
     void importFiles(const QList<QUrl> &files, const model::LineId &id);
     void addToMenu(QMenu &menu, const model::LineId &id, QWidget *parent);
 
 Q_SIGNALS:
-    /// The caret belongs into the notes of the line.
+    /// Put the caret into the line's notes.
     void notesRequested(const orlenta::model::LineId &id);
 
 private:
-    void forgetRefusal();
+    void withdrawRefusal();
     void toggleRecording(const model::LineId &id);
     void togglePlayback(const model::LineId &id);
     void chooseFile(const model::LineId &id, QWidget *parent);
     void deleteAudio(const model::LineId &id);
     void switchMode(const model::LineId &id);
     [[nodiscard]] bool isVoiceDirected(const model::LineId &id) const;
-    /// Whether the line's direction is to be seen, so that the user knows what is acted on.
+    /// Whether the row shows the direction. Commands mustn't act on one that the user can't see.
     [[nodiscard]] bool showsDirection(const model::LineId &id) const;
     [[nodiscard]] QUrl audioURL(const model::LineId &id) const;
 

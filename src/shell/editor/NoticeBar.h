@@ -9,13 +9,13 @@ namespace orlenta::shell {
 
 class NoticeLabel;
 
-/// A message that stays in place until it is dismissed, by its button or with Escape in it; hidden while there is none.
+/// A message that stays until it is dismissed with its button or with Escape. Hidden while there is none.
 class NoticeBar final : public QWidget {
     Q_OBJECT
 public:
     explicit NoticeBar(QWidget *parent = nullptr);
 
-    /// The empty text hides the bar.
+    /// An empty text hides the bar.
     void setMessage(const QString &message);
 
 Q_SIGNALS:

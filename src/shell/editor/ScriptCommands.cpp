@@ -34,10 +34,10 @@ using namespace Qt::StringLiterals;
 namespace orlenta::shell {
 namespace {
 
-// A click that ends here so soon after one in a text field is the same click.
+// A row click this soon after a text field click is the same click.
 constexpr std::chrono::milliseconds sameClick{200};
 
-/// "Take 2", when it was spoken and by whom.
+/// "Take 2" with its time and voice.
 QString takeTitle(const model::Project &project, const model::ProjectLine &line, qsizetype index) {
     const model::Take &take = line.takes.at(index);
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(take.generatedAt.time_since_epoch());
@@ -105,7 +105,7 @@ void ScriptCommands::click(const model::LineId &id, Qt::KeyboardModifiers modifi
     const bool isEdited = selection.editingLineId() == id;
     if (place == ClickPlace::TextField) {
         m_sinceTextFieldClick.start();
-        // The caret, and a selection extended with shift, are the field's own business.
+        // The text field handles the caret and Shift selections itself.
         if (isEdited)
             return;
     }
@@ -245,7 +245,7 @@ void ScriptCommands::deleteTake(const model::LineId &id) {
 }
 
 void ScriptCommands::insertTag(const tags::TagItem &item) {
-    // What an input method still composes belongs to the text that the item goes into.
+    // Commit the input method's composition first, because it belongs to this text.
     QGuiApplication::inputMethod()->commit();
     std::optional<controller::TextRange> live;
     if (const auto *text = qobject_cast<const ScriptTextField *>(QApplication::focusWidget()))

@@ -28,8 +28,7 @@ namespace orlenta::shell {
 
 class LineRow;
 
-/// What the user can do in the script list, in terms of the project: the one place that rows, keys, toolbar and menus
-/// call. Main thread.
+/// The commands of the script list. Rows, keys, toolbar and menus all call these. Main thread.
 class ScriptCommands final : public QObject {
     Q_OBJECT
 public:
@@ -37,46 +36,46 @@ public:
 
     explicit ScriptCommands(controller::ProjectSession &session, QObject *parent = nullptr);
 
-    /// Ties a row's wishes to the project, for whichever line the row shows.
+    /// Connects a row's signals to the project, whichever line the row shows.
     void connectRow(LineRow *row);
 
     void click(const model::LineId &id, Qt::KeyboardModifiers modifiers, ClickPlace place);
-    /// Selects the line alone and puts the caret into it.
+    /// Selects only this line and puts the caret into it.
     void edit(const model::LineId &id);
-    /// With one selected line, edits that one.
+    /// Edits the selected line if there is exactly one.
     void editSelected();
-    /// Makes a step of what was typed and leaves the text.
+    /// Turns the typed text into an undo step and leaves the text.
     void endEditing();
-    /// Goes on editing in the next or the previous line, if there is one.
+    /// Continues editing in the next or previous line, if there is one.
     void editNeighbour(int step);
 
-    /// One of the commands that a row has a button for. `parent` is what a panel stands above.
+    /// Carries out one of the commands that a row has buttons for. `parent` is the parent of its panels.
     void carryOut(CommandId command, const model::LineId &id, QWidget *parent);
     void play(const model::LineId &id);
-    /// Plays the line's sound from that share of it on, 0 to 1.
+    /// Plays the line's audio from `fraction` of its length, 0 to 1.
     void seek(const model::LineId &id, controller::AudioKind kind, double fraction);
     void stop();
-    /// Stops what plays; otherwise plays the selection: one line, or those of several that have audio.
+    /// Stops playback. If nothing plays, plays the selected line, or those of several selected lines that have audio.
     void togglePlayback();
-    /// Plays the lines of the tab that have audio, one after the other.
+    /// Plays all lines of the tab that have audio, in order.
     void playWholeTab();
     [[nodiscard]] bool canPlaySelection() const;
 
     void generate(const model::LineId &id);
-    /// Puts another take in use. What plays of the one before ends.
+    /// Makes another take the active one and stops playback of the previous one.
     void switchTake(const model::LineId &id, const model::TakeId &take);
     void deleteTake(const model::LineId &id);
     [[nodiscard]] DirectionCommands &direction() { return m_direction; }
-    /// Puts a palette item into the selected line, at the caret of the text that has the keyboard.
+    /// Inserts a palette item into the selected line, at the caret if its text has the focus.
     void insertTag(const tags::TagItem &item);
     void openTakeMenu(const model::LineId &id, const QPoint &globalPosition, QWidget *parent);
     void openLineMenu(const model::LineId &id, const QPoint &globalPosition, QWidget *parent);
 
-    /// The point of a text field at which the next editing begins, for a caret set by the mouse.
+    /// Returns and clears the clicked point where the caret goes when editing starts, in text field coordinates.
     [[nodiscard]] std::optional<QPoint> takeCaretPoint();
 
 Q_SIGNALS:
-    /// The keyboard belongs to the list again.
+    /// Return the focus to the list.
     void listFocusRequested();
 
 private:

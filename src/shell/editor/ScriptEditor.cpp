@@ -29,7 +29,7 @@
 namespace orlenta::shell {
 namespace {
 
-// Percent of the height that the tag palette's rows may take: the script stays what the editor is about.
+// Maximum share of the height for the tag palette's rows, in percent, so that the script keeps most of it.
 constexpr int paletteShare = 40;
 
 } // namespace
@@ -73,7 +73,7 @@ ScriptEditor::ScriptEditor(controller::ProjectSession &session, const ScriptText
     followEditing();
 }
 
-// The list's rows read through m_lines until they are gone.
+// The list's rows use m_lines, so delete the list first.
 ScriptEditor::~ScriptEditor() {
     delete m_list;
 }
@@ -103,11 +103,11 @@ void ScriptEditor::connectPlayback() {
     using Playback = audio::PlaybackController;
     connect(&playback, &Playback::currentlyPlayingLineIDChanged, this, &ScriptEditor::followPlayhead);
     connect(&playback, &Playback::currentAudioSourceChanged, this, &ScriptEditor::followPlayhead);
-    connect(&playback, &Playback::isPlayingChanged, this, &ScriptEditor::refreshHeardRow);
+    connect(&playback, &Playback::isPlayingChanged, this, &ScriptEditor::refreshPlayheadRow);
     connect(&playback, &Playback::playbackProgressChanged, this, &ScriptEditor::followProgress);
     connect(&playback, &Playback::isPlayingSequenceChanged, this, [this, &playback] {
         if (playback.isPlayingSequence())
-            showHeardLine();
+            showPlayheadLine();
     });
 }
 
@@ -169,7 +169,7 @@ void ScriptEditor::followEditing() {
         return;
     m_controller.typing().beginEditing(*id);
     m_list->ensureVisible(*id);
-    // The focus moves once whatever led here has run its course.
+    // Queued: move the focus once the current event has been handled.
     QMetaObject::invokeMethod(this, &ScriptEditor::focusEditedText, Qt::QueuedConnection);
 }
 
@@ -194,15 +194,15 @@ void ScriptEditor::followPlayhead() {
     const audio::PlaybackController &playback = m_playback;
     const auto playing = playback.currentlyPlayingLineID();
     const auto now = playing ? std::optional(model::LineId(playing->uuid())) : std::nullopt;
-    m_lines->setHeardAudio(now ? audioAtPlayhead(*now) : QUrl());
-    const auto before = std::exchange(m_heardId, now);
-    // Whoever has scrolled away from what is heard wants to look at something else.
+    m_lines->setPlayheadAudio(now ? audioAtPlayhead(*now) : QUrl());
+    const auto before = std::exchange(m_playheadId, now);
+    // A user who has scrolled away from the playing line wants to look at something else.
     const bool follows = before && before != now && playback.isPlayingSequence() && m_list->isInView(*before);
     if (before && before != now)
         m_list->refreshRow(*before);
-    refreshHeardRow();
+    refreshPlayheadRow();
     if (follows)
-        showHeardLine();
+        showPlayheadLine();
 }
 
 QUrl ScriptEditor::audioAtPlayhead(const model::LineId &id) const {
@@ -210,26 +210,26 @@ QUrl ScriptEditor::audioAtPlayhead(const model::LineId &id) const {
     return m_playback.isCurrentSource(id) ? state.directionAudioURL : state.generatedAudioURL;
 }
 
-void ScriptEditor::refreshHeardRow() {
-    if (m_heardId)
-        m_list->refreshRow(*m_heardId);
+void ScriptEditor::refreshPlayheadRow() {
+    if (m_playheadId)
+        m_list->refreshRow(*m_playheadId);
 }
 
 void ScriptEditor::followProgress() {
-    // It comes many times a second: nothing but the playhead moves.
-    LineRow *row = m_heardId ? m_list->rowFor(*m_heardId) : nullptr;
-    if (row == nullptr || m_lines->heardAudio() != audioAtPlayhead(*m_heardId))
+    // This runs many times a second, so move only the playhead.
+    LineRow *row = m_playheadId ? m_list->rowFor(*m_playheadId) : nullptr;
+    if (row == nullptr || m_lines->playheadAudio() != audioAtPlayhead(*m_playheadId))
         return;
     using controller::AudioKind;
-    row->setProgress(m_playback.isCurrentSource(*m_heardId) ? AudioKind::SourceRecording : AudioKind::Generated,
+    row->setProgress(m_playback.isCurrentSource(*m_playheadId) ? AudioKind::SourceRecording : AudioKind::Generated,
                      m_playback.playbackProgress());
 }
 
-void ScriptEditor::showHeardLine() {
+void ScriptEditor::showPlayheadLine() {
     const bool isWriting =
         m_controller.selection().editingLineId() || qobject_cast<NotesField *>(window()->focusWidget()) != nullptr;
-    if (m_heardId && !isWriting)
-        m_list->ensureVisible(*m_heardId);
+    if (m_playheadId && !isWriting)
+        m_list->ensureVisible(*m_playheadId);
 }
 
 void ScriptEditor::step(bool forward) {

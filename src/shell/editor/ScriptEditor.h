@@ -23,16 +23,15 @@ class ScriptTabBar;
 class ScriptToolbar;
 class TagPalette;
 
-/// The script of one project: its tabs, the toolbar of the selection, the tag palette, and the active tab's lines. It
-/// shows what the controller holds, follows its selection and what plays, and shows a failed hand-over of audio as a
-/// message below the lines. F6 and Shift+F6 leave the list, which keeps Tab to itself; Escape
-/// in it takes the message away.
+/// The script of one project: its tabs, the toolbar, the tag palette, and the lines of the active tab. Follows the
+/// controller's selection and the playback, and shows failed exports in a message below the lines. F6 and Shift+F6
+/// leave the list, because Tab moves within it; Escape in the list dismisses the message.
 class ScriptEditor final : public QWidget {
     Q_OBJECT
 public:
     /// The session outlives the editor.
     explicit ScriptEditor(controller::ProjectSession &session, QWidget *parent = nullptr);
-    /// The same with another kind of text field in its rows.
+    /// With another kind of text field in its rows.
     ScriptEditor(controller::ProjectSession &session, const ScriptTextField::Factory &makeTextField,
                  QWidget *parent = nullptr);
     ~ScriptEditor() override;
@@ -41,11 +40,11 @@ public:
     [[nodiscard]] ScriptTabBar &tabBar() const { return *m_tabs; }
     [[nodiscard]] ScriptCommands &commands() { return m_commands; }
     [[nodiscard]] const DirectionActions &directionActions() const { return *m_directionActions; }
-    /// Selects the line, in whichever tab it is, and gives the keyboard to the list.
+    /// Selects the line, in any tab, and gives the list the focus.
     void showLine(const model::LineId &id);
 
 Q_SIGNALS:
-    /// The microphone is blocked; the user has to allow it in the desktop's settings.
+    /// The microphone is blocked; the user must allow it in the desktop's settings.
     void microphoneSettingsWanted();
 
 protected:
@@ -64,8 +63,8 @@ private:
     void followEditing();
     void followPlayhead();
     void followProgress();
-    void refreshHeardRow();
-    void showHeardLine();
+    void refreshPlayheadRow();
+    void showPlayheadLine();
     [[nodiscard]] QUrl audioAtPlayhead(const model::LineId &id) const;
     void connectDirection();
     void focusEditedText();
@@ -85,7 +84,7 @@ private:
     DirectionActions *m_directionActions = nullptr;
     NoticeBar *m_notice = nullptr;
     std::optional<model::LineId> m_seenFocusId;
-    std::optional<model::LineId> m_heardId;
+    std::optional<model::LineId> m_playheadId;
     std::optional<model::TabId> m_seenTabId;
 };
 

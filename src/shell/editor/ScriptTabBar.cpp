@@ -84,7 +84,7 @@ void ScriptTabBar::sync() {
 }
 
 void ScriptTabBar::syncTab(int index, const model::TabId &id, const QString &name) {
-    // A lone ampersand would mark a mnemonic.
+    // A single ampersand would mark a mnemonic.
     const QString shown = QString(name).replace(QLatin1Char('&'), QLatin1String("&&"));
     if (m_bar->tabText(index) != shown)
         m_bar->setTabText(index, shown);
@@ -101,7 +101,7 @@ void ScriptTabBar::syncTab(int index, const model::TabId &id, const QString &nam
         close = new QToolButton(m_bar);
         close->setIcon(Icon::named(QStringLiteral("close"), Icon::Tint::Muted));
         close->setAutoRaise(true);
-        // By keyboard a tab is closed with Delete; a stop in the focus chain for each tab would only be in the way.
+        // Delete closes a tab by keyboard, so keep the buttons out of the focus chain.
         close->setFocusPolicy(Qt::NoFocus);
         close->setToolTip(tipOf(CommandId::CloseTab));
         connect(close, &QToolButton::clicked, this, [this, close] {
@@ -128,7 +128,7 @@ void ScriptTabBar::commitDrag() {
     const model::TabId id = idAt(now);
     for (int before = 0; before < tabs.size(); ++before)
         if (tabs.at(before).id == id && before != now) {
-            // The destination is the tab to stand before, counted with the moved tab still in its old place.
+            // The destination is the index to insert before, counted with the moved tab still in its old place.
             m_controller.tabs().moveTab(id, now > before ? now + 1 : now);
             break;
         }
@@ -204,7 +204,7 @@ bool ScriptTabBar::handleKey(const QKeyEvent &key) {
 bool ScriptTabBar::eventFilter(QObject *watched, QEvent *event) {
     if (watched == m_bar && event->type() == QEvent::KeyPress)
         return handleKey(*static_cast<QKeyEvent *>(event));
-    // The bar moves tabs about while the mouse drags; what counts is where they are when it lets go.
+    // The bar moves tabs during a drag; commit only the final order.
     if (watched == m_bar && event->type() == QEvent::MouseButtonRelease && m_isDragging)
         QMetaObject::invokeMethod(this, &ScriptTabBar::commitDrag, Qt::QueuedConnection);
     if (watched == m_name && event->type() == QEvent::KeyPress &&
@@ -220,7 +220,7 @@ bool ScriptTabBar::eventFilter(QObject *watched, QEvent *event) {
 
 void ScriptTabBar::changeEvent(QEvent *event) {
     QWidget::changeEvent(event);
-    // The bar lays its tabs out anew for a font of its own accord; what its buttons measure comes after that.
+    // The bar updates its own layout after a font change; measure its buttons after that.
     if (event->type() == QEvent::FontChange && m_name != nullptr)
         QMetaObject::invokeMethod(this, &ScriptTabBar::applyMeasures, Qt::QueuedConnection);
 }

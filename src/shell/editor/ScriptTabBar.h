@@ -15,15 +15,15 @@ class ProjectController;
 
 namespace orlenta::shell {
 
-/// The script's tabs: choose, add, close, drag to another place, rename by a double click or F2. With the focus in it
-/// the arrow keys choose a tab, Ctrl+Shift with an arrow key moves it, and Delete closes it.
+/// The script's tabs. The user can select, add, close, drag and rename them (double click or F2). With the focus in the
+/// bar, the arrow keys select a tab, Ctrl+Shift with an arrow key moves it, and Delete closes it.
 class ScriptTabBar final : public QWidget {
     Q_OBJECT
 public:
     explicit ScriptTabBar(controller::ProjectController &controller, QWidget *parent = nullptr);
 
     [[nodiscard]] QTabBar &bar() const { return *m_bar; }
-    /// Opens the field for the tab's name.
+    /// Opens the field to rename the tab.
     void rename(int index);
 
 protected:

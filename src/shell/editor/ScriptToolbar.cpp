@@ -90,7 +90,7 @@ void ScriptToolbar::changeEvent(QEvent *event) {
     if (layout() == nullptr || (event->type() != QEvent::FontChange && event->type() != QEvent::PaletteChange))
         return;
     applyMeasures();
-    // The buttons take the font after their parent.
+    // The buttons get the new font after their parent.
     QMetaObject::invokeMethod(this, &ScriptToolbar::fitStatus, Qt::QueuedConnection);
 }
 

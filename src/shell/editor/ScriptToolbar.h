@@ -13,7 +13,7 @@ class ProjectSession;
 
 namespace orlenta::shell {
 
-/// What can be done with the selected lines: generate them, hear them, add a line; and how many they are.
+/// The toolbar of the script: generates and plays the selected lines, adds a line, and shows how many are selected.
 class ScriptToolbar final : public QWidget {
     Q_OBJECT
 public:

@@ -4,7 +4,7 @@
 
 namespace orlenta::shell {
 
-/// How writing shapes what is spoken: the tips for all models, then those of one.
+/// Explains how writing shapes the speech: the tips for all models, then those for each model.
 class DeliveryTipsDialog final : public QDialog {
     Q_OBJECT
 public:

@@ -56,7 +56,7 @@ void InspectedLines::change(const Mutation &mutation) {
         mutation(settings);
     if (ids.isEmpty() || wanted == m_settings)
         return;
-    // Lines that differ in another setting keep it, so each has settings of its own.
+    // Each line gets its own settings, because their other settings may differ.
     QHash<model::LineId, model::ProjectLineSettings> each;
     for (qsizetype i = 0; i < ids.size(); ++i)
         each.insert(ids.at(i), wanted.at(i));

@@ -15,8 +15,8 @@ class ProjectController;
 
 namespace orlenta::shell {
 
-/// What the inspector shows and changes: the selected lines of the active tab, with their effective settings. Main
-/// thread; the controller outlives it.
+/// The lines that the inspector shows and changes: the selected lines of the active tab, with their effective settings.
+/// Main thread; the controller outlives it.
 class InspectedLines final : public QObject {
     Q_OBJECT
 public:
@@ -26,23 +26,23 @@ public:
 
     [[nodiscard]] const QList<model::LineId> &ids() const { return m_ids; }
     [[nodiscard]] bool isEmpty() const { return m_ids.isEmpty(); }
-    /// The one inspected line, if there is just one.
+    /// The inspected line, if there is exactly one.
     [[nodiscard]] std::optional<model::LineId> single() const;
-    /// The effective settings, line by line, in the order of ids().
+    /// The effective settings of each line, in the order of ids().
     [[nodiscard]] const QList<model::ProjectLineSettings> &settings() const { return m_settings; }
-    /// A setting of the first line, and whether all lines have it.
+    /// The value of a setting if all lines share it.
     template <typename T>
     [[nodiscard]] std::optional<T> shared(T model::ProjectLineSettings::*member) const;
-    /// The voice of all lines, or none when they differ or one has none.
+    /// The voice if all lines share it; none if they differ or a line has none.
     [[nodiscard]] std::optional<model::VoiceId> sharedVoice() const;
     [[nodiscard]] bool hasDifferentVoices() const;
     [[nodiscard]] std::optional<model::PresetId> sharedPreset() const;
 
-    /// Changes that setting of every inspected line and leaves their others alone; one step of undo.
+    /// Changes a setting of all inspected lines as one undo step. Their other settings stay.
     void change(const Mutation &mutation);
 
 Q_SIGNALS:
-    /// Another set of lines, or a voice, preset or setting of one of them.
+    /// Other lines are inspected, or a voice, preset or setting of one has changed.
     void changed();
 
 private:

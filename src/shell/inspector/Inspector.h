@@ -23,7 +23,7 @@ class SettingsSection;
 class TextLabel;
 class VoiceSection;
 
-/// The right side of a project window: who speaks the selected lines, and how.
+/// The right side of a project window: the voice and the settings of the selected lines.
 class Inspector final : public QWidget {
     Q_OBJECT
 public:
@@ -37,7 +37,7 @@ public:
 
 public Q_SLOTS:
     void showDeliveryTips();
-    /// Puts the caret into the search for a voice.
+    /// Puts the caret into the voice search field.
     void focusVoiceSearch();
 
 Q_SIGNALS:

@@ -64,7 +64,7 @@ void ModelCard::changeEvent(QEvent *event) {
 
 void ModelCard::resizeEvent(QResizeEvent *event) {
     QRadioButton::resizeEvent(event);
-    // A layout would take the card's own height from it, so the button is placed by hand.
+    // Place the button by hand, because a layout would override the card's height.
     const QSize size = m_info->sizeHint();
     m_info->setGeometry(width() - size.width() - Theme::unit(this), Theme::unit(this), size.width(), size.height());
 }

@@ -8,8 +8,8 @@ namespace orlenta::shell {
 
 class InfoButton;
 
-/// One speech model to choose: its title and subtitle, what it is good for, and a button that tells more. To the
-/// keyboard and to assistive technology a radio button.
+/// A speech model to select: its title, subtitle and strengths, and an info button. The keyboard and assistive
+/// technology treat it as a radio button.
 class ModelCard final : public QRadioButton {
     Q_OBJECT
 public:

@@ -31,7 +31,7 @@ ModelSection::ModelSection(InspectedLines &lines, QWidget *parent)
 
 void ModelSection::showState() {
     const auto shared = m_lines.shared(&model::ProjectLineSettings::model);
-    // An exclusive group never lets go of its checked button by itself.
+    // An exclusive group doesn't allow unchecking all buttons.
     m_group->setExclusive(false);
     for (ModelCard *card : std::as_const(m_cards)) {
         card->setChecked(shared && controller::ModelCatalogue::model(*shared).key == card->modelKey());

@@ -32,14 +32,14 @@ PresetSection::PresetSection(controller::ProjectController &controller, const sp
       m_delete(new QPushButton(u"Delete"_s)), m_notice(new TextLabel({}, TextLabel::Style::Caption)) {
     m_picker->setPlaceholderText(u"SELECT PRESET"_s);
     m_picker->setAccessibleName(u"Preset"_s);
-    m_picker->setToolTip(u"Give the selected lines a preset's settings and voice"_s);
+    m_picker->setToolTip(u"Apply a preset's settings and voice to the selected lines"_s);
     m_picker->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_picker->setMinimumContentsLength(12);
-    m_save->setToolTip(u"Write this line's settings and voice into its preset"_s);
+    m_save->setToolTip(u"Save this line's settings and voice to its preset"_s);
     m_save->setAccessibleName(u"Save preset"_s);
-    m_saveAs->setToolTip(u"Make a new preset of this line's settings and voice"_s);
+    m_saveAs->setToolTip(u"Save this line's settings and voice as a new preset"_s);
     m_saveAs->setAccessibleName(u"Save as new preset"_s);
-    m_delete->setToolTip(u"Delete the chosen preset"_s);
+    m_delete->setToolTip(u"Delete the selected preset"_s);
     m_delete->setAccessibleName(u"Delete preset"_s);
     m_notice->setAccessibleName(u"Preset notice"_s);
     m_notice->hide();

@@ -19,7 +19,7 @@ namespace orlenta::shell {
 
 class InspectedLines;
 
-/// Chooses, keeps and removes the project's presets for the inspected lines.
+/// Applies, saves and deletes the project's presets for the inspected lines.
 class PresetSection final : public QWidget {
     Q_OBJECT
 public:

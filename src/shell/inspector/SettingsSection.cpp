@@ -110,7 +110,7 @@ void SettingsSection::showState() {
 
     const auto model = m_lines.shared(&ProjectLineSettings::model);
     for (const Row &row : std::as_const(m_rows)) {
-        // Lines of several models show all controls; each line's model takes what it knows.
+        // If the lines use several models, show all controls; each model ignores those that it doesn't have.
         row.widget->setVisible(!model || row.control.models.contains(ModelCatalogue::model(*model).key));
         row.widget->setEnabled(!m_lines.isEmpty());
         if (row.slider == nullptr || m_lines.isEmpty())

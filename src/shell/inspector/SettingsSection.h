@@ -14,13 +14,13 @@ namespace orlenta::shell {
 class InspectedLines;
 class SettingSlider;
 
-/// The delivery settings of the inspected lines: what their model offers, and no more.
+/// The delivery settings of the inspected lines, limited to those that their model has.
 class SettingsSection final : public QWidget {
     Q_OBJECT
 public:
     explicit SettingsSection(InspectedLines &lines, QWidget *parent = nullptr);
 
-    /// The slider of that kind, or null for the mode picker.
+    /// The slider of this kind, or null for the mode picker.
     [[nodiscard]] SettingSlider *slider(controller::SettingsControlKind kind) const;
     [[nodiscard]] const QList<QPushButton *> &modeButtons() const { return m_modes; }
 

@@ -4,7 +4,7 @@
 
 namespace orlenta::shell {
 
-/// Draws a voice: a swatch in its cast colour, its name, and its traits below.
+/// Draws a voice: a swatch in its cast colour, and its name above its traits.
 class VoiceDelegate final : public QStyledItemDelegate {
     Q_OBJECT
 public:

@@ -15,15 +15,15 @@ class ElevenLabsService;
 
 namespace orlenta::shell {
 
-/// The account's voices in the service's order, as far as they match the search. Main thread.
+/// The account's voices that match the search, in the service's order. Main thread.
 class VoiceListModel final : public QAbstractListModel {
     Q_OBJECT
 public:
     enum Role {
         VoiceIdRole = Qt::UserRole + 1,
-        /// Who the voice is: accent, gender, age, use; may be empty.
+        /// Accent, gender, age and use; may be empty.
         TraitsRole,
-        /// The colour of the project's voice; invalid for a voice that isn't cast.
+        /// The voice's colour in the project; invalid if it isn't cast.
         CastColorRole
     };
 
@@ -32,7 +32,7 @@ public:
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
-    /// The row of a voice, or -1 when the search hides it or the account lacks it.
+    /// The row of a voice, or -1 if the search hides it or the account doesn't have it.
     [[nodiscard]] int rowOf(const QString &voiceId) const;
     void setSearch(const QString &search);
 
@@ -46,7 +46,7 @@ private:
     QHash<QString, QString> m_castColors;
 };
 
-/// "American · Female · Young · Narration · English", as far as the service tells.
+/// "American · Female · Young · Narration · English"; leaves out unknown traits.
 [[nodiscard]] QString voiceTraits(const speech::Voice &voice);
 
 } // namespace orlenta::shell

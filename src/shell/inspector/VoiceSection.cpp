@@ -67,9 +67,9 @@ VoiceSection::VoiceSection(controller::ProjectController &controller, speech::El
     m_list->setAccessibleName(u"Voices"_s);
     m_list->setToolTip(u"Click a voice, or press Return on it, to cast the selected lines"_s);
     m_castName->setWordWrap(true);
-    m_useLocalVoices->setToolTip(u"Speak with the voices of this machine; no account is needed"_s);
+    m_useLocalVoices->setToolTip(u"Speak with voices on this computer; no account needed"_s);
     m_useLocalVoices->setAccessibleName(u"Use local voices"_s);
-    m_connect->setToolTip(u"Connect your account of the speech service"_s);
+    m_connect->setToolTip(u"Connect your ElevenLabs account"_s);
     m_connect->setAccessibleName(u"Connect an account"_s);
 
     auto *cast = new QHBoxLayout;
@@ -88,7 +88,7 @@ VoiceSection::VoiceSection(controller::ProjectController &controller, speech::El
     connect(m_search, &QLineEdit::textChanged, m_model, &VoiceListModel::setSearch);
     connect(m_list, &QListView::clicked, this, &VoiceSection::castVoice);
     connect(m_list, &QListView::activated, this, [this](const QModelIndex &index) {
-        // A double click has cast with its first click; Return comes without one.
+        // A double click has cast the voice on its first click; Return hasn't.
         if (m_list->hasFocus())
             castVoice(index);
     });
@@ -127,7 +127,7 @@ void VoiceSection::castVoice(const QModelIndex &index) {
     if (voiceId.isEmpty() || m_lines.isEmpty())
         return;
     const controller::ServiceVoice voice{voiceId, index.data(Qt::DisplayRole).toString()};
-    // Casting a voice that all lines have would leave an undo step that does nothing.
+    // Casting the same voice again would add an undo step that does nothing.
     const auto shared = m_lines.sharedVoice();
     const model::ProjectVoice *present = shared ? m_controller.project().findVoice(*shared) : nullptr;
     if (present == nullptr || present->elevenLabsVoiceId != voiceId)
@@ -176,7 +176,7 @@ void VoiceSection::showAvailability() {
     else if (m_service.isAuthenticated())
         m_message->setText(u"This account has no voices."_s);
     else
-        m_message->setText(u"Use the voices of this machine, or connect an account."_s);
+        m_message->setText(u"Use local voices, or connect an account."_s);
 }
 
 } // namespace orlenta::shell

@@ -21,7 +21,7 @@ namespace orlenta::shell {
 class InspectedLines;
 class VoiceListModel;
 
-/// Casts the inspected lines: the voice they have, a search, and the voices to choose from.
+/// Casts the inspected lines: shows their voice, a search field and the matching voices.
 class VoiceSection final : public QWidget {
     Q_OBJECT
 public:
@@ -32,7 +32,7 @@ public:
     [[nodiscard]] QListView *voiceList() const { return m_list; }
 
 Q_SIGNALS:
-    /// The user has no voices and wants to connect.
+    /// The user has no voices yet and wants to connect.
     void accountRequested();
     void localVoicesRequested();
 

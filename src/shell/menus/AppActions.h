@@ -6,8 +6,8 @@ namespace orlenta::shell {
 
 class AppCommands;
 
-/// The menu commands that need no project: each window has a set of its own, all of which ask the application. The list
-/// of keys is opened by whoever has the menu bar whose keys it shows.
+/// The application-wide menu commands. Each window has its own set. The owner of the menu bar opens the list of
+/// shortcuts.
 class AppActions final : public CommandActions {
     Q_OBJECT
 public:

@@ -59,7 +59,7 @@ QString tipOf(CommandId id) {
 }
 
 bool isKeyOf(const QKeyEvent &event, CommandId id) {
-    // The numeric pad's keys count as the others; Shift+Tab arrives under a key of its own.
+    // Treat keypad keys like the others. Shift+Tab has its own key code.
     Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
     int key = event.key();
     if (key == Qt::Key_Backtab) {

@@ -15,15 +15,15 @@ namespace orlenta::shell {
 
 using controller::CommandId;
 
-/// Actions for some of the commands, each with the title, keys, icon and tool tip that the table of commands gives it.
+/// Actions for a set of commands, each with its title, keys, icon and tool tip from the command table.
 class CommandActions : public QObject {
     Q_OBJECT
 public:
-    /// The action of that command; the set must hold it.
+    /// The action of a command, which must be in the set.
     [[nodiscard]] QAction *operator[](CommandId id) const;
-    /// The same, or null.
+    /// The action of a command, or null.
     [[nodiscard]] QAction *find(CommandId id) const { return m_actions.value(id); }
-    /// Carries the command out from now on, as long as these actions live.
+    /// Calls `carryOut` when the action is triggered, for the lifetime of these actions.
     void onTriggered(CommandId id, const std::function<void()> &carryOut);
 
 protected:
@@ -33,12 +33,11 @@ private:
     QHash<CommandId, QAction *> m_actions;
 };
 
-/// Adds the command to a menu of its own, such as a line's, with the key that does the same elsewhere: there it is
-/// shown and not taken.
+/// Adds the command to a context menu, such as a line's. The menu shows the command's key but doesn't handle it.
 QAction *addCommand(QMenu &menu, CommandId id, const QString &title, const std::function<void()> &carryOut);
-/// "Text (Ctrl+G)", with the command's first key; the text alone where it has none.
+/// "Text (Ctrl+G)", with the command's first key if it has one.
 [[nodiscard]] QString tipWithKey(const QString &text, CommandId id);
-/// The command's own tool tip, with its key.
+/// The command's tool tip with its key.
 [[nodiscard]] QString tipOf(CommandId id);
 /// Whether the key is one of the command's.
 [[nodiscard]] bool isKeyOf(const QKeyEvent &event, CommandId id);

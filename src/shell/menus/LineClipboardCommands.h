@@ -6,7 +6,7 @@ class ProjectController;
 
 namespace orlenta::shell {
 
-/// Cut, copy and paste of whole lines through the desktop's clipboard. Each is false when there was nothing to do. Main
+/// Cut, copy and paste of whole lines with the system clipboard. Each returns false if there was nothing to do. Main
 /// thread.
 class LineClipboardCommands final {
 public:

@@ -16,7 +16,7 @@ namespace {
 using controller::Command;
 using controller::CommandTable;
 
-/// The action that a window has for a command, or null.
+/// The window's action for a command, or null.
 QAction *actionFor(CommandId id, const QList<const CommandActions *> &sets) {
     for (const CommandActions *set : sets)
         if (QAction *action = set->find(id); action != nullptr)

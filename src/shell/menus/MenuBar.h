@@ -8,8 +8,7 @@ class AppActions;
 class DirectionActions;
 class ProjectActions;
 
-/// Puts the menus of a project window, or those of a window without a project, into its menu bar, in the order of the
-/// table of commands.
+/// Fills the menu bar of a window with or without a project, in the order of the command table.
 void fillMenuBar(QMenuBar &bar, const AppActions &app, const ProjectActions &project,
                  const DirectionActions &direction);
 void fillMenuBar(QMenuBar &bar, const AppActions &app);

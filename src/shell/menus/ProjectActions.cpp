@@ -68,14 +68,14 @@ void ProjectActions::connectEditing() {
     onTriggered(CommandId::Undo, [this] {
         if (TextCommands::undo())
             return;
-        // What is being typed is the latest change; it becomes a step before one is undone.
+        // The current typing is the latest change, so turn it into a step first.
         m_controller.typing().commit();
         m_controller.undoManager().undo();
     });
     onTriggered(CommandId::Redo, [this] {
         if (TextCommands::redo())
             return;
-        // Typing since the last undo is a change of its own, behind which nothing is left to redo.
+        // Typing since the last undo is a new change and clears the redo steps.
         m_controller.typing().commit();
         m_controller.undoManager().redo();
     });

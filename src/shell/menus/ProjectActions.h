@@ -12,9 +12,8 @@ class ProjectSession;
 
 namespace orlenta::shell {
 
-/// The commands of one project window, for its menus and its toolbar alike, and whether they can be used at the moment.
-/// What concerns the window's own parts, playing among it, is the window's to carry out. Main thread; the session
-/// outlives it.
+/// The commands of a project window for its menus and its toolbar. Keeps them enabled or disabled. The window carries
+/// out the commands for its own parts, such as playing. Main thread; the session outlives it.
 class ProjectActions final : public CommandActions {
     Q_OBJECT
 public:

@@ -17,7 +17,7 @@ namespace {
 
 QTreeWidgetItem *addShortcutGroup(QTreeWidget &tree, const QString &title) {
     auto *group = new QTreeWidgetItem(&tree, {title});
-    // The rest of the font is the list's, at any interface scale.
+    // Sets only the weight; the rest comes from the list's font, at any interface scale.
     QFont strong;
     strong.setWeight(QFont::DemiBold);
     group->setFont(0, strong);
@@ -31,7 +31,7 @@ ShortcutsDialog::ShortcutsDialog(QWidget *parent) : QDialog(parent), m_keys(new 
     setAccessibleName(windowTitle());
     m_keys->setHeaderLabels({u"Command"_s, u"Keys"_s});
     m_keys->setAccessibleName(u"Keyboard shortcuts"_s);
-    m_keys->setToolTip(u"Commands and their keys (Up and Down read on)"_s);
+    m_keys->setToolTip(u"Commands and their keys (Up and Down to scroll)"_s);
     m_keys->setRootIsDecorated(false);
     m_keys->setItemsExpandable(false);
     m_keys->setFocusPolicy(Qt::StrongFocus);
@@ -43,7 +43,7 @@ ShortcutsDialog::ShortcutsDialog(QWidget *parent) : QDialog(parent), m_keys(new 
     m_keys->expandAll();
     m_keys->setCurrentItem(m_keys->topLevelItem(0));
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-    buttons->button(QDialogButtonBox::Close)->setToolTip(u"Close the list of keys (Esc)"_s);
+    buttons->button(QDialogButtonBox::Close)->setToolTip(u"Close this list (Esc)"_s);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_keys, 1);
@@ -57,7 +57,7 @@ void ShortcutsDialog::showFor(QWidget &window) {
         dialog = new ShortcutsDialog(&window);
         dialog->setAttribute(Qt::WA_DeleteOnClose);
     }
-    // Not modal: it is there to be read while trying them.
+    // Not modal, so that the user can try the keys while reading.
     dialog->show();
     dialog->raise();
     dialog->activateWindow();

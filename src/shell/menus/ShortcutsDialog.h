@@ -6,13 +6,13 @@ class QTreeWidget;
 
 namespace orlenta::shell {
 
-/// All commands and their keys as the table has them, by menu and by the place where the keys count.
+/// Lists all commands and their keys from the command table, by menu and by where the keys work.
 class ShortcutsDialog final : public QDialog {
     Q_OBJECT
 public:
     explicit ShortcutsDialog(QWidget *parent = nullptr);
 
-    /// Shows the window's list of keys; the one that is open already, if there is one.
+    /// Shows the window's list of shortcuts, or raises the one that is already open.
     static void showFor(QWidget &window);
 
 protected:

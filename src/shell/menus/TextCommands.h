@@ -2,18 +2,18 @@
 
 namespace orlenta::shell {
 
-/// The editing commands of whatever text has the keyboard, so that menus and text fields share their keys. Main thread.
+/// Sends editing commands to the text field with the focus, so that menus and text fields share keys. Main thread.
 class TextCommands final {
 public:
     enum class Command { Cut, Copy, Paste, SelectAll };
 
     TextCommands() = delete;
 
-    /// Whether a text had the keyboard and took the command.
+    /// Sends the command. False if no text field has the focus.
     static bool send(Command command);
     [[nodiscard]] static bool canUndo();
     [[nodiscard]] static bool canRedo();
-    /// Whether a text had the keyboard and something of its own to undo or redo.
+    /// False if no text field has the focus or it has nothing to undo or redo.
     static bool undo();
     static bool redo();
 };

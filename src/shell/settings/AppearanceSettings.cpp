@@ -20,7 +20,7 @@ constexpr int scaleStepPercent = 10;
 AppearanceSettings::AppearanceSettings(base::UserDefaults &defaults, QWidget *parent) : QWidget(parent) {
     auto *theme = new QComboBox;
     theme->setAccessibleName(u"Theme"_s);
-    theme->setToolTip(u"Light, dark, or as the desktop asks for"_s);
+    theme->setToolTip(u"Light, dark, or the same as the desktop"_s);
     theme->addItem(u"Auto"_s, u"auto"_s);
     theme->addItem(u"Light"_s, u"light"_s);
     theme->addItem(u"Dark"_s, u"dark"_s);
@@ -32,7 +32,7 @@ AppearanceSettings::AppearanceSettings(base::UserDefaults &defaults, QWidget *pa
 
     auto *scale = new QComboBox;
     scale->setAccessibleName(u"Interface scale"_s);
-    scale->setToolTip(u"How large text and controls are"_s);
+    scale->setToolTip(u"The size of text and controls"_s);
     for (int percent = smallestScalePercent; percent <= largestScalePercent; percent += scaleStepPercent)
         scale->addItem(QStringLiteral("%1 %").arg(percent), percent);
     scale->setCurrentIndex(scale->findData(qRound(defaults.uiScale() * 10) * scaleStepPercent));

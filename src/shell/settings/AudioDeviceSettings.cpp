@@ -17,7 +17,7 @@ namespace {
 
 void fillDevices(QComboBox &picker, const QList<audio::AudioDeviceInfo> &devices, const QString &uid,
                  const QString &direction) {
-    // Its open list would show what is no more, and a choice in it would land on another device.
+    // An open list would be out of date, and a choice would select the wrong device.
     picker.hidePopup();
     picker.clear();
     picker.addItem(u"System Default"_s, QString());
@@ -44,8 +44,8 @@ QComboBox *devicePicker(const QString &name, const QString &tip) {
 AudioDeviceSettings::AudioDeviceSettings(base::UserDefaults &defaults, const audio::AudioDeviceMonitor &devices,
                                          const audio::OutputRoutingDiagnostics &routing, QWidget *parent)
     : QWidget(parent), m_defaults(defaults), m_devices(devices), m_routing(routing),
-      m_input(devicePicker(u"Input"_s, u"The device that direction takes are recorded from"_s)),
-      m_output(devicePicker(u"Output"_s, u"The device that takes are played on"_s)),
+      m_input(devicePicker(u"Input"_s, u"The device that records direction"_s)),
+      m_output(devicePicker(u"Output"_s, u"The device that plays audio"_s)),
       m_failure(new TextLabel(u"Last playback failed to route"_s, TextLabel::Style::Danger)),
       m_failureReason(new TextLabel({}, TextLabel::Style::Caption)) {
     auto *form = new QFormLayout(this);

@@ -16,7 +16,8 @@ class UserDefaults;
 
 namespace orlenta::shell {
 
-/// Chooses the input and the output. A stored device that is away shows as the system default and stays stored.
+/// Chooses the input and output devices. If the stored device is unplugged, shows the system default but keeps the
+/// choice.
 class AudioDeviceSettings final : public QWidget {
     Q_OBJECT
 public:

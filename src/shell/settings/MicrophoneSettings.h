@@ -2,12 +2,12 @@
 
 namespace orlenta::shell {
 
-/// The desktop's page where the user allows and chooses microphones.
+/// The desktop's microphone settings.
 class MicrophoneSettings final {
 public:
     MicrophoneSettings() = delete;
 
-    /// Starts the desktop's own program for it. False when none is installed, or it won't start.
+    /// Opens the desktop's settings program. False if none is installed or it doesn't start.
     static bool open();
 };
 

@@ -37,16 +37,15 @@ QString storedNumber(Value value) {
 
 OutputFormatSettings::OutputFormatSettings(base::UserDefaults &defaults, QWidget *parent)
     : QWidget(parent), m_defaults(defaults), m_form(new QFormLayout(this)),
-      m_format(formatPicker(u"Format"_s, u"The format that speech is asked for"_s,
-                            {{u"MP3"_s, u"mp3"_s}, {u"WAV"_s, u"wav"_s}})),
-      m_quality(formatPicker(u"Quality"_s, u"The bit rate of MP3"_s,
+      m_format(
+          formatPicker(u"Format"_s, u"The format of generated audio"_s, {{u"MP3"_s, u"mp3"_s}, {u"WAV"_s, u"wav"_s}})),
+      m_quality(formatPicker(u"Quality"_s, u"The MP3 bit rate"_s,
                              {{u"64 kbps"_s, u"64"_s}, {u"128 kbps"_s, u"128"_s}, {u"192 kbps"_s, u"192"_s}})),
-      m_depth(
-          formatPicker(u"Bit Depth"_s, u"Bits of each WAV sample"_s, {{u"16-bit"_s, u"16"_s}, {u"24-bit"_s, u"24"_s}})),
-      m_rate(formatPicker(u"Sample Rate"_s, u"Samples a second of WAV"_s,
+      m_depth(formatPicker(u"Bit Depth"_s, u"The WAV bit depth"_s, {{u"16-bit"_s, u"16"_s}, {u"24-bit"_s, u"24"_s}})),
+      m_rate(formatPicker(u"Sample Rate"_s, u"The WAV sample rate"_s,
                           {{u"44.1 kHz"_s, u"44100"_s}, {u"48 kHz"_s, u"48000"_s}})),
       m_wavNotes(new QWidget) {
-    // What stands in the file is read by the rule of the requests, so that the pickers show what will be asked for.
+    // Read the preferences as requests do, so that the pickers show the format that will be requested.
     const auto stored = speech::AudioOutputPreferences::read(defaults);
     m_format->setCurrentIndex(stored.audioFormat == speech::AudioFormat::Wav ? 1 : 0);
     m_quality->setCurrentIndex(m_quality->findData(storedNumber(stored.mp3Quality)));
@@ -82,7 +81,7 @@ OutputFormatSettings::OutputFormatSettings(base::UserDefaults &defaults, QWidget
 
 void OutputFormatSettings::showFormat() {
     const bool isWav = m_format->currentIndex() == 1;
-    // QFormLayout keeps the label of a hidden field on screen unless it is hidden too.
+    // QFormLayout doesn't hide the label of a hidden field.
     for (QWidget *field : {m_quality, m_depth, m_rate}) {
         const bool isShown = (field == m_quality) != isWav;
         field->setVisible(isShown);

@@ -11,7 +11,7 @@ class UserDefaults;
 
 namespace orlenta::shell {
 
-/// Chooses the format that generated audio is asked for: MP3 by quality, or WAV by depth and rate.
+/// Chooses the format of generated audio: MP3 by quality, or WAV by bit depth and sample rate.
 class OutputFormatSettings final : public QWidget {
     Q_OBJECT
 public:

@@ -16,7 +16,7 @@ PermissionSettings::PermissionSettings(audio::MicrophonePermission &permission, 
     : QWidget(parent), m_permission(permission), m_commands(commands),
       m_granted(new TextLabel(u"Granted"_s, TextLabel::Style::Body)), m_grant(new QPushButton(u"Grant Access"_s)),
       m_reason(new TextLabel({}, TextLabel::Style::Caption)) {
-    // Return in one of the dialog's fields must not ask for it.
+    // Return in another field must not request permission.
     m_grant->setAutoDefault(false);
     m_grant->setToolTip(u"Ask for access to the microphone"_s);
     auto *state = new QWidget;
@@ -37,7 +37,7 @@ PermissionSettings::PermissionSettings(audio::MicrophonePermission &permission, 
 }
 
 void PermissionSettings::requestMicrophone() {
-    // Once it was refused nobody is asked again here: it takes the desktop's own page.
+    // After a refusal the desktop doesn't ask again; only its settings can change that.
     if (m_permission.authorizationStatus() == audio::MicrophoneAuthorization::Denied)
         Q_EMIT m_commands.openMicrophoneSettings();
     else

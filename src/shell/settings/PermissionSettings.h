@@ -13,7 +13,7 @@ namespace orlenta::shell {
 
 class AppCommands;
 
-/// Shows whether the application may listen to the microphone, and asks for it.
+/// Shows whether the application may use the microphone, and requests permission.
 class PermissionSettings final : public QWidget {
     Q_OBJECT
 public:
@@ -28,7 +28,7 @@ private:
     AppCommands &m_commands;
     QLabel *m_granted;
     QPushButton *m_grant;
-    /// Why asking came to nothing; only after somebody has asked.
+    /// Why the request failed. Only shown once the user has asked.
     QLabel *m_reason;
     bool m_hasAsked = false;
 };

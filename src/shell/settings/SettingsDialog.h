@@ -6,7 +6,7 @@ namespace orlenta::shell {
 
 struct AppContext;
 
-/// The application's preferences. Each takes effect, and is stored, as soon as it is chosen.
+/// The application's preferences. Every change takes effect and is stored immediately.
 class SettingsDialog final : public QDialog {
     Q_OBJECT
 public:
@@ -16,7 +16,7 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    /// One column of labels across all sections.
+    /// Aligns the labels of all sections in one column.
     void alignLabels();
 };
 

@@ -12,18 +12,18 @@ struct TagChipColors {
     QColor text;
     QColor line;
 
-    /// Those that go with the palette's appearance. The text is readable on the fill.
+    /// The colours for the palette's appearance. The text is readable on the fill.
     [[nodiscard]] static TagChipColors of(tags::TagCategory category, const QPalette &palette);
 };
 
-/// A small round button in the colours of a tag category. A click leaves the keyboard where it is, so that a text keeps
-/// its caret and its selection; by keyboard it is reached with Tab and pressed with Space or Return.
+/// A small round button in the colours of a tag category. A click doesn't take the focus, so a text field keeps its
+/// caret and selection. The keyboard reaches it with Tab and presses it with Space or Return.
 class TagChip final : public QPushButton {
     Q_OBJECT
 public:
     TagChip(const QString &label, tags::TagCategory category, QWidget *parent = nullptr);
 
-    /// A quiet word behind the label, such as the key that does the same.
+    /// Sets muted text after the label, such as the shortcut.
     void setHint(const QString &hint);
 
     [[nodiscard]] QSize sizeHint() const override;

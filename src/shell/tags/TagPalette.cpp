@@ -27,7 +27,7 @@
 namespace orlenta::shell {
 namespace {
 
-/// As tall as it may be; where that is too much, it gives way down to its least height and scrolls.
+/// As tall as its content if there is room; otherwise shrinks to its minimum height and scrolls.
 class TagRowsArea final : public QScrollArea {
 public:
     using QScrollArea::QScrollArea;
@@ -118,7 +118,7 @@ void TagPalette::makeRows() {
     m_rowsArea->setFrameShape(QFrame::NoFrame);
     m_rowsArea->setWidgetResizable(true);
     m_rowsArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    // A click between two chips would take the keyboard from the text.
+    // A click between two chips would take the focus from the text.
     m_rowsArea->setFocusPolicy(Qt::NoFocus);
     m_rowsArea->verticalScrollBar()->setAccessibleName(QStringLiteral("Scroll the tags"));
     m_rowsArea->setWidget(m_rows);
@@ -174,7 +174,7 @@ void TagPalette::arrange() {
     fitRows();
 }
 
-// Beside the title where there is room, else below it.
+// Places the menus beside the title if there is room, or below it.
 void TagPalette::placeMenus() {
     const QMargins margins = m_column->contentsMargins();
     int needed = margins.left() + margins.right() + m_header->spacing() * 5;
@@ -225,7 +225,7 @@ void TagPalette::changeEvent(QEvent *event) {
     QWidget::changeEvent(event);
     if (event->type() != QEvent::FontChange || m_rowsArea == nullptr)
         return;
-    // The chips take the font after their parent.
+    // The chips get the new font after their parent.
     QMetaObject::invokeMethod(
         this,
         [this] {

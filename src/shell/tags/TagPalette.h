@@ -22,20 +22,19 @@ namespace orlenta::shell {
 class FlowLayout;
 class TagChip;
 
-/// The tag toolbar: the tags of each category to put into the selected line's text, as a menu for each category or,
-/// expanded, as a row of chips for each; and the stress of the selected text. It can be used while exactly one line is
-/// selected.
+/// The tag toolbar. Inserts tags into the selected line's text, from one menu per category or, when expanded, one row
+/// of chips per category. Also toggles the stress of the selected text. Enabled while exactly one line is selected.
 class TagPalette final : public QWidget {
     Q_OBJECT
 public:
     using Insert = std::function<void(const tags::TagItem &)>;
 
-    /// `insert` does what a chip, a menu entry or the key stands for.
+    /// `insert` inserts the item of a chip, menu entry or shortcut.
     TagPalette(controller::ProjectController &controller, Insert insert, QWidget *parent = nullptr);
 
-    /// The most that the rows of chips may take, in pixels; beyond it they scroll.
+    /// Sets the maximum height of the rows of chips, in pixels. Taller rows scroll.
     void setRowsLimit(int height);
-    /// Enough for either form at its narrowest.
+    /// Large enough for both the menus and the rows at their narrowest.
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:

@@ -6,13 +6,13 @@
 
 namespace orlenta::shell {
 
-/// The application's own line icons, drawn from vectors at the size and scale asked for and tinted by the palette of
-/// the moment, so that they stay crisp at any scale and follow a change of appearance.
+/// The application's line icons. Drawn from vectors at the requested size and scale and tinted from the current
+/// palette, so they stay crisp and follow the appearance.
 class Icon final {
 public:
-    /// What an icon stands on, which decides its colour.
+    /// The use of an icon, which determines its colour.
     enum class Tint {
-        /// Text of a button or a menu.
+        /// Beside the text of a button or menu.
         Text,
         /// Beside muted text.
         Muted,
@@ -22,7 +22,7 @@ public:
         Danger
     };
 
-    /// The icon of that name, such as "play"; a null icon if there is none.
+    /// The icon with this name, such as "play". Null if there is none.
     [[nodiscard]] static QIcon named(const QString &name, Tint tint = Tint::Text);
     [[nodiscard]] static QStringList names();
 };

@@ -64,7 +64,7 @@ void OrlentaStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *o
         return painting::drawRadioIndicator(painter, *option);
     case PE_PanelMenu:
         return painting::drawPopupPanel(painter, *option);
-    // Drawn with the panel of the control itself.
+    // Already drawn with the control's panel.
     case PE_FrameLineEdit:
     case PE_FrameMenu:
     case PE_FrameButtonTool:
@@ -72,7 +72,7 @@ void OrlentaStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *o
     case PE_FrameTabBarBase:
         return;
     case PE_FrameFocusRect:
-        // A bare tool button has no panel that could show it; other controls draw the ring with their panel.
+        // A tool button without a frame has no panel. Other controls draw the ring with their panel.
         if (qobject_cast<const QToolButton *>(widget) != nullptr)
             painting::drawFocusRing(painter, widget->rect(), Theme::radius(widget), option->palette);
         else if (qobject_cast<const QAbstractButton *>(widget) == nullptr &&
@@ -135,7 +135,7 @@ void OrlentaStyle::drawComplexControl(ComplexControl control, const QStyleOption
 
 QRect OrlentaStyle::subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,
                                    const QWidget *widget) const {
-    // Text stands clear of the rounded corners.
+    // Keep the text clear of the rounded corners.
     if (control == CC_ComboBox && part == SC_ComboBoxEditField)
         return QProxyStyle::subControlRect(control, option, part, widget).adjusted(styleUnit(option, widget), 0, 0, 0);
     const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);

@@ -4,9 +4,8 @@
 
 namespace orlenta::shell {
 
-/// The application's widget style: Fusion's behaviour under flat surfaces, one radius, slim scroll bars and a focus
-/// ring in the accent colour that every focusable control shows. All measures come from the font, so that they follow
-/// the interface scale.
+/// The application's widget style: Fusion's behaviour with flat surfaces, one corner radius, slim scroll bars and an
+/// accent focus ring on every focusable control. All measures derive from the font, so they follow the interface scale.
 class OrlentaStyle final : public QProxyStyle {
     Q_OBJECT
 public:

@@ -16,7 +16,7 @@ qreal radiusOf(const QStyleOption &option) {
     return Theme::unit(option.fontMetrics) * 1.5;
 }
 
-// A one-pixel line lies on pixel centres.
+// Puts the one-pixel outline on pixel centres, to keep it sharp.
 void drawBox(QPainter *painter, const QRect &rect, qreal radius, const QColor &fill, const QColor &line) {
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);

@@ -5,10 +5,10 @@
 class QPainter;
 class QWidget;
 
-/// The drawing behind OrlentaStyle, one function for each kind of surface.
+/// The painting functions of OrlentaStyle, one per kind of surface.
 namespace orlenta::shell::painting {
 
-/// The ring that shows the keyboard focus, inside `rect`.
+/// Draws the keyboard focus ring inside `rect`.
 void drawFocusRing(QPainter *painter, const QRect &rect, qreal radius, const QPalette &palette);
 
 void drawPushButtonPanel(QPainter *painter, const QStyleOption &option, const QWidget *widget);

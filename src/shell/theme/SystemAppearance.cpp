@@ -43,7 +43,7 @@ void SystemAppearance::settingChanged(const QString &group, const QString &key, 
 }
 
 void SystemAppearance::take(const QVariant &value) {
-    // The portal's Read wraps its answer twice, its signal once; 1 means that dark is preferred.
+    // The portal's Read method wraps the value twice, its signal once. 1 means dark.
     const QVariant inner =
         value.userType() == qMetaTypeId<QDBusVariant>() ? value.value<QDBusVariant>().variant() : value;
     const bool prefersDark = inner.toUInt() == 1;

@@ -7,8 +7,8 @@ class QDBusVariant;
 
 namespace orlenta::shell {
 
-/// The desktop's choice between light and dark, asked of its settings portal and followed from there. Light until the
-/// portal has answered, and where there is none.
+/// The desktop's light or dark preference, read from its settings portal and kept up to date. Light until the portal
+/// answers, and without one.
 class SystemAppearance final : public QObject {
     Q_OBJECT
 public:

@@ -5,8 +5,8 @@
 
 namespace orlenta::shell {
 
-/// The named colours of one appearance. Widgets that paint for themselves ask for the set that belongs to their
-/// palette, so that a change of the palette is all that a change of appearance takes.
+/// The named colours of one appearance. Widgets that paint themselves get the set for their palette, so changing the
+/// palette changes the appearance.
 struct ThemeColors {
     QColor window;
     QColor surface;
@@ -28,16 +28,16 @@ struct ThemeColors {
 
     [[nodiscard]] static const ThemeColors &light();
     [[nodiscard]] static const ThemeColors &dark();
-    /// The set whose window colour has the lightness of this palette's.
+    /// The light or dark set, whichever matches the lightness of the palette's window colour.
     [[nodiscard]] static const ThemeColors &of(const QPalette &palette);
 
     [[nodiscard]] QPalette palette() const;
 };
 
-/// Contrast of two opaque colours, 1 to 21, by the WCAG 2.1 formula over relative luminance.
+/// The WCAG 2.1 contrast ratio of two opaque colours, 1 to 21.
 [[nodiscard]] double contrastRatio(const QColor &a, const QColor &b);
 
-/// `color`, darkened or lightened as little as it takes to reach a contrast of `ratio` against `background`.
+/// Darkens or lightens `color` just enough for a contrast of `ratio` against `background`.
 [[nodiscard]] QColor readableOn(const QColor &background, const QColor &color, double ratio = 4.5);
 
 } // namespace orlenta::shell

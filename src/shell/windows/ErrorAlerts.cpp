@@ -41,7 +41,7 @@ void ErrorAlerts::withdraw(AlertSource source) {
                    m_alerts.end());
 }
 
-// Between the user's answer and the end of the box, which what is told meanwhile must not get into.
+// The user has dismissed the box but it isn't finished yet. New failures must not update it any more.
 bool ErrorAlerts::isClosing() const {
     return m_box != nullptr && !m_box->isVisible();
 }

@@ -12,11 +12,11 @@ class QWidget;
 
 namespace orlenta::shell {
 
-/// Where a failure comes from. Each source has at most one alert: a newer failure takes the older one's place.
+/// The source of a failure. Each source has at most one alert; a newer failure replaces the older one.
 enum class AlertSource { Save, LocalVoices, Generation, Playback };
 
-/// The failures of one window, shown one after the other as sheets on it, in the order in which they came. What keeps
-/// failing changes the words of one alert instead of piling up many. Main thread.
+/// Shows the failures of a window one after the other, as sheets, in the order they happened. A repeated failure
+/// updates its alert instead of adding another. Main thread.
 class ErrorAlerts final : public QObject {
     Q_OBJECT
 public:
@@ -24,14 +24,14 @@ public:
         AlertSource source = AlertSource::Save;
         QString title;
         QString detail;
-        /// Called once the user has dismissed it.
+        /// Called when the user dismisses the alert.
         std::function<void()> dismissed;
     };
 
     explicit ErrorAlerts(QWidget &window);
 
     void show(const Alert &alert);
-    /// Takes back an alert that no longer holds.
+    /// Removes an alert that no longer applies.
     void withdraw(AlertSource source);
     /// The alert on screen, or null.
     [[nodiscard]] QMessageBox *box() const;

@@ -48,7 +48,7 @@ void ExportFlow::askForFolder(const Exporting::Folder &folder) {
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
     dialog->setLabelText(QFileDialog::Accept, u"Export"_s);
-    // The file dialog has no line for a message, so it stands with the field that the folder goes into.
+    // The file dialog has no place for a message, so show it as the label of the folder field.
     dialog->setLabelText(QFileDialog::FileName, Exporting::folderMessage(folder));
     connect(dialog, &QFileDialog::fileSelected, this,
             [this, folder](const QString &destination) { exportToFolder(folder, destination); });

@@ -14,20 +14,20 @@ class ProjectController;
 
 namespace orlenta::shell {
 
-/// The export command of one window: has the audio prepared, asks where it goes, and has it copied there. Failures
-/// reach the user through the controller's spotError. Main thread.
+/// Runs a window's export: prepares the audio, asks for the destination and copies it there. Reports failures through
+/// the controller's spotError. Main thread.
 class ExportFlow final : public QObject {
     Q_OBJECT
 public:
     ExportFlow(controller::ProjectController &controller, QWidget &window);
 
-    /// From the command until the audio is where the user wanted it or a failure has been told.
+    /// True from the command until the export has finished or failed, or the user cancels.
     [[nodiscard]] bool isBusy() const { return m_isBusy; }
-    /// Does nothing while an earlier export is busy.
+    /// Does nothing while an export is running.
     QCoro::Task<void> exportSelectedAudio(controller::MultiLineOutput output);
 
 Q_SIGNALS:
-    /// The audio is where the user wanted it, or a failure has been told.
+    /// The export has finished or failed.
     void finished();
 
 private:

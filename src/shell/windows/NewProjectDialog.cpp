@@ -37,18 +37,18 @@ NewProjectDialog::NewProjectDialog(const Create &create, QWidget *parent)
     setWindowTitle(u"New project"_s);
     setAccessibleName(u"New project"_s);
     m_name->setAccessibleName(u"Project name"_s);
-    m_name->setToolTip(u"The project's name; its folder gets the same"_s);
+    m_name->setToolTip(u"The name of the project and its folder"_s);
     m_name->selectAll();
     m_location->setAccessibleName(u"Location"_s);
-    m_location->setToolTip(u"The folder that the project's folder is made in"_s);
+    m_location->setToolTip(u"The folder to create the project in"_s);
     m_location->addItem(defaultLocation(), defaultLocation());
     m_location->addItem(u"Prompt for location"_s);
     m_location->addItem(u"Choose…"_s);
     m_location->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_location->setMinimumContentsLength(20);
     auto *cancel = new QPushButton(u"Cancel"_s);
-    cancel->setToolTip(u"Make no project"_s);
-    m_createButton->setToolTip(u"Make the project and open it"_s);
+    cancel->setToolTip(u"Close without creating a project"_s);
+    m_createButton->setToolTip(u"Create the project and open it"_s);
     m_createButton->setDefault(true);
     Theme::setRole(m_createButton, ButtonRole::Primary);
 

@@ -11,21 +11,21 @@ class QPushButton;
 
 namespace orlenta::shell {
 
-/// Asks for the name and place of a new project.
+/// Asks for the name and location of a new project.
 class NewProjectDialog final : public QDialog {
     Q_OBJECT
 public:
-    /// Makes and opens the project in that folder under that name; false keeps the dialog open.
+    /// Creates and opens the project in that folder with that name. On false the dialog stays open.
     using Create = std::function<bool(const QString &folder, const QString &name)>;
 
     explicit NewProjectDialog(const Create &create, QWidget *parent = nullptr);
 
     [[nodiscard]] QLineEdit *nameField() const { return m_name; }
     [[nodiscard]] QPushButton *createButton() const { return m_createButton; }
-    /// What is wrong with the name; empty when nothing is.
+    /// Why the name is invalid; empty if it's valid.
     [[nodiscard]] static QString nameProblem(const QString &name);
 
-    /// The parent folder of new projects, unless the user says otherwise.
+    /// The default parent folder of new projects.
     [[nodiscard]] static QString defaultLocation();
 
 private:

@@ -28,7 +28,7 @@ ProjectToolbar::ProjectToolbar(const Parts &parts, QWidget *parent)
       m_account(new CreditDisplay(parts.service, parts.localVoices)) {
     m_outputMode->addItem(u"Continuous"_s, u"continuous"_s);
     m_outputMode->addItem(u"Individual"_s, u"individual"_s);
-    // A missing or unknown word reads as continuous.
+    // A missing or unknown value means continuous.
     m_outputMode->setCurrentIndex(std::max(0, m_outputMode->findData(parts.defaults.multiLineSpotOutputMode())));
     m_outputMode->setAccessibleName(u"Output mode"_s);
     m_outputMode->setToolTip(u"Choose whether selected lines spot as one continuous clip or individual clips"_s);

@@ -23,7 +23,7 @@ namespace orlenta::shell {
 
 class ProjectActions;
 
-/// The strip at the top of a project window: save, history, account, and export with its output mode.
+/// The toolbar at the top of a project window: save, undo and redo, account, and export with its output mode.
 class ProjectToolbar final : public QWidget {
     Q_OBJECT
 public:

@@ -72,7 +72,7 @@ void ProjectWindow::layOut() {
     column->addWidget(m_splitter, 1);
     column->addWidget(new Separator(Qt::Horizontal));
     auto *status = new StatusLine(m_session);
-    connect(status, &StatusLine::lineWanted, m_editor, &ScriptEditor::showLine);
+    connect(status, &StatusLine::lineRequested, m_editor, &ScriptEditor::showLine);
     column->addWidget(status);
     setCentralWidget(content);
 }
@@ -114,17 +114,17 @@ void ProjectWindow::connectAlerts() {
             });
     const speech::LocalVoices &localVoices = m_context.localVoices;
     connect(&localVoices, &speech::LocalVoices::stateChanged, this, [this, &localVoices] {
-        // The account panel, where the switch is, tells it itself.
+        // If the account panel is open, it reports the failure itself.
         if (localVoices.state() == speech::LocalVoices::State::Failed && findChild<AccountDialog *>() == nullptr)
             m_alerts->show(
-                {AlertSource::LocalVoices, u"Local voices are not available"_s, localVoices.failureReason(), {}});
+                {AlertSource::LocalVoices, u"Local voices aren't available"_s, localVoices.failureReason(), {}});
         else
             m_alerts->withdraw(AlertSource::LocalVoices);
     });
 }
 
 void ProjectWindow::syncTitle() {
-    // "[*]" is where Qt puts the edited mark; doubled, it stands for itself.
+    // Qt replaces "[*]" with the edited mark; doubling escapes it.
     QString name = m_session.controller().project().projectName;
     const QString title = name.replace(u"[*]"_s, u"[*][*]"_s) + u"[*]"_s;
     if (windowTitle() != title)
@@ -169,7 +169,7 @@ void ProjectWindow::toggleInspector() {
 }
 
 void ProjectWindow::fitMinimumSize() {
-    // An explicit minimum would win over the layout's own and let a large interface be cut off.
+    // An explicit minimum overrides the layout's, which would cut off a large interface.
     const QSize content = centralWidget()->minimumSizeHint();
     setMinimumSize(smallestSize.expandedTo(content + QSize(0, menuBar()->sizeHint().height())));
 }

@@ -28,12 +28,12 @@ class ProjectActions;
 class ProjectToolbar;
 class ScriptEditor;
 
-/// The window of one open project: toolbar, script and inspector, and the alerts about what failed. Main thread; what
-/// it shows outlives it.
+/// The window of an open project: toolbar, script, inspector and alerts. Main thread; the context and the session
+/// outlive it.
 class ProjectWindow final : public QMainWindow {
     Q_OBJECT
 public:
-    /// Asked before the window closes; it stays open on false.
+    /// Called before the window closes. False keeps it open.
     using CloseGuard = std::function<bool()>;
 
     ProjectWindow(AppContext &context, controller::ProjectSession &session);
@@ -45,9 +45,9 @@ public:
     [[nodiscard]] ErrorAlerts &alerts() const { return *m_alerts; }
     [[nodiscard]] ProjectActions &actions() const { return *m_actions; }
     [[nodiscard]] ExportFlow &exportFlow() const { return *m_export; }
-    /// Title and edited mark as the project has them.
+    /// Updates the title and the edited mark from the project.
     void syncTitle();
-    /// The account panel of this window's service, on screen.
+    /// Opens and returns the account panel of this window's service.
     AccountDialog *showAccount();
 
 Q_SIGNALS:

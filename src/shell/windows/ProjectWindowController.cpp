@@ -82,7 +82,7 @@ void ProjectWindowController::presentCloseConfirmation(const CloseCompletion &co
     box->setInformativeText(u"Your changes will be lost if you don't save them."_s);
     box->setAccessibleName(title);
     box->addButton(u"Save"_s, QMessageBox::AcceptRole)->setToolTip(u"Save the project, then close it"_s);
-    box->addButton(u"Don't Save"_s, QMessageBox::DestructiveRole)->setToolTip(u"Close and lose the changes"_s);
+    box->addButton(u"Don't Save"_s, QMessageBox::DestructiveRole)->setToolTip(u"Close without saving the changes"_s);
     QPushButton *cancel = box->addButton(u"Cancel"_s, QMessageBox::RejectRole);
     cancel->setToolTip(u"Keep the project open"_s);
     box->setDefaultButton(qobject_cast<QPushButton *>(box->buttons().constFirst()));

@@ -17,8 +17,7 @@ namespace orlenta::shell {
 
 class ProjectWindow;
 
-/// One open project in its window: the session behind it and whether the window may close. Main thread; the context
-/// outlives it.
+/// An open project: its session, its window, and whether the window may close. Main thread; the context outlives it.
 class ProjectWindowController final : public QObject {
     Q_OBJECT
 public:
@@ -37,14 +36,14 @@ public:
     [[nodiscard]] bool closeConfirmationPresented() const { return m_confirmation != nullptr; }
 
     void showProjectWindow();
-    /// Saves the project and brings the title in step; a failure is told in the window. False on a failure.
+    /// Saves the project and updates the title. On failure, shows an alert and returns false.
     bool saveCurrentAndSyncTitle();
-    /// Asks whether to save, and saves or discards as told. The window stays open whatever the answer; the completion
-    /// tells whether it may go. Must not be called while a confirmation is on screen.
+    /// Asks whether to save, then saves or discards the changes. Doesn't close the window; the completion says whether
+    /// it may close. Must not be called while a confirmation is on screen.
     void presentCloseConfirmation(const CloseCompletion &completion);
 
 Q_SIGNALS:
-    /// The window has closed; this object is no longer of use.
+    /// The window has closed; delete this object.
     void closed();
 
 private:

@@ -120,7 +120,7 @@ void ProjectWindows::forget(ProjectWindowController *closed) {
         std::find_if(m_open.begin(), m_open.end(), [closed](const auto &open) { return open.get() == closed; });
     if (found == m_open.end())
         return;
-    // The window is in the middle of its close event; it goes once that is over.
+    // The window is still handling its close event; delete it afterwards.
     found->release()->deleteLater();
     m_open.erase(found);
     if (m_open.empty())
@@ -180,7 +180,7 @@ void ProjectWindows::resolveNext(std::vector<ProjectWindowController *> waiting,
         });
         return;
     }
-    // While the user was being asked, something may have been recorded, generated or written elsewhere.
+    // While the dialogs were open, something may have been recorded, generated or edited.
     const bool isAllDone = std::all_of(m_open.begin(), m_open.end(), [](const auto &window) {
         return window->session().isSettled() && !window->controller().hasUnsavedChanges();
     });

@@ -13,7 +13,7 @@ class QWidget;
 
 namespace orlenta::shell {
 
-/// The open project windows, in the order of their opening. Main thread; the context outlives it.
+/// The open project windows in the order they were opened. Main thread; the context outlives it.
 class ProjectWindows final : public QObject {
     Q_OBJECT
 public:
@@ -24,15 +24,15 @@ public:
     [[nodiscard]] bool isEmpty() const { return m_open.empty(); }
     [[nodiscard]] ProjectWindowController *activeWindowController(const QWidget *window) const;
 
-    /// Opens the project that the path names, or brings its window to the front if it is open. A failure is told in an
-    /// alert. True if a window for it is now open.
+    /// Opens the project at this path, or brings its window to the front if it is already open. Shows an alert on
+    /// failure. True if the project now has a window.
     bool openProject(const QString &path);
-    /// Makes a new project's folder and opens it. A failure is told in an alert.
+    /// Creates a project folder and opens it. Shows an alert on failure.
     bool createAndOpenProject(const QString &folder, const QString &name);
     void bringProjectWindowsForward();
 
-    /// Ends what records, and asks about each unsaved project in turn; the completion tells whether all may go. A
-    /// window that shows another sheet cancels at once.
+    /// Stops recordings, then asks about each unsaved project in turn. The completion says whether the application may
+    /// quit. If a window shows another sheet, cancels immediately.
     using QuitCompletion = std::function<void(ProjectWindowController::CloseOutcome)>;
     void resolveUnsavedProjects(const QuitCompletion &completion);
 
@@ -40,7 +40,7 @@ Q_SIGNALS:
     void projectOpened();
     /// The last window has closed.
     void allClosed();
-    /// A project could not be opened or created; the alert about it is on screen.
+    /// A project couldn't be opened or created; its alert is on screen.
     void openFailed();
 
 private:
@@ -48,7 +48,7 @@ private:
     void show(const model::StoredProject &stored);
     void report(const model::ProjectStoreError &error);
     void forget(ProjectWindowController *closed);
-    /// Ends what records in all windows; `settled` follows when nothing is on its way any more. False when nothing was.
+    /// Stops the recordings of all windows and calls `settled` once no work is pending. Returns false if none was.
     bool settleAll(const std::function<void()> &settled);
     void resolveNext(std::vector<ProjectWindowController *> waiting, const QuitCompletion &completion);
 

@@ -23,14 +23,14 @@ RecordingMark::RecordingMark(controller::ProjectSession &session, QWidget *paren
     : QWidget(parent), m_controller(session.controller()), m_recordings(session.recordings()),
       m_line(new QPushButton(u"Recording"_s, this)), m_time(new TextLabel({}, TextLabel::Style::Caption, this)),
       m_stop(new QPushButton(u"Stop"_s, this)) {
-    m_line->setToolTip(u"Go to the line that is recorded"_s);
+    m_line->setToolTip(u"Go to the line being recorded"_s);
     m_time->setWordWrap(false);
     m_stop->setToolTip(u"Stop recording"_s);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     for (QWidget *part :
          {static_cast<QWidget *>(m_line), static_cast<QWidget *>(m_time), static_cast<QWidget *>(m_stop)}) {
-        // What is around must not move when a take begins: the row that is recorded may stand at the edge.
+        // Keep the height, so that the recorded row doesn't move when a take starts.
         QSizePolicy policy = part->sizePolicy();
         policy.setRetainSizeWhenHidden(part == m_stop);
         part->setSizePolicy(policy);
@@ -41,7 +41,7 @@ RecordingMark::RecordingMark(controller::ProjectSession &session, QWidget *paren
     applyMeasures();
     connect(m_line, &QPushButton::clicked, this, [this] {
         if (const auto id = m_recordings.recordingLine())
-            Q_EMIT lineWanted(*id);
+            Q_EMIT lineRequested(*id);
     });
     connect(m_stop, &QPushButton::clicked, this, [this] {
         if (const auto id = m_recordings.recordingLine())
@@ -59,10 +59,10 @@ void RecordingMark::follow() {
          {static_cast<QWidget *>(m_line), static_cast<QWidget *>(m_time), static_cast<QWidget *>(m_stop)})
         part->setVisible(id.has_value());
     if (id)
-        tellOf(*id);
+        showRecording(*id);
 }
 
-void RecordingMark::tellOf(const model::LineId &id) {
+void RecordingMark::showRecording(const model::LineId &id) {
     const QString place = placeOf(id);
     m_line->setText(QStringLiteral("Recording %1").arg(place));
     m_stop->setAccessibleName(QStringLiteral("Stop recording %1").arg(place));

@@ -15,8 +15,8 @@ class ProjectSession;
 
 namespace orlenta::shell {
 
-/// Says that the microphone is on, for which line and for how long, wherever the script has been scrolled to, and ends
-/// the take. Takes no room while nothing is recorded, except for its height.
+/// Shows that the microphone is on, for which line and for how long, wherever the script is scrolled to, and lets the
+/// user stop. While nothing is recorded, it only reserves its height.
 class RecordingMark final : public QWidget {
     Q_OBJECT
 public:
@@ -24,14 +24,14 @@ public:
     explicit RecordingMark(controller::ProjectSession &session, QWidget *parent = nullptr);
 
 Q_SIGNALS:
-    /// The user wants to see the line.
-    void lineWanted(const orlenta::model::LineId &id);
+    /// The user wants to go to the line.
+    void lineRequested(const orlenta::model::LineId &id);
 
 protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    void tellOf(const model::LineId &id);
+    void showRecording(const model::LineId &id);
     void follow();
     void applyMeasures();
     [[nodiscard]] QString placeOf(const model::LineId &id) const;

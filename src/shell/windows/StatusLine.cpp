@@ -25,7 +25,7 @@ using speech::LineGenerationQueue;
 
 namespace {
 
-/// Most imports are over before that, and need no telling.
+/// Most imports finish sooner and need no message.
 constexpr std::chrono::milliseconds importDelay{300};
 
 } // namespace
@@ -43,14 +43,14 @@ StatusLine::StatusLine(controller::ProjectSession &session, QWidget *parent)
     m_generation->setWordWrap(false);
     m_progress->setTextVisible(false);
     m_progress->setAccessibleName(u"Generation progress"_s);
-    m_progress->setToolTip(u"Lines generated of those asked for"_s);
+    m_progress->setToolTip(u"Generated lines of the current batch"_s);
     const int unit = Theme::unit(this);
     m_progress->setFixedSize(unit * 28, std::max(6, unit * 3 / 2));
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(unit * 3, unit, unit * 3, unit);
     layout->addWidget(m_audio);
     auto *recording = new RecordingMark(session);
-    connect(recording, &RecordingMark::lineWanted, this, &StatusLine::lineWanted);
+    connect(recording, &RecordingMark::lineRequested, this, &StatusLine::lineRequested);
     layout->addWidget(recording);
     layout->addStretch();
     layout->addWidget(m_import);
@@ -85,7 +85,7 @@ void StatusLine::showAudio() {
     m_audio->setText(QStringLiteral("%1 of %2 lines have audio").arg(generated).arg(script.size()));
 }
 
-// What is under way comes first where there is no room for all.
+// Hides the audio count if there isn't room for everything.
 void StatusLine::fit() {
     const QMargins margins = layout()->contentsMargins();
     int needed = margins.left() + margins.right() + m_audio->sizeHint().width();
@@ -96,7 +96,7 @@ void StatusLine::fit() {
 }
 
 bool StatusLine::event(QEvent *event) {
-    // One of those in the strip has come, gone or changed its size.
+    // A part of the strip was shown, hidden or resized.
     if (event->type() == QEvent::LayoutRequest)
         fit();
     return QWidget::event(event);

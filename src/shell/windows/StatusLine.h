@@ -21,16 +21,16 @@ class ProjectController;
 
 namespace orlenta::shell {
 
-/// The strip below the script: how many lines have audio, whether the microphone is on, audio is being imported or
-/// exported, and how far a batch of generations is.
+/// The strip below the script: how many lines have audio, whether the microphone is on, whether audio is being imported
+/// or exported, and the progress of generation.
 class StatusLine final : public QWidget {
     Q_OBJECT
 public:
     explicit StatusLine(controller::ProjectSession &session, QWidget *parent = nullptr);
 
 Q_SIGNALS:
-    /// The user wants to see the line that is recorded.
-    void lineWanted(const orlenta::model::LineId &id);
+    /// The user wants to go to the line being recorded.
+    void lineRequested(const orlenta::model::LineId &id);
 
 protected:
     bool event(QEvent *event) override;
@@ -51,7 +51,7 @@ private:
     QLabel *m_export;
     QLabel *m_generation;
     QProgressBar *m_progress;
-    /// Lines begun since the queue was last empty.
+    /// Lines started since the queue was last empty.
     int m_begun = 0;
 };
 

@@ -23,7 +23,7 @@ QPushButton *pillButton(const QString &text, const QString &tip, const QIcon &ic
     button->setToolTip(tip);
     button->setAccessibleName(text);
     button->setCursor(Qt::PointingHandCursor);
-    // Outside of dialogs Return presses a button only if it says so.
+    // Outside dialogs, Return only presses auto-default buttons.
     button->setAutoDefault(true);
     return button;
 }
@@ -32,9 +32,9 @@ QPushButton *pillButton(const QString &text, const QString &tip, const QIcon &ic
 
 WelcomeWindow::WelcomeWindow(AppCommands &commands)
     : m_newProject(
-          pillButton(u"New project"_s, u"Make a new project folder"_s, Icon::named(u"plus"_s, Icon::Tint::OnAccent))),
+          pillButton(u"New project"_s, u"Create a new project"_s, Icon::named(u"plus"_s, Icon::Tint::OnAccent))),
       m_open(pillButton(u"Open project"_s, u"Open a project folder or .orl file"_s, Icon::named(u"folder"_s))),
-      m_sample(pillButton(u"Open sample project"_s, u"Work on a copy of a short scene that local voices can speak"_s,
+      m_sample(pillButton(u"Open sample project"_s, u"Open a copy of a short scene that local voices can speak"_s,
                           Icon::named(u"waveform"_s))) {
     setWindowTitle(u"Welcome to Orlenta"_s);
     setAccessibleName(u"Welcome to Orlenta"_s);

@@ -8,7 +8,7 @@ namespace orlenta::shell {
 
 class AppCommands;
 
-/// What the user sees with no project open: the ways to one.
+/// Shown while no project is open. Offers to create or open one.
 class WelcomeWindow final : public QMainWindow {
     Q_OBJECT
 public:

@@ -57,7 +57,7 @@ TEST(AccountDialog, TheSwitchStartsTheLocalVoicesAndConnectsToThem) {
     EXPECT_TRUE(panel.service.voices().isEmpty());
 }
 
-TEST(AccountDialog, AProgramThatCannotStartIsToldAndTheSwitchGoesBack) {
+TEST(AccountDialog, IfTheProgramCannotStartTheSwitchTurnsOff) {
     ShellSession session(QStringLiteral("/nowhere/missing-program"));
     AccountPanel panel(session);
     panel.dialog.localVoicesSwitch()->click();
@@ -67,7 +67,7 @@ TEST(AccountDialog, AProgramThatCannotStartIsToldAndTheSwitchGoesBack) {
     EXPECT_FALSE(session.defaults.useLocalVoices());
 }
 
-TEST(AccountDialog, AKeyConnectsAWrongOneIsToldAndSignOutForgetsIt) {
+TEST(AccountDialog, ConnectsWithAKeyRejectsAWrongOneAndSignsOut) {
     ShellSession host;
     ASSERT_TRUE(host.startLocalVoices());
     speech::ElevenLabsService known(host.defaults, host.credentials);
@@ -99,7 +99,7 @@ TEST(AccountDialog, AKeyConnectsAWrongOneIsToldAndSignOutForgetsIt) {
     EXPECT_TRUE(panel.dialog.keyField()->isVisible());
 }
 
-TEST(AccountDialog, ARefreshShowsWhatTheAccountSaysNowAndAFailedOneKeepsTheConnection) {
+TEST(AccountDialog, ARefreshUpdatesTheAccountAndAFailedOneKeepsTheConnection) {
     test::LoopbackServer server;
     speech::answerAccount(server);
     ShellSession session;
@@ -120,7 +120,7 @@ TEST(AccountDialog, ARefreshShowsWhatTheAccountSaysNowAndAFailedOneKeepsTheConne
     EXPECT_EQ(panel.dialog.stateText(), QStringLiteral("Connected"));
 }
 
-TEST(AccountDialog, WithoutAKeyringAKeyConnectsAndASignOutIsNoFailedConnection) {
+TEST(AccountDialog, ConnectsAndSignsOutWithoutAKeyring) {
     test::LoopbackServer server;
     speech::answerAccount(server);
     ShellSession session;
@@ -139,7 +139,7 @@ TEST(AccountDialog, WithoutAKeyringAKeyConnectsAndASignOutIsNoFailedConnection) 
     EXPECT_EQ(panel.dialog.stateText(), QStringLiteral("Not connected"));
 }
 
-TEST(AccountDialog, AKeyThatFailedIsTriedAgainWithAnEmptyField) {
+TEST(AccountDialog, AnEmptyFieldRetriesTheSavedKey) {
     test::LoopbackServer server;
     ShellSession session;
     AccountPanel panel(session);
@@ -154,11 +154,11 @@ TEST(AccountDialog, AKeyThatFailedIsTriedAgainWithAnEmptyField) {
     const qsizetype before = server.requests("/v1/user").size();
     QTest::keyClick(panel.dialog.keyField(), Qt::Key_Return);
     EXPECT_TRUE(waitUntil([&] { return panel.dialog.stateText() == QStringLiteral("Connected"); }));
-    EXPECT_EQ(server.requests("/v1/user").size(), before + 1) << "one press, one connection";
+    EXPECT_EQ(server.requests("/v1/user").size(), before + 1) << "one key press connects once";
     EXPECT_EQ(server.requests().last().headers.value("xi-api-key"), "saved-key");
 }
 
-TEST(AccountDialog, ReturnConnectsWithTheTypedKeyWhichDoesNotStayInTheField) {
+TEST(AccountDialog, ReturnConnectsAndClearsTheTypedKey) {
     test::LoopbackServer server;
     speech::answerAccount(server);
     ShellSession session;
@@ -178,12 +178,12 @@ TEST(AccountDialog, ReturnConnectsWithTheTypedKeyWhichDoesNotStayInTheField) {
     typeKey(panel.dialog, QStringLiteral("wrong-key"));
     QTest::keyClick(panel.dialog.keyField(), Qt::Key_Return);
     ASSERT_TRUE(waitUntil([&] { return panel.dialog.stateText() == QStringLiteral("Connection failed"); }));
-    EXPECT_TRUE(panel.dialog.keyField()->hasFocus()) << "the next Return tries again";
+    EXPECT_TRUE(panel.dialog.keyField()->hasFocus()) << "so that Return tries again";
     panel.dialog.signOutButton()->click();
     EXPECT_TRUE(panel.dialog.keyField()->text().isEmpty());
 }
 
-TEST(AccountDialog, LocalVoicesThatDoNotAnswerSaySoAndAreTriedAgain) {
+TEST(AccountDialog, UnresponsiveLocalVoicesCanBeRetried) {
     test::LoopbackServer server;
     const QTemporaryDir folder;
     QFile program(folder.filePath(QStringLiteral("voices")));

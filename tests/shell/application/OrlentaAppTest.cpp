@@ -22,7 +22,7 @@
 namespace orlenta {
 namespace {
 
-/// Environment variables for the length of a test.
+/// Sets environment variables for the duration of a test.
 class Environment final {
 public:
     void set(const char *name, const QString &value) {
@@ -41,7 +41,7 @@ private:
     std::vector<std::pair<const char *, std::optional<QByteArray>>> m_before;
 };
 
-/// Takes what is to be shown in the file manager.
+/// Receives the URLs opened in the file manager.
 class FileManager final : public QObject {
     Q_OBJECT
 public:
@@ -53,7 +53,7 @@ public Q_SLOTS:
     void open(const QUrl &url) { shown.append(url); }
 };
 
-/// A home of the test's own.
+/// A private home folder.
 class Home final {
 public:
     Home() {
@@ -68,12 +68,12 @@ public:
 
 QMessageBox *leftoversBox() {
     for (QWidget *window : QApplication::topLevelWidgets())
-        if (window->isVisible() && window->windowTitle() == QStringLiteral("Recordings were left over"))
+        if (window->isVisible() && window->windowTitle() == QStringLiteral("Leftover recordings"))
             return qobject_cast<QMessageBox *>(window);
     return nullptr;
 }
 
-TEST(OrlentaApp, StartingTellsOfRecordingsThatNoLineHasAndShowsTheirFolder) {
+TEST(OrlentaApp, ReportsLeftoverRecordingsAtStartAndOpensTheirFolder) {
     const Home home;
     FileManager files;
     const QString caches = base::PrivateFolders::caches();
@@ -82,7 +82,7 @@ TEST(OrlentaApp, StartingTellsOfRecordingsThatNoLineHasAndShowsTheirFolder) {
     {
         shell::OrlentaApp app;
         app.start({});
-        EXPECT_EQ(leftoversBox(), nullptr) << "it may be another process's that is just being stored";
+        EXPECT_EQ(leftoversBox(), nullptr) << "another process may still be storing it";
     }
     QFile recording(path);
     ASSERT_TRUE(recording.open(QFile::ReadWrite));
@@ -104,7 +104,7 @@ TEST(OrlentaApp, StartingTellsOfRecordingsThatNoLineHasAndShowsTheirFolder) {
     shell::Theme::setUiScale(1.0);
 }
 
-TEST(OrlentaApp, StartingPutsBackTheMicrophoneThatACrashLeftChanged) {
+TEST(OrlentaApp, RestoresTheMicrophoneAfterACrash) {
     testing::SoundServerSession server(testing::SoundServerSession::Kind::PulseAudio);
     ASSERT_EQ(server.failure(), QString());
     const auto defaultSource = [&] { return server.pactl({QStringLiteral("get-default-source")}); };

@@ -23,7 +23,7 @@ namespace {
 constexpr int deadline = 20000;
 const QString noServer = QStringLiteral("Couldn't start recording. The sound server is not available.");
 
-/// What the tests of a line's direction look at and press.
+/// An editor with three lines and helpers for their direction.
 class LineDirectionTest : public ScriptEditorFixture {
 protected:
     using ScriptEditorFixture::ScriptEditorFixture;
@@ -65,7 +65,7 @@ protected:
         const LineRow *row = rowAt(index);
         return row != nullptr && row->y() >= 0 && row->geometry().bottom() < editor->list().viewport()->height();
     }
-    /// Drops files on the text of a row, as the pointer would.
+    /// Drops files on a row's text, as a mouse would.
     void drop(qsizetype index, const QList<QUrl> &files) {
         QMimeData data;
         data.setUrls(files);
@@ -81,7 +81,7 @@ protected:
     }
 };
 
-TEST_F(LineDirectionTest, AnAudioFileDroppedOnARowDirectsTheLineByVoice) {
+TEST_F(LineDirectionTest, DroppingAnAudioFileOnARowDirectsTheLineByVoice) {
     EXPECT_EQ(rowAt(1)->findChild<DirectionStrip *>(), nullptr);
     drop(1, {tone(QStringLiteral("read.wav"), 2.0)});
     ASSERT_TRUE(waitForDirection(1));
@@ -100,7 +100,7 @@ TEST_F(LineDirectionTest, AnAudioFileDroppedOnARowDirectsTheLineByVoice) {
     EXPECT_EQ(control<QLabel>(1, QStringLiteral("Duration of the direction of")), nullptr);
 }
 
-TEST_F(LineDirectionTest, ARefusedFileSaysWhyAndLeavesTheLineAlone) {
+TEST_F(LineDirectionTest, ARejectedFileShowsWhyAndLeavesTheLineAlone) {
     QFile text(shell.path(QStringLiteral("script.txt")));
     ASSERT_TRUE(text.open(QIODevice::WriteOnly));
     text.write("no sound at all");
@@ -119,7 +119,7 @@ TEST_F(LineDirectionTest, ARefusedFileSaysWhyAndLeavesTheLineAlone) {
     EXPECT_TRUE(line(0).sourceRecordings.isEmpty());
 }
 
-TEST_F(LineDirectionTest, TheImportPanelOffersAudioAndTakesTheChosenFile) {
+TEST_F(LineDirectionTest, TheImportPanelFiltersAudioAndImportsTheChosenFile) {
     press(Qt::Key_I);
     auto *panel = editor->window()->findChild<QFileDialog *>();
     ASSERT_NE(panel, nullptr);
@@ -130,25 +130,25 @@ TEST_F(LineDirectionTest, TheImportPanelOffersAudioAndTakesTheChosenFile) {
     EXPECT_TRUE(waitForDirection(0));
 }
 
-TEST_F(LineDirectionTest, TheModeSwitchShowsAndHidesTheStripForAllSelectedLines) {
+TEST_F(LineDirectionTest, TheModeSwitchTogglesTheStripOfAllSelectedLines) {
     press(Qt::Key_Down, Qt::ShiftModifier);
     press(Qt::Key_M);
     EXPECT_TRUE(isVoiceDirected(0) && isVoiceDirected(1));
     EXPECT_FALSE(isVoiceDirected(2));
-    EXPECT_NE(control<QPushButton>(0, QStringLiteral("Record direction of")), nullptr);
-    EXPECT_NE(control<QPushButton>(1, QStringLiteral("Import direction audio of")), nullptr);
-    EXPECT_EQ(control<QPushButton>(2, QStringLiteral("Record direction of")), nullptr);
+    EXPECT_NE(control<QPushButton>(0, QStringLiteral("Record direction for")), nullptr);
+    EXPECT_NE(control<QPushButton>(1, QStringLiteral("Import direction audio for")), nullptr);
+    EXPECT_EQ(control<QPushButton>(2, QStringLiteral("Record direction for")), nullptr);
     control<QToolButton>(0, QStringLiteral("Direction mode of"))->click();
     EXPECT_FALSE(isVoiceDirected(0) || isVoiceDirected(1));
-    EXPECT_EQ(control<QPushButton>(0, QStringLiteral("Record direction of")), nullptr);
+    EXPECT_EQ(control<QPushButton>(0, QStringLiteral("Record direction for")), nullptr);
 }
 
-TEST_F(LineDirectionTest, DirectionAndGeneratedAudioAreDeletedAndComeBackByUndo) {
+TEST_F(LineDirectionTest, UndoRestoresDeletedDirectionAndGeneratedAudio) {
     drop(0, {tone(QStringLiteral("read.wav"))});
     ASSERT_TRUE(waitForDirection(0));
-    control<QToolButton>(0, QStringLiteral("Delete direction audio of"))->click();
+    control<QToolButton>(0, QStringLiteral("Delete direction audio for"))->click();
     EXPECT_TRUE(directionURL(0).isEmpty());
-    EXPECT_NE(control<QPushButton>(0, QStringLiteral("Record direction of")), nullptr);
+    EXPECT_NE(control<QPushButton>(0, QStringLiteral("Record direction for")), nullptr);
     controller->undoManager().undo();
     EXPECT_FALSE(directionURL(0).isEmpty());
     focusList();
@@ -162,7 +162,7 @@ TEST_F(LineDirectionTest, DirectionAndGeneratedAudioAreDeletedAndComeBackByUndo)
     EXPECT_TRUE(controller->runtime().hasGeneratedAudio(idAt(0)));
 }
 
-TEST_F(LineDirectionTest, NotesAreWrittenWhereTheyAreShownAndStayOutOfSightWithoutText) {
+TEST_F(LineDirectionTest, NotesAreEditedInPlaceAndHiddenWhenEmpty) {
     press(Qt::Key_N);
     auto *notes = qobject_cast<NotesField *>(QApplication::focusWidget());
     ASSERT_NE(notes, nullptr);
@@ -183,7 +183,7 @@ TEST_F(LineDirectionTest, NotesAreWrittenWhereTheyAreShownAndStayOutOfSightWitho
     EXPECT_EQ(rowAt(0)->height(), bare);
 }
 
-TEST_F(LineDirectionTest, NotesWithForeignLineEndsAndFirmSpacesKeepTheCaretAndTheSpaces) {
+TEST_F(LineDirectionTest, NotesKeepTheCaretAndNoBreakSpacesDespiteForeignLineEndings) {
     const QString firm = QStringLiteral("Second") + QChar(QChar::Nbsp) + QStringLiteral("half.");
     const QString written = QStringLiteral("First.\r\n") + firm;
     controller->lines().setNotes(idAt(0), written);
@@ -204,12 +204,12 @@ TEST_F(LineDirectionTest, NotesWithForeignLineEndsAndFirmSpacesKeepTheCaretAndTh
     EXPECT_EQ(line(0).notes, QStringLiteral("First.\n") + firm);
 }
 
-TEST_F(LineDirectionTest, WithoutASoundServerARecordingTellsWhyItDoesNotBegin) {
+TEST_F(LineDirectionTest, RecordingWithoutASoundServerShowsWhyItFails) {
     press(Qt::Key_R);
     EXPECT_TRUE(QTest::qWaitFor([&] { return shows(noServer); }, deadline));
 }
 
-TEST_F(LineDirectionTest, WhatARecordingTellsComesIntoViewAtTheLowerEdge) {
+TEST_F(LineDirectionTest, ARecordingErrorAtTheLowerEdgeScrollsIntoView) {
     open(projectWith(QStringList(20, QStringLiteral("One of many lines."))));
     controller->selection().selectAlone(idAt(12));
     ASSERT_TRUE(isWhollyInView(12));
@@ -220,7 +220,7 @@ TEST_F(LineDirectionTest, WhatARecordingTellsComesIntoViewAtTheLowerEdge) {
     EXPECT_TRUE(isWhollyInView(12));
 }
 
-TEST_F(LineDirectionTest, ARecordingsErrorGoesWithAnImportAndWithASwitchOfTheMode) {
+TEST_F(LineDirectionTest, ImportingOrSwitchingTheModeClearsARecordingError) {
     const auto fail = [this] {
         focusList();
         press(Qt::Key_R);
@@ -233,14 +233,14 @@ TEST_F(LineDirectionTest, ARecordingsErrorGoesWithAnImportAndWithASwitchOfTheMod
     ASSERT_TRUE(fail());
     controller->undoManager().undo();
     EXPECT_FALSE(isVoiceDirected(0));
-    EXPECT_EQ(control<QPushButton>(0, QStringLiteral("Record direction of")), nullptr);
+    EXPECT_EQ(control<QPushButton>(0, QStringLiteral("Record direction for")), nullptr);
     ASSERT_TRUE(fail());
     drop(0, {tone(QStringLiteral("read.wav"))});
     ASSERT_TRUE(waitForDirection(0));
     EXPECT_FALSE(shows(noServer));
 }
 
-TEST_F(LineDirectionTest, TheKeysLeaveDirectionAudioAloneThatIsNotShown) {
+TEST_F(LineDirectionTest, KeysDoNotActOnHiddenDirectionAudio) {
     drop(0, {tone(QStringLiteral("read.wav"))});
     ASSERT_TRUE(waitForDirection(0));
     focusList();
@@ -255,7 +255,7 @@ TEST_F(LineDirectionTest, TheKeysLeaveDirectionAudioAloneThatIsNotShown) {
     EXPECT_TRUE(directionURL(0).isEmpty());
 }
 
-TEST_F(LineDirectionTest, TheOtherTakesStayInReachWithoutTheOneInUse) {
+TEST_F(LineDirectionTest, OtherTakesCanBeChosenWithoutAnActiveOne) {
     addTake(0);
     addTake(0);
     const model::TakeId first = line(0).takes.constFirst().id;
@@ -280,7 +280,7 @@ TEST_F(LineDirectionTest, TheOtherTakesStayInReachWithoutTheOneInUse) {
     EXPECT_EQ(control<QPushButton>(0, QStringLiteral("Generate"))->text(), QStringLiteral("Generate"));
 }
 
-TEST_F(LineDirectionTest, TheStripIsNamedAndNothingInItIsClippedAtAnyScaleAndAppearance) {
+TEST_F(LineDirectionTest, TheStripIsNamedAndUnclippedAtEveryScaleAndAppearance) {
     drop(0, {tone(QStringLiteral("read.wav"))});
     ASSERT_TRUE(waitForDirection(0));
     controller->selection().selectAlone(idAt(1));
@@ -320,7 +320,7 @@ struct OwnSoundServer {
     testing::SoundServerSession soundServer{testing::SoundServerSession::Kind::PulseAudio};
 };
 
-/// The same on a private sound server with the microphone "mic_a".
+/// With a private sound server that has the microphone "mic_a".
 class LineDirectionSoundTest : private OwnSoundServer, public LineDirectionTest {
 protected:
     LineDirectionSoundTest() : LineDirectionTest(soundServer.address()) {}
@@ -333,7 +333,7 @@ protected:
     }
     [[nodiscard]] bool waitForStop(qsizetype index) {
         return QTest::qWaitFor(
-            [&] { return control<QPushButton>(index, QStringLiteral("Stop recording direction of")) != nullptr; },
+            [&] { return control<QPushButton>(index, QStringLiteral("Stop recording direction for")) != nullptr; },
             deadline);
     }
     [[nodiscard]] bool waitForRecordingTime(qsizetype index, const QString &time) {
@@ -351,12 +351,12 @@ protected:
     testing::SoundServerSession &sound() { return soundServer; }
 };
 
-TEST_F(LineDirectionSoundTest, TheRecordButtonRecordsIntoTheLineAndShowsTheRunningTime) {
+TEST_F(LineDirectionSoundTest, TheRecordButtonRecordsAndShowsTheElapsedTime) {
     press(Qt::Key_M);
-    control<QPushButton>(0, QStringLiteral("Record direction of"))->click();
+    control<QPushButton>(0, QStringLiteral("Record direction for"))->click();
     ASSERT_TRUE(waitForStop(0));
     EXPECT_TRUE(waitForRecordingTime(0, QStringLiteral("0:01")));
-    control<QPushButton>(0, QStringLiteral("Stop recording direction of"))->click();
+    control<QPushButton>(0, QStringLiteral("Stop recording direction for"))->click();
     ASSERT_TRUE(waitForDirection(0));
     EXPECT_TRUE(isVoiceDirected(0));
     ASSERT_EQ(line(0).sourceRecordings.size(), 1);
@@ -364,7 +364,7 @@ TEST_F(LineDirectionSoundTest, TheRecordButtonRecordsIntoTheLineAndShowsTheRunni
     EXPECT_NE(control<WaveformBarsView>(0, QStringLiteral("Playhead of the direction of")), nullptr);
 }
 
-TEST_F(LineDirectionSoundTest, ATakeGoesOnWhileItsRowIsOutOfViewAndTheNextOneWaitsForItsEnd) {
+TEST_F(LineDirectionSoundTest, ATakeContinuesOutOfViewAndTheNextWaitsForItsEnd) {
     press(Qt::Key_R);
     ASSERT_TRUE(waitForStop(0));
     editor->resize(760, 260);
@@ -374,7 +374,7 @@ TEST_F(LineDirectionSoundTest, ATakeGoesOnWhileItsRowIsOutOfViewAndTheNextOneWai
     controller->selection().selectAlone(idAt(0));
     focusList();
     press(Qt::Key_R);
-    press(Qt::Key_R); // the last samples are still on their way
+    press(Qt::Key_R); // the final samples haven't arrived yet
     EXPECT_FALSE(shows(QStringLiteral("Recording is already in progress.")));
     EXPECT_TRUE(waitForDirection(0));
     EXPECT_TRUE(session->recordings().state(idAt(0)).isRecording);
@@ -383,7 +383,7 @@ TEST_F(LineDirectionSoundTest, ATakeGoesOnWhileItsRowIsOutOfViewAndTheNextOneWai
     EXPECT_TRUE(QTest::qWaitFor([&] { return line(0).sourceRecordings.size() == 2; }, deadline));
 }
 
-TEST_F(LineDirectionSoundTest, ASecondTakeEndsTheFirstAndEachGoesOnItsLine) {
+TEST_F(LineDirectionSoundTest, ASecondTakeEndsTheFirstAndEachIsStoredOnItsLine) {
     const controller::DirectionRecordings &recordings = session->recordings();
     press(Qt::Key_R);
     ASSERT_TRUE(waitForRecordingTime(0, QStringLiteral("0:01")));
@@ -400,7 +400,7 @@ TEST_F(LineDirectionSoundTest, ASecondTakeEndsTheFirstAndEachGoesOnItsLine) {
     EXPECT_EQ(line(0).sourceRecordings.size(), 1);
 }
 
-TEST_F(LineDirectionSoundTest, PlayingThatIsRefusedLeavesAMessageThatWaitsToBeRead) {
+TEST_F(LineDirectionSoundTest, RefusingToPlayKeepsAnUnreadMessage) {
     addTake(0);
     const QString kept = QStringLiteral("The recording is kept in \"Scene\".");
     controller->setSpotError(kept);
@@ -414,7 +414,7 @@ TEST_F(LineDirectionSoundTest, PlayingThatIsRefusedLeavesAMessageThatWaitsToBeRe
     EXPECT_EQ(controller->spotError(), kept);
 }
 
-TEST_F(LineDirectionSoundTest, ARecordingAtTheLowerEdgeShowsItsStrip) {
+TEST_F(LineDirectionSoundTest, RecordingAtTheLowerEdgeScrollsTheStripIntoView) {
     open(projectWith(QStringList(20, QStringLiteral("One of many lines."))));
     controller->selection().selectAlone(idAt(12));
     press(Qt::Key_R);
@@ -422,7 +422,7 @@ TEST_F(LineDirectionSoundTest, ARecordingAtTheLowerEdgeShowsItsStrip) {
     EXPECT_TRUE(isWhollyInView(12));
 }
 
-TEST_F(LineDirectionSoundTest, TheServersReturnTakesItsErrorAwayAndNoOther) {
+TEST_F(LineDirectionSoundTest, TheErrorDisappearsWhenTheServerReturns) {
     sound().kill();
     ASSERT_TRUE(
         QTest::qWaitFor([&] { return shell.sound.state() == audio::SoundServer::State::Unavailable; }, deadline));
@@ -433,7 +433,7 @@ TEST_F(LineDirectionSoundTest, TheServersReturnTakesItsErrorAwayAndNoOther) {
     EXPECT_EQ(shell.sound.state(), audio::SoundServer::State::Ready);
 }
 
-TEST_F(LineDirectionSoundTest, ADeletedLineEndsItsTakeAndGetsItWhenTheDeletionIsUndone) {
+TEST_F(LineDirectionSoundTest, DeletingALineEndsItsTakeAndUndoRestoresBoth) {
     press(Qt::Key_R);
     ASSERT_TRUE(waitForRecordingTime(0, QStringLiteral("0:01")));
     const model::LineId id = idAt(0);
@@ -445,7 +445,7 @@ TEST_F(LineDirectionSoundTest, ADeletedLineEndsItsTakeAndGetsItWhenTheDeletionIs
     EXPECT_GE(line(0).sourceRecordings.constFirst().durationSeconds, 1.0);
 }
 
-TEST_F(LineDirectionSoundTest, AMicrophonePulledOutInMidTakeLeavesThePartialTakeOnTheLine) {
+TEST_F(LineDirectionSoundTest, UnpluggingTheMicrophoneKeepsThePartialTake) {
     press(Qt::Key_R);
     ASSERT_TRUE(waitForRecordingTime(0, QStringLiteral("0:01")));
     const QStringList modules = sound()
@@ -460,7 +460,7 @@ TEST_F(LineDirectionSoundTest, AMicrophonePulledOutInMidTakeLeavesThePartialTake
     EXPECT_TRUE(isVoiceDirected(0));
 }
 
-TEST_F(LineDirectionSoundTest, PlayAndAClickInTheWaveformPlayTheDirection) {
+TEST_F(LineDirectionSoundTest, ThePlayButtonAndTheWaveformPlayTheDirection) {
     drop(1, {tone(QStringLiteral("read.wav"), 30.0)});
     ASSERT_TRUE(waitForDirection(1));
     control<QToolButton>(1, QStringLiteral("Play the direction of"))->click();
@@ -480,7 +480,7 @@ TEST_F(LineDirectionSoundTest, PlayAndAClickInTheWaveformPlayTheDirection) {
     EXPECT_FALSE(shell.routing.lastRoutingErrorMessage().has_value());
 }
 
-TEST_F(LineDirectionSoundTest, PlayAllWalksTheLinesThatHaveAudioAndReturnsToTheFirst) {
+TEST_F(LineDirectionSoundTest, PlayAllPlaysTheLinesWithAudioAndReturnsToTheFirst) {
     addTake(0);
     addTake(2);
     controller->selection().selectAll();

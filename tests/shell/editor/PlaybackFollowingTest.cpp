@@ -20,7 +20,7 @@ struct FollowingSoundServer {
     testing::SoundServerSession soundServer{testing::SoundServerSession::Kind::PulseAudio};
 };
 
-/// What the script shows of what plays, on a private sound server.
+/// The script during playback, on a private sound server.
 class PlaybackFollowingTest : private FollowingSoundServer, public ScriptEditorFixture {
 protected:
     PlaybackFollowingTest() : ScriptEditorFixture(soundServer.address()) {}
@@ -40,7 +40,7 @@ protected:
     [[nodiscard]] bool waitForProgress(double least) {
         return waitFor([this, least] { return playback->playbackProgress() > least; });
     }
-    /// Lets the playhead move on a number of times.
+    /// Waits until the playhead has moved a number of times.
     [[nodiscard]] bool waitForTicks(int ticks) {
         int seen = 0;
         const auto counting =
@@ -52,7 +52,7 @@ protected:
     [[nodiscard]] WaveformBarsView &waveform(qsizetype index) const {
         return *rowAt(index)->findChild<WaveformBarsView *>();
     }
-    /// Brings Play All to the last line.
+    /// Advances Play All to the last line.
     [[nodiscard]] bool waitForLastLine() {
         playback->seek({idAt(0), controller->media().audioURL(*controller->lines().find(idAt(0)))}, 0.97);
         return waitFor([this] { return playback->currentlyPlayingLineID() == idAt(19); });
@@ -68,7 +68,7 @@ public:
     int paints = 0;
 };
 
-TEST_F(PlaybackFollowingTest, TheMovingPlayheadDrawsNothingOfTheRowButTheWaveform) {
+TEST_F(PlaybackFollowingTest, TheMovingPlayheadRepaintsOnlyTheWaveform) {
     addTake(0);
     editor->commands().play(idAt(0));
     ASSERT_TRUE(waitForProgress(0.05));
@@ -80,20 +80,20 @@ TEST_F(PlaybackFollowingTest, TheMovingPlayheadDrawsNothingOfTheRowButTheWavefor
     PaintCounter button;
     PaintCounter bars;
     const double before = waveform(0).progress();
-    QSignalSpy told(&waveform(0), &WaveformBarsView::placeTold);
+    QSignalSpy announced(&waveform(0), &WaveformBarsView::positionAnnounced);
     stop->installEventFilter(&button);
     waveform(0).installEventFilter(&bars);
     ASSERT_TRUE(waitForTicks(10));
     EXPECT_GT(waveform(0).progress(), before);
     EXPECT_GT(bars.paints, 0);
     EXPECT_EQ(button.paints, 0);
-    EXPECT_EQ(told.count(), 0);
-    // What is read anew later shows the same place.
+    EXPECT_EQ(announced.count(), 0);
+    // A refreshed row shows the same position.
     editor->list().refreshRow(idAt(0));
     EXPECT_NEAR(waveform(0).progress(), playback->playbackProgress(), 0.001);
 }
 
-TEST_F(PlaybackFollowingTest, ATakeSaysNothingOfThePlaceInAnotherOne) {
+TEST_F(PlaybackFollowingTest, ATakeDoesNotShowTheProgressOfAnother) {
     addTake(0);
     addTake(0);
     editor->commands().play(idAt(0));
@@ -112,7 +112,7 @@ TEST_F(PlaybackFollowingTest, ATakeSaysNothingOfThePlaceInAnotherOne) {
     EXPECT_GT(waveform(0).progress(), 0.02);
 }
 
-TEST_F(PlaybackFollowingTest, PlayAllBringsTheLineItGoesOnToIntoView) {
+TEST_F(PlaybackFollowingTest, PlayAllScrollsTheNextLineIntoView) {
     addTake(0);
     addTake(19);
     editor->list().verticalScrollBar()->setValue(editor->list().verticalScrollBar()->maximum());
@@ -124,7 +124,7 @@ TEST_F(PlaybackFollowingTest, PlayAllBringsTheLineItGoesOnToIntoView) {
     EXPECT_TRUE(editor->list().isInView(idAt(19)));
 }
 
-TEST_F(PlaybackFollowingTest, PlayAllLeavesTheViewToWhoeverScrollsAwayOrWrites) {
+TEST_F(PlaybackFollowingTest, PlayAllDoesNotScrollOnceTheUserScrollsAwayOrTypes) {
     addTake(0);
     addTake(19);
     QScrollBar &bar = *editor->list().verticalScrollBar();

@@ -33,8 +33,8 @@ model::Project ScriptEditorFixture::projectWith(const QStringList &texts, const 
 
 void ScriptEditorFixture::open(model::Project project, const QSize &size) {
     const model::StoredProject stored = shell.store(QStringLiteral("Scene"), std::move(project));
-    ASSERT_FALSE(stored.folder.isEmpty()) << "the project folder could not be made";
-    session = shell.openUnheard(stored);
+    ASSERT_FALSE(stored.folder.isEmpty()) << "couldn't create the project folder";
+    session = shell.openOffline(stored);
     controller = &session->controller();
     playback = &session->playback();
     editor = std::make_unique<ScriptEditor>(*session);

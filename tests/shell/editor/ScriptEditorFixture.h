@@ -17,10 +17,10 @@
 
 namespace orlenta::shell {
 
-/// An editor on a real project in a folder of the test's own, shown and active.
+/// A visible, active editor for a real project in its own folder.
 class ScriptEditorFixture : public ::testing::Test {
 protected:
-    /// Makes no sound unless the address of a sound server is given.
+    /// Has no sound server unless an address is given.
     explicit ScriptEditorFixture(const QString &soundServer = {})
         : shell(QStringLiteral(ORLENTA_LOCAL_VOICES), soundServer) {}
 
@@ -30,16 +30,16 @@ protected:
     [[nodiscard]] model::LineId idAt(qsizetype index) const { return controller->scriptLineIds().at(index); }
     [[nodiscard]] LineRow *rowAt(qsizetype index) const { return editor->list().rowFor(idAt(index)); }
     [[nodiscard]] QString textAt(qsizetype index) const { return controller->lines().find(idAt(index))->text; }
-    /// Lets events run until the line's text has the caret.
+    /// Runs the event loop until the line's text has the caret.
     [[nodiscard]] bool hasCaret(qsizetype index) const;
-    /// Gives the line a take: a second of a tone.
+    /// Adds a take to the line: a tone of one second.
     void addTake(qsizetype index);
     void focusList();
     [[nodiscard]] QList<qsizetype> selectedIndexes() const;
 
     testing::ShellSession shell;
     std::unique_ptr<controller::ProjectSession> session;
-    /// The session's own.
+    /// Owned by the session.
     controller::ProjectController *controller = nullptr;
     audio::PlaybackController *playback = nullptr;
     std::unique_ptr<ScriptEditor> editor;

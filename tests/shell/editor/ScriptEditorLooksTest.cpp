@@ -21,7 +21,7 @@
 namespace orlenta::shell {
 namespace {
 
-/// An editor in which every kind of control and every state of a row is on screen.
+/// An editor that shows every kind of control and every state of a row.
 class ScriptEditorLooksTest : public ScriptEditorFixture {
 protected:
     void SetUp() override {
@@ -46,7 +46,7 @@ protected:
         Theme::apply(Appearance::Light);
     }
 
-    /// A change of font goes through several rounds of events.
+    /// A font change takes several rounds of events.
     static void settle() {
         for (int round = 0; round < 5; ++round) {
             QCoreApplication::sendPostedEvents();
@@ -80,7 +80,7 @@ protected:
     }
 };
 
-TEST_F(ScriptEditorLooksTest, EveryControlHasANameATooltipAndAWayByKeyboard) {
+TEST_F(ScriptEditorLooksTest, EveryControlHasANameATooltipAndKeyboardAccess) {
     for (const QWidget *widget : editor->findChildren<QWidget *>()) {
         const bool isButton = qobject_cast<const QAbstractButton *>(widget) != nullptr;
         const bool isControl = isButton || widget->focusPolicy() != Qt::NoFocus ||
@@ -111,7 +111,7 @@ TEST_F(ScriptEditorLooksTest, NothingIsClippedAtAnyInterfaceScale) {
     }
 }
 
-TEST_F(ScriptEditorLooksTest, WaveformsAtRestStandOutInEveryRowAndAppearance) {
+TEST_F(ScriptEditorLooksTest, IdleWaveformsHaveContrastInEveryRowAndAppearance) {
     controller->selection().selectAlone(idAt(0));
     editor->commands().carryOut(CommandId::SwitchDirectionMode, idAt(0), editor.get());
     for (const Appearance appearance : {Appearance::Light, Appearance::Dark}) {
@@ -122,18 +122,18 @@ TEST_F(ScriptEditorLooksTest, WaveformsAtRestStandOutInEveryRowAndAppearance) {
             const auto *waveform = rowAt(0)->findChild<TakeStrip *>()->findChild<WaveformBarsView *>();
             const QImage row = rowAt(0)->grab().toImage();
             const QRect place(waveform->mapTo(rowAt(0), QPoint()), waveform->size());
-            const QColor ground = row.pixelColor(place.left() - 2, place.center().y());
-            EXPECT_EQ(ground, selected == 0 ? ThemeColors::of(editor->palette()).surfaceSelected
-                                            : ThemeColors::of(editor->palette()).surface);
+            const QColor background = row.pixelColor(place.left() - 2, place.center().y());
+            EXPECT_EQ(background, selected == 0 ? ThemeColors::of(editor->palette()).surfaceSelected
+                                                : ThemeColors::of(editor->palette()).surface);
             double contrast = 0.0;
             for (int x = place.left(); x <= place.right(); ++x)
-                contrast = std::max(contrast, contrastRatio(row.pixelColor(x, place.center().y()), ground));
-            EXPECT_GE(contrast, 3.0) << "line " << selected + 1 << " selected, " << ground.name().toStdString();
+                contrast = std::max(contrast, contrastRatio(row.pixelColor(x, place.center().y()), background));
+            EXPECT_GE(contrast, 3.0) << "line " << selected + 1 << " selected, " << background.name().toStdString();
         }
     }
 }
 
-TEST_F(ScriptEditorLooksTest, AControlWithTheFocusLooksDifferent) {
+TEST_F(ScriptEditorLooksTest, FocusedControlsLookDifferent) {
     controller->lines().setNotes(idAt(0), QStringLiteral("Softer."));
     QWidgetList controls;
     for (QWidget *widget : editor->findChildren<QWidget *>()) {
@@ -148,20 +148,20 @@ TEST_F(ScriptEditorLooksTest, AControlWithTheFocusLooksDifferent) {
         focusList();
         const QImage without = control->grab().toImage();
         control->setFocus(Qt::TabFocusReason);
-        // The tab bar shows its ring to those who use the keyboard.
+        // The tab bar shows its focus ring only after a key press.
         QTest::keyClick(control, Qt::Key_Shift);
         EXPECT_NE(control->grab().toImage(), without) << control->accessibleName().toStdString();
     }
 }
 
-TEST_F(ScriptEditorLooksTest, FollowsTheAppearanceWhileItIsOnScreen) {
-    const auto ground = [&] { return editor->grab().toImage().pixelColor(2, editor->height() / 2); };
+TEST_F(ScriptEditorLooksTest, AppearanceChangesWhileVisible) {
+    const auto background = [&] { return editor->grab().toImage().pixelColor(2, editor->height() / 2); };
     Theme::apply(Appearance::Dark);
     QCoreApplication::processEvents();
-    EXPECT_EQ(ground(), ThemeColors::dark().window);
+    EXPECT_EQ(background(), ThemeColors::dark().window);
     Theme::apply(Appearance::Light);
     QCoreApplication::processEvents();
-    EXPECT_EQ(ground(), ThemeColors::light().window);
+    EXPECT_EQ(background(), ThemeColors::light().window);
 }
 
 } // namespace

@@ -47,7 +47,7 @@ TEST_F(ScriptEditorTest, TheListKeysMoveAndExtendTheSelection) {
     EXPECT_TRUE(editor->list().hasFocus());
 }
 
-TEST_F(ScriptEditorTest, AClickSelectsAloneAndWithShiftToggles) {
+TEST_F(ScriptEditorTest, AClickSelectsOneLineAndAShiftClickToggles) {
     open(projectWith(threeTexts));
     const auto click = [&](qsizetype index, Qt::KeyboardModifiers modifiers) {
         QTest::mouseClick(rowAt(index), Qt::LeftButton, modifiers, QPoint(40, 8));
@@ -77,7 +77,7 @@ TEST_F(ScriptEditorTest, TypingReachesTheProjectAndIsOneUndoStep) {
     EXPECT_EQ(rowAt(0)->textField().sourceText(), QStringLiteral("One. Then four words more."));
 }
 
-TEST_F(ScriptEditorTest, UndoInsideTheTextTakesBackItsOwnTypingFirstAndThenTheProjects) {
+TEST_F(ScriptEditorTest, UndoInATextUndoesItsOwnTypingFirst) {
     open(projectWith(threeTexts));
     key(Qt::Key_Return);
     ASSERT_TRUE(hasCaret(0));
@@ -92,7 +92,7 @@ TEST_F(ScriptEditorTest, UndoInsideTheTextTakesBackItsOwnTypingFirstAndThenThePr
     EXPECT_EQ(rowAt(0)->textField().sourceText(), QStringLiteral("One."));
 }
 
-TEST_F(ScriptEditorTest, TabGoesOnEditingInTheNextLine) {
+TEST_F(ScriptEditorTest, TabContinuesEditingInTheNextLine) {
     open(projectWith(threeTexts));
     key(Qt::Key_Return);
     ASSERT_TRUE(hasCaret(0));
@@ -106,7 +106,7 @@ TEST_F(ScriptEditorTest, TabGoesOnEditingInTheNextLine) {
     EXPECT_TRUE(editor->list().hasFocus());
 }
 
-TEST_F(ScriptEditorTest, ADoubleClickPutsTheCaretWhereItWas) {
+TEST_F(ScriptEditorTest, ADoubleClickPutsTheCaretAtTheClickedPoint) {
     open(projectWith(threeTexts));
     QWidget *surface = rowAt(1)->textField().viewport();
     QTest::mouseDClick(surface, Qt::LeftButton, {}, QPoint(5, surface->height() / 2));
@@ -117,7 +117,7 @@ TEST_F(ScriptEditorTest, ADoubleClickPutsTheCaretWhereItWas) {
     EXPECT_TRUE(editor->list().hasFocus());
 }
 
-TEST_F(ScriptEditorTest, ARowsControlsAreReachedAndLeftByKeyboard) {
+TEST_F(ScriptEditorTest, TheKeyboardEntersAndLeavesARowsControls) {
     open(projectWith(threeTexts));
     addTake(0);
     for (const char *name : {"Direction mode of line 1", "Edit notes of line 1", "Generate line 1", "Play line 1"}) {
@@ -154,7 +154,7 @@ TEST_F(ScriptEditorTest, ReturnPressesTheFocusedControlInsteadOfOpeningTheText) 
     EXPECT_FALSE(controller->selection().editingLineId().has_value());
 }
 
-TEST_F(ScriptEditorTest, SpaceOnAWaveformPlaysWhatTheWaveformShows) {
+TEST_F(ScriptEditorTest, SpaceOnAWaveformPlaysItsAudio) {
     open(projectWith(threeTexts));
     addTake(0);
     controller->selection().selectAlone(idAt(1));
@@ -171,7 +171,7 @@ TEST_F(ScriptEditorTest, SpaceOnAWaveformPlaysWhatTheWaveformShows) {
     EXPECT_EQ(asked.first().first().value<CommandId>(), CommandId::PlayDirection);
 }
 
-TEST_F(ScriptEditorTest, ARowShowsHowItsSpeechStands) {
+TEST_F(ScriptEditorTest, ARowShowsItsGenerationState) {
     model::Project project = projectWith(threeTexts);
     project.lines.update(project.tabs.first().lineIds.at(2), [](model::ProjectLine &line) { line.voiceId.reset(); });
     open(project);
@@ -230,13 +230,13 @@ TEST_F(ScriptEditorTest, TheTakePickerSwitchesTakes) {
     EXPECT_EQ(picker->text(), QStringLiteral("Take 2 of 2"));
 }
 
-TEST_F(ScriptEditorTest, TheWaveformOfALineInViewIsFetched) {
+TEST_F(ScriptEditorTest, FetchesTheWaveformOfAVisibleLine) {
     open(projectWith(threeTexts));
     addTake(0);
     EXPECT_TRUE(QTest::qWaitFor([&] { return rowAt(0)->content().takes.audio->waveform.size() == 200; }, 10000));
 }
 
-TEST_F(ScriptEditorTest, TheDurationOfALineInViewAppearsOnceItHasBeenRead) {
+TEST_F(ScriptEditorTest, ShowsTheDurationOfAVisibleLineOnceRead) {
     open(projectWith(threeTexts));
     addTake(1);
     auto *duration = control<QLabel>(1, QStringLiteral("Duration of line 2"));
@@ -244,7 +244,7 @@ TEST_F(ScriptEditorTest, TheDurationOfALineInViewAppearsOnceItHasBeenRead) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return duration->text() == QStringLiteral("0:03"); }, 20000));
 }
 
-TEST_F(ScriptEditorTest, AClickInTheWaveformAsksForThatPlace) {
+TEST_F(ScriptEditorTest, AClickInTheWaveformSeeks) {
     open(projectWith(threeTexts));
     addTake(0);
     auto *waveform = control<WaveformBarsView>(0, QStringLiteral("Playhead of line 1"));
@@ -254,7 +254,7 @@ TEST_F(ScriptEditorTest, AClickInTheWaveformAsksForThatPlace) {
     EXPECT_NEAR(seek.first().first().toDouble(), 0.25, 0.01);
 }
 
-TEST_F(ScriptEditorTest, AFailedHandOverStaysBelowTheLinesUntilDismissed) {
+TEST_F(ScriptEditorTest, AFailedExportIsShownUntilDismissed) {
     open(projectWith(threeTexts));
     controller->setSpotError(QStringLiteral("No lines selected."));
     QToolButton *dismiss = nullptr;

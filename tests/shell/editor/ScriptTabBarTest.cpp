@@ -32,7 +32,7 @@ protected:
     }
 };
 
-TEST_F(ScriptTabBarTest, ShowsTheProjectsTabsAndSwitchesThem) {
+TEST_F(ScriptTabBarTest, ShowsAndSwitchesTheProjectsTabs) {
     EXPECT_EQ(shownNames(), names());
     EXPECT_EQ(bar().currentIndex(), 2);
     QTest::mouseClick(&bar(), Qt::LeftButton, {}, bar().tabRect(0).center());
@@ -60,7 +60,7 @@ TEST_F(ScriptTabBarTest, RenamesByDoubleClickAndKey) {
     EXPECT_FALSE(names().contains(QStringLiteral("dropped")));
 }
 
-TEST_F(ScriptTabBarTest, ClosesByButtonAndKeyButNeverTheLast) {
+TEST_F(ScriptTabBarTest, ClosesTabsByButtonAndKeyButNeverTheLast) {
     auto *close = qobject_cast<QToolButton *>(bar().tabButton(0, QTabBar::RightSide));
     ASSERT_NE(close, nullptr);
     EXPECT_EQ(close->accessibleName(), QStringLiteral("Close Script 1"));
@@ -73,7 +73,7 @@ TEST_F(ScriptTabBarTest, ClosesByButtonAndKeyButNeverTheLast) {
     EXPECT_EQ(names().size(), 1);
 }
 
-TEST_F(ScriptTabBarTest, MovesTabsByKeyAndDragAsOneStepEach) {
+TEST_F(ScriptTabBarTest, MovingATabByKeyOrDragIsOneStep) {
     QTest::keyClick(&bar(), Qt::Key_Left, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(names().at(1), QStringLiteral("Script 3"));
     EXPECT_EQ(shownNames(), names());

@@ -34,7 +34,7 @@ using model::ProjectLineSettings;
 using testing::ShellSession;
 using testing::waitUntil;
 
-/// An inspector over a project of three lines without a voice.
+/// An inspector for a project with three lines without a voice.
 struct Inspected {
     Inspected()
         : project(shell.context.services,
@@ -91,7 +91,7 @@ TEST(Inspector, AClickOnAVoiceCastsAllSelectedLinesInOneStep) {
     EXPECT_FALSE(it.line(2).voiceId.has_value());
 }
 
-TEST(Inspector, ReturnCastsTheVoiceUnderTheKeyboardAndCastingItAgainIsNoStep) {
+TEST(Inspector, ReturnCastsTheCurrentVoiceAndRecastingItAddsNoStep) {
     Inspected it;
     ASSERT_TRUE(it.connect());
     QListView &list = *it.inspector.voices().voiceList();
@@ -107,7 +107,7 @@ TEST(Inspector, ReturnCastsTheVoiceUnderTheKeyboardAndCastingItAgainIsNoStep) {
     EXPECT_FALSE(it.controller.undoManager().canUndo());
 }
 
-TEST(Inspector, TheSearchKeepsTheVoicesThatMatch) {
+TEST(Inspector, TheSearchShowsOnlyMatchingVoices) {
     Inspected it;
     ASSERT_TRUE(it.connect());
     const speech::Voice &wanted = it.service.voices().at(3);
@@ -140,7 +140,7 @@ TEST(Inspector, ASliderOverDifferentLinesChangesOnlyItsOwnSetting) {
     EXPECT_DOUBLE_EQ(it.settings(1).style, 0.2);
 }
 
-TEST(Inspector, ADragOfASliderIsOneStep) {
+TEST(Inspector, DraggingASliderIsOneStep) {
     Inspected it;
     QSlider &style = *it.inspector.settings().slider(SettingsControlKind::Style)->slider();
     style.setSliderDown(true);
@@ -168,7 +168,7 @@ TEST(Inspector, EachModelShowsItsOwnControls) {
     }
 }
 
-TEST(Inspector, APresetWhoseVoiceIsGoneAppliesItsSettingsAndSaysSo) {
+TEST(Inspector, APresetWithAMissingVoiceAppliesItsSettingsAndSaysSo) {
     Inspected it;
     ASSERT_TRUE(it.connect());
     it.controller.selection().selectAlone(it.line(0).lineId);

@@ -20,7 +20,7 @@
 namespace orlenta {
 namespace {
 
-/// The window of a project with two lines, with the keyboard in its list.
+/// The window of a project with two lines. The list has the focus.
 class MenuBarTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -70,7 +70,7 @@ TEST_F(MenuBarTest, TheDirectionMenuActsOnTheSelectedLineAndShowsItsKeys) {
     directionAction(QStringLiteral("Direct by Text"), QStringLiteral("M"), true);
 }
 
-TEST_F(MenuBarTest, TheLettersOfDirectionCommandsAreLeftToTextsAndOtherPlaces) {
+TEST_F(MenuBarTest, DirectionKeysOnlyWorkInTheListAndNotInTexts) {
     QTest::keyClick(&window().editor().list(), Qt::Key_M);
     EXPECT_EQ(mode(0), model::DirectionMode::Voice);
     for (QComboBox *picker : window().findChildren<QComboBox *>())
@@ -88,7 +88,7 @@ TEST_F(MenuBarTest, TheLettersOfDirectionCommandsAreLeftToTextsAndOtherPlaces) {
     EXPECT_EQ(mode(0), model::DirectionMode::Voice);
 }
 
-TEST_F(MenuBarTest, TheListOfKeysHasThoseOfTheMenusAndHowToLeaveTheLines) {
+TEST_F(MenuBarTest, TheShortcutListCoversTheMenusAndLeavingTheLines) {
     QTest::keyClick(&window().editor().list(), Qt::Key_F1);
     auto *dialog = window().findChild<shell::ShortcutsDialog *>();
     ASSERT_NE(dialog, nullptr);

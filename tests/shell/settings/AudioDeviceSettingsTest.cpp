@@ -15,7 +15,7 @@ namespace {
 using testing::ShellSession;
 using testing::SoundServerSession;
 
-/// The pickers on a private sound server whose devices come and go.
+/// The pickers with a private sound server whose devices are plugged and unplugged.
 class AudioDeviceSettingsTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -52,7 +52,7 @@ protected:
     shell::AudioDeviceSettings settings{session.defaults, session.devices, session.routing};
 };
 
-TEST_F(AudioDeviceSettingsTest, ThePickersListTheDevicesBehindTheSystemDefaultAndFollowPlugging) {
+TEST_F(AudioDeviceSettingsTest, ThePickersListTheSystemDefaultFirstAndFollowPlugging) {
     for (const QString &name : {QStringLiteral("Input"), QStringLiteral("Output")})
         EXPECT_EQ(picker(name)->itemText(0), QStringLiteral("System Default"));
     EXPECT_TRUE(uids(QStringLiteral("Input")).contains(QStringLiteral("mic_a")));
@@ -63,7 +63,7 @@ TEST_F(AudioDeviceSettingsTest, ThePickersListTheDevicesBehindTheSystemDefaultAn
     EXPECT_TRUE(testing::waitUntil([this] { return !uids(QStringLiteral("Output")).contains(QStringLiteral("usb")); }));
 }
 
-TEST_F(AudioDeviceSettingsTest, AChosenDeviceThatIsPulledOutStaysStoredAndShowsAgainWhenItIsBack) {
+TEST_F(AudioDeviceSettingsTest, AnUnpluggedDeviceStaysStoredAndReappearsWhenPluggedIn) {
     const QString usb = server.addOutput(QStringLiteral("usb"));
     ASSERT_TRUE(testing::waitUntil([this] { return uids(QStringLiteral("Output")).contains(QStringLiteral("usb")); }));
     choose(QStringLiteral("Output"), QStringLiteral("usb"));
@@ -78,7 +78,7 @@ TEST_F(AudioDeviceSettingsTest, AChosenDeviceThatIsPulledOutStaysStoredAndShowsA
     EXPECT_EQ(session.defaults.outputDeviceUID(), QString());
 }
 
-TEST_F(AudioDeviceSettingsTest, TheLastRoutingFailureShowsWithItsReasonUntilSoundGoesThrough) {
+TEST_F(AudioDeviceSettingsTest, ShowsTheLastRoutingFailureUntilPlaybackSucceeds) {
     const QString title = QStringLiteral("Last playback failed to route");
     const QString reason = QStringLiteral("The output did not answer.");
     EXPECT_FALSE(shows(title));
@@ -90,15 +90,15 @@ TEST_F(AudioDeviceSettingsTest, TheLastRoutingFailureShowsWithItsReasonUntilSoun
     EXPECT_FALSE(shows(reason));
 }
 
-TEST_F(AudioDeviceSettingsTest, TheMicrophoneCountsAsGrantedWhileTheServerGivesAnInputAndAskingTellsWhyNot) {
+TEST_F(AudioDeviceSettingsTest, TheMicrophoneIsGrantedWhileThereIsAnInputAndAskingShowsWhyNot) {
     const shell::PermissionSettings permissions(session.microphone, session.commands);
-    const auto tells = [&](const QString &text) {
+    const auto isShown = [&](const QString &text) {
         for (const QLabel *label : permissions.findChildren<QLabel *>())
             if (label->text() == text)
                 return label->isVisibleTo(&permissions);
         return false;
     };
-    const auto isGranted = [&] { return tells(QStringLiteral("Granted")); };
+    const auto isGranted = [&] { return isShown(QStringLiteral("Granted")); };
     const auto ask = [&] { permissions.findChild<QPushButton *>()->click(); };
     const QString noInput = QStringLiteral("No microphone is connected.");
     const QString noServer = QStringLiteral("The sound server is not available.");
@@ -108,15 +108,15 @@ TEST_F(AudioDeviceSettingsTest, TheMicrophoneCountsAsGrantedWhileTheServerGivesA
         if (module.contains(QStringLiteral("source_name=mic_a")))
             server.remove(module.section(QLatin1Char('\t'), 0, 0));
     EXPECT_TRUE(testing::waitUntil([&] { return !isGranted(); }));
-    EXPECT_FALSE(tells(noInput));
+    EXPECT_FALSE(isShown(noInput));
     ask();
-    EXPECT_TRUE(testing::waitUntil([&] { return tells(noInput); }));
+    EXPECT_TRUE(testing::waitUntil([&] { return isShown(noInput); }));
     server.kill();
-    EXPECT_TRUE(testing::waitUntil([&] { return tells(noServer); }));
+    EXPECT_TRUE(testing::waitUntil([&] { return isShown(noServer); }));
     EXPECT_FALSE(isGranted());
     server.restart();
     EXPECT_TRUE(testing::waitUntil([&] { return isGranted(); }));
-    EXPECT_FALSE(tells(noServer));
+    EXPECT_FALSE(isShown(noServer));
 }
 
 } // namespace

@@ -42,7 +42,7 @@ bool showsText(const SettingsDialog &dialog, const QString &beginning) {
     return false;
 }
 
-TEST(SettingsDialog, StoresTheOutputFormatAndShowsWhatBelongsToIt) {
+TEST(SettingsDialog, StoresTheOutputFormatAndShowsItsOptions) {
     ShellSession session;
     SettingsDialog dialog(session.context);
     dialog.show();
@@ -66,7 +66,7 @@ TEST(SettingsDialog, StoresTheOutputFormatAndShowsWhatBelongsToIt) {
     EXPECT_EQ(picker(again, QStringLiteral("Sample Rate"))->currentText(), QStringLiteral("44.1 kHz"));
 }
 
-TEST(SettingsDialog, AThemeAndAScaleTakeEffectAtOnce) {
+TEST(SettingsDialog, ThemeAndScaleTakeEffectImmediately) {
     ShellSession session;
     const SettingsDialog dialog(session.context);
     const double height = QFontMetricsF(QApplication::font()).height();
@@ -80,7 +80,7 @@ TEST(SettingsDialog, AThemeAndAScaleTakeEffectAtOnce) {
     shell::Theme::setUiScale(1.0);
 }
 
-TEST(SettingsDialog, ReturnInAPickerDoesNotAskForTheMicrophone) {
+TEST(SettingsDialog, ReturnInAPickerDoesNotRequestTheMicrophone) {
     ShellSession session;
     SettingsDialog dialog(session.context);
     dialog.show();
@@ -92,7 +92,7 @@ TEST(SettingsDialog, ReturnInAPickerDoesNotAskForTheMicrophone) {
     EXPECT_EQ(pressed.size(), 0);
 }
 
-TEST(SettingsDialog, ADeviceThatIsAwayShowsAsTheDefaultAndStaysStored) {
+TEST(SettingsDialog, AMissingDeviceShowsAsTheDefaultAndStaysStored) {
     ShellSession session;
     session.defaults.setOutputDeviceUID(QStringLiteral("studio-monitor"));
     const SettingsDialog dialog(session.context);

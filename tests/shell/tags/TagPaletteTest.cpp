@@ -40,13 +40,13 @@ protected:
     }
 
     [[nodiscard]] TagPalette &palette() const { return *editor->findChild<TagPalette *>(); }
-    /// The visible chip of that label, or null.
+    /// The visible chip with that label, or null.
     [[nodiscard]] TagChip *chip(const QString &label) const {
         return qobject_cast<TagChip *>(testing::buttonNamed(palette(), label));
     }
     [[nodiscard]] QToolButton *toggle() const { return palette().findChild<QToolButton *>(); }
     [[nodiscard]] ScriptTextField &field(qsizetype index) const { return rowAt(index)->textField(); }
-    /// Puts the caret into the line's text, with this selection.
+    /// Puts the caret into the line's text and selects this range.
     void edit(qsizetype index, const controller::TextRange &range) {
         editor->commands().edit(idAt(index));
         ASSERT_TRUE(hasCaret(index));
@@ -61,7 +61,7 @@ protected:
     }
 };
 
-TEST_F(TagPaletteTest, ShowsAMenuForEachCategoryOrARowOfChips) {
+TEST_F(TagPaletteTest, ShowsAMenuOrARowOfChipsForEachCategory) {
     open(projectWith(helloAndSecond));
     settle();
     EXPECT_EQ(chipLabels(), QStringList({QStringLiteral("Emotion"), QStringLiteral("Vocal"), QStringLiteral("Pacing"),
@@ -85,7 +85,7 @@ TEST_F(TagPaletteTest, ShowsAMenuForEachCategoryOrARowOfChips) {
               QStringLiteral("Capitalize selected text for emphasis (Alt+Shift+S)"));
 }
 
-TEST_F(TagPaletteTest, TheMenuCommandTogglesTheFormAndIsNamedAfterWhatItDoes) {
+TEST_F(TagPaletteTest, TheMenuCommandTogglesTheFormAndItsOwnTitle) {
     open(projectWith(helloAndSecond));
     const ProjectActions actions(*session);
     editor->addAction(actions[CommandId::ToggleTagToolbar]);
@@ -99,7 +99,7 @@ TEST_F(TagPaletteTest, TheMenuCommandTogglesTheFormAndIsNamedAfterWhatItDoes) {
     EXPECT_TRUE(field(0).hasFocus());
 }
 
-TEST_F(TagPaletteTest, AClickOnAChipPutsTheTagAtTheCaretOfTheTextWhichKeepsTheKeyboard) {
+TEST_F(TagPaletteTest, ClickingAChipInsertsTheTagAtTheCaretAndKeepsTheFocusInTheText) {
     openExpanded();
     edit(0, {5, 0});
     QTest::mouseClick(chip(QStringLiteral("whispers")), Qt::LeftButton);
@@ -115,7 +115,7 @@ TEST_F(TagPaletteTest, AClickOnAChipPutsTheTagAtTheCaretOfTheTextWhichKeepsTheKe
     EXPECT_EQ(field(0).sourceText(), textAt(0));
 }
 
-TEST_F(TagPaletteTest, AClickBetweenTheChipsLeavesTheKeyboardToTheText) {
+TEST_F(TagPaletteTest, ClickingBetweenChipsKeepsTheFocusInTheText) {
     openExpanded();
     edit(0, {2, 3});
     const QWidget *area = palette().findChild<QScrollArea *>()->viewport();
@@ -124,7 +124,7 @@ TEST_F(TagPaletteTest, AClickBetweenTheChipsLeavesTheKeyboardToTheText) {
     EXPECT_EQ(field(0).sourceSelection(), (controller::TextRange{2, 3}));
 }
 
-TEST_F(TagPaletteTest, ATagOfAMenuGoesInAtTheCaretToo) {
+TEST_F(TagPaletteTest, ChoosingATagFromAMenuInsertsItAtTheCaret) {
     open(projectWith(helloAndSecond));
     edit(0, {5, 0});
     QMenu *menu = chip(QStringLiteral("Emotion"))->menu();
@@ -134,18 +134,18 @@ TEST_F(TagPaletteTest, ATagOfAMenuGoesInAtTheCaretToo) {
     };
     QObject::connect(menu, &QMenu::aboutToShow, menu, choose, Qt::QueuedConnection);
     QSignalSpy hidden(menu, &QMenu::aboutToHide);
-    // Before Qt 6.8 this returns when the menu has closed, since then immediately.
+    // Before Qt 6.8, returns when the menu has closed; since then, immediately.
     QTest::mousePress(chip(QStringLiteral("Emotion")), Qt::LeftButton);
     ASSERT_TRUE(!hidden.isEmpty() || hidden.wait());
     EXPECT_EQ(textAt(0), QStringLiteral("Hello [excited] World"));
     EXPECT_EQ(controller->selection().editingLineId(), idAt(0));
-    // Not every platform makes the window active again behind a menu that has closed.
+    // Not every platform reactivates the window after a menu has closed.
     editor->activateWindow();
     EXPECT_TRUE(hasCaret(0));
     EXPECT_EQ(field(0).sourceSelection(), (controller::TextRange{15, 0}));
 }
 
-TEST_F(TagPaletteTest, StressByButtonAndByKeyTogglesTheSelectedTextAndKeepsItSelected) {
+TEST_F(TagPaletteTest, StressTogglesTheSelectedTextAndKeepsItSelected) {
     open(projectWith(helloAndSecond));
     edit(0, {6, 5});
     QTest::mouseClick(chip(QStringLiteral("STRESS")), Qt::LeftButton);
@@ -160,7 +160,7 @@ TEST_F(TagPaletteTest, StressByButtonAndByKeyTogglesTheSelectedTextAndKeepsItSel
     EXPECT_EQ(textAt(0), QStringLiteral("Hello WORLD"));
 }
 
-TEST_F(TagPaletteTest, ByKeyboardAChipWorksWhereTheCaretWasLast) {
+TEST_F(TagPaletteTest, PressingAChipByKeyInsertsAtTheLastCaretPosition) {
     openExpanded();
     edit(0, {5, 0});
     QTest::keyClick(&field(0), Qt::Key_Escape);
@@ -173,7 +173,7 @@ TEST_F(TagPaletteTest, ByKeyboardAChipWorksWhereTheCaretWasLast) {
     EXPECT_TRUE(sad->hasFocus());
 }
 
-TEST_F(TagPaletteTest, IsOnlyOpenToUseWithOneSelectedLine) {
+TEST_F(TagPaletteTest, IsOnlyEnabledWithOneSelectedLine) {
     openExpanded();
     EXPECT_TRUE(chip(QStringLiteral("sad"))->isEnabled());
     controller->selection().selectAll();
@@ -203,7 +203,7 @@ TEST_F(TagPaletteTest, ChipsAreReadableInTheirCategorysColours) {
               QColor::fromRgbF(0.34F, 0.17F, 0.24F).rgb());
 }
 
-TEST_F(TagPaletteTest, FitsAtEveryScaleAndWidthAndLeavesTheListItsRoom) {
+TEST_F(TagPaletteTest, FitsAtEveryScaleAndWidthAndLeavesRoomForTheList) {
     openExpanded();
     for (const double scale : {1.0, 1.5, 2.0}) {
         Theme::setUiScale(scale);

@@ -27,18 +27,18 @@ QColor strongestColor(const QImage &image) {
 
 TEST(Theme, TextIsReadableOnEverySurfaceOfBothAppearances) {
     for (const ThemeColors *colors : {&ThemeColors::light(), &ThemeColors::dark()}) {
-        for (const QColor &ground : {colors->window, colors->surface, colors->surfaceSelected, colors->field}) {
+        for (const QColor &background : {colors->window, colors->surface, colors->surfaceSelected, colors->field}) {
             for (const QColor &ink :
                  {colors->text, colors->textMuted, colors->placeholder, colors->accent, colors->danger})
-                EXPECT_GE(contrastRatio(ink, ground), 4.5)
-                    << ink.name().toStdString() << " on " << ground.name().toStdString();
+                EXPECT_GE(contrastRatio(ink, background), 4.5)
+                    << ink.name().toStdString() << " on " << background.name().toStdString();
         }
         EXPECT_GE(contrastRatio(colors->onAccent, colors->accent), 4.5);
         EXPECT_GE(contrastRatio(colors->onAccent, colors->accentHover), 4.5);
     }
 }
 
-TEST(Theme, AnyCastColourBecomesReadableOnItsSurface) {
+TEST(Theme, EveryCastColourIsMadeReadableOnItsSurface) {
     for (const ThemeColors *colors : {&ThemeColors::light(), &ThemeColors::dark()})
         for (const QRgb cast : {0x7F78DEu, 0xFFFF00u, 0x101010u, 0xFFFFFFu, 0x33AA55u})
             EXPECT_GE(contrastRatio(readableOn(colors->surface, QColor(cast)), colors->surface), 4.5);
@@ -53,7 +53,7 @@ TEST(Theme, ChangesTheWholeApplicationAtOnce) {
     EXPECT_EQ(Theme::appearanceFromText(QStringLiteral("sepia")), Appearance::Auto);
 }
 
-TEST(Theme, TheInterfaceScaleReachesEveryMeasureAndGoesBack) {
+TEST(Theme, TheInterfaceScaleAffectsEveryMeasureAndCanBeReset) {
     const int before = QFontMetrics(QApplication::font()).height();
     const int buttonBefore = QPushButton(QStringLiteral("Generate")).sizeHint().height();
     Theme::setUiScale(2.0);
@@ -75,7 +75,7 @@ TEST(Icon, EveryIconDrawsAtEverySizeAndScale) {
     EXPECT_TRUE(Icon::named(QStringLiteral("no such icon")).isNull());
 }
 
-TEST(Icon, TakesItsColourFromThePaletteOfTheMoment) {
+TEST(Icon, UsesTheColourOfTheCurrentPalette) {
     const QIcon icon = Icon::named(QStringLiteral("stop"));
     EXPECT_EQ(strongestColor(icon.pixmap(32, 32).toImage()), ThemeColors::light().text);
     Theme::apply(Appearance::Dark);

@@ -14,7 +14,7 @@ namespace {
 
 using testing::waitUntil;
 
-/// A project whose first line is being recorded.
+/// A window of a project whose first line is being recorded.
 class ClosingWhileRecordingTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -43,7 +43,7 @@ protected:
     QString folder;
 };
 
-TEST_F(ClosingWhileRecordingTest, AWindowAsksToSaveTheTakeThatItsClosingEnded) {
+TEST_F(ClosingWhileRecordingTest, ClosingAWindowEndsTheTakeAndAsksToSaveIt) {
     EXPECT_FALSE(project().window().close());
     EXPECT_FALSE(project().window().close());
     ASSERT_TRUE(waitUntil([this] { return confirmation() != nullptr; }));
@@ -52,7 +52,7 @@ TEST_F(ClosingWhileRecordingTest, AWindowAsksToSaveTheTakeThatItsClosingEnded) {
     EXPECT_EQ(takesOnDisk(), 1);
 }
 
-TEST_F(ClosingWhileRecordingTest, AWindowClosedRightAfterTheStopWaitsForTheTake) {
+TEST_F(ClosingWhileRecordingTest, ClosingRightAfterStoppingWaitsForTheTake) {
     recordings().stop(lineId());
     EXPECT_FALSE(project().window().close());
     ASSERT_TRUE(waitUntil([this] { return confirmation() != nullptr; }));
@@ -65,7 +65,7 @@ TEST_F(ClosingWhileRecordingTest, AWindowClosedRightAfterTheStopWaitsForTheTake)
 
 TEST_F(ClosingWhileRecordingTest, QuittingAsksToSaveTheTake) {
     std::optional<ProjectWindowController::CloseOutcome> outcome;
-    windows.resolveUnsavedProjects([&outcome](ProjectWindowController::CloseOutcome told) { outcome = told; });
+    windows.resolveUnsavedProjects([&outcome](ProjectWindowController::CloseOutcome reported) { outcome = reported; });
     ASSERT_TRUE(waitUntil([this] { return confirmation() != nullptr; }));
     testing::buttonNamed(*confirmation(), QStringLiteral("Save"))->click();
     EXPECT_EQ(outcome, ProjectWindowController::CloseOutcome::Proceed);

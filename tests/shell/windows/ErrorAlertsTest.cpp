@@ -36,7 +36,7 @@ protected:
     QStringList dismissed;
 };
 
-TEST_F(ErrorAlertsTest, OneFailureAfterTheOtherIsReadAndDismissed) {
+TEST_F(ErrorAlertsTest, FailuresAreShownOneAfterTheOther) {
     fail(AlertSource::Generation, u"First"_s);
     fail(AlertSource::Playback, u"Second"_s);
     fail(AlertSource::Save, u"Third"_s);
@@ -52,7 +52,7 @@ TEST_F(ErrorAlertsTest, OneFailureAfterTheOtherIsReadAndDismissed) {
     EXPECT_EQ(dismissed, QStringList{u"First"_s});
 }
 
-/// Fails anew just as a box goes off the screen.
+/// Reports another failure just when the box is hidden.
 class FailureWhileClosing final : public QObject {
 public:
     explicit FailureWhileClosing(std::function<void()> fail) : m_fail(std::move(fail)) {}
@@ -66,7 +66,7 @@ private:
     std::function<void()> m_fail;
 };
 
-TEST_F(ErrorAlertsTest, AFailureThatComesWhileTheBoxClosesGetsABoxOfItsOwn) {
+TEST_F(ErrorAlertsTest, AFailureWhileTheBoxClosesGetsItsOwnBox) {
     fail(AlertSource::Playback, u"First"_s);
     FailureWhileClosing again([this] {
         fail(AlertSource::Playback, u"Second"_s);
@@ -80,12 +80,12 @@ TEST_F(ErrorAlertsTest, AFailureThatComesWhileTheBoxClosesGetsABoxOfItsOwn) {
     EXPECT_EQ(dismissed, QStringList({u"First"_s, u"Second"_s}));
 }
 
-TEST(ProjectWindowAlerts, AFailedPlaybackWaitsUntilTheFailedGenerationHasBeenRead) {
+TEST(ProjectWindowAlerts, APlaybackFailureWaitsUntilTheGenerationFailureIsDismissed) {
     testing::ShellSession session;
     ProjectWindows windows(session.context);
     ASSERT_TRUE(windows.openProject(session.makeProject(u"Failing"_s, {u"Clara: Hello."_s}).folder));
     ProjectWindowController &project = *windows.open().front();
-    // Nobody listens there.
+    // No server listens on this port.
     project.elevenLabsService().useEndpoint(QUrl(u"http://127.0.0.1:1"_s));
     const ErrorAlerts &alerts = project.window().alerts();
     const auto line = [&project] { return *project.controller().project().linesInOrder().front(); };

@@ -37,7 +37,7 @@ protected:
         for (const auto &project : windows.open())
             project->controller().discardChanges();
     }
-    /// A window on a project of two selected lines, each with a take.
+    /// Opens a window for a project with two selected lines that have takes.
     ProjectWindowController &open(const QString &name) {
         const model::StoredProject stored = session.makeProject(name, {QStringLiteral("One."), QStringLiteral("Two.")});
         EXPECT_TRUE(windows.openProject(stored.folder));
@@ -67,7 +67,7 @@ protected:
     static bool waitForEnd(const ProjectWindowController &project) {
         return waitUntil([&] { return !project.window().exportFlow().isBusy(); });
     }
-    /// The joined files that there are; the folder is this run's own.
+    /// The existing joined files. The folder is private to this test run.
     static QStringList joinedFiles() {
         return QDir(base::PrivateFolders::temporary() + QStringLiteral("/OrlentaStitchedAudio")).entryList(QDir::Files);
     }
@@ -76,7 +76,7 @@ protected:
     shell::ProjectWindows windows{session.context};
 };
 
-TEST_F(ExportFlowTest, TwoWindowsExportAtATime) {
+TEST_F(ExportFlowTest, TwoWindowsCanExportAtTheSameTime) {
     ProjectWindowController &first = open(QStringLiteral("First"));
     ProjectWindowController &second = open(QStringLiteral("Second"));
     QFileDialog *asked = ask(first, MultiLineOutput::Continuous);
@@ -90,7 +90,7 @@ TEST_F(ExportFlowTest, TwoWindowsExportAtATime) {
     }
 }
 
-TEST_F(ExportFlowTest, TheJoinedFileGoesWithTheExport) {
+TEST_F(ExportFlowTest, TheJoinedFileIsDeletedAfterTheExport) {
     const QStringList before = joinedFiles();
     ProjectWindowController &project = open(QStringLiteral("Gone"));
     QFileDialog *dialog = ask(project, MultiLineOutput::Continuous);
@@ -110,12 +110,12 @@ TEST_F(ExportFlowTest, TheJoinedFileGoesWithTheExport) {
     EXPECT_TRUE(waitUntil([&] { return joinedFiles() == before; }));
 }
 
-TEST_F(ExportFlowTest, TheWindowShowsARunningExportAndStartsNoOther) {
+TEST_F(ExportFlowTest, TheWindowShowsARunningExportAndRefusesAnother) {
     ProjectWindowController &project = open(QStringLiteral("Busy"));
     controller::ProjectController &document = project.controller();
     const QString target = session.path(QStringLiteral("clips"));
     ASSERT_TRUE(QDir().mkpath(target));
-    // As long as this is being written, whoever wants to replace it waits.
+    // While this file is pending, anyone who wants to replace it waits.
     const QString clip = document.takes().clipName(*document.project().linesInOrder().front()) + QStringLiteral(".wav");
     auto held = std::make_unique<base::Result<base::PendingFile, base::FileError>>(
         base::PendingFile::create(target + u'/' + clip));

@@ -25,7 +25,7 @@ namespace {
 
 using testing::waitUntil;
 
-/// A window on a project whose first line has a long take and a direction.
+/// A window of a project whose first line has a long take and a direction.
 class PlayingTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -67,7 +67,7 @@ protected:
     ProjectWindows windows{session.context};
 };
 
-TEST_F(PlayingTest, EveryWayOfStoppingTakesThePlayheadAway) {
+TEST_F(PlayingTest, EveryWayOfStoppingHidesThePlayhead) {
     const QList<std::function<void()>> ways{[this] { actions()[CommandId::Play]->trigger(); }, [this] { pressSpace(); },
                                             [this] { control<QToolButton>(u"Stop line 1"_s)->click(); }};
     for (const auto &stop : ways) {
@@ -82,7 +82,7 @@ TEST_F(PlayingTest, EveryWayOfStoppingTakesThePlayheadAway) {
     }
 }
 
-TEST_F(PlayingTest, NothingPlaysWhileATakeRecordsAndTheUserIsToldWhy) {
+TEST_F(PlayingTest, PlayingIsRefusedWithAMessageWhileRecording) {
     ScriptCommands &commands = editor().commands();
     actions()[CommandId::Play]->trigger();
     ASSERT_TRUE(playback().isPlaying());

@@ -30,7 +30,7 @@ using testing::buttonNamed;
 using testing::ShellSession;
 using testing::waitUntil;
 
-/// One session with open projects.
+/// A session with open projects.
 struct OpenProjects {
     OpenProjects() : windows(session.context) {}
 
@@ -66,7 +66,7 @@ void answer(const ProjectWindowController &project, const QString &button) {
     choice->click();
 }
 
-TEST(ProjectWindow, OffersTheVoicesOfThisMachineToAUserWithoutAnAccount) {
+TEST(ProjectWindow, OffersLocalVoicesWithoutAnAccount) {
     OpenProjects it;
     ProjectWindowController &project = it.open(QStringLiteral("First"), {QStringLiteral("Hello.")});
     QAbstractButton *offer = nullptr;
@@ -79,7 +79,7 @@ TEST(ProjectWindow, OffersTheVoicesOfThisMachineToAUserWithoutAnAccount) {
     EXPECT_TRUE(waitUntil([&] { return !offer->isVisible(); }));
 }
 
-TEST(ProjectWindow, ClosesACleanProjectWithoutAWord) {
+TEST(ProjectWindow, ClosesACleanProjectWithoutAsking) {
     OpenProjects it;
     ProjectWindowController &project = it.open(QStringLiteral("Clean"), {QStringLiteral("Hello.")});
     EXPECT_EQ(project.window().size(), QSize(1000, 700));
@@ -89,7 +89,7 @@ TEST(ProjectWindow, ClosesACleanProjectWithoutAWord) {
     EXPECT_TRUE(waitUntil([&] { return allClosed.count() == 1; }));
 }
 
-TEST(ProjectWindow, AsksOnceBeforeItClosesAnEditedProject) {
+TEST(ProjectWindow, AsksOnceBeforeClosingAnEditedProject) {
     OpenProjects it;
     ProjectWindowController &project = it.open(QStringLiteral("Edited"), {QStringLiteral("Hello.")});
     OpenProjects::edit(project);
@@ -107,7 +107,7 @@ TEST(ProjectWindow, AsksOnceBeforeItClosesAnEditedProject) {
     EXPECT_TRUE(project.controller().hasUnsavedChanges());
 }
 
-TEST(ProjectWindow, SavesOrDropsTheChangesAsToldAndCloses) {
+TEST(ProjectWindow, SavesOrDiscardsTheChangesAndCloses) {
     OpenProjects it;
     ProjectWindowController &saved = it.open(QStringLiteral("Saved"), {QStringLiteral("Hello.")});
     ProjectWindowController &dropped = it.open(QStringLiteral("Dropped"), {QStringLiteral("Hello.")});
@@ -132,7 +132,7 @@ TEST(ProjectWindow, SavingClearsTheEditedMark) {
     EXPECT_EQ(OpenProjects::linesOnDisk(project.folder()), 2);
 }
 
-TEST(ProjectWindow, AFailedSaveIsToldAndTheWindowStays) {
+TEST(ProjectWindow, AFailedSaveShowsAnAlertAndKeepsTheWindowOpen) {
     OpenProjects it;
     ProjectWindowController &project = it.open(QStringLiteral("Lost"), {QStringLiteral("Hello.")});
     OpenProjects::edit(project);
@@ -143,7 +143,7 @@ TEST(ProjectWindow, AFailedSaveIsToldAndTheWindowStays) {
     EXPECT_TRUE(project.controller().hasUnsavedChanges());
     ASSERT_NE(project.window().alerts().box(), nullptr);
     EXPECT_FALSE(project.window().alerts().box()->text().isEmpty());
-    // Failing again changes the words of the one alert.
+    // Further failures update the same alert.
     project.window().actions()[controller::CommandId::SaveProject]->trigger();
     project.window().actions()[controller::CommandId::SaveProject]->trigger();
     project.window().alerts().box()->accept();
@@ -160,7 +160,7 @@ TEST(ProjectWindow, AProjectOpenedTwiceHasOneWindow) {
     EXPECT_EQ(it.windows.open().size(), 1U);
 }
 
-TEST(ProjectWindow, AFileThatIsNoProjectOpensNoWindowAndSaysWhy) {
+TEST(ProjectWindow, AnInvalidProjectFileShowsWhyAndOpensNoWindow) {
     OpenProjects it;
     const auto write = [&it](const QString &name, const QByteArray &bytes) {
         QFile file(it.session.path(name));
@@ -192,7 +192,7 @@ TEST(ProjectWindow, AFileThatIsNoProjectOpensNoWindowAndSaysWhy) {
     EXPECT_TRUE(it.windows.isEmpty());
 }
 
-TEST(ProjectWindow, QuittingAsksAboutEachProjectAndACancelKeepsAll) {
+TEST(ProjectWindow, QuittingAsksAboutEachProjectAndCancelKeepsThemOpen) {
     OpenProjects it;
     ProjectWindowController &first = it.open(QStringLiteral("First"), {QStringLiteral("Hello.")});
     ProjectWindowController &second = it.open(QStringLiteral("Second"), {QStringLiteral("Hello.")});
@@ -220,7 +220,7 @@ TEST(ProjectWindow, QuittingAsksAboutEachProjectAndACancelKeepsAll) {
     EXPECT_EQ(outcomes.first(), ProjectWindowController::CloseOutcome::Proceed);
 }
 
-TEST(ProjectWindow, QuittingAsksAboutWhatChangesWhileItAsks) {
+TEST(ProjectWindow, QuittingAsksAboutProjectsEditedMeanwhile) {
     OpenProjects it;
     ProjectWindowController &first = it.open(QStringLiteral("First"), {QStringLiteral("Hello.")});
     ProjectWindowController &second = it.open(QStringLiteral("Second"), {QStringLiteral("Hello.")});
@@ -236,7 +236,7 @@ TEST(ProjectWindow, QuittingAsksAboutWhatChangesWhileItAsks) {
     EXPECT_FALSE(second.controller().hasUnsavedChanges());
 }
 
-TEST(ProjectWindow, GeneratingALineEndsInATakeThatRedoesAsATake) {
+TEST(ProjectWindow, GeneratingALineAddsATakeThatCanBeUndoneAndRedone) {
     OpenProjects it;
     ASSERT_TRUE(it.session.startLocalVoices());
     ProjectWindowController &project = it.open(QStringLiteral("Spoken"), {QStringLiteral("Clara: Good morning.")});
@@ -263,7 +263,7 @@ TEST(ProjectWindow, GeneratingALineEndsInATakeThatRedoesAsATake) {
     project.controller().discardChanges();
 }
 
-TEST(ProjectWindow, ClosingWhileALineIsGeneratedDropsTheRest) {
+TEST(ProjectWindow, ClosingWhileGeneratingCancelsTheRest) {
     OpenProjects it;
     ASSERT_TRUE(it.session.startLocalVoices());
     ProjectWindowController &kept = it.open(QStringLiteral("Kept"), {QStringLiteral("Clara: Still here.")});
@@ -278,13 +278,13 @@ TEST(ProjectWindow, ClosingWhileALineIsGeneratedDropsTheRest) {
     closed.controller().discardChanges();
     EXPECT_TRUE(closed.window().close());
     EXPECT_TRUE(waitUntil([&] { return gone.isNull(); }));
-    // The other window's service goes on.
+    // The other window's service still works.
     kept.window().actions()[controller::CommandId::Generate]->trigger();
     EXPECT_TRUE(waitUntil([&] { return kept.controller().project().linesInOrder().at(0)->takes.size() == 1; }));
     kept.controller().discardChanges();
 }
 
-TEST(ProjectWindow, CutCopyAndPasteAreForLinesWhereNoTextHasTheKeyboard) {
+TEST(ProjectWindow, CutCopyAndPasteActOnLinesWhenNoTextHasTheFocus) {
     OpenProjects it;
     ProjectWindowController &project =
         it.open(QStringLiteral("Clips"), {QStringLiteral("One."), QStringLiteral("Two.")});

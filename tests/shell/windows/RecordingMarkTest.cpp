@@ -22,7 +22,7 @@ namespace {
 using testing::buttonNamed;
 using testing::waitUntil;
 
-TEST(RecordingMark, TellsOfTheTakeFromAnyTabLeadsToItsLineAndEndsIt) {
+TEST(RecordingMark, ShowsTheTakeFromAnyTabAndCanGoToItsLineAndStopIt) {
     testing::SoundServerSession server(testing::SoundServerSession::Kind::PulseAudio);
     ASSERT_EQ(server.failure(), QString());
     testing::ShellSession session(QString(), server.address());

@@ -18,7 +18,7 @@ namespace {
 using shell::Theme;
 using testing::ShellSession;
 
-/// Every window there is, on screen, with what they need.
+/// All windows of the application, on screen.
 struct AllWindows {
     AllWindows()
         : projects(session.context), service(session.defaults, session.credentials),
@@ -51,13 +51,13 @@ TEST(WindowLayout, EveryControlHasAnAccessibleNameAndATooltip) {
     }
 }
 
-TEST(WindowLayout, NoTextIsCutOffAtAnyScale) {
+TEST(WindowLayout, NoTextIsClippedAtAnyScale) {
     for (const double scale : {1.0, 1.5, 2.0}) {
         Theme::setUiScale(scale);
         AllWindows windows;
         for (QWidget *window : windows.all) {
             ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
-            // The smallest size that the window allows is the hardest.
+            // The window's minimum size is the hardest.
             window->resize(window->minimumSize());
             QCoreApplication::processEvents();
             const QStringList clipped = testing::clippedTexts(*window);
@@ -68,7 +68,7 @@ TEST(WindowLayout, NoTextIsCutOffAtAnyScale) {
     Theme::setUiScale(1.0);
 }
 
-TEST(WindowLayout, AChangeOfAppearanceReachesEveryLabel) {
+TEST(WindowLayout, AppearanceChangesReachEveryLabel) {
     AllWindows windows;
     for (const shell::Appearance appearance : {shell::Appearance::Dark, shell::Appearance::Light}) {
         Theme::apply(appearance);
@@ -86,7 +86,7 @@ TEST(WindowLayout, AChangeOfAppearanceReachesEveryLabel) {
     }
 }
 
-TEST(WindowLayout, AChangeOfScaleReachesOpenWindows) {
+TEST(WindowLayout, ScaleChangesReachOpenWindows) {
     AllWindows windows;
     Theme::setUiScale(1.5);
     QCoreApplication::processEvents();

@@ -13,7 +13,7 @@
 namespace orlenta::shell {
 namespace {
 
-/// The lines in view are its children, in their order, and the scroll bar behind them.
+/// Its children are the visible rows in order, then the scroll bar.
 class ScriptListInterface final : public QAccessibleWidget {
 public:
     explicit ScriptListInterface(ScriptListView *list) : QAccessibleWidget(list, QAccessible::List) {}
@@ -54,7 +54,7 @@ public:
     explicit LineRowInterface(LineRow *row) : QAccessibleWidget(row, QAccessible::ListItem) {}
 
     QAccessibleInterface *parent() const override {
-        // The viewport between the two is nothing to anyone.
+        // Skip the viewport between row and list.
         return QAccessible::queryAccessibleInterface(row().parentWidget()->parentWidget());
     }
     QAccessible::State state() const override {
@@ -77,7 +77,7 @@ private:
     [[nodiscard]] LineRow &row() const { return *static_cast<LineRow *>(widget()); }
 };
 
-/// The playhead in percent of the sound.
+/// The playhead in percent of the audio's length.
 class WaveformInterface final : public QAccessibleWidget, public QAccessibleValueInterface {
 public:
     explicit WaveformInterface(WaveformBarsView *waveform) : QAccessibleWidget(waveform, QAccessible::Slider) {}

@@ -114,14 +114,14 @@ AudioContent ScriptLines::audio(const model::LineId &id, controller::AudioKind k
     audio.waveform = peaks;
     if (peaks.isEmpty())
         m_controller.waveforms().request(id, kind);
-    // Whichever row shows the line by then asks for its content again.
+    // Once the duration is known, the row that shows the line reads its content again.
     controller::LineRuntimeSignal *signal = m_controller.runtime().signalFor(id);
     const QString context =
         isGenerated ? QStringLiteral("ScriptLineView.takeDuration") : QStringLiteral("ScriptLineView.audioDuration");
     audio.duration = LineDurations::text(LineDurations::duration(file, context, signal, [signal] { signal->bump(); }));
     if (isGenerated ? m_playback.isCurrentGenerated(id) : m_playback.isCurrentSource(id)) {
         audio.playback = m_playback.isPlaying() ? RowPlayback::Playing : RowPlayback::Current;
-        audio.progress = m_heard == file ? m_playback.playbackProgress() : 0.0;
+        audio.progress = m_playheadAudio == file ? m_playback.playbackProgress() : 0.0;
     }
     return audio;
 }

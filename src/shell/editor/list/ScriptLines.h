@@ -27,11 +27,11 @@ public:
 
     [[nodiscard]] const model::LineIdList &lineIds() const override;
     [[nodiscard]] LineOutline outline(const model::LineId &id) const override;
-    /// Asks for the line's waveforms and durations, too, where they are missing; its row is told when they arrive.
+    /// Also requests missing waveforms and durations; the row is notified when they arrive.
     [[nodiscard]] LineRowContent content(const model::LineId &id, qsizetype index) const override;
-    /// The file that the playhead is in. A line that has come to another one shows nothing of its progress.
-    void setHeardAudio(const QUrl &file) { m_heard = file; }
-    [[nodiscard]] const QUrl &heardAudio() const { return m_heard; }
+    /// The file that the playhead is in. A line whose active file is another one shows no progress.
+    void setPlayheadAudio(const QUrl &file) { m_playheadAudio = file; }
+    [[nodiscard]] const QUrl &playheadAudio() const { return m_playheadAudio; }
     QMetaObject::Connection watch(const model::LineId &id, QObject *row, const std::function<void()> &changed) override;
 
 private:
@@ -44,7 +44,7 @@ private:
     controller::ProjectController &m_controller;
     audio::PlaybackController &m_playback;
     const controller::DirectionRecordings &m_recordings;
-    QUrl m_heard;
+    QUrl m_playheadAudio;
 };
 
 } // namespace orlenta::shell

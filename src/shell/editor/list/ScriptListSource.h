@@ -11,7 +11,7 @@
 
 namespace orlenta::shell {
 
-/// What a script list shows: the lines in their order, and each one's content when it comes into view. Main thread.
+/// Provides a script list with the lines in order, and with a line's content once it is visible. Main thread.
 class ScriptListSource {
 public:
     ScriptListSource() = default;
@@ -20,10 +20,10 @@ public:
     ScriptListSource &operator=(const ScriptListSource &) = delete;
 
     [[nodiscard]] virtual const model::LineIdList &lineIds() const = 0;
-    /// Cheap: it is asked for every line when a tab opens.
+    /// Must be cheap: the list calls it for every line when a tab opens.
     [[nodiscard]] virtual LineOutline outline(const model::LineId &id) const = 0;
     [[nodiscard]] virtual LineRowContent content(const model::LineId &id, qsizetype index) const = 0;
-    /// Calls back when what a row shows of the line is out of date, until disconnected or `row` is gone.
+    /// Calls `changed` when a row's content is out of date, until disconnected or `row` is destroyed.
     virtual QMetaObject::Connection watch(const model::LineId &id, QObject *row,
                                           const std::function<void()> &changed) = 0;
 };

@@ -22,8 +22,8 @@ ScriptListView::ScriptListView(ScriptListSource &source, ScriptTextField::Factor
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     installScriptAccessibility();
     setAccessibleName(QStringLiteral("Script lines"));
-    setAccessibleDescription(QStringLiteral("Up and Down choose a line, Return edits its text, Right goes to its "
-                                            "controls, Escape comes back, F6 leaves the list"));
+    setAccessibleDescription(QStringLiteral("Up and Down select a line, Return edits its text, Right moves to its "
+                                            "controls, Escape returns to the list, F6 leaves it"));
     viewport()->setBackgroundRole(QPalette::Window);
     verticalScrollBar()->setAccessibleName(QStringLiteral("Scroll script lines"));
 }
@@ -35,7 +35,7 @@ void ScriptListView::reload() {
         for (LineRow *row : std::as_const(m_rows))
             if (row->y() == before->y && m_indexes.value(row->lineId(), -1) == before->index)
                 topId = row->lineId();
-    takeOverLines();
+    readLines();
     const auto top = topId ? m_indexes.constFind(*topId) : m_indexes.constEnd();
     if (top != m_indexes.constEnd())
         layOutFrom({*top, before->y});
@@ -44,15 +44,15 @@ void ScriptListView::reload() {
     refreshRows();
 }
 
-void ScriptListView::takeOverLines() {
-    // A row that loses the focus may change its height; the rest is laid out once every row that has to go is gone.
+void ScriptListView::readLines() {
+    // Losing the focus may change a row's height. Lay out the rest once all removed rows are gone.
     const QScopedValueRollback guard(m_isLayingOut, true);
     m_indexes.clear();
     m_ids = m_source.lineIds();
     m_indexes.reserve(m_ids.size());
     for (const model::LineId &id : m_ids)
         m_indexes.insert(id, m_indexes.size());
-    // Before any row goes: whatever follows the focus finds a height for every line.
+    // Do this before any row is released, because focus handlers look up the height of every line.
     rebuildHeights();
     const QList<model::LineId> shown = m_rows.keys();
     for (const model::LineId &id : shown)
@@ -86,7 +86,7 @@ void ScriptListView::refreshRows() {
             row->setContent(m_source.content(row->lineId(), m_indexes.value(row->lineId())));
     }
     layOutRows();
-    tellFocusLater();
+    announceFocusLater();
 }
 
 void ScriptListView::refreshRow(const model::LineId &id) {
@@ -98,7 +98,7 @@ void ScriptListView::ensureVisible(const model::LineId &id) {
     const auto index = m_indexes.constFind(id);
     if (index == m_indexes.constEnd() || viewport()->height() <= 0)
         return;
-    // Its height counts, not the estimate of it.
+    // Use the real height, not the estimate.
     const int tall = [&] {
         const QScopedValueRollback guard(m_isLayingOut, true);
         return measure(*index);
@@ -175,7 +175,7 @@ void ScriptListView::layOutFrom(Anchor anchor) {
         return;
     }
     anchor.index = std::clamp<qsizetype>(anchor.index, 0, m_heights.count() - 1);
-    // Measuring may show that the list ends earlier than the estimates said; then the rows are taken from the end.
+    // Measuring may shorten the list below its estimated height. Then lay out from the end.
     Span span;
     for (int attempt = 0; attempt < 3; ++attempt) {
         span = spanFrom(anchor);
@@ -313,8 +313,8 @@ void ScriptListView::mousePressEvent(QMouseEvent *) {
 void ScriptListView::focusInEvent(QFocusEvent *event) {
     QAbstractScrollArea::focusInEvent(event);
     showFocusOnRows();
-    m_toldLine.reset();
-    tellFocusLater();
+    m_announcedLine.reset();
+    announceFocusLater();
 }
 
 void ScriptListView::focusOutEvent(QFocusEvent *event) {
@@ -333,30 +333,30 @@ LineRow *ScriptListView::currentRow() const {
     return row == m_rows.end() ? nullptr : *row;
 }
 
-// By then the row has been scrolled into view, and the list's own focus has been told.
-void ScriptListView::tellFocusLater() {
-    if (QAccessible::isActive() && !std::exchange(m_isTellingFocus, true))
-        QMetaObject::invokeMethod(this, &ScriptListView::tellFocus, Qt::QueuedConnection);
+// Queued, so that the row is visible and Qt has announced the list's own focus first.
+void ScriptListView::announceFocusLater() {
+    if (QAccessible::isActive() && !std::exchange(m_isAnnouncingFocus, true))
+        QMetaObject::invokeMethod(this, &ScriptListView::announceFocus, Qt::QueuedConnection);
 }
 
-void ScriptListView::tellFocus() {
-    m_isTellingFocus = false;
+void ScriptListView::announceFocus() {
+    m_isAnnouncingFocus = false;
     LineRow *row = hasFocus() ? currentRow() : nullptr;
-    if (row == nullptr || m_toldLine == row->lineId())
+    if (row == nullptr || m_announcedLine == row->lineId())
         return;
-    m_toldLine = row->lineId();
+    m_announcedLine = row->lineId();
     QAccessibleEvent event(row, QAccessible::Focus);
     QAccessible::updateAccessibility(&event);
 }
 
 void ScriptListView::changeEvent(QEvent *event) {
     QAbstractScrollArea::changeEvent(event);
-    // A change of font reaches the rows' controls one by one; their sizes count once it has reached them all.
+    // A font change reaches the rows' controls one by one; measure them after the last.
     if (event->type() == QEvent::FontChange)
-        QMetaObject::invokeMethod(this, &ScriptListView::measureAnew, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &ScriptListView::remeasure, Qt::QueuedConnection);
 }
 
-void ScriptListView::measureAnew() {
+void ScriptListView::remeasure() {
     m_measured.clear();
     m_layoutWidth = -1;
     refreshRows();

@@ -14,37 +14,37 @@ namespace orlenta::shell {
 
 class ScriptListSource;
 
-/// The lines of a tab as rows, of which only those in view exist: a pool of real row widgets is handed along as the
-/// list scrolls, so that a tab of ten thousand lines costs what its visible part costs. Heights are estimates until a
-/// row has been in view; the rows in view never jump when an estimate is corrected. A row that holds the focus stays
-/// with its line even out of view.
+/// Shows the lines of a tab as rows. Only the visible rows exist: a pool of row widgets is reused while scrolling, so a
+/// tab of ten thousand lines costs no more than its visible part. Heights are estimates until a row has been visible.
+/// Visible rows never jump when an estimate is corrected. A row with the focus stays with its line even when scrolled
+/// away.
 class ScriptListView final : public QAbstractScrollArea {
     Q_OBJECT
 public:
     /// The source outlives the list.
     ScriptListView(ScriptListSource &source, ScriptTextField::Factory makeTextField, QWidget *parent = nullptr);
 
-    /// The source has other lines, or another order.
+    /// Call it when the source has other lines, or another order.
     void reload();
-    /// Rows in view read their lines again.
+    /// Updates the visible rows from their lines.
     void refreshRows();
     void refreshRow(const model::LineId &id);
-    /// Scrolls as little as it takes to have the line in view.
+    /// Scrolls just enough to make the line visible.
     void ensureVisible(const model::LineId &id);
     void scrollToTop();
     [[nodiscard]] bool isInView(const model::LineId &id) const;
 
-    /// The row that shows the line, or null when it is out of view.
+    /// The line's row, or null if it isn't visible.
     [[nodiscard]] LineRow *rowFor(const model::LineId &id) const { return m_rows.value(id); }
-    /// The row of the line on which the keyboard acts, or null when it is out of view.
+    /// The current line's row, or null if it isn't visible.
     [[nodiscard]] LineRow *currentRow() const;
     [[nodiscard]] QList<LineRow *> rows() const { return m_rows.values(); }
-    /// Rows that exist, in view or waiting in the pool.
+    /// The number of existing rows, visible or free.
     [[nodiscard]] qsizetype poolSize() const { return m_rows.size() + static_cast<qsizetype>(m_free.size()); }
     [[nodiscard]] const HeightIndex &heights() const { return m_heights; }
 
 Q_SIGNALS:
-    /// A row widget was made; it is told once, and lives as long as the list.
+    /// Emitted once per row widget. The row lives as long as the list.
     void rowCreated(orlenta::shell::LineRow *row);
     /// Tab or Shift+Tab while the list itself has the focus.
     void stepRequested(bool forward);
@@ -61,7 +61,7 @@ protected:
     bool focusNextPrevChild(bool next) override;
 
 private:
-    /// A line's row at a place in the viewport, from which the others are laid out.
+    /// A row with a fixed position in the viewport; the other rows are laid out around it.
     struct Anchor {
         qsizetype index = 0;
         int y = 0;
@@ -72,10 +72,10 @@ private:
         int top = 0;
     };
 
-    void takeOverLines();
+    void readLines();
     void rebuildHeights();
     void layOutRows();
-    void measureAnew();
+    void remeasure();
     void layOutFrom(Anchor anchor);
     [[nodiscard]] std::optional<Anchor> visibleAnchor(int shift) const;
     [[nodiscard]] Anchor anchorAt(int scroll) const;
@@ -88,14 +88,14 @@ private:
     void release(const model::LineId &id);
     void releaseOutside(const Span &span);
     void showFocusOnRows();
-    void tellFocusLater();
-    void tellFocus();
+    void announceFocusLater();
+    void announceFocus();
     [[nodiscard]] int margin() const;
     [[nodiscard]] int clampedScroll(qint64 scroll) const;
 
     ScriptListSource &m_source;
     ScriptTextField::Factory m_makeTextField;
-    /// The lines as of the last reload; the source may be ahead until it has told so.
+    /// The lines at the last reload. The source may have changed since.
     model::LineIdList m_ids;
     HeightIndex m_heights;
     QHash<model::LineId, qsizetype> m_indexes;
@@ -105,9 +105,9 @@ private:
     int m_layoutWidth = -1;
     int m_scroll = 0;
     bool m_isLayingOut = false;
-    /// The line last told to assistive technology as the one with the keyboard.
-    std::optional<model::LineId> m_toldLine;
-    bool m_isTellingFocus = false;
+    /// The line last announced to assistive technology as focused.
+    std::optional<model::LineId> m_announcedLine;
+    bool m_isAnnouncingFocus = false;
 };
 
 } // namespace orlenta::shell

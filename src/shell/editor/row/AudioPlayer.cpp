@@ -19,7 +19,7 @@ namespace {
 
 using controller::AudioKind;
 
-// Shown until the peaks have been extracted: an even, quiet ripple.
+// An even, quiet ripple, shown until the peaks have been extracted.
 const QList<qreal> &placeholderBars(AudioKind kind) {
     static const QList<qreal> generated{4, 6, 9, 7, 5, 8, 11, 8, 5, 7, 10, 6};
     static const QList<qreal> direction{3, 5, 7, 5, 4, 6, 8, 6, 4, 5, 7, 5};
@@ -39,9 +39,9 @@ AudioPlayer::AudioPlayer(AudioKind kind, QWidget *parent)
     m_play->setAutoRaise(true);
     m_waveform->setFallbackHeights(placeholderBars(kind));
     m_waveform->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    m_waveform->setToolTip(isGenerated
-                               ? u"Click to play from here (Left, Right, Home, End; Space plays)"_s
-                               : u"Click to play the direction from here (Left, Right, Home, End; Space plays)"_s);
+    m_waveform->setToolTip(
+        isGenerated ? u"Click to play from here (Left, Right, Home, End to move; Space to play)"_s
+                    : u"Click to play the direction from here (Left, Right, Home, End to move; Space to play)"_s);
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(m_play);
@@ -80,8 +80,8 @@ void AudioPlayer::setProgress(double progress) {
     m_waveform->setProgress(progress, m_content.playback);
 }
 
-void AudioPlayer::setColor(const QColor &color, const QColor &ground) {
-    m_waveform->setColor(color, ground);
+void AudioPlayer::setColor(const QColor &color, const QColor &background) {
+    m_waveform->setColor(color, background);
 }
 
 void AudioPlayer::showPlayback() {
@@ -98,7 +98,7 @@ void AudioPlayer::showPlayback() {
     m_waveform->setProgress(isIdle ? 0.0 : m_content.progress, m_content.playback);
 }
 
-// What these say is spoken with what they are about: alone, "0:04" tells nothing.
+// Screen readers need the context: "0:04" alone tells nothing.
 void AudioPlayer::showNames() {
     const QString line = QString::number(m_number);
     const QString sound =

@@ -13,19 +13,19 @@ namespace orlenta::shell {
 
 class WaveformBarsView;
 
-/// One sound of a line with its play button, waveform and duration.
+/// Plays and shows one piece of a line's audio: play button, waveform and duration.
 class AudioPlayer final : public QWidget {
     Q_OBJECT
 public:
     AudioPlayer(controller::AudioKind kind, QWidget *parent);
 
-    /// `number` is the line's place in its tab. Without a sound the player hides.
+    /// `number` is the line's position in its tab. Without audio the player hides.
     void setContent(qsizetype number, const std::optional<AudioContent> &content);
-    /// Moves the playhead to that share of the sound, 0 to 1.
+    /// Moves the playhead. `progress` is 0 to 1.
     void setProgress(double progress);
-    /// The colour of the waveform, on that ground.
-    void setColor(const QColor &color, const QColor &ground);
-    /// What takes the keyboard, in its order.
+    /// Sets the colour of the waveform and of the background below it.
+    void setColor(const QColor &color, const QColor &background);
+    /// The focusable controls in tab order.
     [[nodiscard]] QList<QWidget *> controls() const;
 
 Q_SIGNALS:

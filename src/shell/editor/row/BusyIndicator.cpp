@@ -32,7 +32,7 @@ void BusyIndicator::paintEvent(QPaintEvent *) {
     painter.setPen(QPen(colors.border, line));
     painter.drawEllipse(circle);
     painter.setPen(QPen(colors.accent, line, Qt::SolidLine, Qt::RoundCap));
-    // Angles count sixteenths of a degree, anticlockwise.
+    // Angles are in sixteenths of a degree, anticlockwise.
     painter.drawArc(circle, static_cast<int>((90.0 - m_turn.currentValue().toDouble()) * 16.0), -100 * 16);
 }
 

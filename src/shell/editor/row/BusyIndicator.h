@@ -5,7 +5,7 @@
 
 namespace orlenta::shell {
 
-/// A turning arc, as long as it is shown.
+/// A spinning arc. Turns while it is visible.
 class BusyIndicator final : public QWidget {
     Q_OBJECT
 public:

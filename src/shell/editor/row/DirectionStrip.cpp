@@ -62,7 +62,7 @@ void DirectionStrip::layOut() {
     row->addWidget(m_import);
     row->addWidget(m_hint, 1);
     row->addWidget(m_delete);
-    // Keeps the controls together at the left where nothing takes the room.
+    // Keeps the controls on the left if none of them stretches.
     row->addStretch();
     auto *column = new QVBoxLayout(this);
     column->addLayout(row);
@@ -74,7 +74,7 @@ QList<QWidget *> DirectionStrip::controls() const {
 }
 
 int DirectionStrip::heightForWidth(int width) const {
-    // Without a message below the controls nothing depends on the width.
+    // The height depends on the width only if there is a message.
     return layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width) : layout()->totalSizeHint().height();
 }
 
@@ -84,19 +84,19 @@ void DirectionStrip::setContent(qsizetype number, const DirectionContent &conten
     m_number = number;
     m_content = content;
     showRecording();
-    showReadings();
+    showRecordingNames();
     showNames();
 }
 
 void DirectionStrip::showRecording() {
     const bool isRecording = m_content.isRecording;
     const bool hasAudio = m_content.audio.has_value();
-    // With a take on the line, its waveform needs the room that the words take.
+    // If there is a take, its waveform needs the room of the button texts.
     const bool hasWords = isRecording || !hasAudio;
     m_record->setText(!hasWords ? QString() : isRecording ? u"Stop"_s : u"Record"_s);
     m_record->setIcon(Icon::named(isRecording ? u"stop"_s : u"record"_s, Icon::Tint::Danger));
     m_record->setToolTip(isRecording ? tipWithKey(u"Stop recording"_s, CommandId::Record)
-                         : hasAudio  ? tipWithKey(u"Record the direction anew"_s, CommandId::Record)
+                         : hasAudio  ? tipWithKey(u"Record the direction again"_s, CommandId::Record)
                                      : tipOf(CommandId::Record));
     m_import->setText(hasWords ? u"Import..."_s : QString());
     for (QPushButton *button : {m_record, m_import})
@@ -111,22 +111,22 @@ void DirectionStrip::showRecording() {
     fitWords();
 }
 
-// What these say is spoken with what they are about: alone, "0:04" tells nothing.
-void DirectionStrip::showReadings() {
+// Screen readers need the context: "0:04" alone tells nothing.
+void DirectionStrip::showRecordingNames() {
     const QString line = u"line %1"_s.arg(m_number);
     m_recordingTime->setText(m_content.recordingTime);
     m_recordingTime->setAccessibleName(QStringLiteral("Recording time of %1, %2").arg(line, m_content.recordingTime));
-    m_error->setNotice(QStringLiteral("Recording problem of %1").arg(line), m_content.error);
+    m_error->setNotice(QStringLiteral("Recording problem on %1").arg(line), m_content.error);
     m_error->setVisible(!m_content.error.isEmpty());
 }
 
 void DirectionStrip::showNames() {
     const QString line = u"line %1"_s.arg(m_number);
     const auto name = [&line](QWidget *widget, const QString &words) { widget->setAccessibleName(words.arg(line)); };
-    name(this, u"Direction of %1"_s);
-    name(m_record, m_content.isRecording ? u"Stop recording direction of %1"_s : u"Record direction of %1"_s);
-    name(m_import, u"Import direction audio of %1"_s);
-    name(m_delete, u"Delete direction audio of %1"_s);
+    name(this, u"Direction for %1"_s);
+    name(m_record, m_content.isRecording ? u"Stop recording direction for %1"_s : u"Record direction for %1"_s);
+    name(m_import, u"Import direction audio for %1"_s);
+    name(m_delete, u"Delete direction audio for %1"_s);
 }
 
 void DirectionStrip::applyMeasures() {
@@ -170,7 +170,7 @@ void DirectionStrip::resizeEvent(QResizeEvent *event) {
 }
 
 void DirectionStrip::fitWords() {
-    // The icons say it, too, where the controls need the room.
+    // Show only the icons if the controls need the room.
     const int units = width() / Theme::unit(this);
     const bool isEmpty = !m_content.audio && !m_content.isRecording;
     m_title->setVisible(units >= (isEmpty ? 74 : 95));

@@ -14,17 +14,17 @@ namespace orlenta::shell {
 class AudioPlayer;
 class NoticeLabel;
 
-/// A line's spoken direction below its text: recording it, playing it, taking it from a file and taking it off. It
-/// holds nothing of its own and only tells what the user wants.
+/// A line's spoken direction, shown below its text, with buttons to record, play, import and delete it. Stateless:
+/// shows the given content and emits what the user requests.
 class DirectionStrip final : public QWidget {
     Q_OBJECT
 public:
     explicit DirectionStrip(QWidget *parent = nullptr);
 
-    /// `number` is the line's place in its tab.
+    /// `number` is the line's position in its tab.
     void setContent(qsizetype number, const DirectionContent &content);
     [[nodiscard]] AudioPlayer &player() const { return *m_player; }
-    /// The controls that take the keyboard, in their order; some may be hidden.
+    /// The focusable controls in tab order; some may be hidden.
     [[nodiscard]] QList<QWidget *> controls() const;
 
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }
@@ -43,7 +43,7 @@ private:
     void layOut();
     void showRecording();
     void showNames();
-    void showReadings();
+    void showRecordingNames();
     void applyMeasures();
     void fitWords();
 

@@ -51,8 +51,8 @@ void LineHeader::setContent(qsizetype number, const LineHeaderContent &content) 
     update();
 }
 
-void LineHeader::setGround(const QColor &ground) {
-    if (std::exchange(m_ground, ground) != ground)
+void LineHeader::setBackground(const QColor &background) {
+    if (std::exchange(m_background, background) != background)
         update();
 }
 
@@ -74,9 +74,9 @@ void LineHeader::showGeneration() {
 void LineHeader::showDirection() {
     const bool isVoice = m_content.isVoiceDirected;
     m_mode->setIcon(Icon::named(u"microphone"_s, isVoice ? Icon::Tint::Accent : Icon::Tint::Muted));
-    m_mode->setToolTip(tipWithKey(isVoice ? u"Directed by voice; direct by text instead"_s
-                                          : u"Directed by text; direct by voice instead"_s,
-                                  CommandId::SwitchDirectionMode));
+    m_mode->setToolTip(
+        tipWithKey(isVoice ? u"Directed by voice; switch to text"_s : u"Directed by text; switch to voice"_s,
+                   CommandId::SwitchDirectionMode));
     m_mode->setAccessibleDescription(isVoice ? u"Voice"_s : u"Text"_s);
     m_notes->setIcon(Icon::named(u"note"_s, m_content.hasNotes ? Icon::Tint::Accent : Icon::Tint::Muted));
 }
@@ -168,7 +168,7 @@ void LineHeader::paintEvent(QPaintEvent *) {
     painter.setFont(nameFont());
     painter.setPen(colors.textMuted);
     painter.drawText(m_places.number, Qt::AlignVCenter | Qt::AlignLeft, QString::number(m_number));
-    painter.setPen(m_content.stripe.isValid() ? readableOn(m_ground, m_content.stripe) : colors.textMuted);
+    painter.setPen(m_content.stripe.isValid() ? readableOn(m_background, m_content.stripe) : colors.textMuted);
     const QString name = m_content.castName.isEmpty() ? u"No voice"_s : m_content.castName;
     painter.drawText(m_places.name, Qt::AlignVCenter | Qt::AlignLeft,
                      painter.fontMetrics().elidedText(name, Qt::ElideRight, m_places.name.width()));

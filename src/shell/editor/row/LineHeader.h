@@ -13,17 +13,17 @@ namespace orlenta::shell {
 
 class BusyIndicator;
 
-/// The top of a line's row: its number, the cast name, and the buttons for its direction, its notes and its speech.
+/// The top of a line's row: its number, the cast name, and the buttons for direction, notes and generation.
 class LineHeader final : public QWidget {
     Q_OBJECT
 public:
     explicit LineHeader(QWidget *parent);
 
-    /// `number` is the line's place in its tab.
+    /// `number` is the line's position in its tab.
     void setContent(qsizetype number, const LineHeaderContent &content);
-    /// The colour that the header stands on.
-    void setGround(const QColor &ground);
-    /// What takes the keyboard, in its order; some may be hidden.
+    /// Sets the background colour.
+    void setBackground(const QColor &background);
+    /// The focusable controls in tab order; some may be hidden.
     [[nodiscard]] QList<QWidget *> controls() const;
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }
     [[nodiscard]] int heightForWidth(int width) const override { return placesFor(width).height; }
@@ -58,7 +58,7 @@ private:
 
     qsizetype m_number = 0;
     LineHeaderContent m_content;
-    QColor m_ground;
+    QColor m_background;
     Places m_places;
     QToolButton *m_mode;
     QToolButton *m_notes;

@@ -75,12 +75,12 @@ void LineRow::setContent(const LineRowContent &content) {
     m_header->setContent(content.number, content.header);
     m_takes->setContent(content.number, content.takes);
     showDirection();
-    // What was written on another line must not come back on this one.
+    // Undo must not bring back another line's notes.
     if (m_notes != nullptr && isOtherLine)
         m_notes->document()->clearUndoRedoStacks();
     showNotes();
     showNames(before);
-    showGround();
+    showBackground();
     if (!isOtherLine && before.isSelected != content.isSelected) {
         QAccessibleEvent event(this, content.isSelected ? QAccessible::SelectionAdd : QAccessible::SelectionRemove);
         QAccessible::updateAccessibility(&event);
@@ -99,12 +99,12 @@ void LineRow::setProgress(controller::AudioKind kind, double progress) {
         m_direction->player().setProgress(progress);
 }
 
-void LineRow::showGround() {
+void LineRow::showBackground() {
     const ThemeColors &colors = ThemeColors::of(palette());
-    const QColor ground = m_content.isSelected || m_isDropTarget ? colors.surfaceSelected : colors.surface;
+    const QColor background = m_content.isSelected || m_isDropTarget ? colors.surfaceSelected : colors.surface;
     const QColor &stripe = m_content.header.stripe;
-    m_header->setGround(ground);
-    m_takes->player().setColor(stripe.isValid() ? stripe : colors.accent, ground);
+    m_header->setBackground(background);
+    m_takes->player().setColor(stripe.isValid() ? stripe : colors.accent, background);
 }
 
 void LineRow::showDirection() {
@@ -124,7 +124,7 @@ void LineRow::showDirection() {
 }
 
 void LineRow::showNotes() {
-    // Another window in front is no end: the caret comes back here.
+    // Ask the window, not the application: the caret returns here after a visit to another window.
     const bool isOpen = m_notes != nullptr && window()->focusWidget() == m_notes;
     const bool shows = isOpen || !m_content.notes.isEmpty();
     if (shows && m_notes == nullptr)
@@ -172,7 +172,7 @@ void LineRow::showNames(const LineRowContent &before) {
 }
 
 bool LineRow::isPinned() const {
-    // Another window in front doesn't take it: it comes back here.
+    // Ask the window, not the application: the focus returns here after a visit to another window.
     const QWidget *focus = window()->focusWidget();
     return focus != nullptr && isAncestorOf(focus);
 }
@@ -185,7 +185,7 @@ void LineRow::setListHasFocus(bool listHasFocus) {
 void LineRow::setDropTarget(bool isDropTarget) {
     if (std::exchange(m_isDropTarget, isDropTarget) == isDropTarget)
         return;
-    showGround();
+    showBackground();
     update();
 }
 
@@ -228,7 +228,7 @@ void LineRow::dropEvent(QDropEvent *event) {
 void LineRow::changeEvent(QEvent *event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
-        showGround();
+        showBackground();
     if (event->type() != QEvent::FontChange)
         return;
     m_text->applyScriptFont();
@@ -241,14 +241,14 @@ bool LineRow::eventFilter(QObject *watched, QEvent *event) {
     auto *control = qobject_cast<QWidget *>(watched);
     auto *button = qobject_cast<QAbstractButton *>(watched);
     const auto &key = *static_cast<QKeyEvent *>(event);
-    // In the waveform the arrows move the playhead, in the notes the caret.
+    // Arrow keys move the playhead in the waveform and the caret in the notes.
     const bool takesArrows = button == nullptr;
     const bool isArrow = key.key() == Qt::Key_Left || key.key() == Qt::Key_Right;
     const bool isSpace = key.key() == Qt::Key_Space;
     if (isKeyOf(key, CommandId::LeaveControls)) {
         Q_EMIT controlsLeft();
     } else if (button != nullptr && !isSpace && isKeyOf(key, CommandId::PressControl)) {
-        // The list would take Return for the line's text.
+        // Otherwise the list would handle Return and edit the line's text.
         if (!key.isAutoRepeat())
             button->click();
     } else if (takesArrows && isArrow) {
@@ -294,7 +294,7 @@ LineRow::Places LineRow::placesFor(int width) const {
     places.card = QRect(unit * 3, unit, std::max(width - unit * 6, unit * 20), 0);
     const int stripe = std::max(4, unit);
     const QRect inner = places.card.adjusted(stripe + unit * 3, unit * 2, -unit * 3, 0);
-    // The fields have a margin of their own; their text lines up with the header.
+    // The fields have their own margin. Align their text with the header.
     const int outset = static_cast<int>(m_text->document()->documentMargin());
     const QRect textColumn = inner.adjusted(-outset, 0, outset, 0);
     int y = inner.top();
@@ -314,7 +314,7 @@ LineRow::Places LineRow::placesFor(int width) const {
     }
     if (!m_takes->isHidden()) {
         y += unit;
-        // The play button has room around its mark, which lines up with the header, too.
+        // The play button has padding around its icon. Align the icon with the header, too.
         places.takes = below(inner.adjusted(-unit, 0, 0, 0), m_takes->sizeHint().height());
     }
     places.card.setHeight(y + unit * 2 - places.card.top());

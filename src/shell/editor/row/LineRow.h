@@ -16,9 +16,8 @@ class LineHeader;
 class NotesField;
 class TakeStrip;
 
-/// One line of the script as a card of parts below each other: header, text, notes, the strip of its spoken direction
-/// and the strip of its takes. An audio file can be dropped on it. It holds nothing of its own: it shows the content it
-/// is given, is handed from line to line by the list's pool, and only tells what the user wants.
+/// One line of the script as a card: header, text, notes, direction strip and take strip. Accepts dropped audio files.
+/// Stateless: shows the given content and emits what the user requests. The list's pool reuses it for other lines.
 class LineRow final : public QWidget {
     Q_OBJECT
 public:
@@ -27,23 +26,23 @@ public:
 
     [[nodiscard]] const model::LineId &lineId() const { return m_content.id; }
     [[nodiscard]] const LineRowContent &content() const { return m_content; }
-    /// Shows this content. Another line's content replaces all; the same line's keeps the caret.
+    /// Shows this content. The caret stays unless it is another line's content.
     void setContent(const LineRowContent &content);
-    /// Moves the playhead of what plays to that share of it, 0 to 1, and leaves the rest of the row as it is.
+    /// Moves only the playhead. `progress` is 0 to 1.
     void setProgress(controller::AudioKind kind, double progress);
-    /// What ties the row to its line's changes; the one before is undone.
+    /// Sets the connection to the line's changes, and disconnects the previous one.
     void setWatch(const QMetaObject::Connection &watch);
 
     [[nodiscard]] ScriptTextField &textField() const { return *m_text; }
-    /// Whether the list has the keyboard, which the current row shows.
+    /// Tells the row whether the list has the focus. The current row shows it.
     void setListHasFocus(bool listHasFocus);
-    /// The list's keys act on this row.
+    /// Whether the list's keys act on this row.
     [[nodiscard]] bool hasListFocus() const { return m_content.isCurrent && m_listHasFocus; }
-    /// The row must stay with its line: it holds the focus.
+    /// Whether the row must stay with its line, because it has the focus.
     [[nodiscard]] bool isPinned() const;
-    /// Gives the keyboard to the row's first control.
+    /// Focuses the row's first control.
     void focusControls();
-    /// Puts the caret into the line's notes, which show from then on.
+    /// Shows the line's notes and puts the caret into them.
     void editNotes();
 
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }
@@ -58,9 +57,9 @@ Q_SIGNALS:
     void menuRequested(const QPoint &globalPosition);
     void filesDropped(const QList<QUrl> &files);
     void notesEdited(const QString &notes);
-    /// The caret is in the notes.
+    /// The caret has entered the notes.
     void notesEntered();
-    /// Escape in one of the row's controls.
+    /// The user pressed Escape in one of the row's controls.
     void controlsLeft();
     void heightChanged();
 
@@ -90,7 +89,7 @@ private:
 
     void connectText();
     void handleKeysOf(const QList<QWidget *> &controls);
-    void showGround();
+    void showBackground();
     void showDirection();
     void showNotes();
     void makeNotes();
@@ -106,7 +105,7 @@ private:
     LineHeader *m_header;
     ScriptTextField *m_text;
     TakeStrip *m_takes;
-    /// Made when first needed, as are the notes: most rows do without.
+    /// Created on demand, as are the notes: most rows have neither.
     DirectionStrip *m_direction = nullptr;
     NotesField *m_notes = nullptr;
     Places m_places;

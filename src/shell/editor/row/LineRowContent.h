@@ -15,18 +15,18 @@ enum class RowGeneration { NoVoice, Ready, Generating };
 
 enum class RowPlayback {
     Idle,
-    /// The playhead stands in this sound, but nothing plays.
+    /// The playhead is in this audio, but nothing plays.
     Current,
     Playing
 };
 
-/// Who speaks the line and how its speech stands.
+/// The line's voice, mode and generation state.
 struct LineHeaderContent {
     QString castName;
     /// The cast voice's colour; invalid without a voice.
     QColor stripe;
     RowGeneration generation = RowGeneration::NoVoice;
-    /// Generating it makes a further take.
+    /// The line has been spoken: generating adds another take.
     bool isSpoken = false;
     bool isVoiceDirected = false;
     bool hasNotes = false;
@@ -37,12 +37,12 @@ struct LineHeaderContent {
 struct LineTextContent {
     QString text;
     bool isEditing = false;
-    /// Counts up whenever what was typed has become a step of the project's undo.
+    /// Incremented whenever typing has become a step of the project's undo.
     int typingFlushVersion = 0;
     std::optional<controller::TextRange> selection;
 };
 
-/// A sound that can be heard in the row.
+/// Audio that the row can play.
 struct AudioContent {
     /// "0:04", or "--:--".
     QString duration;
@@ -55,10 +55,10 @@ struct AudioContent {
     friend bool operator==(const AudioContent &, const AudioContent &) = default;
 };
 
-/// The line's takes and the one in use.
+/// The line's takes and the active one.
 struct TakesContent {
     qsizetype count = 0;
-    /// Place of the one in use, from 0, or -1. Its file may be missing; then there is no audio.
+    /// Index of the active take, or -1. There is no audio if its file is missing.
     qsizetype active = -1;
     std::optional<AudioContent> audio;
 
@@ -69,27 +69,27 @@ struct TakesContent {
 struct DirectionContent {
     std::optional<AudioContent> audio;
     bool isRecording = false;
-    /// How long the take that runs is: "0:04".
+    /// Length of the running take, such as "0:04".
     QString recordingTime;
-    /// Why a take didn't come about; empty when there is nothing to tell.
+    /// Why the last recording failed; empty otherwise.
     QString error;
 
     friend bool operator==(const DirectionContent &, const DirectionContent &) = default;
 };
 
-/// All that a row shows of its line, by its parts.
+/// Everything that a row shows of its line.
 struct LineRowContent {
     model::LineId id;
-    /// Place in the tab, counted from 1.
+    /// Position in the tab, counted from 1.
     qsizetype number = 0;
     LineHeaderContent header;
     LineTextContent text;
     TakesContent takes;
-    /// Present while the strip is to be seen.
+    /// Present while the strip is visible.
     std::optional<DirectionContent> direction;
     QString notes;
     bool isSelected = false;
-    /// The line on which the keyboard acts.
+    /// The current line, on which the keyboard acts.
     bool isCurrent = false;
 };
 

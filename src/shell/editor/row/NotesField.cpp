@@ -37,7 +37,7 @@ void NotesField::setNotes(const QString &notes) {
 }
 
 void NotesField::followText() {
-    // It is told of changes in looks, too.
+    // The signal also reports format changes.
     if (m_isUpdating || m_text == text())
         return;
     m_text = text();
@@ -46,7 +46,7 @@ void NotesField::followText() {
 }
 
 QString NotesField::text() const {
-    // toPlainText() makes plain spaces of those that hold words together.
+    // toPlainText() would replace no-break spaces with plain ones.
     QString text = document()->toRawText();
     return text.replace(QChar::ParagraphSeparator, QChar::LineFeed).replace(QChar::LineSeparator, QChar::LineFeed);
 }
@@ -95,7 +95,7 @@ void NotesField::insertFromMimeData(const QMimeData *source) {
 }
 
 void NotesField::dragEnterEvent(QDragEnterEvent *event) {
-    // Files belong to the row.
+    // The row handles dropped files.
     if (event->mimeData()->hasUrls())
         event->ignore();
     else

@@ -4,17 +4,16 @@
 
 namespace orlenta::shell {
 
-/// The notes of one line, as plain text below the script. Every change is told at once, so that nothing is lost
-/// whichever way the user leaves.
+/// Edits a line's notes as plain text. Reports every change immediately, so that nothing is lost however the user
+/// leaves.
 class NotesField final : public QTextEdit {
     Q_OBJECT
 public:
     explicit NotesField(QWidget *parent = nullptr);
 
-    /// Puts the line's notes in place, which is no change of the user's. The caret and what can be undone stay when
-    /// they are the same.
+    /// Shows the line's notes without reporting a change. If they are the same, the caret and the undo history stay.
     void setNotes(const QString &notes);
-    /// Height of the text at a width, in pixels; at least one line.
+    /// The height of the text at this width, in pixels; at least one line.
     [[nodiscard]] int heightForTextWidth(int width);
 
 Q_SIGNALS:
@@ -37,7 +36,7 @@ private:
     [[nodiscard]] QString text() const;
 
     bool m_isUpdating = false;
-    /// The line's notes, and what the field made of them: it has its own line ends.
+    /// The line's notes, and the field's version of them, which has its own line endings.
     QString m_notes;
     QString m_text;
 };

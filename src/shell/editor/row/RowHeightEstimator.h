@@ -6,7 +6,7 @@ class QWidget;
 
 namespace orlenta::shell {
 
-/// What decides a row's height, roughly.
+/// The properties that determine a row's approximate height.
 struct LineOutline {
     qsizetype textLength = 0;
     bool hasAudio = false;
@@ -14,7 +14,7 @@ struct LineOutline {
     bool hasNotes = false;
 };
 
-/// Heights of rows of a width, in pixels, told from the length of their text without laying it out.
+/// Estimates the height of rows of a given width, in pixels, from the length of their text without laying it out.
 class RowHeightEstimator final {
 public:
     RowHeightEstimator(const QWidget &list, int width);

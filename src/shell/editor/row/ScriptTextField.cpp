@@ -86,7 +86,7 @@ void ScriptTextField::forgetText() {
 void ScriptTextField::setContent(const LineTextContent &content) {
     const std::optional<LineTextContent> before = std::exchange(m_content, content);
     const bool wasFlushed = before && before->typingFlushVersion != content.typingFlushVersion;
-    // While a key is being handled the field is ahead of the line; only a line that has changed overrules it.
+    // While a key is handled, the field is newer than the line. Replace its text only if the line's has changed.
     const bool hasNewText = before && (before->text != content.text || wasFlushed);
     if (!before || (hasNewText && sourceText() != content.text)) {
         const controller::TextRange selection = sourceSelection();
@@ -128,7 +128,7 @@ int ScriptTextField::heightForTextWidth(int width) {
 }
 
 bool ScriptTextField::event(QEvent *event) {
-    // Claiming the keys keeps the window's menu from taking them before the field has had its turn.
+    // Accept these keys so that the window's menu doesn't handle them first.
     if (event->type() == QEvent::ShortcutOverride && m_allowsEditing) {
         auto *key = static_cast<QKeyEvent *>(event);
         if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo) ||
@@ -181,7 +181,7 @@ void ScriptTextField::focusInEvent(QFocusEvent *event) {
 
 void ScriptTextField::focusOutEvent(QFocusEvent *event) {
     QTextEdit::focusOutEvent(event);
-    // A menu, or another window in front, is no end: the caret comes back here.
+    // Don't stop editing for a menu or another window: the caret returns here.
     const bool isTemporary = event->reason() == Qt::PopupFocusReason || event->reason() == Qt::MenuBarFocusReason ||
                              event->reason() == Qt::ActiveWindowFocusReason;
     if (m_allowsEditing && !isTemporary)
@@ -194,7 +194,7 @@ void ScriptTextField::insertFromMimeData(const QMimeData *source) {
 }
 
 void ScriptTextField::dragEnterEvent(QDragEnterEvent *event) {
-    // Files belong to the row, not into the text.
+    // The row handles dropped files.
     if (event->mimeData()->hasUrls())
         event->ignore();
     else
@@ -206,7 +206,7 @@ void ScriptTextField::applyScriptFont() {
     if (document()->defaultFont() == font)
         return;
     document()->setDefaultFont(font);
-    // The placeholder is drawn in the widget's own font.
+    // The placeholder uses the widget's font.
     setFont(font);
 }
 

@@ -10,9 +10,8 @@
 
 namespace orlenta::shell {
 
-/// The editable text of one line, as plain text. Editing is off until allowed: until then the field takes no focus and
-/// only tells of clicks. A view that shows more than the plain text derives from it and overrides the virtual
-/// functions, which all speak in positions of the plain text.
+/// Edits the text of one line as plain text. Until editing is allowed, it takes no focus and only reports clicks.
+/// Subclasses that show more than the plain text override the virtual functions, which all use plain-text positions.
 class ScriptTextField : public QTextEdit {
     Q_OBJECT
 public:
@@ -21,41 +20,41 @@ public:
     explicit ScriptTextField(QWidget *parent = nullptr);
 
     [[nodiscard]] virtual QString sourceText() const;
-    /// Puts the line's text in place; this is not undoable and ends what the field itself could undo.
+    /// Replaces the text and clears the field's own undo history.
     virtual void setSourceText(const QString &text);
     [[nodiscard]] virtual controller::TextRange sourceSelection() const;
     virtual void setSourceSelection(const controller::TextRange &range);
 
-    /// Shows this text. The caret stays where the text does.
+    /// Shows this content. The caret stays if the text is the same.
     void setContent(const LineTextContent &content);
-    /// What is shown next is another line's text, which shares nothing with this one.
+    /// Call it before showing another line's text.
     void forgetText();
     [[nodiscard]] bool allowsEditing() const { return m_allowsEditing; }
-    /// What was typed has become a step of the project's undo: the field forgets its own.
+    /// Clears the field's undo history once the typing has become a step of the project's undo.
     void clearTypingUndo();
-    /// Puts the caret under a point of the viewport.
+    /// Puts the caret at a point of the viewport.
     void placeCaretAt(const QPoint &point);
-    /// Takes the script font at the present interface scale. With a font of its own, the field isn't told of a change
-    /// of the application's; its owner is.
+    /// Applies the script font at the current interface scale. The owner must call this when the application font
+    /// changes, because a field with its own font isn't notified.
     void applyScriptFont();
-    /// Height of the text at a width, in pixels; at least one line.
+    /// The height of the text at this width, in pixels; at least one line.
     [[nodiscard]] int heightForTextWidth(int width);
 
 Q_SIGNALS:
     /// The user has changed the text.
     void textEdited();
     void sourceSelectionChanged();
-    /// A press in the field, before the field itself handles it.
+    /// A mouse press, before the field handles it.
     void clicked(Qt::KeyboardModifiers modifiers);
-    /// A double click while editing isn't allowed.
+    /// A double click while editing is off.
     void editRequested(const QPoint &point);
     void editingEnded();
     void escapePressed();
     void tabPressed();
     void shiftTabPressed();
-    /// Alt+Shift+S: the selection's stress.
+    /// Alt+Shift+S toggles the stress of the selection.
     void stressShortcut();
-    /// Undo or redo where the field has nothing of its own to take back.
+    /// Undo or redo when the field has nothing to undo or redo itself.
     void undoRequested();
     void redoRequested();
 
@@ -73,7 +72,7 @@ protected:
 private:
     void setAllowsEditing(bool allowsEditing);
 
-    /// Nothing yet, or again.
+    /// Empty until set, and after forgetText().
     std::optional<LineTextContent> m_content;
     bool m_allowsEditing = false;
     bool m_isUpdatingFromModel = false;

@@ -17,8 +17,8 @@ TakeStrip::TakeStrip(QWidget *parent)
       m_takes(new QToolButton(this)) {
     m_takes->setAutoRaise(true);
     m_takes->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    m_takes->setToolTip(u"Choose the take in use (Return)"_s);
-    // The mark that a menu opens stands behind the text.
+    m_takes->setToolTip(u"Choose a take (Return)"_s);
+    // Puts the menu arrow after the text.
     m_takes->setLayoutDirection(layoutDirection() == Qt::LeftToRight ? Qt::RightToLeft : Qt::LeftToRight);
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);

@@ -12,20 +12,20 @@ namespace orlenta::shell {
 
 class AudioPlayer;
 
-/// The take in use and the picker of takes.
+/// Plays the active take and lets the user choose another.
 class TakeStrip final : public QWidget {
     Q_OBJECT
 public:
     explicit TakeStrip(QWidget *parent);
 
-    /// `number` is the line's place in its tab. Without audio and takes the strip hides.
+    /// `number` is the line's position in its tab. Hides if there are neither audio nor takes.
     void setContent(qsizetype number, const TakesContent &content);
     [[nodiscard]] AudioPlayer &player() const { return *m_player; }
-    /// What takes the keyboard, in its order; some may be hidden.
+    /// The focusable controls in tab order; some may be hidden.
     [[nodiscard]] QList<QWidget *> controls() const;
 
 Q_SIGNALS:
-    /// The list of takes is wanted at that place of the screen.
+    /// The user wants the list of takes at this position.
     void menuRequested(const QPoint &globalPosition);
 
 protected:

@@ -20,31 +20,31 @@ namespace {
 
 constexpr qreal shortestBar = 2.0;
 constexpr qreal cornerSize = 0.5;
-// How calm bars look where contrast allows it: all of them without a playhead, and those it has not reached.
-constexpr qreal calmestIdle = 0.72;
-constexpr qreal calmestResting = 0.32;
+// The lowest opacities of bars, if contrast allows: of all bars without a playhead, and of the bars after a playhead.
+constexpr qreal faintestIdle = 0.72;
+constexpr qreal faintestResting = 0.32;
 constexpr double playedContrast = 4.5;
-// A little more than 3 and 2.5, which rounding to the screen's colours takes off.
+// Slightly more than 3 and 2.5, to allow for rounding to screen colours.
 constexpr double idleContrast = 3.1;
 constexpr double restingContrast = 2.6;
 
-/// The least opacity from `least` on at which the colour keeps that contrast to the ground below it.
-qreal opacityFor(const QColor &color, const QColor &ground, qreal least, double contrast) {
+/// The lowest opacity of at least `least` with that contrast to the background.
+qreal opacityFor(const QColor &color, const QColor &background, qreal least, double contrast) {
     constexpr qreal step = 0.02;
     for (qreal opacity = least; opacity < 1.0; opacity += step) {
         const auto mixed = [&](float over, float below) {
             return below + (over - below) * static_cast<float>(opacity);
         };
-        const QColor seen = QColor::fromRgbF(mixed(color.redF(), ground.redF()), mixed(color.greenF(), ground.greenF()),
-                                             mixed(color.blueF(), ground.blueF()));
-        if (contrastRatio(seen, ground) >= contrast)
+        const QColor seen =
+            QColor::fromRgbF(mixed(color.redF(), background.redF()), mixed(color.greenF(), background.greenF()),
+                             mixed(color.blueF(), background.blueF()));
+        if (contrastRatio(seen, background) >= contrast)
             return opacity;
     }
     return 1.0;
 }
 
-/// Where the key leads from that place. Sound runs from left to right in every script, whichever way the interface
-/// does.
+/// The position that the key moves to. Audio runs from left to right even in a right-to-left interface.
 std::optional<double> placeForKey(int key, double from) {
     switch (key) {
     case Qt::Key_Left:
@@ -85,14 +85,14 @@ void WaveformBarsView::setFallbackHeights(const QList<qreal> &heights) {
     update();
 }
 
-void WaveformBarsView::setColor(const QColor &color, const QColor &ground) {
-    if (m_color == color && m_ground == ground)
+void WaveformBarsView::setColor(const QColor &color, const QColor &background) {
+    if (m_color == color && m_background == background)
         return;
     m_color = color;
-    m_ground = ground;
-    m_played = readableOn(ground, color, playedContrast);
-    m_idleOpacity = opacityFor(m_played, ground, calmestIdle, idleContrast);
-    m_restingOpacity = opacityFor(m_played, ground, calmestResting, restingContrast);
+    m_background = background;
+    m_played = readableOn(background, color, playedContrast);
+    m_idleOpacity = opacityFor(m_played, background, faintestIdle, idleContrast);
+    m_restingOpacity = opacityFor(m_played, background, faintestResting, restingContrast);
     update();
 }
 
@@ -112,15 +112,15 @@ void WaveformBarsView::setProgress(double progress, RowPlayback playback) {
     if (std::exchange(m_progress, place) != place)
         update();
     if (playback != RowPlayback::Playing)
-        tellProgress();
+        announceProgress();
 }
 
-void WaveformBarsView::tellProgress() {
-    if (std::exchange(m_toldPercent, percent()) == percent())
+void WaveformBarsView::announceProgress() {
+    if (std::exchange(m_announcedPercent, percent()) == percent())
         return;
     QAccessibleValueChangeEvent event(this, percent());
     QAccessible::updateAccessibility(&event);
-    Q_EMIT placeTold(percent());
+    Q_EMIT positionAnnounced(percent());
 }
 
 void WaveformBarsView::setShowsProgress(bool showsProgress) {
@@ -200,7 +200,7 @@ void WaveformBarsView::keyPressEvent(QKeyEvent *event) {
 
 void WaveformBarsView::seek(double fraction) {
     Q_EMIT seekRequested(std::clamp(fraction, 0.0, 1.0));
-    tellProgress();
+    announceProgress();
 }
 
 } // namespace orlenta::shell

@@ -7,7 +7,7 @@
 namespace orlenta::shell {
 namespace {
 
-TEST(HeightIndex, AgreesWithPlainSumsWhileHeightsChange) {
+TEST(HeightIndex, MatchesPlainSumsWhileHeightsChange) {
     std::mt19937 random(7);
     std::uniform_int_distribution<int> anyHeight(1, 300);
     for (const size_t count : {size_t{1}, size_t{2}, size_t{63}, size_t{64}, size_t{1000}}) {
@@ -32,7 +32,7 @@ TEST(HeightIndex, AgreesWithPlainSumsWhileHeightsChange) {
     }
 }
 
-TEST(HeightIndex, AnswersOutsideItsRowsWithTheNearestOne) {
+TEST(HeightIndex, OffsetsOutsideTheRowsGiveTheNearestRow) {
     HeightIndex index;
     EXPECT_EQ(index.rowAt(0), -1);
     EXPECT_EQ(index.total(), 0);

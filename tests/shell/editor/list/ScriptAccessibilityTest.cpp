@@ -12,7 +12,7 @@ QString nameOf(QAccessibleInterface *interface) {
     return interface == nullptr ? QString() : interface->text(QAccessible::Name);
 }
 
-/// The interface of that name anywhere below, or null.
+/// The descendant with that name, or null.
 QAccessibleInterface *findNamed(QAccessibleInterface *from, const QString &name) {
     if (nameOf(from) == name)
         return from;
@@ -30,7 +30,7 @@ protected:
     }
 };
 
-TEST_F(ScriptAccessibilityTest, TheLinesAreItemsOfAListNamedByNumberVoiceAndText) {
+TEST_F(ScriptAccessibilityTest, LinesAreListItemsNamedByNumberVoiceAndText) {
     open(projectWith({QStringLiteral("One."), QStringLiteral("[softly] Two\nand a half."), QString()}));
     EXPECT_EQ(list()->role(), QAccessible::List);
     ASSERT_EQ(list()->childCount(), 3);
@@ -50,7 +50,7 @@ TEST_F(ScriptAccessibilityTest, TheLinesAreItemsOfAListNamedByNumberVoiceAndText
     EXPECT_EQ(nameOf(list()->child(0)), QStringLiteral("Line 1, Narrator, One. More."));
 }
 
-TEST_F(ScriptAccessibilityTest, TheCurrentLineIsTheFocusedItemAndSelectedLinesSaySo) {
+TEST_F(ScriptAccessibilityTest, TheCurrentLineIsTheFocusedItemAndSelectedLinesAreSelectedItems) {
     open(projectWith({QStringLiteral("One."), QStringLiteral("Two."), QStringLiteral("Three.")}));
     QTest::keyClick(&editor->list(), Qt::Key_Down);
     EXPECT_EQ(list()->focusChild(), item(1));
@@ -69,7 +69,7 @@ TEST_F(ScriptAccessibilityTest, TheCurrentLineIsTheFocusedItemAndSelectedLinesSa
     EXPECT_EQ(nameOf(list()->focusChild()), QStringLiteral("Direction mode of line 1"));
 }
 
-TEST_F(ScriptAccessibilityTest, ALongScriptOffersTheLinesThatHaveARowAndTheirScrollBar) {
+TEST_F(ScriptAccessibilityTest, ALongScriptExposesOnlyItsExistingRowsAndTheScrollBar) {
     QStringList texts;
     for (int line = 1; line <= 2000; ++line)
         texts.append(QStringLiteral("Text %1.").arg(line));
@@ -83,7 +83,7 @@ TEST_F(ScriptAccessibilityTest, ALongScriptOffersTheLinesThatHaveARowAndTheirScr
     EXPECT_EQ(nameOf(list()->child(at - 1)), QStringLiteral("Line 1500, Narrator, Text 1500."));
 }
 
-TEST_F(ScriptAccessibilityTest, MessagesAndReadingsAreSpokenAsTheyStand) {
+TEST_F(ScriptAccessibilityTest, MessagesAndReadingsHaveAccessibleNames) {
     open(projectWith({QStringLiteral("One."), QStringLiteral("Two.")}));
     addTake(1);
     QAccessibleInterface *window = QAccessible::queryAccessibleInterface(editor.get());
@@ -104,7 +104,7 @@ TEST_F(ScriptAccessibilityTest, MessagesAndReadingsAreSpokenAsTheyStand) {
     QAccessibleInterface *direction = QAccessible::queryAccessibleInterface(&strip);
     EXPECT_NE(findNamed(direction, QStringLiteral("Recording time of line 1, 0:04")), nullptr);
     QAccessibleInterface *problem =
-        findNamed(direction, QStringLiteral("Recording problem of line 1: Couldn't start recording."));
+        findNamed(direction, QStringLiteral("Recording problem on line 1: Couldn't start recording."));
     ASSERT_NE(problem, nullptr);
     EXPECT_EQ(problem->role(), QAccessible::Notification);
 }

@@ -11,7 +11,7 @@
 namespace orlenta::shell {
 namespace {
 
-/// Texts of every length between none and some eight lines.
+/// Texts of varying length, from empty to about eight lines.
 QStringList manyTexts(int count) {
     const QString words =
         QStringLiteral("The harbour lights went out one by one, and nobody on the quay said a word. ");
@@ -34,7 +34,7 @@ protected:
         return rows;
     }
 
-    /// Every row in view shows its own line and begins where the one before ends; the view has no gap.
+    /// Every visible row shows its own line and starts where the previous one ends, without gaps.
     void expectOneUnbrokenColumn() {
         const QList<LineRow *> rows = rowsTopDown();
         ASSERT_FALSE(rows.isEmpty());
@@ -51,7 +51,7 @@ protected:
     }
 };
 
-TEST_F(ScriptListViewTest, TenThousandLinesNeedOnlyTheRowsInView) {
+TEST_F(ScriptListViewTest, TenThousandLinesNeedOnlyTheVisibleRows) {
     open(projectWith(manyTexts(10000)));
     const int end = list().verticalScrollBar()->maximum();
     EXPECT_GT(end, 500000);
@@ -62,7 +62,7 @@ TEST_F(ScriptListViewTest, TenThousandLinesNeedOnlyTheRowsInView) {
     EXPECT_LE(list().poolSize(), 40);
 }
 
-TEST_F(ScriptListViewTest, RowsInViewNeverJumpWhileEstimatesAreCorrected) {
+TEST_F(ScriptListViewTest, VisibleRowsNeverJumpWhenEstimatesAreCorrected) {
     open(projectWith(manyTexts(400)), {760, 720});
     QScrollBar *bar = list().verticalScrollBar();
     bar->setValue(bar->maximum() / 2);
@@ -98,7 +98,7 @@ TEST_F(ScriptListViewTest, ARowBeingEditedKeepsItsLineOutOfView) {
     expectOneUnbrokenColumn();
 }
 
-TEST_F(ScriptListViewTest, ARowKeepsItsCaretOutOfViewWhileAnotherWindowIsInFront) {
+TEST_F(ScriptListViewTest, ARowOutOfViewKeepsItsCaretWhileAnotherWindowIsActive) {
     open(projectWith(manyTexts(2000)));
     rowAt(0)->editNotes();
     LineRow *noted = rowAt(0);
@@ -145,8 +145,8 @@ TEST_F(ScriptListViewTest, RowsBelowMakeRoomForTextThatGrows) {
     expectOneUnbrokenColumn();
 }
 
-/// The caret is in the empty notes of a line that leaves the list.
-TEST_F(ScriptListViewTest, ALineWithItsNotesOpenMayGo) {
+/// The caret is in the empty notes of the removed line.
+TEST_F(ScriptListViewTest, RemovingALineWithOpenNotesKeepsTheLayoutIntact) {
     struct Case {
         const char *what;
         qsizetype line;
@@ -186,7 +186,7 @@ TEST_F(ScriptListViewTest, ALineWithItsNotesOpenMayGo) {
     }
 }
 
-TEST_F(ScriptListViewTest, FollowsLinesThatComeGoAndMove) {
+TEST_F(ScriptListViewTest, FollowsAddedRemovedAndMovedLines) {
     open(projectWith(manyTexts(50)));
     controller->selection().selectAlone(idAt(3));
     controller->lines().moveLineUp();

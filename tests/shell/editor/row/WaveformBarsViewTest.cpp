@@ -11,7 +11,7 @@
 namespace orlenta::shell {
 namespace {
 
-/// Rows of painted pixels in the column at the centre of a bar.
+/// The number of painted pixels in the column at a bar's centre.
 int barHeightAt(const QImage &image, int bar, double pitch, double barWidth, double inset) {
     const int x = static_cast<int>(inset + pitch * bar + barWidth / 2.0);
     int painted = 0;
@@ -40,13 +40,13 @@ protected:
     WaveformBarsView view;
 };
 
-TEST_F(WaveformBarsViewTest, AsManyBarsAsTheWidthHolds) {
+TEST_F(WaveformBarsViewTest, ShowsAsManyBarsAsFit) {
     EXPECT_EQ(view.barCount(), 12);
     view.resize(3, 40);
     EXPECT_EQ(view.barCount(), 1);
 }
 
-TEST_F(WaveformBarsViewTest, BarsAreAsTallAsTheirSamplesAndNeverGone) {
+TEST_F(WaveformBarsViewTest, BarsAreAsTallAsTheirSamplesAndAlwaysVisible) {
     view.setSamples({0.0F, 0.5F, 1.0F});
     const QImage image = pictureOf(view);
     const double inset = (100.0 - (4.0 * 12 + 4.0 * 11)) / 2.0;
@@ -55,14 +55,14 @@ TEST_F(WaveformBarsViewTest, BarsAreAsTallAsTheirSamplesAndNeverGone) {
     EXPECT_EQ(barHeightAt(image, 11, 8.0, 4.0, inset), 30);
 }
 
-TEST_F(WaveformBarsViewTest, TheFallbackStandsInUntilThereAreSamples) {
+TEST_F(WaveformBarsViewTest, ShowsTheFallbackHeightsWithoutSamples) {
     view.setFallbackHeights({6.0, 10.0});
     const QImage image = pictureOf(view);
     EXPECT_EQ(barHeightAt(image, 0, 8.0, 4.0, 4.0), 6);
     EXPECT_EQ(barHeightAt(image, 1, 8.0, 4.0, 4.0), 10);
 }
 
-TEST_F(WaveformBarsViewTest, BarsPastThePlayheadRest) {
+TEST_F(WaveformBarsViewTest, BarsAfterThePlayheadAreFainter) {
     view.setSamples({1.0F});
     view.setProgress(0.5, RowPlayback::Current);
     const QImage image = pictureOf(view);
@@ -70,7 +70,7 @@ TEST_F(WaveformBarsViewTest, BarsPastThePlayheadRest) {
     EXPECT_LT(qAlpha(image.pixel(94, 20)), 128);
 }
 
-TEST_F(WaveformBarsViewTest, TheWheelIsLeftToTheList) {
+TEST_F(WaveformBarsViewTest, IgnoresTheWheel) {
     QWheelEvent event({50.0, 20.0}, {50.0, 20.0}, {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
                       false);
     QApplication::sendEvent(&view, &event);
@@ -81,30 +81,30 @@ TEST_F(WaveformBarsViewTest, TheWheelIsLeftToTheList) {
     EXPECT_EQ(view.progress(), 0.5);
 }
 
-TEST_F(WaveformBarsViewTest, BarsStandOutFromEveryGroundInEveryCastColour) {
+TEST_F(WaveformBarsViewTest, BarsHaveContrastOnEveryBackgroundInEveryCastColour) {
     view.setSamples({1.0F});
-    const auto contrastAt = [&](int x, const QColor &ground) {
+    const auto contrastAt = [&](int x, const QColor &background) {
         QImage image(view.size(), QImage::Format_RGB32);
-        image.fill(ground);
+        image.fill(background);
         view.render(&image, {}, {}, QWidget::RenderFlags());
-        return contrastRatio(image.pixelColor(x, 20), ground);
+        return contrastRatio(image.pixelColor(x, 20), background);
     };
     for (const ThemeColors *colors : {&ThemeColors::light(), &ThemeColors::dark()})
-        for (const QColor &ground : {colors->surface, colors->surfaceSelected, colors->field})
+        for (const QColor &background : {colors->surface, colors->surfaceSelected, colors->field})
             for (const QColor &cast : {QColor(0x3FA7D6), QColor(0xF2B134), QColor(0x101010), QColor(0xFFFFFF),
                                        colors->accent, colors->textMuted}) {
-                const std::string what = (cast.name() + QStringLiteral(" on ") + ground.name()).toStdString();
-                view.setColor(cast, ground);
+                const std::string what = (cast.name() + QStringLiteral(" on ") + background.name()).toStdString();
+                view.setColor(cast, background);
                 view.setShowsProgress(false);
-                EXPECT_GE(contrastAt(6, ground), 3.0) << what;
+                EXPECT_GE(contrastAt(6, background), 3.0) << what;
                 view.setShowsProgress(true);
                 view.setProgress(0.5, RowPlayback::Current);
-                EXPECT_GE(contrastAt(94, ground), 2.5) << what;
-                EXPECT_GE(contrastAt(6, ground), 1.4 * contrastAt(94, ground)) << what;
+                EXPECT_GE(contrastAt(94, background), 2.5) << what;
+                EXPECT_GE(contrastAt(6, background), 1.4 * contrastAt(94, background)) << what;
             }
 }
 
-TEST_F(WaveformBarsViewTest, AssistiveTechnologySeesPercentAndMovesThePlayheadByThem) {
+TEST_F(WaveformBarsViewTest, AssistiveTechnologyReadsAndSetsThePlayheadInPercent) {
     QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(&view);
     ASSERT_NE(interface, nullptr);
     EXPECT_EQ(interface->role(), QAccessible::Slider);
@@ -122,24 +122,24 @@ TEST_F(WaveformBarsViewTest, AssistiveTechnologySeesPercentAndMovesThePlayheadBy
     EXPECT_DOUBLE_EQ(seek.takeFirst().first().toDouble(), 1.0);
 }
 
-TEST_F(WaveformBarsViewTest, ThePlaceIsToldAtRestAndForTheUsersSeeksButNotWhileItMoves) {
+TEST_F(WaveformBarsViewTest, ThePositionIsAnnouncedAtRestAndAfterSeeksButNotWhilePlaying) {
     QAccessibleValueInterface *value = QAccessible::queryAccessibleInterface(&view)->valueInterface();
-    QSignalSpy told(&view, &WaveformBarsView::placeTold);
+    QSignalSpy announced(&view, &WaveformBarsView::positionAnnounced);
     for (int step = 0; step <= 50; ++step)
         view.setProgress(step / 100.0, RowPlayback::Playing);
-    EXPECT_EQ(told.count(), 0);
+    EXPECT_EQ(announced.count(), 0);
     EXPECT_EQ(value->currentValue().toInt(), 50);
     QTest::keyClick(&view, Qt::Key_Right);
-    ASSERT_EQ(told.count(), 1);
-    EXPECT_EQ(told.takeFirst().first().toInt(), 52);
+    ASSERT_EQ(announced.count(), 1);
+    EXPECT_EQ(announced.takeFirst().first().toInt(), 52);
     view.setProgress(0.6, RowPlayback::Playing);
     view.setProgress(0.6, RowPlayback::Current);
     view.setProgress(0.6, RowPlayback::Current);
-    ASSERT_EQ(told.count(), 1);
-    EXPECT_EQ(told.takeFirst().first().toInt(), 60);
+    ASSERT_EQ(announced.count(), 1);
+    EXPECT_EQ(announced.takeFirst().first().toInt(), 60);
 }
 
-TEST_F(WaveformBarsViewTest, KeysStartFromTheShownPlaceAndEndAtTheEnds) {
+TEST_F(WaveformBarsViewTest, KeysSeekFromTheShownPositionAndStopAtTheEnds) {
     struct Case {
         Qt::Key key;
         double from;
@@ -160,7 +160,7 @@ TEST_F(WaveformBarsViewTest, KeysStartFromTheShownPlaceAndEndAtTheEnds) {
     EXPECT_EQ(seek.count(), 0);
 }
 
-TEST_F(WaveformBarsViewTest, TimeRunsFromLeftToRightInARightToLeftWindowToo) {
+TEST_F(WaveformBarsViewTest, TimeRunsFromLeftToRightEvenInARightToLeftWindow) {
     QWidget window;
     window.setLayoutDirection(Qt::RightToLeft);
     view.setParent(&window);
