@@ -35,7 +35,7 @@ TEST(LatestFirst, WhatIsAskedForLastOrAgainComesNext) {
     mayEnd.release(5);
     loop.exec();
     EXPECT_EQ(finished, (QList<int>{1, 3, 5, 4, 2}));
-    // What is done may be asked for anew.
+    // A finished key may be requested again.
     mayEnd.release();
     squares.ask(1);
     EXPECT_TRUE(begun.tryAcquire(5, deadline));

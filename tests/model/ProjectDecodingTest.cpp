@@ -28,7 +28,7 @@ ProjectLine onlyLine(const Project &project) {
     return lines.empty() ? ProjectLine() : *lines.front();
 }
 
-// Empty when the document was read.
+// The decoding error; empty if the document is valid.
 QString problemOf(const QByteArray &text) {
     const auto project = decodeProject(text, readingTime);
     if (project)
@@ -85,7 +85,7 @@ TEST(ProjectDecoding, RepeatedIdsAreRenewedBehindTheFirst) {
     ASSERT_EQ(project.tabs.size(), 2);
     EXPECT_EQ(project.tabs.at(0).id, TabId(sampleUuid(8)));
     EXPECT_NE(project.tabs.at(1).id, TabId(sampleUuid(8)));
-    // The line stays in the first place that names it; the renewed one is in no tab and goes to the first.
+    // The line stays in its first tab; the renewed line is in no tab, so it goes to the first.
     ASSERT_EQ(project.tabs.at(0).lineIds.size(), 2);
     EXPECT_EQ(project.tabs.at(0).lineIds.first(), LineId(sampleUuid(1)));
     EXPECT_TRUE(project.lines.contains(project.tabs.at(0).lineIds.last()));
@@ -147,7 +147,7 @@ TEST(ProjectDecoding, ABrokenPresetVoiceIsNoVoiceAndNoError) {
     const Project good =
         decoded(documentWith(",\"presets\":[" + presetText(R"(,"voice":{"elevenlabs_voice_id":"a"})") + "]"));
     EXPECT_EQ(good.presets.first().voice, (ProjectPresetVoice{u"a"_s, u"Voice"_s, u"Voice"_s, u"#7F78DE"_s}));
-    // A good voice as the last key doesn't lend its tolerance to the preset itself.
+    // A valid voice as the last key doesn't make the preset itself tolerated.
     EXPECT_EQ(problemOf(documentWith(
                   ",\"presets\":[" +
                   presetText(R"(,"voice":{"elevenlabs_voice_id":"a"})").replace(R"("mode":"Natural",)", "") + "]")),

@@ -29,7 +29,7 @@ protected:
     [[nodiscard]] static QByteArray projectText(const QString &name) {
         return encodeProject(Project::makeNew(name, sampleMoment()));
     }
-    // The name of the project that a load finds, or else the error's main text.
+    // The name of the loaded project, or the error's main text.
     [[nodiscard]] QString loaded(const QString &name) const {
         const auto result = ProjectStore::load(path(name), sampleMoment());
         return result ? result->project.projectName : result.error().description();

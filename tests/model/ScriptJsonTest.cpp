@@ -13,7 +13,7 @@ const QByteArray scriptLine = R"({"castName":"Ana","codableColor":{"blue":0.25,"
                               R"("mode":"Creative","model":"v3","presetName":"Calm","similarityBoost":0.7,)"
                               R"("speed":1.1,"stability":0.4,"style":0.2,"text":"One / two.","voiceId":"voice-1"})";
 
-// The document without the member of that key, which holds neither commas nor braces unless it is the colour.
+// The document without one member, whose value must not contain commas or braces unless it is the colour.
 QByteArray withoutKey(const QByteArray &key) {
     QByteArray text = scriptLine;
     const qsizetype begin = text.indexOf('"' + key + '"');

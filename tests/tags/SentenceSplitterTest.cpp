@@ -60,7 +60,7 @@ TEST(SentenceSplitter, SplitsLongLinesInLinearTime) {
     const auto start = std::chrono::steady_clock::now();
     for (const QString &pattern : {u"a."_s, u"a. "_s, u"\" "_s, u".\""_s, u". "_s, u"[a. B] "_s, u"[. "_s, u"\n"_s})
         static_cast<void>(splitSentences(pattern.repeated(200'000 / pattern.size())));
-    // A quadratic scan of one of these takes minutes.
+    // Quadratic time on one of these would be minutes.
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 

@@ -18,7 +18,7 @@ using orlenta::testing::SmallDisk;
 
 class AtomicCopy : public test::FileFolder {
 protected:
-    /// Content of which no two places look the same, longer than any piece of a copy.
+    /// Content that looks different everywhere, longer than any piece of a copy.
     [[nodiscard]] static QByteArray large() {
         QByteArray data((3 << 20) + 7, Qt::Uninitialized);
         for (qsizetype i = 0; i < data.size(); ++i)

@@ -25,7 +25,7 @@ using orlenta::testing::FileSizeLimit;
 
 class AtomicFile : public test::FileFolder {};
 
-/// What the flush of a folder comes to in this program from now on, as long as it lives.
+/// Sets the result of flushing a folder in this process, for its lifetime.
 class FolderFlushResult final {
 public:
     explicit FolderFlushResult(int code) { s_code = code; }
@@ -120,7 +120,7 @@ TEST_F(AtomicFile, WhatIsBeingWrittenIsNoLeftover) {
     ASSERT_EQ(pending->descriptor().write(QByteArray("first")), 0);
     removeStaleTemporary(path(u"a.orl"_s));
     std::thread other([&] { EXPECT_TRUE(writeAtomically(path(u"a.orl"_s), "second")); });
-    // A long copy to one file holds up nobody who writes another of the folder.
+    // A long copy to one file doesn't block writing another file in the folder.
     EXPECT_TRUE(writeAtomically(path(u"b.orl"_s), "beside"));
     EXPECT_TRUE(pending.value().commit(5));
     other.join();
@@ -174,7 +174,7 @@ TEST_F(AtomicFile, AFolderThatCanNotBeFlushedIsNoFailureAndOneWhoseFlushFailsIs)
 } // namespace
 } // namespace orlenta::base
 
-// File systems whose folders refuse a flush, or fail in one, are no part of a test machine; the rest of them is real.
+// Replaces fsync for folders, since the test machine has no file system whose folders refuse or fail to flush.
 extern "C" int fsync(int descriptor) {
     struct stat status {};
     const int code = orlenta::base::FolderFlushResult::code();

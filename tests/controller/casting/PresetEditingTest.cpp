@@ -18,7 +18,7 @@ protected:
     PresetEditing &presets = project->presets();
     UndoManager &undo = project->undoManager();
 
-    /// Casts Ana on the first line and keeps it as a preset of that name.
+    /// Casts Ana on the first line and saves it as a preset with that name.
     model::PresetId savedPreset(const QString &name) {
         model::ProjectLineSettings settings = *project.line(0).settings;
         settings.stability = 0.25;

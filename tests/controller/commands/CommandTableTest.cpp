@@ -17,10 +17,10 @@ TEST(CommandTableTest, NoKeyMeansTwoCommandsAtOnePlace) {
     for (const Command &command : CommandTable::all())
         for (const QString &key : command.keys) {
             QSet<QString> &taken = CommandTable::isMenu(command.group) ? keysOfMenus : keysOfPlaces[command.group];
-            // In a waveform the arrows move the playhead; elsewhere among a line's controls, the focus.
+            // In a waveform the arrow keys move the playhead; in a line's other controls they move the focus.
             const bool isShared = command.id == CommandId::MovePlayhead;
             EXPECT_FALSE(taken.contains(key) && !isShared) << described(command) << ", " << key.toStdString();
-            // A menu would take the key before the place sees it.
+            // A menu would take the key first.
             EXPECT_FALSE(!CommandTable::isMenu(command.group) && keysOfMenus.contains(key))
                 << described(command) << ", " << key.toStdString();
             taken.insert(key);

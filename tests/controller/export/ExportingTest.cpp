@@ -34,7 +34,7 @@ QByteArray bytesOf(const QString &path) {
 
 constexpr int deadline = 20'000;
 
-/// A file that somebody else is writing, which keeps whoever wants to replace it until it is let go.
+/// A file that another writer holds, which blocks anyone who wants to replace it until release.
 class HeldFile final {
 public:
     explicit HeldFile(const QString &path) {
@@ -48,7 +48,7 @@ private:
     std::unique_ptr<base::PendingFile> m_file;
 };
 
-/// What exports log while it lives, from whichever thread. The application's message handler is one function.
+/// Collects the log of exports during its lifetime, from any thread. Only one at a time: the message handler is global.
 class ExportLog final {
 public:
     ExportLog() : m_before(qInstallMessageHandler(&ExportLog::keep)) {
@@ -187,7 +187,7 @@ TEST_F(ExportingTest, AJoinedFileIsThereForAsLongAsItsPlan) {
         path = std::get<Exporting::SingleFile>(first).path;
         EXPECT_TRUE(QFile::exists(path));
     }
-    // The worker's result goes with the event loop's next turn.
+    // The worker's result arrives with the next turn of the event loop.
     EXPECT_TRUE(QTest::qWaitFor([&] { return !QFile::exists(path); }, deadline));
 }
 

@@ -17,7 +17,6 @@ QStringList manyLines() {
     return lines;
 }
 
-/// A script of twelve lines.
 class GenerationBatchTest : public test::GenerationTest {
 protected:
     GenerationBatchTest() : GenerationTest(manyLines()) {}

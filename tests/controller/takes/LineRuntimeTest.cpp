@@ -81,7 +81,7 @@ TEST(LineWaveforms, AClosingProjectDoesntWaitForALongFile) {
     {
         ScriptProject project({{QStringLiteral("a")}}, ScriptProject::Folder::OnDisk);
         project.addTake(0);
-        // A hole of hours of silence, which takes minutes to look through.
+        // A sparse file with hours of silence, which takes minutes to scan.
         QFile file(project->media().audioURL(project.line(0)).toLocalFile());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         file.write(audio::wavHeader(4'000'000'000U, 48000, 1, 16));
