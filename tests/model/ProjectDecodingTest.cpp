@@ -122,7 +122,7 @@ TEST(ProjectDecoding, VoicesFillInWhatIsMissing) {
             << one.members.toStdString();
     }
     const QByteArray wrong = R"(,"voices":[{"id":"00000000-0000-0000-0000-000000000001","color_stripe":7}])";
-    EXPECT_EQ(problemOf(documentWith(wrong)), u"voices[0]: the key \"color_stripe\" holds a value of the wrong kind"_s);
+    EXPECT_EQ(problemOf(documentWith(wrong)), u"voices[0]: the key \"color_stripe\" has a value of the wrong type"_s);
 }
 
 TEST(ProjectDecoding, ABrokenPresetVoiceIsNoVoiceAndNoError) {
@@ -180,7 +180,7 @@ TEST(ProjectDecoding, OlderPronunciationKeysServeWhereTheNewerAreMissing) {
     EXPECT_TRUE(entryOf(older + R"(,"is_enabled":true)").isEnabled);
     EXPECT_EQ(entryOf(R"("mode":"simple","phonemes":{"x":[]},"alias":"al")").phoneticOverride, u"al"_s);
     EXPECT_EQ(problemOf(pronunciations(R"({"mode":"advanced","phonemes":{"x":[]},"alias":"al"})")),
-              u"pronunciations[0]: the key \"phonemes\" holds a value of the wrong kind"_s);
+              u"pronunciations[0]: the key \"phonemes\" has a value of the wrong type"_s);
     EXPECT_EQ(decoded(pronunciations("{" + older + "},{}")).pronunciations.last().spelling, QString());
 }
 
@@ -204,27 +204,27 @@ TEST(ProjectDecoding, WrongDocumentsFailAndSayWhere) {
     const QByteArray full = documentWith({});
     const std::pair<QByteArray, QString> cases[] = {
         {withTake(QByteArray(takeText).replace("12:34:56Z", "12:34Z")),
-         u"lines[0].takes[0].generated_at: the value is of the wrong kind"_s},
+         u"lines[0].takes[0].generated_at: the value has the wrong type"_s},
         {withTake(takeText + "," + QByteArray(takeText).replace("\"v2\"", "2")),
-         u"lines[0].takes[1].settings_snapshot.model: the value is of the wrong kind"_s},
-        {withTake("null"), u"lines[0].takes[0]: the value is of the wrong kind"_s},
-        {withTake("[]"), u"lines[0].takes[0]: the value is of the wrong kind"_s},
+         u"lines[0].takes[1].settings_snapshot.model: the value has the wrong type"_s},
+        {withTake("null"), u"lines[0].takes[0]: the value has the wrong type"_s},
+        {withTake("[]"), u"lines[0].takes[0]: the value has the wrong type"_s},
         {documentWith(",\"lines\":[" + lineText(1, 0).replace("\"notes\":\"\",", "") + "]"),
          u"lines[0]: the key \"notes\" is missing"_s},
         {documentWith(",\"lines\":[" + lineText(1, 0).replace("\"notes\":\"\"", "\"notes\":null") + "]"),
          u"lines[0]: the key \"notes\" is missing"_s},
         {documentWith(R"(,"selection":{})"), u"selection: the key \"selected_line_ids\" is missing"_s},
         {documentWith(R"(,"selection":{"selected_line_ids":["x"]})"),
-         u"selection.selected_line_ids[0]: the value is of the wrong kind"_s},
-        {documentWith(R"(,"tabs":{})"), u"tabs: the value is of the wrong kind"_s},
-        {documentWith(R"(,"tabs":3)"), u"tabs: the value is of the wrong kind"_s},
+         u"selection.selected_line_ids[0]: the value has the wrong type"_s},
+        {documentWith(R"(,"tabs":{})"), u"tabs: the value has the wrong type"_s},
+        {documentWith(R"(,"tabs":3)"), u"tabs: the value has the wrong type"_s},
         {documentWith(R"(,"pronunciations":[{"mode":"loud"}])"),
-         u"pronunciations[0].mode: the value is of the wrong kind"_s},
-        {QByteArray(full).replace("48000", "48000.5"), u"audio_settings.sample_rate: the value is of the wrong kind"_s},
+         u"pronunciations[0].mode: the value has the wrong type"_s},
+        {QByteArray(full).replace("48000", "48000.5"), u"audio_settings.sample_rate: the value has the wrong type"_s},
         {QByteArray(full).replace("48000", "9223372036854775808"),
-         u"audio_settings.sample_rate: the value is of the wrong kind"_s},
-        {"null", u"the value is of the wrong kind"_s},
-        {"[]", u"the value is of the wrong kind"_s},
+         u"audio_settings.sample_rate: the value has the wrong type"_s},
+        {"null", u"the value has the wrong type"_s},
+        {"[]", u"the value has the wrong type"_s},
         {"{}", u"the key \"audio_settings\" is missing"_s},
     };
     for (const auto &[text, problem] : cases)
@@ -238,7 +238,7 @@ TEST(ProjectDecoding, DatesHaveOneForm) {
           "2024-13-01T00:00:00Z", "20x4-05-31T12:34:56Z", "1717158896"})
         EXPECT_EQ(problemOf(documentWith({}).replace(R"("created_at":"2024-05-31T12:34:56Z")",
                                                      R"("created_at":")" + date + "\"")),
-                  u"created_at: the value is of the wrong kind"_s)
+                  u"created_at: the value has the wrong type"_s)
             << date.toStdString();
 }
 
@@ -252,7 +252,7 @@ TEST(ProjectDecoding, IdsHaveOneFormInEitherCase) {
                                 "00000000-0000-0000-0000-00000000000g", "00000000-0000-0000-0000-0000000009",
                                 "--------0000-0000-0000-000000000009", "00000000-0000-0000-0000-------------",
                                 "0-000000-0000-0000-0000-000000000009"})
-        EXPECT_EQ(problemOf(withId(id)), u"project_id: the value is of the wrong kind"_s) << id.toStdString();
+        EXPECT_EQ(problemOf(withId(id)), u"project_id: the value has the wrong type"_s) << id.toStdString();
 }
 
 TEST(ProjectDecoding, NumbersKeepTheirValueInEveryForm) {
@@ -274,7 +274,7 @@ TEST(ProjectDecoding, NumbersKeepTheirValueInEveryForm) {
         EXPECT_EQ(styleOf(text), value) << text.toStdString();
     for (const char *number : {"9e308", "-9e308", "1e-400"})
         EXPECT_EQ(problemOf(documentWith(",\"presets\":[" + presetText({}).replace("0.5", number) + "]")),
-                  u"presets[0].style: the value is of the wrong kind"_s)
+                  u"presets[0].style: the value has the wrong type"_s)
             << number;
     EXPECT_FALSE(problemOf(documentWith({}).replace(":48000", ":9223372036854775808")).isEmpty());
 }
@@ -284,11 +284,11 @@ TEST(ProjectDecoding, ANewerVersionWinsOverAllThatIsWrongWithItsRecords) {
         {R"({"schema_version":2})", u"newer 2"_s},
         {R"({"lines":7,"tabs":[{"id":[]}],"schema_version":3,"voices":"x"})", u"newer 3"_s},
         {R"({"schema_version":9223372036854775807})", u"newer 9223372036854775807"_s},
-        {R"({"schema_version":"2"})", u"schema_version: the value is of the wrong kind"_s},
-        {R"({"schema_version":[2]})", u"schema_version: the value is of the wrong kind"_s},
-        {R"({"schema_version":2.5})", u"schema_version: the value is of the wrong kind"_s},
+        {R"({"schema_version":"2"})", u"schema_version: the value has the wrong type"_s},
+        {R"({"schema_version":[2]})", u"schema_version: the value has the wrong type"_s},
+        {R"({"schema_version":2.5})", u"schema_version: the value has the wrong type"_s},
         {R"({"x":{"schema_version":2}})", u"the key \"audio_settings\" is missing"_s},
-        {R"([{"schema_version":2}])", u"the value is of the wrong kind"_s},
+        {R"([{"schema_version":2}])", u"the value has the wrong type"_s},
         {R"({"schema_version":1})", u"the key \"audio_settings\" is missing"_s},
     };
     for (const auto &[text, problem] : cases)

@@ -153,7 +153,7 @@ TEST_F(ProjectStoreIn, BrokenAndNewerFilesAreToldApart) {
     const auto broken = ProjectStore::load(path(u"broken.orl"_s), sampleMoment());
     ASSERT_FALSE(broken);
     EXPECT_EQ(broken.error().description(), u"Couldn't open this project. The file may be corrupted."_s);
-    EXPECT_EQ(broken.error().failureReason(), u"schema_version: the value is of the wrong kind"_s);
+    EXPECT_EQ(broken.error().failureReason(), u"schema_version: the value has the wrong type"_s);
 }
 
 TEST_F(ProjectStoreIn, AFileOverTheLimitIsRefusedUnread) {

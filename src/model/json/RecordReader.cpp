@@ -226,7 +226,7 @@ const Field *RecordReader::fieldFor(Structure structure) {
     if (field.presence == Presence::Older)
         takeScalar(misplaced);
     else
-        fail(QStringLiteral("the value is of the wrong kind"));
+        fail(QStringLiteral("the value has the wrong type"));
     return nullptr;
 }
 
@@ -246,7 +246,7 @@ void RecordReader::takeScalar(const Scalar &value) {
     if (fits && field.read(frame.record, value, m_context))
         markSeen();
     else
-        fail(QStringLiteral("the value is of the wrong kind"));
+        fail(QStringLiteral("the value has the wrong type"));
 }
 
 void RecordReader::markSeen() {
