@@ -32,7 +32,7 @@ class UndoManager;
 class VoiceCasting;
 
 /// The document object of one open project. Holds the state and saves it. Each subject (lines, tabs, takes, ...) is a
-/// class of its own, owned here; subjects change the state through an Edit, and nobody else can. Main thread.
+/// class of its own, owned here. Subjects change the state through an Edit, and nothing else changes it. Main thread.
 class ProjectController final : public QObject {
     Q_OBJECT
 public:
