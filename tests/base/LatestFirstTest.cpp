@@ -11,7 +11,7 @@ namespace {
 
 constexpr int deadline = 20'000;
 
-TEST(LatestFirst, WhatIsAskedForLastOrAgainComesNext) {
+TEST(LatestFirst, TheLatestOrRepeatedRequestComesNext) {
     QSemaphore begun;
     QSemaphore mayEnd;
     QEventLoop loop;
@@ -41,7 +41,7 @@ TEST(LatestFirst, WhatIsAskedForLastOrAgainComesNext) {
     EXPECT_TRUE(begun.tryAcquire(5, deadline));
 }
 
-TEST(LatestFirst, ItsEndStopsWhatRunsAndDropsWhatWaits) {
+TEST(LatestFirst, TheDestructorStopsRunningWorkAndDropsQueuedWork) {
     QSemaphore begun;
     int worked = 0;
     {

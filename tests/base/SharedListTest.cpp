@@ -71,7 +71,7 @@ TEST(SharedList, RangesAndBulkRemovalCrossChunks) {
     EXPECT_EQ(list, SharedList<int>());
 }
 
-TEST(SharedList, EqualityGoesByContentWhateverTheChunks) {
+TEST(SharedList, EqualityComparesContentNotChunks) {
     SharedList<int> appended;
     for (int i = 0; i < 600; ++i)
         appended.append(i);

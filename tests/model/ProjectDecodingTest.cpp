@@ -76,7 +76,7 @@ TEST(ProjectDecoding, WithoutTabsOneHoldsAllLinesByOrder) {
     EXPECT_EQ(project.activeTabId, project.tabs.first().id);
 }
 
-TEST(ProjectDecoding, RepeatedIdsAreRenewedBehindTheFirst) {
+TEST(ProjectDecoding, RepeatedIdsAreRenewedAfterTheFirst) {
     const QByteArray tab = R"({"id":"00000000-0000-0000-0000-000000000008","name":"T","line_ids":[)"
                            R"("00000000-0000-0000-0000-000000000001"]})";
     const Project project = decoded(
@@ -92,7 +92,7 @@ TEST(ProjectDecoding, RepeatedIdsAreRenewedBehindTheFirst) {
     EXPECT_TRUE(project.tabs.at(1).lineIds.isEmpty());
 }
 
-TEST(ProjectDecoding, AnActiveTabThatNamesNoTabIsLeftAsItStands) {
+TEST(ProjectDecoding, AnUnknownActiveTabIsKept) {
     const Project project = decoded(documentWith(R"(,"active_tab_id":"00000000-0000-0000-0000-000000000077")"));
     EXPECT_EQ(project.activeTabId, TabId(sampleUuid(77)));
 }
@@ -125,7 +125,7 @@ TEST(ProjectDecoding, VoicesFillInWhatIsMissing) {
     EXPECT_EQ(problemOf(documentWith(wrong)), u"voices[0]: the key \"color_stripe\" has a value of the wrong type"_s);
 }
 
-TEST(ProjectDecoding, ABrokenPresetVoiceIsNoVoiceAndNoError) {
+TEST(ProjectDecoding, ABrokenPresetVoiceIsIgnored) {
     const QByteArray broken[] = {
         "7",
         "null",
@@ -166,7 +166,7 @@ TEST(ProjectDecoding, AnEmptyPronunciationIsComplete) {
     EXPECT_EQ(entry, expected);
 }
 
-TEST(ProjectDecoding, OlderPronunciationKeysServeWhereTheNewerAreMissing) {
+TEST(ProjectDecoding, OlderPronunciationKeysAreReadIfTheNewerAreMissing) {
     const QByteArray older = R"("word":"w","alias":"al","phonemes":"ph","isEnabled":false)";
     const auto entryOf = [](const QByteArray &members) {
         return decoded(pronunciations("{" + members + "}")).pronunciations.value(0);
@@ -279,7 +279,7 @@ TEST(ProjectDecoding, NumbersKeepTheirValueInEveryForm) {
     EXPECT_FALSE(problemOf(documentWith({}).replace(":48000", ":9223372036854775808")).isEmpty());
 }
 
-TEST(ProjectDecoding, ANewerVersionWinsOverAllThatIsWrongWithItsRecords) {
+TEST(ProjectDecoding, ANewerVersionTakesPrecedenceOverBrokenRecords) {
     const std::pair<QByteArray, QString> cases[] = {
         {R"({"schema_version":2})", u"newer 2"_s},
         {R"({"lines":7,"tabs":[{"id":[]}],"schema_version":3,"voices":"x"})", u"newer 3"_s},
@@ -314,7 +314,7 @@ TEST(ProjectDecoding, UnknownKeysAreSkippedButBoundlessNestingIsRefused) {
     EXPECT_TRUE(problemOf(QByteArray(1'000'000, '[')).endsWith(u"it is nested too deeply."_s));
 }
 
-TEST(ProjectDecoding, TextThatIsNoUtf8OrNoJsonFails) {
+TEST(ProjectDecoding, TextThatIsNotUtf8OrNotJsonFails) {
     const auto named = [](const QByteArray &name) { return documentWith({}).replace("\"P\"", '"' + name + '"'); };
     for (const QByteArray name :
          {"\xFF", "\xC3", "\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE0\x80\x80", "\\uDC00", "\\uD800x"})

@@ -29,7 +29,7 @@ TEST(ClipNames, AreMadeOfVoiceFirstWordsAndNumber) {
         EXPECT_EQ(clipName(text, number, castName), name);
 }
 
-TEST(ClipNames, NumberALineByItsPlaceInTheFirstTabThatHoldsIt) {
+TEST(ClipNames, NumberALineByItsPositionInTheFirstTabThatContainsIt) {
     model::Project project = model::Project::makeNew(u"P"_s, {});
     model::ProjectLine line = model::ProjectLine::makeNew();
     line.text = u"Hello"_s;
@@ -42,7 +42,7 @@ TEST(ClipNames, NumberALineByItsPlaceInTheFirstTabThatHoldsIt) {
     EXPECT_EQ(clipName(project, line), u"Mia - Hello.02"_s);
 }
 
-TEST(ClipNames, OfJoinedClipsTellTheirLines) {
+TEST(ClipNames, OfJoinedClipsNameTheirLines) {
     QList<model::LineId> script;
     for (int i = 0; i < 5; ++i)
         script.append(model::LineId::create());

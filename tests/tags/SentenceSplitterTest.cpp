@@ -26,7 +26,7 @@ TEST(SentenceSplitter, EndsSentencesAtTheirMarks) {
     expectSentences(u" \n \r\n "_s, {});
 }
 
-TEST(SentenceSplitter, KeepsAbbreviationsEllipsesAndOutcriesTogether) {
+TEST(SentenceSplitter, KeepsAbbreviationsEllipsesAndExclamationsTogether) {
     for (const QString &whole :
          {u"Dr. Smith went home."_s, u"Mr. and Mrs. Fox vs. St. John."_s, u"Approx. Ten, e.g. Bob, i.e. Him."_s,
           u"The U.S.A. Won."_s, u"J. Doe came."_s, u"\u00C9. Zola wrote."_s, u"Wait... what?"_s, u"Wait... What?"_s,

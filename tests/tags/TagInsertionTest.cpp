@@ -48,7 +48,7 @@ TEST(TagInsertion, GoesBeforeASelectedWord) {
     EXPECT_EQ(insertion->text, u"one [sad] two"_s);
 }
 
-TEST(TagInsertion, PrefersTheFreshestPlaceAndElseTheEnd) {
+TEST(TagInsertion, PrefersTheMostRecentCaretOtherwiseTheEnd) {
     const QString text = u"ab"_s;
     const Utf16Range start{0, 0};
     const Utf16Range end{2, 0};

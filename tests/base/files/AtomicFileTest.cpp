@@ -59,7 +59,7 @@ TEST_F(AtomicFile, ReplacingKeepsModeAndLink) {
     EXPECT_EQ(mode(u"real.orl"_s), 0604U);
 }
 
-TEST_F(AtomicFile, ALinkToWhatIsNotThereYetMakesItAndACircleFails) {
+TEST_F(AtomicFile, WritingThroughALinkCreatesItsTargetAndALinkCircleFails) {
     ASSERT_TRUE(QDir(m_folder.path()).mkdir(u"disk"_s));
     ASSERT_EQ(::symlink("disk/real.orl", encodedPath(u"link.orl"_s).constData()), 0);
     ASSERT_TRUE(writeAtomically(path(u"link.orl"_s), "new"));
@@ -86,7 +86,7 @@ TEST_F(AtomicFile, AShortWriteLeavesTheOldFileAndNothingElse) {
     }
 }
 
-TEST_F(AtomicFile, ATargetThatIsNoPlainFileOrHasNoFolderFails) {
+TEST_F(AtomicFile, ATargetThatIsNotAPlainFileOrHasNoFolderFails) {
     ASSERT_TRUE(QDir(m_folder.path()).mkdir(u"folder"_s));
     ASSERT_EQ(::mkfifo(encodedPath(u"pipe"_s).constData(), 0600), 0);
     EXPECT_FALSE(writeAtomically(path(u"folder"_s), "x"));
@@ -114,7 +114,7 @@ TEST_F(AtomicFile, NamesAsLongAsTheFileSystemAllowsWork) {
     EXPECT_EQ(names(), QStringList{name});
 }
 
-TEST_F(AtomicFile, WhatIsBeingWrittenIsNoLeftover) {
+TEST_F(AtomicFile, AFileBeingWrittenIsNotALeftover) {
     auto pending = PendingFile::create(path(u"a.orl"_s));
     ASSERT_TRUE(pending);
     ASSERT_EQ(pending->descriptor().write(QByteArray("first")), 0);
@@ -148,7 +148,7 @@ TEST_F(AtomicFile, WritersOfOneFileNeverMixTheirData) {
     EXPECT_EQ(names(), QStringList{u"a.orl"_s});
 }
 
-TEST_F(AtomicFile, ReadingRefusesWhatIsNoPlainFile) {
+TEST_F(AtomicFile, ReadingRefusesAnythingButAPlainFile) {
     ASSERT_EQ(::mkfifo(QFile::encodeName(path(u"pipe"_s)).constData(), 0600), 0);
     EXPECT_FALSE(readWholeFile(path(u"pipe"_s)));
     EXPECT_FALSE(readWholeFile(m_folder.path()));
@@ -158,7 +158,7 @@ TEST_F(AtomicFile, ReadingRefusesWhatIsNoPlainFile) {
     EXPECT_EQ(missing.error().description(), u"missing: No such file or directory"_s);
 }
 
-TEST_F(AtomicFile, AFolderThatCanNotBeFlushedIsNoFailureAndOneWhoseFlushFailsIs) {
+TEST_F(AtomicFile, AFolderThatRefusesToFlushIsFineButAFailedFlushIsAnError) {
     for (const int refusal : {EINVAL, EOPNOTSUPP, EACCES, EPERM, EBADF}) {
         const FolderFlushResult result(refusal);
         EXPECT_TRUE(writeAtomically(path(u"a.orl"_s), "new")) << refusal;

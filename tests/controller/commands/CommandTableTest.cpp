@@ -11,7 +11,7 @@ std::string described(const Command &command) {
     return CommandTable::groupTitle(command.group).toStdString() + ": " + command.title.toStdString();
 }
 
-TEST(CommandTableTest, NoKeyMeansTwoCommandsAtOnePlace) {
+TEST(CommandTableTest, NoKeyTriggersTwoCommandsInOnePlace) {
     QSet<QString> keysOfMenus;
     QHash<CommandGroup, QSet<QString>> keysOfPlaces;
     for (const Command &command : CommandTable::all())
@@ -27,7 +27,7 @@ TEST(CommandTableTest, NoKeyMeansTwoCommandsAtOnePlace) {
         }
 }
 
-TEST(CommandTableTest, EveryCommandHasOneEntryThatTellsWhatItDoesAndHowToReachIt) {
+TEST(CommandTableTest, EveryCommandHasOneEntryWithATitleAndATipOrKey) {
     QSet<CommandId> seen;
     for (const Command &command : CommandTable::all()) {
         EXPECT_FALSE(seen.contains(command.id)) << described(command);

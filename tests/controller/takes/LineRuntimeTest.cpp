@@ -34,7 +34,7 @@ TEST(LineRuntime, OnlyTheChangedLinesSignalBumps) {
     EXPECT_EQ(secondSpy.count(), 0);
 }
 
-TEST(LineRuntime, UndoNeitherEndsNorFakesAGeneration) {
+TEST(LineRuntime, UndoNeitherEndsNorResurrectsAGeneration) {
     ScriptProject project({{QStringLiteral("a"), QStringLiteral("b")}});
     project->takes().setGenerating(GenerationState::Generating, project.id(0));
     project.addTake(0);
@@ -61,7 +61,7 @@ TEST(LineWaveforms, ARequestedWaveformArrivesOnceAndGoesWithItsFile) {
     EXPECT_EQ(changed.count(), 2);
 }
 
-TEST(LineWaveforms, WhatWasAskedForLastOrAgainComesFirst) {
+TEST(LineWaveforms, TheLatestOrRepeatedRequestComesFirst) {
     ScriptProject project({{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c"), QStringLiteral("d")}},
                           ScriptProject::Folder::OnDisk);
     QList<qsizetype> arrived;
