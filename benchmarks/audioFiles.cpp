@@ -1,6 +1,6 @@
-// Prints, as tables, what Orlenta's audio files cost and how true they are, beside sox and ffmpeg on the same machine
-// in the same run. Times are the best of several runs, wall clock, whole files in and out; those of the peers include
-// the start of their process.
+// Prints tables of the speed and accuracy of Orlenta's audio files, next to sox and ffmpeg on the same machine in the
+// same run. Times are the best of several runs, wall clock, for whole files in and out; the peers' times include
+// starting their process.
 
 #include <algorithm>
 #include <chrono>
@@ -32,7 +32,7 @@ namespace {
 using test::AudioTestFolder;
 
 constexpr int repetitions = 7;
-// One decibel below full scale: 24 bits then allow 145.2 dB.
+// 1 dB below full scale, where 24 bits allow 145.2 dB.
 constexpr double tonePeak = 0.89125;
 
 void require(bool isFine, const char *what) {
@@ -62,8 +62,7 @@ void runPeer(const AudioTestFolder &folder, const char *program, const QString &
     require(process.waitForFinished(120000) && process.exitCode() == 0, program);
 }
 
-// The kernel's own high-water mark, brought down to the present first: what came before must not hide what `work`
-// takes.
+// Uses the kernel's high-water mark, reset before `work` so that earlier peaks don't hide its use.
 long kilobytesTakenBy(const std::function<void()> &work) {
     const auto statusOf = [](const QByteArray &key) {
         const QByteArray status = test::bytesOf(QStringLiteral("/proc/self/status"));
@@ -97,7 +96,7 @@ void printFidelity() {
             const QString source = folder.write(QStringLiteral("in.wav"), tone, {from, 1, test::wavDouble});
             const auto ours = convertToWAV(source, QStringLiteral("tts"), to, 24, folder.folder());
             require(ours.hasValue(), "conversion");
-            // Without -D, sox would add dither of its own.
+            // Without -D, sox would add dither.
             runPeer(folder, "sox", QStringLiteral("-D in.wav -b 24 sox.wav rate -v %1").arg(to));
             const auto mine = test::measureTone(middleOf(*ours, to), frequency, to);
             const auto theirs = test::measureTone(middleOf(folder.path(QStringLiteral("sox.wav")), to), frequency, to);
@@ -126,7 +125,7 @@ void printResampling(const AudioTestFolder &folder) {
                 ours, sox, ffmpeg);
 }
 
-// What any program does to put files behind each other when it knows nothing of audio.
+// Concatenates files the plain way, without knowing anything about audio.
 void copyPlainly(const QList<QUrl> &urls, const QString &target) {
     const int out = ::open(QFile::encodeName(target).constData(), O_CREAT | O_TRUNC | O_WRONLY | O_CLOEXEC, 0644);
     std::vector<char> block(256 * 1024);

@@ -1,4 +1,4 @@
-// What one edit of a large project costs: a snapshot for undo, and then a changed line.
+// The cost of one edit in a large project: an undo snapshot, then a changed line.
 
 #include "support/ProjectGenerator.h"
 #include "support/RatioReporter.h"

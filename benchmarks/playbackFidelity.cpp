@@ -1,4 +1,4 @@
-// Prints how many frames of a 48000 Hz file arrive unaltered at the monitor of a 48000 Hz output, beside paplay on the
+// Prints how many frames of a 48000 Hz file arrive unaltered at the monitor of a 48000 Hz output, next to paplay on the
 // same private server, for PulseAudio and PipeWire.
 
 #include <cstdio>
@@ -62,7 +62,7 @@ int main(int argc, char **argv) {
             std::fprintf(stderr, "%s\n", qUtf8Printable(session.failure()));
             return 1;
         }
-        // The first stream of a fresh server may meet a gap in the recording.
+        // The first stream of a fresh server may have a gap in its recording.
         playByPeer(session, file);
         const int here = playHere(session, file);
         const int peer = playByPeer(session, file);

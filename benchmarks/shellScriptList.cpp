@@ -1,6 +1,5 @@
-// What a tab of ten thousand lines costs in the script list, beside the plain way: the same row widget once for each
-// line in a scroll area. Run it on a real or virtual X display; the numbers are wall-clock time and resident memory of
-// this process.
+// The cost of a tab of ten thousand lines in the script list, compared with the plain way: one row widget per line in a
+// scroll area. Run it on a real or virtual X display; it prints wall-clock time and resident memory of this process.
 #include <algorithm>
 #include <cstdio>
 #include <vector>
@@ -44,7 +43,7 @@ model::Project longProject() {
         model::ProjectLine line = model::ProjectLine::makeNew();
         line.text = words.repeated(1 + index % 4).left(20 + (index * 37) % 280);
         line.voiceId = project.voices.first().id;
-        // Some lines are directed by voice, some have notes: their rows show more.
+        // Some lines have voice direction or notes, so their rows show more.
         if (index % 3 == 0)
             line.settings->directionMode = model::DirectionMode::Voice;
         if (index % 5 == 0)
@@ -175,7 +174,7 @@ void print(const char *name, const Cost &cost) {
 int run() {
     testing::ShellSession shell;
     {
-        // Fonts, style and icons are loaded once for the process; a first, short script pays for them.
+        // Loads fonts, style and icons, once per process, so that no measurement includes them.
         measureList(*shell.openUnheard(
             shell.store(QStringLiteral("Short"), model::Project::makeNew(QStringLiteral("Short"), base::Timestamp{}))));
     }

@@ -8,27 +8,27 @@
 
 namespace orlenta::benchmarks {
 
-/// A benchmark that must not take longer than a multiple of another.
+/// A benchmark that must take at most a multiple of another's time.
 struct RatioTarget {
     std::string subject;
     std::string peer;
     double limit = 1.0;
 };
 
-/// A benchmark that must stay below a time.
+/// A benchmark that must take at most a given time.
 struct TimeTarget {
     std::string subject;
     double milliseconds = 1.0;
 };
 
-/// Google Benchmark's console output, and after it how each target was met. Compares the fastest runs, which a loaded
-/// machine disturbs least; run with repetitions.
+/// Google Benchmark's console output, followed by how each target was met. Compares the fastest runs, which a loaded
+/// machine disturbs least, so run with repetitions.
 class RatioReporter final : public benchmark::ConsoleReporter {
 public:
     RatioReporter(std::vector<RatioTarget> ratios, std::vector<TimeTarget> times = {});
 
     void ReportRuns(const std::vector<Run> &runs) override;
-    /// Prints the verdicts; gives whether all targets were met.
+    /// Prints the verdicts. Returns whether all targets were met.
     [[nodiscard]] bool reportTargets() const;
 
 private:
@@ -39,7 +39,7 @@ private:
     std::map<std::string, double> m_fastest;
 };
 
-/// The main function of a benchmark program with targets: 0 if all were met.
+/// The main function of a benchmark program with targets. Returns 0 if all were met.
 int runWithTargets(int argc, char **argv, std::vector<RatioTarget> ratios, std::vector<TimeTarget> times = {});
 
 } // namespace orlenta::benchmarks

@@ -30,7 +30,7 @@ int main(int argc, char **argv) {
     const orlenta::base::LogFile log;
     orlenta::base::CrashReport::install(QFileInfo(orlenta::base::LogFile::defaultPath()).path());
     const bool isDemo = parser.isSet(demo);
-    // The tour answers the file dialogs, which it can only do where they are the application's own.
+    // The demo tour answers file dialogs, which works only with Qt's own dialogs.
     if (isDemo) {
         QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
         QLoggingCategory::setFilterRules(u"*.debug=false\n*.info=false"_s);

@@ -10,10 +10,10 @@
 
 namespace orlenta::base {
 
-/// A list as a value whose copies share what they have in common. Its elements lie in shared chunks, so keeping a copy
-/// while elements come, go or move costs a chunk, not the list: about 5 KB of ids for one insertion among 10,000.
-/// Copying is a reference count. Access by index is a binary search among the chunks. One value is not thread-safe;
-/// copies may go to different threads.
+/// A list whose copies share their data: the elements are in shared chunks, so keeping a copy while elements are
+/// inserted, removed or moved costs a chunk, not the list (about 5 KB of ids for one insertion among 10,000). Copying
+/// is a reference count. Access by index is a binary search of the chunks. One value isn't thread-safe; copies may go
+/// to different threads.
 ///
 /// Long because it is a template.
 template <typename T>
@@ -37,10 +37,10 @@ public:
     [[nodiscard]] const T &at(qsizetype index) const;
     [[nodiscard]] const T &first() const { return at(0); }
     [[nodiscard]] const T &last() const { return at(size() - 1); }
-    /// Position of the first equal element, or -1. Scans the list.
+    /// Index of the first equal element, or -1. Linear.
     [[nodiscard]] qsizetype indexOf(const T &item) const;
     [[nodiscard]] bool contains(const T &item) const { return indexOf(item) >= 0; }
-    /// Up to `length` elements from `index` on.
+    /// Up to `length` elements starting at `index`.
     [[nodiscard]] QList<T> mid(qsizetype index, qsizetype length) const;
     [[nodiscard]] QList<T> toList() const { return mid(0, size()); }
 
@@ -48,12 +48,12 @@ public:
     [[nodiscard]] const_iterator end() const { return const_iterator(m_chunks.get(), m_chunks ? m_chunks->size() : 0); }
 
     void append(T item) { insert(size(), std::move(item)); }
-    /// Puts the element before the one at `index`.
+    /// Inserts the element before the one at `index`.
     void insert(qsizetype index, T item);
     void removeAt(qsizetype index);
-    /// Takes the element out and puts it where `to` is in the list without it.
+    /// Moves an element. `to` is the index in the list without it.
     void move(qsizetype from, qsizetype to);
-    /// Asks the predicate once for each element, in order.
+    /// Calls the predicate once per element, in order.
     template <typename Predicate>
     void removeIf(Predicate predicate);
 
@@ -68,7 +68,7 @@ private:
     using Items = std::vector<T>;
     struct Chunk {
         std::shared_ptr<Items> items;
-        /// Index in the list of the element behind the chunk's last.
+        /// List index after the chunk's last element.
         qsizetype end = 0;
     };
     using Chunks = std::vector<Chunk>;
@@ -164,7 +164,7 @@ void SharedList<T>::insert(qsizetype index, T item) {
     Chunks &chunks = detachedChunks();
     if (chunks.empty())
         chunks.push_back({std::make_shared<Items>(), 0});
-    // An element behind the last belongs to the last chunk.
+    // Appending goes to the last chunk.
     size_t chunk = std::min(chunkOf(index), chunks.size() - 1);
     if (chunks[chunk].items->size() == largestChunk) {
         if (index == size()) {
@@ -252,7 +252,7 @@ void SharedList<T>::split(size_t chunk) {
     recount(chunk);
 }
 
-// Removing here and there must not leave ever more, ever smaller chunks.
+// Keeps scattered removals from leaving more and more small chunks.
 template <typename T>
 void SharedList<T>::joinWithNext(size_t chunk) {
     const Items &next = *(*m_chunks)[chunk + 1].items;

@@ -10,26 +10,26 @@
 
 namespace orlenta::base {
 
-/// A map as a value whose copies share what they have in common. Its entries lie in 256 shared buckets, each sorted, so
-/// keeping a copy while one entry changes costs one bucket, not the map. Copying is a reference count. Keys need an
-/// order and a hash. One value is not thread-safe; copies may go to different threads.
+/// A map whose copies share their data: the entries are in 256 shared, sorted buckets, so keeping a copy while one
+/// entry changes costs one bucket, not the map. Copying is a reference count. Keys need an order and a hash. One value
+/// isn't thread-safe; copies may go to different threads.
 template <typename Key, typename Value>
 class SharedMap final {
 public:
     [[nodiscard]] qsizetype size() const { return m_size; }
     [[nodiscard]] bool contains(const Key &key) const { return find(key) != nullptr; }
-    /// The entry of that key, or null. The pointer holds until the next change.
+    /// The value for that key, or null. Valid until the next change.
     [[nodiscard]] const Value *find(const Key &key) const;
     [[nodiscard]] Value value(const Key &key) const;
 
-    /// Adds the entry or puts it in place of the one that has the key.
+    /// Adds the entry, or replaces the one with the same key.
     void insert(const Key &key, Value value);
     void remove(const Key &key);
 
     /// Calls visit(key, value) for each entry, in no particular order.
     template <typename Visit>
     void forEach(Visit visit) const;
-    /// Calls visit(key, mine, theirs) for each key whose entries differ; a missing one is null. Skips what both share.
+    /// Calls visit(key, mine, theirs) for each key whose entries differ; a missing one is null. Skips shared buckets.
     template <typename Visit>
     void forEachDifference(const SharedMap &other, Visit visit) const;
 
@@ -47,7 +47,7 @@ private:
     using Buckets = std::array<std::shared_ptr<Entries>, bucketCount>;
 
     static size_t bucketOf(const Key &key) {
-        // The seed is the process's own, so that no file can put all its ids into one bucket.
+        // The seed is per process, so that a file can't force all its ids into one bucket.
         return static_cast<size_t>((quint64{qHash(key, QHashSeed::globalSeed())} * Q_UINT64_C(0x9E3779B97F4A7C15)) >>
                                    56);
     }

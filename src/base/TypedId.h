@@ -9,7 +9,7 @@
 
 namespace orlenta::base {
 
-/// A UUID that can't be mistaken for the id of another kind of record. Its text is upper-case without braces.
+/// A UUID that can't be confused with the id of another kind of record. Its text is upper case without braces.
 template <typename Tag>
 class TypedId final {
 public:
@@ -24,7 +24,7 @@ public:
 
     friend bool operator==(const TypedId &a, const TypedId &b) { return a.m_uuid == b.m_uuid; }
     friend bool operator<(const TypedId &a, const TypedId &b) { return a.m_uuid < b.m_uuid; }
-    /// Of all bits: QUuid's own leaves some out, so that a file could hold ten thousand ids with one hash.
+    /// Hashes all bits. QUuid's own hash ignores some, so a file could contain ten thousand ids with the same hash.
     friend size_t qHash(const TypedId &id, size_t seed = 0) { return qHashBits(&id.m_uuid, sizeof id.m_uuid, seed); }
 
 private:

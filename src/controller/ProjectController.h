@@ -31,14 +31,13 @@ class TypingSession;
 class UndoManager;
 class VoiceCasting;
 
-/// The document object of one open project: the one writer of its records. It holds the state and saves it; each
-/// subject's operations stand in a class of its own that it owns, and only those change the state, through an Edit.
-/// Main thread.
+/// The document object of one open project. Holds the state and saves it. Each subject (lines, tabs, takes, ...) is a
+/// class of its own, owned here. Subjects change the state through an Edit, and nothing else changes it. Main thread.
 class ProjectController final : public QObject {
     Q_OBJECT
 public:
-    /// `projectURL` is the project folder; empty for a project that has none yet. Repairs what a reader leaves open
-    /// (presets, lines, tabs, active tab); that doesn't make the project dirty.
+    /// `projectURL` is the project folder, or empty for a project without one. Repairs what a reader may leave
+    /// incomplete (presets, lines, tabs, the active tab); the repair doesn't make the project dirty.
     ProjectController(model::Project project, const QUrl &projectURL, base::Clock clock = base::systemClock(),
                       QObject *parent = nullptr);
     ~ProjectController() override;
@@ -55,9 +54,9 @@ public:
 
     /// Writes the project file; on success the project is clean.
     base::Result<void, ProjectControllerError> save();
-    /// The user's choice not to save: the project counts as clean.
+    /// Call when the user chooses not to save. Marks the project as clean.
     void discardChanges();
-    /// Tells why audio couldn't be taken in or handed on; the empty text takes that back.
+    /// Shows a message that audio couldn't be imported or exported. An empty message withdraws it.
     void setSpotError(const QString &message);
     [[nodiscard]] QString spotError() const;
 
@@ -81,7 +80,7 @@ public:
     [[nodiscard]] Notices &notices() const;
 
 Q_SIGNALS:
-    /// An edit has ended; once for each thing that it changed. Use onChange().
+    /// Emitted when an edit ends, once for each kind of change. Connect with onChange().
     void changed(const orlenta::controller::ProjectChange &change);
 
 private:
@@ -96,7 +95,7 @@ private:
     std::unique_ptr<Subjects> m_subjects;
 };
 
-/// Calls slot(change) for each change of that kind for as long as the receiver lives.
+/// Calls slot(change) for each change of one kind, as long as the receiver lives.
 template <typename Change, typename Slot>
 QMetaObject::Connection onChange(const ProjectController &controller, const QObject *receiver, Slot slot) {
     return QObject::connect(&controller, &ProjectController::changed, receiver, [slot](const ProjectChange &change) {
@@ -105,7 +104,7 @@ QMetaObject::Connection onChange(const ProjectController &controller, const QObj
     });
 }
 
-/// Calls slot() for each change of one of those kinds for as long as the receiver lives.
+/// Calls slot() for each change of any of these kinds, as long as the receiver lives.
 template <typename... Changes, typename Slot>
 QMetaObject::Connection onAnyChange(const ProjectController &controller, const QObject *receiver, Slot slot) {
     return QObject::connect(&controller, &ProjectController::changed, receiver, [slot](const ProjectChange &change) {

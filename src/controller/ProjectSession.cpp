@@ -20,7 +20,7 @@ ProjectSession::ProjectSession(const SharedServices &services, const model::Stor
             return std::nullopt;
         return ServiceVoice{selection.selectedVoiceId(), selection.selectedVoiceName()};
     });
-    // Queued, since whoever waits may take this object away.
+    // Queued, since a waiting callback may delete this object.
     connect(&m_recordings, &DirectionRecordings::isFinishedChanged, this, &ProjectSession::tellIfSettled,
             Qt::QueuedConnection);
     connect(&m_controller.directionAudio(), &DirectionAudio::isBusyChanged, this, &ProjectSession::tellIfSettled,

@@ -15,8 +15,8 @@
 
 namespace orlenta::controller {
 
-/// One open project without its window: its document, its service, its player, its generations and its microphone. It
-/// knows whether anything is still on its way into the project. Main thread; the shared services outlive it.
+/// One open project without its window: document, speech service, player, generator and recorders. Knows whether audio
+/// is still on its way into the project. Main thread; the shared services outlive it.
 class ProjectSession final : public QObject {
     Q_OBJECT
 public:
@@ -30,11 +30,10 @@ public:
     [[nodiscard]] DirectionRecordings &recordings() { return m_recordings; }
     [[nodiscard]] const SharedServices &services() const { return m_services; }
 
-    /// No take runs, and every finished recording, imported file and generated take is on its line. What the speech
-    /// service is asked for doesn't count: it ends with the session.
+    /// No recording is running, and every finished recording, imported file and generated take is on its line. Pending
+    /// requests to the speech service don't count: they end with the session.
     [[nodiscard]] bool isSettled() const;
-    /// Ends what records, begins no other recording until then, and calls `settled` once isSettled(): later, never at
-    /// once.
+    /// Stops running recordings, prevents new ones, and calls `settled` once isSettled(). Never calls it synchronously.
     void settle(std::function<void()> settled);
 
 private:

@@ -18,7 +18,7 @@ class KeychainHelper;
 
 namespace orlenta::controller {
 
-/// What all open projects of the process share. All of it outlives the sessions.
+/// The services that all open projects share. They outlive every session.
 struct SharedServices {
     base::UserDefaults &defaults;
     speech::KeychainHelper &credentials;

@@ -2,7 +2,7 @@
 
 namespace orlenta::model {
 
-/// The colour of a line in the older single-file format. Each channel is from 0.0 to 1.0, in sRGB.
+/// The colour of a line in the older single-file format: sRGB channels, 0.0 to 1.0.
 struct CodableColor {
     double red = 0.0;
     double green = 0.0;

@@ -6,11 +6,11 @@
 
 namespace orlenta::model {
 
-/// A direction tag of the user's own; kept outside any project, so that it serves all of them.
+/// A user-defined tag. Stored outside the projects and available in all of them.
 struct CustomTag {
     CustomTagId id;
     QString label;
-    /// A tag category word.
+    /// The raw value of a tag category.
     QString category = QStringLiteral("Emotion");
     bool isEnabled = true;
     bool wasClassifiedByLLM = false;

@@ -9,10 +9,10 @@
 
 namespace orlenta::model {
 
-/// Writes the user's tags as a JSON array, in the same manner as a project file. Any thread.
+/// Encodes the user's tags as a JSON array, formatted like a project file. Any thread.
 [[nodiscard]] QByteArray encodeCustomTags(const QList<CustomTag> &tags);
 
-/// Reads such an array; nothing if the bytes are none. Any thread.
+/// Decodes such an array; none if the bytes aren't one. Any thread.
 [[nodiscard]] std::optional<QList<CustomTag>> decodeCustomTags(const QByteArray &bytes);
 
 } // namespace orlenta::model

@@ -2,7 +2,7 @@
 
 namespace orlenta::model {
 
-/// What a line is spoken from: its text, or a direction recording.
+/// What a line is generated from: its text, or a direction recording.
 enum class DirectionMode { Text, Voice };
 
 } // namespace orlenta::model

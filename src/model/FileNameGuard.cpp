@@ -8,7 +8,7 @@ QString guardedFileName(const QString &stored) {
         --end;
     const qsizetype slash = end > 0 ? stored.lastIndexOf(u'/', end - 1) : -1;
     const QString name = stored.mid(slash + 1, end - slash - 1);
-    // The system's calls end a name at its first NUL, so what would be opened is not what was checked.
+    // System calls end a name at its first NUL, so they would open a different file from the one checked.
     const bool isRefused = name == QLatin1String(".") || name == QLatin1String("..") || name.contains(QChar(u'\0'));
     return isRefused ? QString() : name;
 }

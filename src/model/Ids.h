@@ -2,7 +2,7 @@
 
 #include "base/TypedId.h"
 
-/// One id type for each kind of record, so that no line's id is handed over for a take's.
+/// One id type per kind of record, so that a line's id can't be passed as a take's.
 namespace orlenta::model {
 
 using ProjectId = base::TypedId<struct ProjectIdTag>;

@@ -10,7 +10,7 @@
 
 namespace orlenta::model {
 
-/// Lines on the clipboard. They name audio of their project's folder, so the project's id goes with them.
+/// Lines on the clipboard. They refer to audio in their project's folder, so they carry the project's id.
 struct LinePayload {
     static constexpr std::int64_t currentVersion = 1;
 
@@ -20,9 +20,9 @@ struct LinePayload {
     friend bool operator==(const LinePayload &, const LinePayload &) = default;
 };
 
-/// JSON with the keys "version", "projectId" and "lines"; lines stand as in a project file. Any thread.
+/// JSON with the keys "version", "projectId" and "lines". Lines are encoded as in a project file. Any thread.
 [[nodiscard]] QByteArray encodeLinePayload(const LinePayload &payload);
-/// Nothing if the bytes are no payload of the current version. Any thread.
+/// None if the bytes aren't a payload of the current version. Any thread.
 [[nodiscard]] std::optional<LinePayload> decodeLinePayload(const QByteArray &bytes);
 
 } // namespace orlenta::model

@@ -7,23 +7,24 @@
 
 namespace orlenta::model {
 
-/// The lines of a project by their ids. Where a line stands is its tab's knowledge. A value whose copies share
-/// everything until one of them changes: keeping a copy while a line changes costs that line and its bucket. Not
-/// thread-safe, not even for reading one and the same value; copies may go to different threads.
+/// The lines of a project by id. Their order is in the tabs. A value type: copies share their data, so keeping a copy
+/// while one line changes costs that line and its bucket. Not thread-safe, not even for concurrent reads of one value;
+/// copies may go to different threads.
 class LineTable final {
 public:
     [[nodiscard]] qsizetype size() const { return m_lines.size(); }
     [[nodiscard]] bool isEmpty() const { return size() == 0; }
-    /// The line of that id, or null. The pointer holds until the next change.
+    /// The line with that id, or null. Valid until the next change.
     [[nodiscard]] const ProjectLine *find(const LineId &id) const;
     [[nodiscard]] bool contains(const LineId &id) const { return m_lines.contains(id); }
 
-    /// Adds the line or puts it in place of the one that has its id.
+    /// Adds the line, or replaces the one with the same id.
     void insert(ProjectLine line) { insert(std::make_shared<const ProjectLine>(std::move(line))); }
-    /// The same without a copy; not null, and nobody changes the line from here on.
+    /// Without copying the line. It must not be null, and must not change from now on.
     void insert(std::shared_ptr<const ProjectLine> line);
     void remove(const LineId &id) { m_lines.remove(id); }
-    /// Puts a changed copy of the line in its place; mutate(line) leaves the id alone. Nothing where there is none.
+    /// Replaces the line with a copy changed by mutate(line), which must not change the id. Does nothing if the line
+    /// doesn't exist.
     template <typename Mutate>
     void update(const LineId &id, Mutate mutate) {
         const ProjectLine *present = find(id);
@@ -40,7 +41,7 @@ public:
     void forEach(Visit visit) const {
         m_lines.forEach([&visit](const LineId &, const Shared &shared) { visit(*shared.line); });
     }
-    /// Calls visit(id, mine, theirs) for each id whose lines differ; a missing one is null.
+    /// Calls visit(id, mine, theirs) for each line that differs; a missing line is null.
     template <typename Visit>
     void forEachDifference(const LineTable &other, Visit visit) const {
         m_lines.forEachDifference(other.m_lines, [&visit](const LineId &id, const Shared *mine, const Shared *theirs) {

@@ -28,7 +28,7 @@ struct AudioSettings {
     friend bool operator==(const AudioSettings &, const AudioSettings &) = default;
 };
 
-/// The selection as last saved.
+/// The selection when the project was saved.
 struct SelectionState {
     QList<LineId> selectedLineIds;
     std::optional<LineId> activeLineId;
@@ -36,9 +36,9 @@ struct SelectionState {
     friend bool operator==(const SelectionState &, const SelectionState &) = default;
 };
 
-/// The document. A value: copies are independent, and cheap, since their parts are shared until changed.
+/// The document. A value type: copies are independent, and cheap because they share their data until changed.
 struct Project {
-    /// The version this program writes; files of a later one are refused.
+    /// The version this program writes. Newer files are refused.
     static constexpr std::int64_t currentSchemaVersion = 1;
 
     std::int64_t schemaVersion = currentSchemaVersion;
@@ -49,29 +49,29 @@ struct Project {
     AudioSettings audioSettings;
     QList<ProjectVoice> voices;
     QList<ProjectPreset> presets;
-    /// Each stands in exactly one tab, once a reader or a controller has repaired the project.
+    /// Once the project is repaired, each line is in exactly one tab.
     LineTable lines;
     SelectionState selection;
     QList<PronunciationEntry> pronunciations;
     QList<ProjectTab> tabs;
     std::optional<TabId> activeTabId;
 
-    /// A new project: one empty line in one tab, "Script 1".
+    /// A new project with one empty line in one tab, "Script 1".
     [[nodiscard]] static Project makeNew(const QString &name, base::Timestamp now);
 
     [[nodiscard]] const ProjectVoice *findVoice(const VoiceId &id) const;
     [[nodiscard]] const ProjectPreset *findPreset(const PresetId &id) const;
     [[nodiscard]] const ProjectTab *findTab(const TabId &id) const;
-    /// The tab that the line stands in, or null.
+    /// The line's tab, or null.
     [[nodiscard]] const ProjectTab *tabOf(const LineId &id) const;
-    /// All lines, tab by tab. The pointers hold until the next change.
+    /// All lines, tab by tab. Valid until the next change.
     [[nodiscard]] std::vector<const ProjectLine *> linesInOrder() const;
-    /// The voice cast on a line, or null.
+    /// The voice cast on the line, or null.
     [[nodiscard]] const ProjectVoice *voiceOf(const ProjectLine &line) const;
-    /// The line's own settings, or else its preset's, or else the fall-back.
+    /// The line's own settings, otherwise its preset's, otherwise ProjectLineSettings::fallback().
     [[nodiscard]] ProjectLineSettings effectiveSettings(const ProjectLine &line) const;
 
-    /// Puts the line at the end of the last tab, making "Script 1" where there is none.
+    /// Adds the line at the end of the last tab. Creates the tab "Script 1" if there is none.
     void appendLine(const ProjectLine &line);
 
     friend bool operator==(const Project &, const Project &) = default;

@@ -13,7 +13,7 @@
 namespace orlenta::model {
 namespace {
 
-// A repeated id makes it impossible to tell two records apart; the first keeps it.
+// Renews repeated ids, which would make two records indistinguishable. The first record keeps the id.
 template <typename Id>
 class IdRenewal final {
 public:

@@ -12,22 +12,21 @@
 
 namespace orlenta::model {
 
-/// The file was written by a later version of the program; its records were not looked at further.
+/// The file was written by a newer version of the program. Its records weren't read.
 struct NewerSchema {
     std::int64_t version = 0;
 };
-/// The bytes are no project; `detail` says where and why.
+/// The bytes aren't a valid project. `detail` says where and why.
 struct DecodingError {
     QString detail;
 };
 
-/// Writes the document: UTF-8, indented, keys in ascending order, slashes escaped, nothing null. Any thread.
+/// Encodes the document: UTF-8, indented, keys in ascending order, slashes escaped, no null values. Any thread.
 [[nodiscard]] QByteArray encodeProject(const Project &project);
 
-/// Reads and repairs a document in one pass over the bytes. `now` dates pronunciation entries that carry no date.
-/// The bytes are parsed in place: handed over with std::move they aren't copied.
-/// A schema version of 2 or more wins over any decoding error, so that a newer file is told apart from a broken one.
-/// Any thread.
+/// Decodes and repairs a document in one pass. `now` dates pronunciation entries without a date. Parses in place, so
+/// pass the bytes with std::move to avoid a copy. A newer schema version takes precedence over any decoding error, so
+/// that a newer file isn't reported as broken. Any thread.
 [[nodiscard]] base::Result<Project, std::variant<NewerSchema, DecodingError>> decodeProject(QByteArray bytes,
                                                                                             base::Timestamp now);
 

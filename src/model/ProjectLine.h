@@ -12,13 +12,13 @@
 
 namespace orlenta::model {
 
-/// One script line. Its place is its tab's knowledge.
+/// A script line. Its position is in its tab.
 struct ProjectLine {
     LineId lineId;
     QString text;
     std::optional<VoiceId> voiceId;
     std::optional<PresetId> presetId;
-    /// The line's own settings; without them its preset's count.
+    /// The line's own settings. Without them, its preset's apply.
     std::optional<ProjectLineSettings> settings;
     QList<Take> takes;
     QList<SourceRecording> sourceRecordings;
@@ -26,12 +26,12 @@ struct ProjectLine {
     std::optional<RecordingId> activeSourceId;
     QString notes;
 
-    /// A fresh, empty line with the new-line settings.
+    /// A new, empty line with the default settings for new lines.
     [[nodiscard]] static ProjectLine makeNew();
 
-    /// The take in use: the one named by activeTakeId, or else the last. Null when there is none.
+    /// The take in use: the one that activeTakeId names, or otherwise the last. Null if there is none.
     [[nodiscard]] const Take *activeTake() const;
-    /// The recording in use, by the same rule.
+    /// The recording in use, chosen like activeTake().
     [[nodiscard]] const SourceRecording *activeRecording() const;
 
     friend bool operator==(const ProjectLine &, const ProjectLine &) = default;

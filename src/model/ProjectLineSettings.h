@@ -6,7 +6,7 @@
 
 namespace orlenta::model {
 
-/// The generation settings of a line, or of a take at the moment it was made.
+/// The generation settings of a line, or of a take when it was made.
 struct ProjectLineSettings {
     /// 0 to 1.
     double stability = 0.5;
@@ -14,7 +14,7 @@ struct ProjectLineSettings {
     double similarityBoost = 0.75;
     /// 0 to 1.
     double style = 0.0;
-    /// 0.7 to 1.2; 1 is the voice's own pace.
+    /// 0.7 to 1.2; 1 is the voice's normal speed.
     double speed = 1.0;
     /// The short model key: "v3", "v2" or "Flash".
     QString model;
@@ -22,9 +22,9 @@ struct ProjectLineSettings {
     QString mode;
     DirectionMode directionMode = DirectionMode::Text;
 
-    /// What a new line starts with: model "v3", mode "Natural".
+    /// The settings of a new line: model "v3", mode "Natural".
     [[nodiscard]] static ProjectLineSettings newLineDefaults();
-    /// What a line without settings and without a preset speaks with: as above, but model "v2".
+    /// The settings of a line without settings and without a preset: like newLineDefaults(), but model "v2".
     [[nodiscard]] static ProjectLineSettings fallback();
 
     friend bool operator==(const ProjectLineSettings &, const ProjectLineSettings &) = default;

@@ -18,8 +18,7 @@ struct ProjectPreset {
     ProjectLineSettings settings;
     std::optional<ProjectPresetVoice> voice;
 
-    /// "Default": model "v2", mode "Natural". Its id is made once per process, so that all projects of one run share
-    /// it.
+    /// "Default": model "v2", mode "Natural". Created once per process, so all projects open in it share the id.
     [[nodiscard]] static const ProjectPreset &processDefault();
 
     friend bool operator==(const ProjectPreset &, const ProjectPreset &) = default;

@@ -4,7 +4,7 @@
 
 namespace orlenta::model {
 
-/// A copy of a cast voice's identity, so that a preset can recast a line in a project that lacks the voice.
+/// A copy of a cast voice, so that the preset works in a project that lacks the voice.
 struct ProjectPresetVoice {
     /// Never empty.
     QString elevenLabsVoiceId;

@@ -29,7 +29,7 @@ QString nameIn(const QString &path) {
     return QFileInfo(QDir::cleanPath(path)).fileName();
 }
 
-// A name that only begins with a dot has no extension, and neither has one that ends in a dot.
+// A leading or trailing dot doesn't start an extension.
 qsizetype extensionDot(const QString &name) {
     const qsizetype dot = name.lastIndexOf(u'.');
     return dot > 0 && dot + 1 < name.size() ? dot : name.size();
@@ -55,7 +55,7 @@ QString pathIn(const QString &folder, const QString &name) {
     return QDir(folder).filePath(name);
 }
 
-// The first in the order of the file system; hidden items count too.
+// The first match in the file system's order, including hidden files.
 template <typename Accepts>
 std::optional<QString> firstFile(const QString &folder, Accepts accepts) {
     QDirIterator items(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
@@ -137,7 +137,7 @@ base::Result<void, FileError> makeFolder(const QString &path) {
     return base::fail(FileError::fromErrno(path, code));
 }
 
-// Keeps the folder in version control; nothing depends on it.
+// Keeps the empty folder in version control. Nothing depends on it, so failures don't matter.
 void makeKeepFile(const QString &folder) {
     const QByteArray path = QFile::encodeName(pathIn(folder, QStringLiteral(".gitkeep")));
     const int descriptor = ::open(path.constData(), O_CREAT | O_WRONLY | O_NOFOLLOW | O_CLOEXEC, 0644);

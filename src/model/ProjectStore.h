@@ -17,29 +17,29 @@ struct StoredProject {
     QString folder;
 };
 
-/// How a project lies on disk. Without state; paths are absolute local paths. Blocking, any thread.
+/// Reads and writes project folders. Stateless; paths are absolute local paths. Blocking; any thread.
 class ProjectStore final {
 public:
     ProjectStore() = delete;
 
-    /// Larger project files are refused unread.
+    /// Larger project files are refused without reading them.
     static constexpr qint64 largestProjectFile = 67'108'864;
 
-    /// The project folder that a path names: an existing directory is itself, a project file's is its parent.
+    /// The project folder for a path: a directory itself, or the directory that contains the project file.
     [[nodiscard]] static std::optional<QString> projectFolderForLocation(const QString &path);
 
-    /// Reads the project of a folder or of a project file. `replacement` is read in the project file's place.
+    /// Loads the project from a folder or a project file. `replacement` is a file to read instead of the project file.
     static base::Result<StoredProject, ProjectStoreError> load(const QString &path, base::Timestamp now,
                                                                const std::optional<QString> &replacement = {});
 
-    /// Makes the folder of a new project with everything in it and writes `project` under `name`.
+    /// Creates the folder of a new project with all its contents, and saves `project` in it as `name`.
     static base::Result<StoredProject, ProjectStoreError> create(const QString &folder, const QString &name,
                                                                  Project project, base::Timestamp now);
 
-    /// Writes the project file of an existing folder, dated `now`; gives the value as stored.
+    /// Saves the project file in an existing folder, dated `now`. Returns the project as saved.
     static base::Result<Project, ProjectStoreError> save(Project project, const QString &folder, base::Timestamp now);
 
-    /// The file that a save of a project of this name goes to: one already there keeps its own name.
+    /// The file that saving a project of this name writes. An existing project file keeps its own name.
     [[nodiscard]] static QString projectFileForWriting(const QString &folder, const QString &projectName);
 };
 

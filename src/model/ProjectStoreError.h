@@ -10,7 +10,7 @@
 
 namespace orlenta::model {
 
-/// Why a project could not be opened, created or saved, in the words that the user reads.
+/// Why a project couldn't be opened, created or saved, with the messages for the user.
 class ProjectStoreError final {
 public:
     struct NewerSchemaVersion {
@@ -28,7 +28,7 @@ public:
     [[nodiscard]] const Kind &kind() const { return m_kind; }
     /// The main text of the alert.
     [[nodiscard]] QString description() const;
-    /// The detail below it, where there is one.
+    /// The detail below it, if any.
     [[nodiscard]] std::optional<QString> failureReason() const;
 
 private:

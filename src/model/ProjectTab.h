@@ -7,10 +7,10 @@
 
 namespace orlenta::model {
 
-/// Ids of lines in display order.
+/// Line ids in display order.
 using LineIdList = base::SharedList<LineId>;
 
-/// One script tab and its lines.
+/// A script tab and its lines.
 struct ProjectTab {
     TabId id;
     QString name;

@@ -6,10 +6,10 @@
 
 namespace orlenta::model {
 
-/// The stripe colour of a voice whose record names none.
+/// The stripe colour of a voice whose record has none.
 [[nodiscard]] QString defaultStripeColor();
 
-/// One voice cast in the project. Lines and takes refer to its id; casting compares the service's voice id.
+/// A voice cast in the project. Lines and takes refer to its id; casting compares the service's voice id.
 struct ProjectVoice {
     VoiceId id;
     QString elevenLabsVoiceId;

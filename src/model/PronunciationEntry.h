@@ -12,7 +12,7 @@ namespace orlenta::model {
 enum class PronunciationMode { Simple, Advanced };
 enum class PhonemeAlphabet { Cmu, Ipa };
 
-/// One pronunciation rule of a project.
+/// A pronunciation rule of a project.
 struct PronunciationEntry {
     PronunciationId id;
     /// The word or phrase.
@@ -25,9 +25,9 @@ struct PronunciationEntry {
     std::optional<PhonemeAlphabet> alphabet;
     bool isEnabled = true;
 
-    /// The override of a simple entry, if it is not empty.
+    /// The override of a simple entry, unless it is empty.
     [[nodiscard]] std::optional<QString> alias() const;
-    /// The override of an advanced entry, if it is not empty.
+    /// The override of an advanced entry, unless it is empty.
     [[nodiscard]] std::optional<QString> phonemes() const;
 
     friend bool operator==(const PronunciationEntry &, const PronunciationEntry &) = default;

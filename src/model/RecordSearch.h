@@ -4,7 +4,7 @@
 
 namespace orlenta::model {
 
-/// The record of that id in a list of records, or null. Any thread.
+/// The record with that id in a list, or null. Any thread.
 template <typename List, typename Id>
 [[nodiscard]] auto findRecord(const List &list, const Id &id) -> decltype(&*list.begin()) {
     const auto found = std::find_if(list.begin(), list.end(), [&](const auto &record) { return record.id == id; });

@@ -8,9 +8,8 @@
 
 namespace orlenta::model {
 
-/// The two shapes of a document of the older single-file format: an array of tabs, and before there were tabs an array
-/// of lines. Writing leaves out what only a running program has; reading gives nothing if the bytes are of another
-/// shape. Any thread.
+/// The two document shapes of the older single-file format: an array of tabs, or, before tabs existed, an array of
+/// lines. Encoding omits runtime state; decoding returns none if the bytes have another shape. Any thread.
 [[nodiscard]] QByteArray encodeScriptTabs(const QList<ScriptTab> &tabs);
 [[nodiscard]] QByteArray encodeScriptLines(const QList<ScriptLine> &lines);
 [[nodiscard]] std::optional<QList<ScriptTab>> decodeScriptTabs(const QByteArray &bytes);

@@ -12,12 +12,12 @@
 
 namespace orlenta::model {
 
-/// One line of the older single-file format. Its settings and its cast stand in the line itself.
+/// A line of the older single-file format, which stores settings and voice in the line itself.
 struct ScriptLine {
     LineId id;
     QString text;
     QString castName;
-    /// The service's id of the voice.
+    /// The service's voice id.
     std::optional<QString> voiceId;
     QString presetName;
     DirectionMode directionMode = DirectionMode::Text;
@@ -28,11 +28,11 @@ struct ScriptLine {
     double style = 0.0;
     double speed = 0.0;
     CodableColor codableColor;
-    /// Names of files in the audio folder beside the document.
+    /// File names in the audio folder next to the document.
     std::optional<QString> directionAudioFilename;
     std::optional<QString> generatedAudioFilename;
 
-    /// These a file doesn't keep.
+    /// Runtime state, not saved.
     bool isGenerating = false;
     std::optional<QUrl> directionAudioURL;
     std::optional<QUrl> generatedAudioURL;

@@ -4,7 +4,7 @@
 
 namespace orlenta::model {
 
-/// One tab of the older single-file format, with its lines inside it.
+/// A tab of the older single-file format, which contains its lines.
 struct ScriptTab {
     TabId id;
     QString name;

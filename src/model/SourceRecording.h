@@ -7,10 +7,10 @@
 
 namespace orlenta::model {
 
-/// One direction recording, or imported direction file, of a line.
+/// A direction recording, or an imported direction file, of a line.
 struct SourceRecording {
     RecordingId id;
-    /// A bare file name inside "Audio Files/Recordings"; empty where the stored name was refused.
+    /// A bare file name in "Audio Files/Recordings"; empty if the stored name was refused.
     QString filename;
     base::Timestamp recordedAt{};
     double durationSeconds = 0.0;

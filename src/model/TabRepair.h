@@ -4,9 +4,9 @@
 
 namespace orlenta::model {
 
-/// Makes each line of the project stand in exactly one tab: a tab loses the ids that name no line or that an earlier
-/// place has taken, and lines that stand nowhere go to the end of the first tab, in the order of `sequence`, which
-/// names every line. Without a tab, "Script 1" is made of the whole sequence. Any thread.
+/// Puts each line into exactly one tab. Tabs lose unknown ids and repeated ones after their first place; lines without
+/// a tab go to the end of the first tab, in the order of `sequence`, which must name every line. Without any tab,
+/// creates "Script 1" with the whole sequence. Any thread.
 void repairTabs(Project &project, const QList<LineId> &sequence);
 
 } // namespace orlenta::model

@@ -11,17 +11,17 @@
 
 namespace orlenta::model {
 
-/// One generated audio file of a line.
+/// A generated audio file of a line.
 struct Take {
     TakeId id;
-    /// A bare file name inside "Audio Files/Generated"; empty where the stored name was refused.
+    /// A bare file name in "Audio Files/Generated"; empty if the stored name was refused.
     QString filename;
     base::Timestamp generatedAt{};
     VoiceId voiceId;
     std::optional<PresetId> presetId;
-    /// The line's effective settings when the take was made.
+    /// The line's effective settings when the take was generated.
     ProjectLineSettings settingsSnapshot;
-    /// User-perceived characters of the line's text at generation.
+    /// User-perceived characters of the line's text when the take was generated.
     std::int64_t characterCount = 0;
 
     friend bool operator==(const Take &, const Take &) = default;

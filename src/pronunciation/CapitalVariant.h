@@ -6,8 +6,8 @@
 
 namespace orlenta::pronunciation {
 
-/// A word as it stands at the start of a sentence: with its first character upper-cased and the rest unchanged. None
-/// unless that character is a lower-case letter.
+/// The word with its first character in upper case, as at the start of a sentence. None unless that character is a
+/// lower-case letter.
 [[nodiscard]] std::optional<QString> capitalVariant(const QString &word);
 
 } // namespace orlenta::pronunciation

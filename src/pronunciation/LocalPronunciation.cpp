@@ -17,11 +17,11 @@ struct Rule {
     QString replacement;
 };
 
-/// Stretches of the text that are taken, by location. Stretches never overlap, so the neighbours of a place tell
-/// whether it is free.
+/// The ranges already taken, by location. They don't overlap, so comparing with the neighbours shows whether a place is
+/// free.
 struct TakenStretch {
     qsizetype end = 0;
-    /// Null for a tag: it stays as it is.
+    /// Null for a tag, which isn't replaced.
     const QString *replacement = nullptr;
 };
 using TakenStretches = std::map<qsizetype, TakenStretch>;
@@ -70,8 +70,8 @@ bool isFree(const TakenStretches &taken, qsizetype location, qsizetype end) {
     return next == taken.begin() || std::prev(next)->second.end <= location;
 }
 
-/// Takes the free matches of one rule. A word is searched for as it stands rather than through a regular expression,
-/// which would refuse a whole text for one broken surrogate.
+/// Takes the free matches of one rule. Searches for the plain word: a regular expression would reject the whole text
+/// for one broken surrogate.
 bool takeMatches(TakenStretches &taken, QStringView text, const Rule &rule) {
     const QStringMatcher matcher(rule.word, Qt::CaseSensitive);
     bool hasTaken = false;

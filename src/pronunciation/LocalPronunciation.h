@@ -7,9 +7,9 @@
 
 namespace orlenta::pronunciation {
 
-/// The text with the words of the enabled simple entries replaced by their aliases, for a model that takes no
-/// pronunciation dictionary. Whole words only, case-sensitive, except that a word entered in lower case is also found
-/// with a capital. An earlier entry wins an overlap, and nothing inside a tag is replaced. Safe from any thread.
+/// Replaces the words of enabled simple entries with their aliases, for models without pronunciation dictionaries.
+/// Matches whole words, case-sensitively, except that a lower-case word also matches with a capital. The earlier entry
+/// wins an overlap; tags are never changed. Any thread.
 [[nodiscard]] QString applyingLocalPronunciation(const QString &text, const QList<model::PronunciationEntry> &entries);
 
 } // namespace orlenta::pronunciation

@@ -7,7 +7,7 @@
 namespace orlenta::tags {
 namespace {
 
-/// Below the combining marks each unit is a character, except that CR LF is one.
+/// Below the combining marks, each unit is one character, except that CR LF is one.
 bool isOneUnitPerCharacter(QChar unit) {
     return unit.unicode() < 0x0300 && unit != u'\r';
 }
@@ -31,7 +31,7 @@ qsizetype characterCount(QStringView text) {
 QStringView characterPrefix(QStringView text, qsizetype count) {
     if (count <= 0)
         return text.first(0);
-    // No character is shorter than a unit.
+    // No character is shorter than one unit.
     if (count >= text.size())
         return text;
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);

@@ -37,7 +37,7 @@ QString firstWords(const QString &text) {
     return words.join(u' ');
 }
 
-/// The longest run of whole characters from the start that fits the bytes.
+/// The longest prefix of whole characters that fits the byte limit.
 QString fittingBytes(const QString &name) {
     if (name.toUtf8().size() <= maximumNameBytes)
         return name;

@@ -10,11 +10,11 @@
 
 namespace orlenta::tags {
 
-/// The category that the user's tags give a tag: the first enabled tag with the same key decides, even when its
-/// category word is no valid one. `excluding` is passed over.
+/// The category of a tag among the user's tags: that of the first enabled tag with the same key; none if its category
+/// is invalid. Ignores the tag `excluding`.
 [[nodiscard]] std::optional<TagCategory> customCategory(const QString &raw, const QList<model::CustomTag> &customTags,
                                                         std::optional<model::CustomTagId> excluding = std::nullopt);
-/// Whether the user's tags hold a tag with the same key, enabled or not.
+/// Whether the user has a tag with the same key, enabled or not.
 [[nodiscard]] bool hasCustomTag(const QString &raw, const QList<model::CustomTag> &customTags);
 
 } // namespace orlenta::tags

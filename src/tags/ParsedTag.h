@@ -6,11 +6,11 @@
 
 namespace orlenta::tags {
 
-/// One tag found in a text.
+/// A tag found in a text.
 struct ParsedTag {
-    /// The text between the brackets, trimmed, case kept.
+    /// The text between the brackets, trimmed, with its case kept.
     QString tagText;
-    /// The whole tag, brackets included.
+    /// The whole tag with its brackets.
     Utf16Range fullRange;
     /// The comparison key of `tagText`.
     QString normalizedKey;

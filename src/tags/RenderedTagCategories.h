@@ -11,21 +11,21 @@
 
 namespace orlenta::tags {
 
-/// What each tag of a document is shown as, by its key. Lives as long as the document is open and isn't saved: it keeps
-/// the reading of the user's tags off the path of every redraw. Main thread.
+/// The category each tag of a document is shown in, by tag key. Kept while the document is open, not saved, so that
+/// redrawing doesn't read the user's tags. Main thread.
 class RenderedTagCategories final {
 public:
-    /// Asks the user's tags for the category of a tag; called with the text as written.
+    /// Looks up a tag, as written, among the user's tags.
     using CustomCategoryLookup = std::function<std::optional<TagCategory>(const QString &raw)>;
 
     explicit RenderedTagCategories(CustomCategoryLookup customCategory = {});
 
-    /// The category to show a tag in: what is remembered, else the user's own tags, else the shipped vocabulary. None
-    /// leaves the tag plain text until something classifies it.
+    /// The category to show a tag in: the remembered one, otherwise the user's, otherwise the built-in vocabulary's.
+    /// None: the tag is shown as plain text until something classifies it.
     [[nodiscard]] std::optional<TagCategory> categoryForTag(const QString &raw);
-    /// Remembers what a pill was shown as.
+    /// Remembers the category a tag was shown in.
     void recordTagInstance(const TagInstance &instance);
-    /// Sets or forgets the answer for a key.
+    /// Sets or removes the category for a key.
     void store(const QString &normalizedKey, TagCategory category);
     void remove(const QString &normalizedKey);
 

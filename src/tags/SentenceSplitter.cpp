@@ -35,8 +35,8 @@ bool isKnownAbbreviation(QStringView letters) {
     return std::find(words.begin(), words.end(), QStringView(lowered)) != words.end();
 }
 
-/// Whether the full stop at `stop` closes an abbreviation: a known word, a single letter, or letters with stops
-/// between them.
+/// Whether the full stop at `stop` ends an abbreviation: a known word, a single letter, or letters separated by full
+/// stops.
 bool closesAbbreviation(QStringView text, qsizetype stop) {
     int letterCount = 0;
     bool hasCase = false;
@@ -62,8 +62,8 @@ bool closesAbbreviation(QStringView text, qsizetype stop) {
     return isKnownAbbreviation(letters.remove(u'.'));
 }
 
-/// Whether a full stop, exclamation or question mark belongs to something that goes on: an ellipsis, an abbreviation,
-/// or the outcry of "?!", which stays with the answer that follows it.
+/// Whether the sentence continues after this full stop, exclamation or question mark: an ellipsis, an abbreviation, or
+/// "?!", which stays with the answer after it.
 bool continuesSentence(QStringView text, qsizetype mark) {
     const QChar unit = text.at(mark);
     const QChar before = mark > 0 ? text.at(mark - 1) : QChar();
@@ -115,8 +115,8 @@ bool isClosing(QChar unit) {
     }
 }
 
-/// Where the sentence before a boundary ends, without the white space (`end`) and the quotes and brackets (`markEnd`)
-/// that follow its mark.
+/// Where the sentence before a boundary ends: without trailing white space (`end`), and without the quotes and brackets
+/// after its mark (`markEnd`).
 struct SentenceEnd {
     qsizetype markEnd = 0;
     qsizetype end = 0;
@@ -132,8 +132,8 @@ SentenceEnd sentenceEndBefore(QStringView text, qsizetype boundary) {
     return {markEnd, end};
 }
 
-/// The text boundaries of Unicode know neither abbreviations nor ellipses, and part "a!b"; the rules overrule them
-/// there, so that the two can't contradict each other.
+/// Unicode's sentence boundaries ignore abbreviations and ellipses and split "a!b". Our rules override them there, so
+/// that the two never contradict each other.
 bool acceptsBoundary(QStringView text, qsizetype boundary, SentenceEnd sentence) {
     if (sentence.markEnd == 0 || !isTerminator(text.at(sentence.markEnd - 1)))
         return true;

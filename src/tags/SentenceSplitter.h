@@ -5,9 +5,9 @@
 
 namespace orlenta::tags {
 
-/// The sentences of a text, trimmed, none of them empty; white space inside a paragraph comes out as single blanks. A
-/// blank line ends a sentence as well. Neither a full stop inside a tag, nor an ellipsis, nor the stop of an
-/// abbreviation does. Linear in the text's length; safe from any thread.
+/// The non-empty, trimmed sentences of a text. White space inside a paragraph becomes single spaces. A blank line also
+/// ends a sentence; a full stop inside a tag, an ellipsis, and an abbreviation's full stop don't. Linear time; any
+/// thread.
 [[nodiscard]] QStringList splitSentences(const QString &text);
 
 } // namespace orlenta::tags

@@ -8,15 +8,15 @@
 
 namespace orlenta::tags {
 
-/// What kind of direction a tag gives. Stored and exchanged as its raw value.
+/// The kind of direction a tag gives. Stored as its raw value.
 enum class TagCategory { Stress, Emotion, Vocal, Pacing, Character };
 
-/// The stored text of a category, which is also the title shown.
+/// The stored text of a category, which is also its title.
 [[nodiscard]] QString rawValue(TagCategory category);
-/// The category of a stored text; none for any text that isn't exactly a raw value.
+/// The category with exactly this raw value, or none.
 [[nodiscard]] std::optional<TagCategory> tagCategoryFromRawValue(QStringView rawValue);
 
-/// The categories offered to the user, in order. Stress is an edit of the text and never a tag's category.
+/// The categories offered to the user, in order. Stress edits the text and is never a tag's category.
 inline constexpr std::array<TagCategory, 4> assignableTagCategories{TagCategory::Emotion, TagCategory::Vocal,
                                                                     TagCategory::Pacing, TagCategory::Character};
 

@@ -6,7 +6,7 @@
 
 namespace orlenta::tags {
 
-/// An opaque sRGB colour, components 0 to 1.
+/// An opaque sRGB colour with components 0 to 1.
 struct SrgbColor {
     double red = 0;
     double green = 0;
@@ -17,11 +17,11 @@ struct SrgbColor {
 
 enum class TagAppearance { Dark, Light };
 
-/// The fill of a tag's pill in the text. None for stress: there the desktop's accent colour serves.
+/// The fill of a tag in the text. None for stress, which uses the desktop's accent colour.
 [[nodiscard]] std::optional<SrgbColor> pillFill(TagCategory category);
-/// The background of a palette chip. None for stress: there the desktop's control background serves.
+/// The background of a palette chip. None for stress, which uses the desktop's control background.
 [[nodiscard]] std::optional<SrgbColor> chipBackground(TagCategory category, TagAppearance appearance);
-/// The text of a palette chip. None for stress: there the desktop's text colour serves.
+/// The text colour of a palette chip. None for stress, which uses the desktop's text colour.
 [[nodiscard]] std::optional<SrgbColor> chipText(TagCategory category, TagAppearance appearance);
 
 } // namespace orlenta::tags

@@ -8,7 +8,7 @@ namespace orlenta::tags {
 namespace {
 
 std::optional<TagInsertion> togglingStress(const QString &text, Utf16Range range) {
-    // The location alone is compared first, so that a huge length can't overflow the sum.
+    // Check the location first, so that a huge length can't overflow the sum.
     if (range.location < 0 || range.location > text.size() || range.length > text.size() - range.location)
         return std::nullopt;
     if (!isCharacterBoundary(text, range.location) || !isCharacterBoundary(text, range.end()))

@@ -7,14 +7,14 @@
 
 namespace orlenta::tags {
 
-/// A tag seen on a line, with the category it was shown in.
+/// A tag on a line, with the category it was shown in.
 struct TagInstance {
     model::LineId lineId;
     QString tagText;
     QString normalizedKey;
     TagCategory category = TagCategory::Emotion;
 
-    /// The line's upper-case id, a colon and the key.
+    /// The line's upper-case id, a colon and the tag key.
     [[nodiscard]] QString identity() const;
 
     friend bool operator==(const TagInstance &, const TagInstance &) = default;

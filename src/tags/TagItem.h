@@ -10,19 +10,19 @@ namespace orlenta::tags {
 
 using TagItemId = base::TypedId<struct TagItemIdTag>;
 
-/// One entry of the tag palette.
+/// An entry of the tag palette.
 struct TagItem {
     /// The decoded vocabulary file: an object with the keys `version` and `entries`.
     struct CanonicalTagPayload {
         int version = 0;
-        /// Normalised tag key to category.
+        /// Tag key to category.
         QHash<QString, TagCategory> entries;
     };
 
     TagItemId id;
-    /// The text shown.
+    /// The displayed text.
     QString label;
-    /// The text put into the line. Not always a tag: the pauses are punctuation.
+    /// The inserted text. Not always a tag: pauses are punctuation.
     QString insertText;
     TagCategory category = TagCategory::Emotion;
 

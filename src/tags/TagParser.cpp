@@ -6,7 +6,7 @@ namespace orlenta::tags {
 namespace {
 
 /// Decomposed letters from here on (Armenian and later) keep their marks: outside the Latin, Greek and Cyrillic
-/// scripts a mark tells words apart and isn't an accent.
+/// scripts, a mark distinguishes words and isn't an accent.
 constexpr char32_t firstUnaccentedScript = 0x0510;
 
 bool isAsciiText(QStringView text) {
@@ -17,8 +17,8 @@ bool isAsciiText(QStringView text) {
     return true;
 }
 
-/// One code point case-folded in full. QString folds code points one to one only; those whose upper case has several
-/// letters (sharp s, ligatures) are the ones it would leave apart from their spelled-out form.
+/// Full case folding of one code point. QString only folds one to one, which would keep a sharp s or a ligature
+/// different from its spelled-out form.
 void appendFolded(QString &folded, char32_t codePoint) {
     const QString single = QString::fromUcs4(&codePoint, 1);
     const QString upper = single.toUpper();
@@ -50,7 +50,7 @@ QString foldedForComparison(const QString &text) {
     return folded.toLower().normalized(QString::NormalizationForm_C);
 }
 
-/// A blank that the removal of a tag leaves before one of these goes with it.
+/// When a tag is removed, a space left before one of these is removed too.
 bool closesUpToTheLeft(QChar unit) {
     return QStringView(u",.!?;:").contains(unit);
 }
@@ -91,7 +91,7 @@ QString trimmedBlanksAndTabs(QStringView text) {
 QString displayTagText(const QString &raw) {
     const QString trimmed = raw.trimmed();
     const qsizetype last = trimmed.size() - 1;
-    // A bracket that carries a combining mark is a character of its own and no bracket.
+    // A bracket with a combining mark is a different character.
     const bool isBracketed = trimmed.size() >= 3 && trimmed.front() == u'[' && trimmed.back() == u']' &&
                              isCharacterBoundary(trimmed, 1) && isCharacterBoundary(trimmed, last);
     return isBracketed ? trimmed.sliced(1, last - 1).trimmed() : trimmed;
@@ -113,7 +113,7 @@ QList<ParsedTag> parseTags(QStringView text) {
             if (!tagText.isEmpty())
                 tags.append({tagText, {open, stop + 1 - open}, normalizedTagKey(tagText)});
         }
-        // Brackets opened on the way run into the same stop, so none of them is worth a look of its own.
+        // Brackets opened in between end at the same stop, so skip them.
         open = text.indexOf(u'[', stop);
     }
     return tags;

@@ -10,8 +10,8 @@
 
 #include "tags/TagParser.h"
 
-// A resource of a static library is dropped by the linker unless its initialiser is named; that has to happen outside
-// every namespace.
+// The linker drops a static library's resources unless their initialiser is called; the macro must be used outside any
+// namespace.
 static void initializeTagResources() {
     Q_INIT_RESOURCE(tags);
 }

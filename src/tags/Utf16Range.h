@@ -4,7 +4,7 @@
 
 namespace orlenta::tags {
 
-/// A stretch of text in UTF-16 code units, as text views and QString count.
+/// A text range in UTF-16 code units, the unit of QString and text views.
 struct Utf16Range {
     qsizetype location = 0;
     qsizetype length = 0;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int deadline = 20'000;
 
-TEST(LatestFirst, WhatIsAskedForLastOrAgainComesNext) {
+TEST(LatestFirst, TheLatestOrRepeatedRequestComesNext) {
     QSemaphore begun;
     QSemaphore mayEnd;
     QEventLoop loop;
@@ -35,13 +35,13 @@ TEST(LatestFirst, WhatIsAskedForLastOrAgainComesNext) {
     mayEnd.release(5);
     loop.exec();
     EXPECT_EQ(finished, (QList<int>{1, 3, 5, 4, 2}));
-    // What is done may be asked for anew.
+    // A finished key may be requested again.
     mayEnd.release();
     squares.ask(1);
     EXPECT_TRUE(begun.tryAcquire(5, deadline));
 }
 
-TEST(LatestFirst, ItsEndStopsWhatRunsAndDropsWhatWaits) {
+TEST(LatestFirst, TheDestructorStopsRunningWorkAndDropsQueuedWork) {
     QSemaphore begun;
     int worked = 0;
     {

@@ -7,7 +7,7 @@
 namespace orlenta::base {
 namespace {
 
-// Walks it, so that a broken chunk shows.
+// Iterates over the list, so that a broken chunk shows.
 QList<int> walked(const SharedList<int> &list) {
     QList<int> found;
     for (const int item : list)
@@ -22,7 +22,7 @@ TEST(SharedList, RandomChangesLeaveItLikeAPlainListAndItsCopiesAlone) {
     std::vector<std::pair<SharedList<int>, QList<int>>> copies;
     for (int step = 0; step < 20'000; ++step) {
         const auto at = [&](qsizetype size) { return size == 0 ? 0 : static_cast<qsizetype>(random()) % size; };
-        // It grows for the first half and shrinks in the second.
+        // The list grows in the first half and shrinks in the second.
         const auto kind = static_cast<int>(random() % 10);
         if (plain.isEmpty() || kind < (step < 10'000 ? 6 : 2)) {
             const qsizetype index = at(plain.size() + 1);
@@ -71,7 +71,7 @@ TEST(SharedList, RangesAndBulkRemovalCrossChunks) {
     EXPECT_EQ(list, SharedList<int>());
 }
 
-TEST(SharedList, EqualityGoesByContentWhateverTheChunks) {
+TEST(SharedList, EqualityComparesContentNotChunks) {
     SharedList<int> appended;
     for (int i = 0; i < 600; ++i)
         appended.append(i);

@@ -39,7 +39,7 @@ TEST(UserDefaults, TwoHoldersOfOneFileSeeEachOther) {
     EXPECT_EQ(second.recentProjects(), "[1]");
 }
 
-TEST(UserDefaults, TheInputToGoBackToIsOnDiskAtOnceAndGoesWithoutATrace) {
+TEST(UserDefaults, TheInputToRestoreIsOnDiskAtOnceAndIsRemovedCompletely) {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"a.ini"_s);
     UserDefaults defaults(path);
@@ -53,7 +53,7 @@ TEST(UserDefaults, TheInputToGoBackToIsOnDiskAtOnceAndGoesWithoutATrace) {
     EXPECT_FALSE(text().contains("pendingInputRouteRestoreDeviceUID"));
 }
 
-TEST(UserDefaults, AFailureToWriteTheInputToGoBackToIsToldAndIsNotForGood) {
+TEST(UserDefaults, AFailureToStoreTheInputToRestoreIsReportedAndNotPermanent) {
     const QTemporaryDir folder;
     QFile inTheWay(folder.filePath(u"sub"_s));
     ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
@@ -64,7 +64,7 @@ TEST(UserDefaults, AFailureToWriteTheInputToGoBackToIsToldAndIsNotForGood) {
     EXPECT_EQ(UserDefaults(folder.filePath(u"sub/a.ini"_s)).pendingInputRouteRestoreDeviceUID(), u"mic-2"_s);
 }
 
-TEST(UserDefaults, AScaleOutOfRangeIsTakenToItsNearestEnd) {
+TEST(UserDefaults, AScaleOutOfRangeIsClamped) {
     const QTemporaryDir folder;
     UserDefaults defaults(folder.filePath(u"a.ini"_s));
     for (const auto &[stored, read] : {std::pair{0.1, 0.8}, std::pair{1.2, 1.2}, std::pair{9.0, 1.5}}) {

@@ -8,10 +8,10 @@
 
 namespace orlenta::test {
 
-/// A project with one tab for each list of line texts; the lines are in that order.
+/// A project with one tab per list of line texts, with the lines in that order.
 [[nodiscard]] model::Project scriptProject(const QList<QStringList> &tabs);
 
-/// A controller on such a project, without a folder or with one of its own.
+/// A controller for such a project, with or without a project folder.
 class ScriptProject final {
 public:
     enum class Folder { None, OnDisk };
@@ -24,14 +24,14 @@ public:
     /// The id of a line of the active tab.
     [[nodiscard]] model::LineId id(qsizetype index) const;
     [[nodiscard]] const model::ProjectLine &line(qsizetype index) const;
-    /// The texts of the active tab.
+    /// The texts of the active tab's lines.
     [[nodiscard]] QStringList texts() const;
     [[nodiscard]] QStringList tabNames() const;
     [[nodiscard]] QString folder() const;
     void clearSelection();
-    /// Opens the project of the folder anew, as after a restart.
+    /// Opens the project folder again, as after a restart.
     void reopen();
-    /// Writes a short tone and installs it as a take of the line; gives the take's id.
+    /// Installs a short tone as a take of the line. Returns the take's id.
     model::TakeId addTake(qsizetype index);
 
 private:
@@ -39,7 +39,7 @@ private:
     std::unique_ptr<controller::ProjectController> m_controller;
 };
 
-/// Fails the running test where what holds of every open project doesn't hold.
+/// Fails the running test if the project breaks an invariant of open projects.
 void expectSound(const controller::ProjectController &controller);
 
 } // namespace orlenta::test

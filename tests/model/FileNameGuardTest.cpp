@@ -7,7 +7,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-TEST(FileNameGuard, OnlyALastPathComponentThatNamesAFileIsLeft) {
+TEST(FileNameGuard, OnlyTheLastPathComponentIsKept) {
     const QString withNul = u"..x.wav"_s.replace(2, 1, QChar(u'\0'));
     const std::pair<QString, QString> cases[] = {
         {u"take.wav"_s, u"take.wav"_s},

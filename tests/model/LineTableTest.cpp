@@ -31,7 +31,7 @@ TEST(LineTable, ACopyKeepsItsLinesWhenTheOriginalChanges) {
     EXPECT_EQ(copy.find(ids.at(0)), table.find(ids.at(0))) << "an unchanged line is shared";
 }
 
-TEST(LineTable, EqualityAndDifferencesGoByContent) {
+TEST(LineTable, EqualityAndDifferencesCompareContent) {
     LineTable table;
     const ProjectLine line = ProjectLine::makeNew();
     table.insert(line);
@@ -64,7 +64,7 @@ TEST(Project, LinesFollowTheTabs) {
     EXPECT_EQ(project.tabOf(homeless.lineId), nullptr);
 }
 
-TEST(TabRepair, EachLineStandsInOneTab) {
+TEST(TabRepair, EachLineIsInExactlyOneTab) {
     Project project;
     QList<LineId> ids;
     for (int i = 0; i < 4; ++i) {

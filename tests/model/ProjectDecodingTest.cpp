@@ -28,7 +28,7 @@ ProjectLine onlyLine(const Project &project) {
     return lines.empty() ? ProjectLine() : *lines.front();
 }
 
-// Empty when the document was read.
+// The decoding error; empty if the document is valid.
 QString problemOf(const QByteArray &text) {
     const auto project = decodeProject(text, readingTime);
     if (project)
@@ -76,7 +76,7 @@ TEST(ProjectDecoding, WithoutTabsOneHoldsAllLinesByOrder) {
     EXPECT_EQ(project.activeTabId, project.tabs.first().id);
 }
 
-TEST(ProjectDecoding, RepeatedIdsAreRenewedBehindTheFirst) {
+TEST(ProjectDecoding, RepeatedIdsAreRenewedAfterTheFirst) {
     const QByteArray tab = R"({"id":"00000000-0000-0000-0000-000000000008","name":"T","line_ids":[)"
                            R"("00000000-0000-0000-0000-000000000001"]})";
     const Project project = decoded(
@@ -85,14 +85,14 @@ TEST(ProjectDecoding, RepeatedIdsAreRenewedBehindTheFirst) {
     ASSERT_EQ(project.tabs.size(), 2);
     EXPECT_EQ(project.tabs.at(0).id, TabId(sampleUuid(8)));
     EXPECT_NE(project.tabs.at(1).id, TabId(sampleUuid(8)));
-    // The line stays in the first place that names it; the renewed one is in no tab and goes to the first.
+    // The line stays in its first tab; the renewed line is in no tab, so it goes to the first.
     ASSERT_EQ(project.tabs.at(0).lineIds.size(), 2);
     EXPECT_EQ(project.tabs.at(0).lineIds.first(), LineId(sampleUuid(1)));
     EXPECT_TRUE(project.lines.contains(project.tabs.at(0).lineIds.last()));
     EXPECT_TRUE(project.tabs.at(1).lineIds.isEmpty());
 }
 
-TEST(ProjectDecoding, AnActiveTabThatNamesNoTabIsLeftAsItStands) {
+TEST(ProjectDecoding, AnUnknownActiveTabIsKept) {
     const Project project = decoded(documentWith(R"(,"active_tab_id":"00000000-0000-0000-0000-000000000077")"));
     EXPECT_EQ(project.activeTabId, TabId(sampleUuid(77)));
 }
@@ -122,10 +122,10 @@ TEST(ProjectDecoding, VoicesFillInWhatIsMissing) {
             << one.members.toStdString();
     }
     const QByteArray wrong = R"(,"voices":[{"id":"00000000-0000-0000-0000-000000000001","color_stripe":7}])";
-    EXPECT_EQ(problemOf(documentWith(wrong)), u"voices[0]: the key \"color_stripe\" holds a value of the wrong kind"_s);
+    EXPECT_EQ(problemOf(documentWith(wrong)), u"voices[0]: the key \"color_stripe\" has a value of the wrong type"_s);
 }
 
-TEST(ProjectDecoding, ABrokenPresetVoiceIsNoVoiceAndNoError) {
+TEST(ProjectDecoding, ABrokenPresetVoiceIsIgnored) {
     const QByteArray broken[] = {
         "7",
         "null",
@@ -147,7 +147,7 @@ TEST(ProjectDecoding, ABrokenPresetVoiceIsNoVoiceAndNoError) {
     const Project good =
         decoded(documentWith(",\"presets\":[" + presetText(R"(,"voice":{"elevenlabs_voice_id":"a"})") + "]"));
     EXPECT_EQ(good.presets.first().voice, (ProjectPresetVoice{u"a"_s, u"Voice"_s, u"Voice"_s, u"#7F78DE"_s}));
-    // A good voice as the last key doesn't lend its tolerance to the preset itself.
+    // A valid voice as the last key doesn't make the preset itself tolerated.
     EXPECT_EQ(problemOf(documentWith(
                   ",\"presets\":[" +
                   presetText(R"(,"voice":{"elevenlabs_voice_id":"a"})").replace(R"("mode":"Natural",)", "") + "]")),
@@ -166,7 +166,7 @@ TEST(ProjectDecoding, AnEmptyPronunciationIsComplete) {
     EXPECT_EQ(entry, expected);
 }
 
-TEST(ProjectDecoding, OlderPronunciationKeysServeWhereTheNewerAreMissing) {
+TEST(ProjectDecoding, OlderPronunciationKeysAreReadIfTheNewerAreMissing) {
     const QByteArray older = R"("word":"w","alias":"al","phonemes":"ph","isEnabled":false)";
     const auto entryOf = [](const QByteArray &members) {
         return decoded(pronunciations("{" + members + "}")).pronunciations.value(0);
@@ -180,7 +180,7 @@ TEST(ProjectDecoding, OlderPronunciationKeysServeWhereTheNewerAreMissing) {
     EXPECT_TRUE(entryOf(older + R"(,"is_enabled":true)").isEnabled);
     EXPECT_EQ(entryOf(R"("mode":"simple","phonemes":{"x":[]},"alias":"al")").phoneticOverride, u"al"_s);
     EXPECT_EQ(problemOf(pronunciations(R"({"mode":"advanced","phonemes":{"x":[]},"alias":"al"})")),
-              u"pronunciations[0]: the key \"phonemes\" holds a value of the wrong kind"_s);
+              u"pronunciations[0]: the key \"phonemes\" has a value of the wrong type"_s);
     EXPECT_EQ(decoded(pronunciations("{" + older + "},{}")).pronunciations.last().spelling, QString());
 }
 
@@ -204,27 +204,27 @@ TEST(ProjectDecoding, WrongDocumentsFailAndSayWhere) {
     const QByteArray full = documentWith({});
     const std::pair<QByteArray, QString> cases[] = {
         {withTake(QByteArray(takeText).replace("12:34:56Z", "12:34Z")),
-         u"lines[0].takes[0].generated_at: the value is of the wrong kind"_s},
+         u"lines[0].takes[0].generated_at: the value has the wrong type"_s},
         {withTake(takeText + "," + QByteArray(takeText).replace("\"v2\"", "2")),
-         u"lines[0].takes[1].settings_snapshot.model: the value is of the wrong kind"_s},
-        {withTake("null"), u"lines[0].takes[0]: the value is of the wrong kind"_s},
-        {withTake("[]"), u"lines[0].takes[0]: the value is of the wrong kind"_s},
+         u"lines[0].takes[1].settings_snapshot.model: the value has the wrong type"_s},
+        {withTake("null"), u"lines[0].takes[0]: the value has the wrong type"_s},
+        {withTake("[]"), u"lines[0].takes[0]: the value has the wrong type"_s},
         {documentWith(",\"lines\":[" + lineText(1, 0).replace("\"notes\":\"\",", "") + "]"),
          u"lines[0]: the key \"notes\" is missing"_s},
         {documentWith(",\"lines\":[" + lineText(1, 0).replace("\"notes\":\"\"", "\"notes\":null") + "]"),
          u"lines[0]: the key \"notes\" is missing"_s},
         {documentWith(R"(,"selection":{})"), u"selection: the key \"selected_line_ids\" is missing"_s},
         {documentWith(R"(,"selection":{"selected_line_ids":["x"]})"),
-         u"selection.selected_line_ids[0]: the value is of the wrong kind"_s},
-        {documentWith(R"(,"tabs":{})"), u"tabs: the value is of the wrong kind"_s},
-        {documentWith(R"(,"tabs":3)"), u"tabs: the value is of the wrong kind"_s},
+         u"selection.selected_line_ids[0]: the value has the wrong type"_s},
+        {documentWith(R"(,"tabs":{})"), u"tabs: the value has the wrong type"_s},
+        {documentWith(R"(,"tabs":3)"), u"tabs: the value has the wrong type"_s},
         {documentWith(R"(,"pronunciations":[{"mode":"loud"}])"),
-         u"pronunciations[0].mode: the value is of the wrong kind"_s},
-        {QByteArray(full).replace("48000", "48000.5"), u"audio_settings.sample_rate: the value is of the wrong kind"_s},
+         u"pronunciations[0].mode: the value has the wrong type"_s},
+        {QByteArray(full).replace("48000", "48000.5"), u"audio_settings.sample_rate: the value has the wrong type"_s},
         {QByteArray(full).replace("48000", "9223372036854775808"),
-         u"audio_settings.sample_rate: the value is of the wrong kind"_s},
-        {"null", u"the value is of the wrong kind"_s},
-        {"[]", u"the value is of the wrong kind"_s},
+         u"audio_settings.sample_rate: the value has the wrong type"_s},
+        {"null", u"the value has the wrong type"_s},
+        {"[]", u"the value has the wrong type"_s},
         {"{}", u"the key \"audio_settings\" is missing"_s},
     };
     for (const auto &[text, problem] : cases)
@@ -238,7 +238,7 @@ TEST(ProjectDecoding, DatesHaveOneForm) {
           "2024-13-01T00:00:00Z", "20x4-05-31T12:34:56Z", "1717158896"})
         EXPECT_EQ(problemOf(documentWith({}).replace(R"("created_at":"2024-05-31T12:34:56Z")",
                                                      R"("created_at":")" + date + "\"")),
-                  u"created_at: the value is of the wrong kind"_s)
+                  u"created_at: the value has the wrong type"_s)
             << date.toStdString();
 }
 
@@ -252,7 +252,7 @@ TEST(ProjectDecoding, IdsHaveOneFormInEitherCase) {
                                 "00000000-0000-0000-0000-00000000000g", "00000000-0000-0000-0000-0000000009",
                                 "--------0000-0000-0000-000000000009", "00000000-0000-0000-0000-------------",
                                 "0-000000-0000-0000-0000-000000000009"})
-        EXPECT_EQ(problemOf(withId(id)), u"project_id: the value is of the wrong kind"_s) << id.toStdString();
+        EXPECT_EQ(problemOf(withId(id)), u"project_id: the value has the wrong type"_s) << id.toStdString();
 }
 
 TEST(ProjectDecoding, NumbersKeepTheirValueInEveryForm) {
@@ -274,21 +274,21 @@ TEST(ProjectDecoding, NumbersKeepTheirValueInEveryForm) {
         EXPECT_EQ(styleOf(text), value) << text.toStdString();
     for (const char *number : {"9e308", "-9e308", "1e-400"})
         EXPECT_EQ(problemOf(documentWith(",\"presets\":[" + presetText({}).replace("0.5", number) + "]")),
-                  u"presets[0].style: the value is of the wrong kind"_s)
+                  u"presets[0].style: the value has the wrong type"_s)
             << number;
     EXPECT_FALSE(problemOf(documentWith({}).replace(":48000", ":9223372036854775808")).isEmpty());
 }
 
-TEST(ProjectDecoding, ANewerVersionWinsOverAllThatIsWrongWithItsRecords) {
+TEST(ProjectDecoding, ANewerVersionTakesPrecedenceOverBrokenRecords) {
     const std::pair<QByteArray, QString> cases[] = {
         {R"({"schema_version":2})", u"newer 2"_s},
         {R"({"lines":7,"tabs":[{"id":[]}],"schema_version":3,"voices":"x"})", u"newer 3"_s},
         {R"({"schema_version":9223372036854775807})", u"newer 9223372036854775807"_s},
-        {R"({"schema_version":"2"})", u"schema_version: the value is of the wrong kind"_s},
-        {R"({"schema_version":[2]})", u"schema_version: the value is of the wrong kind"_s},
-        {R"({"schema_version":2.5})", u"schema_version: the value is of the wrong kind"_s},
+        {R"({"schema_version":"2"})", u"schema_version: the value has the wrong type"_s},
+        {R"({"schema_version":[2]})", u"schema_version: the value has the wrong type"_s},
+        {R"({"schema_version":2.5})", u"schema_version: the value has the wrong type"_s},
         {R"({"x":{"schema_version":2}})", u"the key \"audio_settings\" is missing"_s},
-        {R"([{"schema_version":2}])", u"the value is of the wrong kind"_s},
+        {R"([{"schema_version":2}])", u"the value has the wrong type"_s},
         {R"({"schema_version":1})", u"the key \"audio_settings\" is missing"_s},
     };
     for (const auto &[text, problem] : cases)
@@ -314,7 +314,7 @@ TEST(ProjectDecoding, UnknownKeysAreSkippedButBoundlessNestingIsRefused) {
     EXPECT_TRUE(problemOf(QByteArray(1'000'000, '[')).endsWith(u"it is nested too deeply."_s));
 }
 
-TEST(ProjectDecoding, TextThatIsNoUtf8OrNoJsonFails) {
+TEST(ProjectDecoding, TextThatIsNotUtf8OrNotJsonFails) {
     const auto named = [](const QByteArray &name) { return documentWith({}).replace("\"P\"", '"' + name + '"'); };
     for (const QByteArray name :
          {"\xFF", "\xC3", "\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE0\x80\x80", "\\uDC00", "\\uD800x"})

@@ -35,7 +35,7 @@ TEST(ProjectEncoding, AllKeysAreSortedAndNothingIsNull) {
     }
 }
 
-TEST(ProjectEncoding, ADocumentLooksSo) {
+TEST(ProjectEncoding, ADocumentIsFormattedLikeThis) {
     Project project = Project::makeNew(u"a/b \"ü\"\\\u001f"_s, sampleMoment());
     project.projectId = ProjectId(sampleUuid(9));
     project.lines = {};
@@ -86,7 +86,7 @@ TEST(ProjectEncoding, OlderKeysAreNotWrittenAgain) {
         EXPECT_FALSE(text.contains(key)) << key;
 }
 
-TEST(ProjectEncoding, WhatJsonCantHoldBecomesTheNearestItCan) {
+TEST(ProjectEncoding, ValuesThatJsonCantHoldBecomeTheNearestThatItCan) {
     Project project = Project::makeNew(u"x"_s, sampleMoment() + std::chrono::years(9000));
     ProjectLine line = *project.linesInOrder().front();
     line.text = QString(QChar(0xD800)) + u"a"_s;

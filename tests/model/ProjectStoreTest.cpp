@@ -29,7 +29,7 @@ protected:
     [[nodiscard]] static QByteArray projectText(const QString &name) {
         return encodeProject(Project::makeNew(name, sampleMoment()));
     }
-    // The name of the project that a load finds, or else the error's main text.
+    // The name of the loaded project, or the error's main text.
     [[nodiscard]] QString loaded(const QString &name) const {
         const auto result = ProjectStore::load(path(name), sampleMoment());
         return result ? result->project.projectName : result.error().description();
@@ -99,7 +99,7 @@ TEST_F(ProjectStoreIn, ReadingPrefersTheFilesInThisOrder) {
     EXPECT_EQ(loaded(u"P"_s), u"This doesn't appear to be a Orlenta project."_s);
 }
 
-TEST_F(ProjectStoreIn, APackageHoldsItsOwnKindsOfFile) {
+TEST_F(ProjectStoreIn, APackageContainsItsOwnKindsOfFile) {
     const QString order[] = {u"P.orl/project.json"_s, u"P.orl/P.orl.json"_s, u"P.orl/x.orl.json"_s};
     put(u"P.orl/P.orl"_s, projectText(u"not this"_s));
     for (const QString &name : order)
@@ -113,7 +113,7 @@ TEST_F(ProjectStoreIn, APackageHoldsItsOwnKindsOfFile) {
     EXPECT_EQ(nameForWriting(u"P.orl"_s, u"P"_s), u"project.json"_s);
 }
 
-TEST_F(ProjectStoreIn, AFileIsOpenedItselfWhateverElseIsThere) {
+TEST_F(ProjectStoreIn, AGivenFileIsOpenedWhateverElseExists) {
     put(u"P/P.orl"_s, projectText(u"named"_s));
     put(u"P/project.json"_s, projectText(u"package file"_s));
     const auto result = ProjectStore::load(path(u"P/project.json"_s), sampleMoment());
@@ -132,7 +132,7 @@ TEST_F(ProjectStoreIn, AReplacementIsReadInPlaceOfTheProjectFile) {
     EXPECT_FALSE(ProjectStore::load(path(u"P"_s), sampleMoment(), path(u"P/missing"_s)));
 }
 
-TEST_F(ProjectStoreIn, WhatIsNoProjectFailsWithoutADetail) {
+TEST_F(ProjectStoreIn, AnythingButAProjectFailsWithoutADetail) {
     put(u"a.txt"_s, "{}");
     ASSERT_TRUE(QDir(m_root.path()).mkdir(u"empty"_s));
     for (const QString &name : {u"a.txt"_s, u"empty"_s, u"missing"_s, u"missing.orl"_s}) {
@@ -143,7 +143,7 @@ TEST_F(ProjectStoreIn, WhatIsNoProjectFailsWithoutADetail) {
     }
 }
 
-TEST_F(ProjectStoreIn, BrokenAndNewerFilesAreToldApart) {
+TEST_F(ProjectStoreIn, BrokenAndNewerFilesGiveDifferentErrors) {
     put(u"newer.orl"_s, R"({"schema_version":2,"lines":"garbage"})");
     put(u"broken.orl"_s, R"({"schema_version":"2"})");
     const auto newer = ProjectStore::load(path(u"newer.orl"_s), sampleMoment());
@@ -153,7 +153,7 @@ TEST_F(ProjectStoreIn, BrokenAndNewerFilesAreToldApart) {
     const auto broken = ProjectStore::load(path(u"broken.orl"_s), sampleMoment());
     ASSERT_FALSE(broken);
     EXPECT_EQ(broken.error().description(), u"Couldn't open this project. The file may be corrupted."_s);
-    EXPECT_EQ(broken.error().failureReason(), u"schema_version: the value is of the wrong kind"_s);
+    EXPECT_EQ(broken.error().failureReason(), u"schema_version: the value has the wrong type"_s);
 }
 
 TEST_F(ProjectStoreIn, AFileOverTheLimitIsRefusedUnread) {
@@ -171,13 +171,13 @@ TEST_F(ProjectStoreIn, AFileOfExactlyTheLimitIsRead) {
     EXPECT_EQ(loaded(u"P.orl"_s), u"padded"_s);
 }
 
-TEST_F(ProjectStoreIn, APipeInThePlaceOfAProjectFileIsAnErrorAndNoWait) {
+TEST_F(ProjectStoreIn, APipeInsteadOfAProjectFileFailsWithoutBlocking) {
     ASSERT_TRUE(QDir(m_root.path()).mkdir(u"P"_s));
     ASSERT_EQ(::mkfifo(QFile::encodeName(path(u"P/P.orl"_s)).constData(), 0600), 0);
     EXPECT_FALSE(ProjectStore::load(path(u"P"_s), sampleMoment()));
 }
 
-TEST_F(ProjectStoreIn, SavingKeepsTheNameOfTheFileThatIsThere) {
+TEST_F(ProjectStoreIn, SavingKeepsTheNameOfAnExistingFile) {
     put(u"P/Old name.orl"_s, projectText(u"Old name"_s));
     const auto saved = ProjectStore::save(Project::makeNew(u"New name"_s, {}), path(u"P"_s), sampleMoment());
     ASSERT_TRUE(saved);
@@ -196,7 +196,7 @@ TEST_F(ProjectStoreIn, NamesForWritingStayInsideTheFolder) {
         EXPECT_EQ(nameForWriting(u"Folder.x"_s, project), file) << project.toStdString();
 }
 
-TEST_F(ProjectStoreIn, OneOpeningClearsWhatAKilledSaveLeft) {
+TEST_F(ProjectStoreIn, OpeningRemovesWhatAKilledSaveLeft) {
     put(u"P/P.orl"_s, projectText(u"P"_s));
     put(u"P/P.orl.tmp"_s, "half a pro");
     put(u"P/.orlenta/cache-index.json.tmp"_s, "{");

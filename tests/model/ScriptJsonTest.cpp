@@ -13,7 +13,7 @@ const QByteArray scriptLine = R"({"castName":"Ana","codableColor":{"blue":0.25,"
                               R"("mode":"Creative","model":"v3","presetName":"Calm","similarityBoost":0.7,)"
                               R"("speed":1.1,"stability":0.4,"style":0.2,"text":"One / two.","voiceId":"voice-1"})";
 
-// The document without the member of that key, which holds neither commas nor braces unless it is the colour.
+// The document without one member, whose value must not contain commas or braces unless it is the colour.
 QByteArray withoutKey(const QByteArray &key) {
     QByteArray text = scriptLine;
     const qsizetype begin = text.indexOf('"' + key + '"');
@@ -62,7 +62,7 @@ TEST(ScriptJson, OnlyTheVoiceAndTheFilesMayBeMissing) {
     EXPECT_FALSE(readLine(QByteArray(scriptLine).replace("\"voice\"", "\"song\"")));
 }
 
-TEST(ScriptJson, WhatOnlyARunningProgramHasIsNeitherReadNorWritten) {
+TEST(ScriptJson, RuntimeStateIsNeitherReadNorWritten) {
     const QByteArray busy =
         R"({"isGenerating":true,"waveformSamples":[1],"generatedAudioURL":"file:///x",)" + scriptLine.mid(1);
     ScriptLine line = readLine(busy).value_or(ScriptLine());
@@ -90,7 +90,7 @@ TEST(ScriptJson, TabsReadBackEqualWithTheirKeysInOrder) {
               '[' + QByteArray(scriptLine).replace(" / ", "\\/") + ']');
 }
 
-TEST(ScriptJson, OneShapeIsNotTakenForTheOther) {
+TEST(ScriptJson, OneShapeIsntMistakenForTheOther) {
     const QByteArray lines = '[' + scriptLine + ']';
     const QByteArray tabs = R"([{"id":"0C6F1C50-54C0-4D33-8D74-51C11D2F3A6B","name":"A","lines":)" + lines + "}]";
     EXPECT_TRUE(decodeScriptTabs(tabs));

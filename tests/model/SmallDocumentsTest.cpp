@@ -22,7 +22,7 @@ TEST(CustomTagJson, TagsReadBackEqualAndMissingKeysHaveDefaults) {
     EXPECT_FALSE(read->last().isEnabled);
 }
 
-TEST(CustomTagJson, AnythingElseIsNothing) {
+TEST(CustomTagJson, AnythingElseIsRejected) {
     for (const QByteArray text : {"", "{}", "null", "[1]", R"([{"label":1}])", "[{}", R"([{"id":"x"}])"})
         EXPECT_FALSE(decodeCustomTags(text)) << text.toStdString();
 }
@@ -33,7 +33,7 @@ TEST(LinePayload, LinesReadBackEqual) {
     EXPECT_EQ(decodeLinePayload(encodeLinePayload(payload)), payload);
 }
 
-TEST(LinePayload, AnythingElseIsNothing) {
+TEST(LinePayload, AnythingElseIsRejected) {
     const QByteArray good = encodeLinePayload({ProjectId::create(), {ProjectLine::makeNew()}});
     EXPECT_TRUE(decodeLinePayload(good));
     EXPECT_FALSE(decodeLinePayload(QByteArray(good).replace("\"version\": 1", "\"version\": 2")));

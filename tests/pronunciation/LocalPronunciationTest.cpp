@@ -53,10 +53,10 @@ TEST(LocalPronunciation, LetsTheEarlierEntryWinAnOverlap) {
     const PronunciationEntry york = entry(u"York"_s, u"Yawk"_s);
     EXPECT_EQ(applyingLocalPronunciation(u"New York, York"_s, {city, york}), u"Noo Yawk, Yawk"_s);
     EXPECT_EQ(applyingLocalPronunciation(u"New York"_s, {york, city}), u"New Yawk"_s);
-    // The capital form of an early entry stands behind every entry as it was entered.
+    // Every entry as written comes before the capital form of any entry.
     EXPECT_EQ(applyingLocalPronunciation(u"Read"_s, {entry(u"read"_s, u"red"_s), entry(u"Read"_s, u"reed"_s)}),
               u"reed"_s);
-    // A replacement isn't read again.
+    // Replacements aren't replaced again.
     EXPECT_EQ(applyingLocalPronunciation(u"a b"_s, {entry(u"a"_s, u"b"_s), entry(u"b"_s, u"a"_s)}), u"b a"_s);
 }
 
@@ -74,7 +74,7 @@ TEST(LocalPronunciation, ReplacesInLongLinesInLinearTime) {
     const auto start = std::chrono::steady_clock::now();
     for (const QString &pattern : {u"w1 "_s, u"[w1] "_s, u"w1w1"_s, u"["_s})
         static_cast<void>(applyingLocalPronunciation(pattern.repeated(100'000 / pattern.size()), entries));
-    // A quadratic scan of one of these takes minutes.
+    // Quadratic time on one of these would be minutes.
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 

@@ -5,8 +5,8 @@
 
 namespace orlenta::testing {
 
-/// While it lives, no file of this process can grow past `bytes`: what a full disk looks like to the writer, root or
-/// not.
+/// For its lifetime, no file of this process can grow beyond `bytes`. To the writer this looks like a full disk, even
+/// as root.
 class FileSizeLimit final {
 public:
     explicit FileSizeLimit(rlim_t bytes) : m_signal(std::signal(SIGXFSZ, SIG_IGN)) {

@@ -7,8 +7,7 @@
 
 namespace orlenta::testing {
 
-/// What is logged while it lives, from whichever thread. One at a time: the application's message handler is one
-/// function.
+/// Collects the log during its lifetime, from any thread. Only one at a time: the message handler is global.
 class KeptLog final {
 public:
     KeptLog() {
@@ -20,7 +19,7 @@ public:
     KeptLog(const KeptLog &) = delete;
     KeptLog &operator=(const KeptLog &) = delete;
 
-    /// The lines that hold `text`.
+    /// The lines that contain `text`.
     [[nodiscard]] QStringList lines(const QString &text = {}) const {
         const std::scoped_lock lock(s_guard);
         return s_lines.filter(text);

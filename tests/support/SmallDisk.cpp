@@ -14,7 +14,7 @@ bool put(const QString &path, const QByteArray &text) {
     return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
 }
 
-// Nobody but root may mount, unless in a user namespace of their own.
+// Only root may mount, except in a user namespace of one's own.
 bool enterOwnMounts() {
     const QByteArray user = QByteArray::number(::geteuid());
     const QByteArray group = QByteArray::number(::getegid());

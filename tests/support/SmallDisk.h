@@ -9,8 +9,8 @@
 
 namespace orlenta::testing {
 
-/// A file system of its own with room for so many bytes, in memory, seen by this process alone. Where the system won't
-/// let the process mount one, a folder in which no file can grow past that.
+/// An in-memory file system of the given size, visible to this process only. If the process may not mount one, a folder
+/// in which no file can grow beyond that size.
 class SmallDisk final {
 public:
     explicit SmallDisk(qint64 bytes);

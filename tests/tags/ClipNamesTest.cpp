@@ -22,14 +22,14 @@ TEST(ClipNames, AreMadeOfVoiceFirstWordsAndNumber) {
         {u"caf\u00E9 e\u0301t\u00E9 2\u00BD"_s, 1, u"A/B: C"_s, u"AB C - caf\u00E9 e\u0301t\u00E9 2\u00BD.01"_s},
         {u"\U0001D400bc d"_s, 1, u"M"_s, u"M - \U0001D400bc d.01"_s},
         {QString(80, u'w'), 1, u"Mia"_s, u"Mia - "_s + QString(51, u'w') + u".01"_s},
-        // The cut falls right behind a blank.
+        // The cut falls right after a space.
         {QString(50, u'w') + u" x"_s, 1, u"Mia"_s, u"Mia - "_s + QString(50, u'w') + u".01"_s},
     };
     for (const auto &[text, number, castName, name] : cases)
         EXPECT_EQ(clipName(text, number, castName), name);
 }
 
-TEST(ClipNames, NumberALineByItsPlaceInTheFirstTabThatHoldsIt) {
+TEST(ClipNames, NumberALineByItsPositionInTheFirstTabThatContainsIt) {
     model::Project project = model::Project::makeNew(u"P"_s, {});
     model::ProjectLine line = model::ProjectLine::makeNew();
     line.text = u"Hello"_s;
@@ -42,7 +42,7 @@ TEST(ClipNames, NumberALineByItsPlaceInTheFirstTabThatHoldsIt) {
     EXPECT_EQ(clipName(project, line), u"Mia - Hello.02"_s);
 }
 
-TEST(ClipNames, OfJoinedClipsTellTheirLines) {
+TEST(ClipNames, OfJoinedClipsNameTheirLines) {
     QList<model::LineId> script;
     for (int i = 0; i < 5; ++i)
         script.append(model::LineId::create());

@@ -26,7 +26,7 @@ TEST(SentenceSplitter, EndsSentencesAtTheirMarks) {
     expectSentences(u" \n \r\n "_s, {});
 }
 
-TEST(SentenceSplitter, KeepsAbbreviationsEllipsesAndOutcriesTogether) {
+TEST(SentenceSplitter, KeepsAbbreviationsEllipsesAndExclamationsTogether) {
     for (const QString &whole :
          {u"Dr. Smith went home."_s, u"Mr. and Mrs. Fox vs. St. John."_s, u"Approx. Ten, e.g. Bob, i.e. Him."_s,
           u"The U.S.A. Won."_s, u"J. Doe came."_s, u"\u00C9. Zola wrote."_s, u"Wait... what?"_s, u"Wait... What?"_s,
@@ -60,7 +60,7 @@ TEST(SentenceSplitter, SplitsLongLinesInLinearTime) {
     const auto start = std::chrono::steady_clock::now();
     for (const QString &pattern : {u"a."_s, u"a. "_s, u"\" "_s, u".\""_s, u". "_s, u"[a. B] "_s, u"[. "_s, u"\n"_s})
         static_cast<void>(splitSentences(pattern.repeated(200'000 / pattern.size())));
-    // A quadratic scan of one of these takes minutes.
+    // Quadratic time on one of these would be minutes.
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 

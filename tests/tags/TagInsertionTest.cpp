@@ -31,7 +31,7 @@ TEST(TagInsertion, SetsATagOffWithBlanks) {
         {u"a\nb"_s, 2, u"a\n[sad] b"_s, 7},
         {u"ab"_s, 99, u"ab [sad]"_s, 8},
         {u"ab"_s, -3, u"[sad] ab"_s, 5},
-        // A caret inside a character can't be honoured: the tag goes to the end.
+        // A caret inside a character is ignored: the tag goes to the end.
         {u"\U0001F600a"_s, 1, u"\U0001F600a [sad]"_s, 9},
     };
     for (const auto &[text, location, expected, caret] : cases) {
@@ -48,7 +48,7 @@ TEST(TagInsertion, GoesBeforeASelectedWord) {
     EXPECT_EQ(insertion->text, u"one [sad] two"_s);
 }
 
-TEST(TagInsertion, PrefersTheFreshestPlaceAndElseTheEnd) {
+TEST(TagInsertion, PrefersTheMostRecentCaretOtherwiseTheEnd) {
     const QString text = u"ab"_s;
     const Utf16Range start{0, 0};
     const Utf16Range end{2, 0};

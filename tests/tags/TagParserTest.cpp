@@ -58,11 +58,11 @@ TEST(TagParser, ReducesTagsToComparableKeys) {
         {u"\u0130stanbul"_s, u"istanbul"_s},
         {u"\u1F08\u03B8\u03AE\u03BD\u03B1"_s, u"\u03B1\u03B8\u03B7\u03BD\u03B1"_s},
         {u"Stra\u00DFe"_s, u"strasse"_s},
-        // Outside the accented scripts a mark makes another word: these two must not fall together.
+        // Outside the accented scripts a mark makes a different word, so these two must stay different.
         {u"\u304C"_s, u"\u304C"_s},
         {u"\u304B"_s, u"\u304B"_s},
         {u"a\u2003b"_s, u"a b"_s},
-        // A bracket with a combining mark is another character, so these aren't brackets at both ends.
+        // A bracket with a combining mark is a different character, so these aren't enclosed in brackets.
         {u"[\u0338x]"_s, u"[x]"_s},
     };
     for (const auto &[raw, key] : cases)
@@ -99,7 +99,7 @@ TEST(TagParser, ReadsLongHostileLinesInLinearTime) {
     const auto start = std::chrono::steady_clock::now();
     for (const QString &pattern : patterns)
         static_cast<void>(strippingTags(pattern.repeated(200'000 / pattern.size()) + u"[x]"_s));
-    // A quadratic scan of one of these takes minutes.
+    // Quadratic time on one of these would be minutes.
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 

@@ -4,7 +4,7 @@
 
 namespace orlenta::controller {
 
-/// The twenty colours of cast voices, in order, as "#RRGGBB" in upper case: the palette of the service.
+/// The twenty colours for cast voices, from the speech service's palette, in order, as upper-case "#RRGGBB".
 [[nodiscard]] const QStringList &castPalette();
 
 } // namespace orlenta::controller

@@ -6,20 +6,20 @@
 
 namespace orlenta::controller {
 
-/// One speech model, as the inspector offers it.
+/// A speech model as shown in the inspector.
 struct ModelDescription {
-    /// What a line's settings store.
+    /// The key stored in a line's settings.
     QString key;
     QString title;
     QString subtitle;
     QString description;
-    /// Paragraphs of the information pop-over.
+    /// Paragraphs of the information popover.
     QStringList information;
 };
 
 enum class SettingsControlKind { Mode, Stability, Similarity, Style, Speed };
 
-/// One control below the model choice.
+/// A control below the model choice.
 struct SettingsControl {
     SettingsControlKind kind;
     QString title;
@@ -28,27 +28,27 @@ struct SettingsControl {
     double maximum;
     double defaultValue;
     QStringList help;
-    /// Keys of the models that show it.
+    /// Keys of the models that have it.
     QStringList models;
 };
 
-/// One hint of the delivery tips sheet.
+/// A hint in the delivery tips dialog.
 struct DeliveryTip {
     QString title;
     QString text;
-    /// Keys of the models it is marked for; empty for all.
+    /// Keys of the models it applies to; empty for all.
     QStringList models;
 };
 
-/// The models, their settings controls and their texts, in the order shown.
+/// The models, their settings controls and their texts, in display order.
 class ModelCatalogue final {
 public:
     ModelCatalogue() = delete;
 
     [[nodiscard]] static const QList<ModelDescription> &models();
-    /// The model of that key; an unknown key is spoken by the first, so it gives that.
+    /// The model with that key. An unknown key gives the first model, which also speaks such lines.
     [[nodiscard]] static const ModelDescription &model(const QString &key);
-    /// The words of the mode picker; "Natural" is the default.
+    /// The mode picker's items; "Natural" is the default.
     [[nodiscard]] static const QStringList &modes();
     [[nodiscard]] static const QList<SettingsControl> &controls();
     [[nodiscard]] static QList<SettingsControl> controlsFor(const QString &modelKey);

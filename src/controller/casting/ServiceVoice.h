@@ -4,7 +4,7 @@
 
 namespace orlenta::controller {
 
-/// A voice of the speech service, as far as casting needs it.
+/// The part of a speech service's voice that casting needs.
 struct ServiceVoice {
     QString elevenLabsVoiceId;
     QString name;

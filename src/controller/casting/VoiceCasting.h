@@ -7,21 +7,21 @@ namespace orlenta::controller {
 
 class ProjectController;
 
-/// Which service voices the project casts, and on which lines. Main thread.
+/// The project's cast: service voices and the lines they speak. Main thread.
 class VoiceCasting final {
 public:
     explicit VoiceCasting(ProjectController &controller) : m_controller(controller) {}
 
-    /// The voice cast on the line, or null. The pointer holds until the next change of the project.
+    /// The line's voice, or null. Valid until the project's next change.
     [[nodiscard]] const model::ProjectVoice *projectVoiceFor(const model::LineId &id) const;
 
-    /// The palette's next colour as "#RRGGBB"; the one after it is next from now on.
+    /// Returns the palette's next colour as "#RRGGBB" and advances.
     QString nextCastColor();
-    /// The project's voice of that service id, unchanged, or a new one of that colour; an empty colour takes the next
-    /// cast colour. No undo step of its own.
+    /// The project's existing voice with that service id, unchanged, or a new one with that colour. An empty colour
+    /// takes the next cast colour. Not an undo step of its own.
     model::ProjectVoice ensureProjectVoice(const QString &elevenLabsVoiceId, const QString &displayName,
                                            const QString &castName, const QString &colorHex);
-    /// Casts the voice on the lines that exist; one "Change Voice" step.
+    /// Casts the voice on the given lines, ignoring unknown ones, as one "Change Voice" step.
     void assignVoice(const QList<model::LineId> &lines, const ServiceVoice &voice);
 
 private:

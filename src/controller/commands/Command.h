@@ -5,7 +5,7 @@
 
 namespace orlenta::controller {
 
-/// Everything that the user can do by a menu, a button or a key.
+/// Every command in a menu, on a button or on a key.
 enum class CommandId {
     // File
     NewProject,
@@ -88,7 +88,7 @@ enum class CommandId {
     CloseThisTab,
 };
 
-/// Where a command stands: in a menu, whose keys count in the whole window, or at one place, where its keys count.
+/// Where a command belongs: a menu, whose keys work in the whole window, or a place, where only its keys work.
 enum class CommandGroup {
     File,
     Edit,
@@ -104,17 +104,17 @@ enum class CommandGroup {
     TabBar
 };
 
-/// Whether a menu draws a line above the command.
+/// Whether a menu shows a separator above the command.
 enum class Section { Same, New };
 
 struct Command {
     CommandId id;
     CommandGroup group;
-    /// As menus show it.
+    /// As shown in menus.
     QString title;
-    /// In portable text, as "Ctrl+G"; the first is the one that menus and tool tips show.
+    /// In portable text, such as "Ctrl+G". Menus and tool tips show the first one.
     QStringList keys;
-    /// What it does, for tool tips; empty where it has no button.
+    /// The tool tip; empty if the command has no button.
     QString tip = {};
     /// The icon's name, or empty.
     QString icon = {};

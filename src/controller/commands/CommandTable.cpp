@@ -77,7 +77,7 @@ const QList<Command> &CommandTable::all() {
          {u"Ctrl+Backspace"_s},
          u"Delete the selected lines"_s,
          u"trash"_s},
-        // Ctrl+Alt with an arrow changes the workspace on several desktops.
+        // Ctrl+Alt with an arrow switches workspaces on several desktops.
         {Id::MoveLineUp,
          Group::Script,
          u"Move Line Up"_s,
@@ -129,7 +129,7 @@ const QList<Command> &CommandTable::all() {
 
         {Id::NewTab, Group::Tabs, u"New Tab"_s, {u"Ctrl+T"_s}, u"New Tab"_s, u"plus"_s},
         {Id::CloseTab, Group::Tabs, u"Close Tab"_s, {u"Ctrl+Shift+W"_s}, u"Close Tab"_s, u"close"_s},
-        // US keyboards send the shifted sign for these, others the plain one.
+        // US keyboards send the shifted character, others the plain one.
         {Id::NextTab,
          Group::Tabs,
          u"Next Tab"_s,

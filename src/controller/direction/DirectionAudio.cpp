@@ -27,13 +27,14 @@ bool isOwnTemporaryRecording(const QString &path) {
     return QFileInfo(path).absolutePath() == QDir::cleanPath(base::PrivateFolders::caches());
 }
 
-// Two files of one name may be on their way at once, so looking for a free name would not do.
+// A random suffix: two files with the same name may be stored at the same time, so checking for a free name isn't
+// enough.
 QString recordingFileName(const QString &stem) {
     const QString suffix = QUuid::createUuid().toString(QUuid::WithoutBraces).left(8).toLower();
     return QStringLiteral("%1 - %2.wav").arg(stem.isEmpty() ? QStringLiteral("direction") : stem, suffix);
 }
 
-/// A recording that an earlier run left behind has found its line, and need not be told of again.
+/// Deletes a recording left over by an earlier run, once it is imported.
 void removeLeftover(const QUrl &source) {
     const QString path = QFileInfo(source.toLocalFile()).absoluteFilePath();
     if (isOwnTemporaryRecording(path) &&
@@ -44,7 +45,7 @@ void removeLeftover(const QUrl &source) {
 
 } // namespace
 
-/// One file on its way, for as long as this lives.
+/// Marks one file as being stored, for its lifetime.
 class DirectionAudio::UnderWay final {
 public:
     explicit UnderWay(DirectionAudio *audio) : m_audio(audio) {
@@ -85,7 +86,7 @@ QCoro::Task<void> DirectionAudio::installRecording(QUrl file, double durationSec
         adopt(stored.value(), durationSeconds, id);
         co_return;
     }
-    // The line has gone in the meantime, and may come back by undo.
+    // The line is gone, but undo may bring it back: keep the recording.
     if (stored.value() != from && !QFile::rename(stored.value(), from))
         QFile::remove(stored.value());
     Q_EMIT lineGone(file, durationSeconds, id);
@@ -190,12 +191,12 @@ void DirectionAudio::fail(const QString &description) {
 }
 
 void DirectionAudio::failToImport(const QString &name, const QString &description) {
-    // By then the user may have chosen another file for another line.
+    // Name the file: the user may have imported another one meanwhile.
     fail(name.isEmpty() ? description : QStringLiteral("%1 (%2)").arg(description, name));
 }
 
 void DirectionAudio::failToStore(const QString &recording, const ProjectControllerError &error) {
-    // It can't be made again, so its owner must be able to find it.
+    // A recording can't be made again, so tell the user where it is.
     fail(QFileInfo::exists(recording)
              ? QStringLiteral("%1 The recording is kept in %2").arg(error.description(), recording)
              : error.description());

@@ -28,7 +28,7 @@ DirectionRecordings::DirectionRecordings(ProjectController &controller, const Au
 }
 
 DirectionRecordings::~DirectionRecordings() {
-    // A recorder that is ended on the way out has nobody left to tell.
+    // Destroying a recorder can end its take; don't handle that here any more.
     for (AudioRecorder *recorder : std::as_const(m_recorders))
         recorder->disconnect(this);
 }
@@ -71,7 +71,7 @@ void DirectionRecordings::endOtherTakes(const model::LineId &id) {
         if (state(other).isRecording)
             stop(other);
         else if (!recorder->hasUnfinishedTake() && !recorder->errorMessage())
-            // It may still be waiting for leave to listen, and must not begin then.
+            // It may still be waiting for microphone permission. It must not start then.
             delete m_recorders.take(other);
     }
 }
@@ -144,7 +144,7 @@ void DirectionRecordings::followServer() {
     const bool isBack = m_parts.server.state() == audio::SoundServer::State::Ready;
     const QList<model::LineId> ids = m_told.keys();
     for (const model::LineId &id : ids) {
-        // What the server's return has just brought about stays.
+        // Keep errors caused by the server's return itself.
         if (isBack && m_told.value(id).isServersDoing)
             dismissError(id);
         else if (!isBack)

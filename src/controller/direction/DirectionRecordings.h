@@ -15,20 +15,19 @@ namespace orlenta::controller {
 
 class ProjectController;
 
-/// The recorders of a script's lines, each made when its line first records. They outlive the rows, which come and go
-/// as the list scrolls, so that a take runs on while its line is out of view. A finished take goes on its line by
-/// itself, as does what there is of one that ended on its own. A line that is deleted ends its take, which waits for
-/// the line to come back. An error stays until the next take, an import, a switch of the line's mode, or the return of
-/// the sound server. Main thread.
+/// The lines' recorders, created on a line's first recording. They outlive the rows, so a take continues while its line
+/// is scrolled out of view. A finished take goes on its line, even a partial one that ended by itself. Deleting a line
+/// ends its take, which is kept in case the line comes back. An error stays until the next take, an import, a change of
+/// the line's mode, or the sound server's return. Main thread.
 class DirectionRecordings final : public QObject {
     Q_OBJECT
 public:
     struct State {
-        /// Also while the microphone is being opened.
+        /// Also true while the microphone is being opened.
         bool isRecording = false;
-        /// Seconds, of the take that runs or of the last one.
+        /// Of the current or last take, in seconds.
         double duration = 0.0;
-        /// For the user; empty when there is nothing to tell.
+        /// For the user; empty if there is none.
         QString error;
     };
 
@@ -36,27 +35,26 @@ public:
     ~DirectionRecordings() override;
 
     [[nodiscard]] State state(const model::LineId &id) const;
-    /// Whether any line's take runs.
     [[nodiscard]] bool isRecording() const;
-    /// The line that is recorded, or whose microphone is being opened; there is one at most.
+    /// The line that is being recorded or whose microphone is being opened, if any.
     [[nodiscard]] std::optional<model::LineId> recordingLine() const;
-    /// The microphone is the line's from here on: a take of another line ends, and goes on that line.
+    /// Starts recording this line. A take of another line ends and goes on that line.
     void start(const model::LineId &id);
     void stop(const model::LineId &id);
 
-    /// No take runs or still waits for its last samples.
+    /// No take is running or waiting for its final samples.
     [[nodiscard]] bool isFinished() const;
-    /// Ends the takes that run; none begins until allow().
+    /// Stops running takes, and prevents new ones until allow().
     void finish();
     void allow() { m_isAllowed = true; }
 
 Q_SIGNALS:
     void changed(const orlenta::model::LineId &id);
-    /// A take of the line begins, or something is wrong with it: the user has to see the line.
+    /// Show the line to the user: its recording has started, or something is wrong with it.
     void attentionWanted(const orlenta::model::LineId &id);
-    /// The user has to allow the microphone in the desktop's settings.
+    /// The user must allow the microphone in the desktop's settings.
     void microphoneSettingsWanted();
-    /// A take has come to its end.
+    /// A take has ended.
     void isFinishedChanged();
 
 private:
@@ -66,9 +64,9 @@ private:
         double duration = 0.0;
     };
 
-    /// When a line's error was told.
+    /// When a line's error appeared.
     struct Told {
-        /// The server was away, or has been since.
+        /// The sound server was unavailable then or has been since.
         bool isServersDoing = false;
         model::DirectionMode mode = model::DirectionMode::Text;
     };
@@ -86,7 +84,7 @@ private:
     ProjectController &m_controller;
     audio::AudioRecorder::Parts m_parts;
     QHash<model::LineId, audio::AudioRecorder *> m_recorders;
-    /// Lines that show an error, which goes with what it was about.
+    /// Lines that show an error.
     QHash<model::LineId, Told> m_told;
     QHash<model::LineId, FinishedTake> m_takesOfGoneLines;
     bool m_isAllowed = true;

@@ -32,7 +32,7 @@ Edit::~Edit() {
     --m_controller.m_openEdits;
     if (!m_actionName.isEmpty())
         registerUndo();
-    // An observer may change the project again: that is an edit of its own, announced by itself.
+    // An observer may change the project again. That is a separate edit with its own announcement.
     for (const ProjectChange &change : std::as_const(changes))
         m_controller.announce(change);
 }

@@ -8,15 +8,14 @@
 
 namespace orlenta::controller {
 
-/// Something the user should read and need not answer.
+/// A message that needs no answer.
 struct Notice {
-    /// What it is about.
     enum class Kind {
-        /// Audio couldn't be taken in or handed on. Stays until the user dismisses it.
+        /// Audio couldn't be imported or exported. Stays until dismissed.
         SpotError,
-        /// Nothing plays while the microphone is on.
+        /// Playback is refused while the microphone is recording.
         PlayingRefused,
-        /// Several files were dropped on a line, which has room for one.
+        /// Several files were dropped on a line, which takes only one.
         SeveralFilesDropped,
     };
 
@@ -26,25 +25,25 @@ struct Notice {
     friend bool operator==(const Notice &, const Notice &) = default;
 };
 
-/// The notices of one project that stand now, one of a kind. Main thread.
+/// The current notices of one project, at most one of each kind. Main thread.
 class Notices final : public QObject {
     Q_OBJECT
 public:
     using QObject::QObject;
 
-    /// The newest, or none. Once it is dismissed or withdrawn, the one before it comes back.
+    /// The newest notice. When it is dismissed or withdrawn, the previous one returns.
     [[nodiscard]] std::optional<Notice> current() const;
     [[nodiscard]] std::optional<Notice> find(Notice::Kind kind) const;
-    /// Shows the notice in place of the one of its kind.
+    /// Shows the notice, replacing an earlier one of its kind.
     void post(const Notice &notice);
-    /// Takes back a notice that no longer holds.
+    /// Removes a notice that no longer applies.
     void withdraw(Notice::Kind kind);
 
 Q_SIGNALS:
     void changed();
 
 private:
-    /// The newest last.
+    /// Newest last.
     QList<Notice> m_notices;
 };
 

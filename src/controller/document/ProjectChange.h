@@ -13,31 +13,31 @@ namespace orlenta::controller {
 
 struct ProjectState;
 
-/// The parts of a line that can change by themselves.
+/// The separately tracked parts of a line.
 enum class LineField : unsigned {
     Text = 1U << 0U,
     Notes = 1U << 1U,
     Voice = 1U << 2U,
     /// The line's own settings or its preset.
     Settings = 1U << 3U,
-    /// The list of takes or which one is in use.
+    /// The list of takes, or the active one.
     Takes = 1U << 4U,
-    /// The list of direction recordings or which one is in use.
+    /// The list of direction recordings, or the active one.
     Recordings = 1U << 5U,
 };
 Q_DECLARE_FLAGS(LineFields, LineField)
 Q_DECLARE_OPERATORS_FOR_FLAGS(LineFields)
 
-/// Lines that were there before and after have changed in these fields.
+/// Existing lines changed in these fields. Added and removed lines aren't listed.
 struct LinesChanged {
     QHash<model::LineId, LineFields> lines;
 
-    /// The fields that changed in any of the lines.
+    /// All fields that changed in at least one line.
     [[nodiscard]] LineFields fields() const;
 };
-/// The active tab's list of lines is another: lines came, went or moved, or another tab is active.
+/// Lines of the active tab were added, removed or moved, or another tab became active.
 struct ScriptLinesChanged {};
-/// Tabs came, went, moved or were renamed.
+/// Tabs were added, removed, moved or renamed.
 struct TabsChanged {};
 struct ActiveTabChanged {};
 struct VoicesChanged {};
@@ -51,22 +51,22 @@ struct SelectionChanged {};
 /// The caret or the text selection in the edited line.
 struct TextSelectionChanged {};
 struct EditingLineChanged {};
-/// Text views drop their pending text and read their lines again.
+/// Text views must drop their pending text and read their lines again.
 struct TypingFlushed {};
-/// What these lines have at run time: audio in use, waveforms, the generating mark.
+/// The runtime state of these lines changed: audio in use, waveforms, generating.
 struct RuntimeChanged {
     QSet<model::LineId> lines;
 };
 
-/// One thing that an edit changed. Observers take the kinds they show and leave the rest.
+/// One kind of change made by an edit. Observers handle the kinds they need and ignore the rest.
 using ProjectChange = std::variant<TabsChanged, ActiveTabChanged, ScriptLinesChanged, RuntimeChanged, TypingFlushed,
                                    VoicesChanged, PresetsChanged, PronunciationsChanged, LinesChanged, TitleChanged,
                                    SelectionChanged, TextSelectionChanged, EditingLineChanged, UnsavedChangesChanged>;
 
-/// What tells the two states apart, in the order in which it is announced: the structure first, the dirty mark last.
-/// Costs what has changed, not what the project holds.
+/// The differences between two states in the order of announcement: structure first, the dirty mark last. The cost
+/// depends on the size of the change, not of the project.
 [[nodiscard]] QList<ProjectChange> changesBetween(const ProjectState &before, const ProjectState &after);
-/// Whether the projects differ in more than their date and their selection.
+/// Whether the projects differ in anything but date and selection.
 [[nodiscard]] bool recordsDiffer(const model::Project &a, const model::Project &b);
 
 } // namespace orlenta::controller

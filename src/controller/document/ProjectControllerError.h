@@ -12,7 +12,7 @@
 
 namespace orlenta::controller {
 
-/// Why an operation on an open project failed, in the words that the user reads.
+/// Why an operation on an open project failed, with the messages for the user.
 class ProjectControllerError final {
 public:
     struct AudioSourceMissing {
@@ -51,7 +51,7 @@ public:
     [[nodiscard]] const Kind &kind() const { return m_kind; }
     /// The main text of the alert.
     [[nodiscard]] QString description() const;
-    /// The detail below it, where there is one.
+    /// The detail below it, if any.
     [[nodiscard]] std::optional<QString> failureReason() const;
 
 private:

@@ -4,8 +4,8 @@
 
 namespace orlenta::controller {
 
-/// The project with what an open one always has: at least one preset, one line and one tab, each line in exactly
-/// one tab, and an active tab that exists. Pure.
+/// Establishes what every open project has: at least one preset, one line and one tab, each line in exactly one tab,
+/// and an existing active tab. Pure.
 [[nodiscard]] model::Project repairedProject(model::Project project);
 
 } // namespace orlenta::controller

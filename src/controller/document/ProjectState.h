@@ -9,27 +9,27 @@
 
 namespace orlenta::controller {
 
-/// All that is live of an open project. ProjectController holds it, an Edit changes it, everybody else reads it. Copies
-/// share everything until one of them changes.
+/// The complete live state of an open project. ProjectController owns it, an Edit changes it, everyone else only reads
+/// it. Copies share their data until one of them changes.
 struct ProjectState {
     model::Project project;
-    /// The project folder; empty until the project has one.
+    /// The project folder; empty if the project has none yet.
     QUrl projectURL;
     SelectionValues selection;
     LineRuntimeMap lineRuntime;
-    /// The next cast colour's index into the palette.
+    /// Palette index of the next cast colour.
     int nextColorIndex = 1;
     bool hasUnsavedChanges = false;
-    /// Raised to make text views drop their pending text and read the line again.
+    /// Incremented to make text views drop their pending text and read their line again.
     int typingFlushVersion = 0;
-    /// For each line that has been edited, the text that the next "Typing" step goes back to.
+    /// For each line edited so far, the text that undoing the next "Typing" step restores.
     QHash<model::LineId, QString> typingBaselines;
-    /// The pronunciation entries may differ from what the speech service holds; every change of them raises the
-    /// revision.
+    /// Whether the pronunciation entries may differ from the uploaded dictionary. Each change of the entries increments
+    /// the revision.
     bool pronunciationDirty = true;
     int pronunciationRevision = 0;
 
-    /// The project folder as a local path, or the empty text while there is none.
+    /// The project folder as a local path, or empty.
     [[nodiscard]] QString folder() const { return projectURL.toLocalFile(); }
     [[nodiscard]] const model::ProjectLine *findLine(const model::LineId &id) const { return project.lines.find(id); }
     [[nodiscard]] const model::ProjectTab *activeTab() const;

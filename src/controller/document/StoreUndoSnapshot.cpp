@@ -12,7 +12,7 @@
 namespace orlenta::controller {
 namespace {
 
-// Writing notes is no step of its own, so nothing could bring back what an undo of something else took away.
+// Editing notes isn't undoable, so undoing something else must not lose them.
 void keepNotes(const model::LineTable &live, model::LineTable &next) {
     QHash<model::LineId, QString> kept;
     next.forEachDifference(live, [&kept](const model::LineId &id, const auto *stored, const auto *present) {
@@ -39,7 +39,7 @@ void restoreProject(const Edit &edit, const model::Project &stored) {
 void restoreRuntime(const Edit &edit, const StoreUndoSnapshot &snapshot) {
     LineRuntimeMap next = snapshot.lineRuntime;
     QHash<model::LineId, bool> generating;
-    // Undo must neither end nor fake a generation in progress.
+    // Undo must neither end nor resurrect a generation in progress.
     next.forEachDifference(edit->lineRuntime, [&](const model::LineId &id, const auto *stored, const auto *present) {
         const bool isGenerating = present != nullptr && present->isGenerating;
         if ((stored != nullptr && stored->isGenerating) != isGenerating)

@@ -8,8 +8,8 @@ namespace orlenta::controller {
 
 class ProjectController;
 
-/// One full undo state. Its parts are shared with the live state until one of the two changes, so taking one costs a
-/// handful of reference counts. Tabs and active tab are inside the project.
+/// A complete undo state. Shares its data with the live state until either changes, so taking one costs a handful of
+/// reference counts. Tabs and the active tab are part of the project.
 struct StoreUndoSnapshot {
     StoreUndoSnapshot() = default;
     explicit StoreUndoSnapshot(const ProjectState &state)
@@ -20,12 +20,12 @@ struct StoreUndoSnapshot {
     SelectionValues selection;
     int nextColorIndex = 1;
     LineRuntimeMap lineRuntime;
-    /// The project folder at that moment, which the runtime's URLs lie in.
+    /// The project folder at that time, which contains the runtime URLs.
     QUrl projectURL;
 };
 
-/// Swaps the stored state with the live one, which becomes an undo step of the same name: undo and redo alike. What
-/// generates goes on generating, notes stay as they are written, and so do the project's identity and name.
+/// Restores the stored state and registers the previous one as an undo step of the same name. Serves both undo and
+/// redo. Generations in progress, notes, and the project's id and name stay as they are.
 void restoreSnapshot(ProjectController &controller, const StoreUndoSnapshot &snapshot, const QString &actionName);
 
 } // namespace orlenta::controller

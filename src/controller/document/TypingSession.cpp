@@ -11,7 +11,7 @@
 namespace orlenta::controller {
 namespace {
 
-// Hardly ever more than one line has been typed in since the last commit.
+// Usually only one line was typed in since the last commit.
 void sortByPlace(std::vector<const model::ProjectLine *> &lines, const model::Project &project) {
     if (lines.size() < 2)
         return;

@@ -9,19 +9,19 @@ namespace orlenta::controller {
 class Edit;
 class ProjectController;
 
-/// Turns typing into undo steps: the text goes to the line with each key, and one step is made of all that was typed
-/// since the baseline when something commits it. Main thread.
+/// Turns typing into undo steps. Each keystroke changes the line at once; commit() makes one step of everything typed
+/// since the line's baseline. Main thread.
 class TypingSession final {
 public:
     explicit TypingSession(ProjectController &controller) : m_controller(controller) {}
 
-    /// A text field begins to edit the line: its present text becomes the baseline.
+    /// Call when a text field starts editing the line. The current text becomes the baseline.
     void beginEditing(const model::LineId &id);
-    /// Writes what was typed to the line.
+    /// Sets the line's text.
     void type(const model::LineId &id, const QString &text);
-    /// Makes a "Typing" step of each line whose text has left its baseline. Does nothing while undoing or redoing.
+    /// Makes a "Typing" step for each line whose text differs from its baseline. Does nothing during undo and redo.
     void commit();
-    /// Sets every baseline to its line's present text.
+    /// Sets every baseline to its line's current text.
     void refreshBaselines();
 
 private:

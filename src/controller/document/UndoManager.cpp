@@ -74,7 +74,7 @@ void UndoManager::redo() {
     run(m_redo, Phase::Redoing);
 }
 
-// What handlers register while an undo runs belongs on the redo stack; while a redo runs, back on the undo stack.
+// Handlers registered during an undo go to the redo stack; during a redo, to the undo stack.
 std::vector<UndoManager::Group> &UndoManager::target() {
     return m_phase == Phase::Undoing ? m_redo : m_undo;
 }

@@ -8,8 +8,8 @@
 
 namespace orlenta::controller {
 
-/// The undo and redo stacks of one project: named groups of handlers. Undoing runs a group's handlers, last first; what
-/// they register meanwhile becomes the redo of that group. Main thread.
+/// The undo and redo stacks of one project, as named groups of handlers. Undoing runs a group's handlers in reverse;
+/// what they register meanwhile becomes the matching redo. Main thread.
 class UndoManager final : public QObject {
     Q_OBJECT
 public:
@@ -21,14 +21,14 @@ public:
     [[nodiscard]] bool canRedo() const;
     [[nodiscard]] bool isUndoing() const;
     [[nodiscard]] bool isRedoing() const;
-    /// The action names that the menu shows; empty when there is nothing to undo or redo.
+    /// The action names for the menu; empty if there is nothing to undo or redo.
     [[nodiscard]] QString undoActionName() const;
     [[nodiscard]] QString redoActionName() const;
     [[nodiscard]] int groupingLevel() const;
 
     void beginUndoGrouping();
     void endUndoGrouping();
-    /// Adds a handler to the open group, or as a group of its own when none is open.
+    /// Adds a handler to the open group, or as its own group if none is open.
     void registerUndo(Handler handler);
     /// Names the open group, or the last closed one.
     void setActionName(const QString &name);
@@ -36,7 +36,7 @@ public:
     void redo();
 
 Q_SIGNALS:
-    /// What can be undone or redone, or its name, has changed.
+    /// The available steps or their names have changed.
     void stateChanged();
 
 private:

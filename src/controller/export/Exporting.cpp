@@ -24,13 +24,13 @@ namespace {
 
 using JoinedAudio = base::Result<std::shared_ptr<const JoinedFile>, audio::ConcatenationError>;
 
-/// The copying of all the process's exports: one at a time, since two to one folder must not take the same name, and
-/// apart from the threads of other work, which must not wait for a slow disk.
+/// The thread that copies all exports of the process. One at a time, since two exports to one folder must not pick the
+/// same name. Separate from the global pool, since other work must not wait for a slow disk.
 class ExportThread final {
 public:
     ExportThread() {
         m_thread.setMaxThreadCount(1);
-        // What fails at the very end is still to be logged, and the log goes before the application does.
+        // Wait here, so that late failures are still logged: the log closes before the application object is destroyed.
         QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, &m_thread,
                          [this] { m_thread.waitForDone(); });
     }
@@ -50,7 +50,7 @@ JoinedAudio joinForExport(const QList<QUrl> &urls) {
     return JoinedAudio(std::make_shared<const JoinedFile>(joined->toLocalFile()));
 }
 
-/// On the worker, as nobody may be left to hear of it afterwards.
+/// Log on the worker: the project may be closed by the time the copy ends.
 QString loggedExportFailure(const QString &failure) {
     qCWarning(base::log::project).noquote() << "[Exporting]" << failure;
     return failure;
@@ -73,7 +73,7 @@ QString freeExportName(const Exporting::Clip &clip, const QString &folder, const
     return name;
 }
 
-/// Returns the error message with the names that could not be written; empty on success.
+/// Returns an error message with the names that couldn't be written; empty on success.
 QString copyClips(const QList<Exporting::Clip> &clips, const QString &folder) {
     QSet<QString> used;
     QStringList failed;
@@ -142,7 +142,7 @@ QCoro::Task<Exporting::Plan> Exporting::plan(MultiLineOutput output) {
 }
 
 QCoro::Task<void> Exporting::exportTo(SingleFile file, QString destination) {
-    // The copy's source may be a joined file, which goes with `file`.
+    // `file` stays alive in this coroutine: it may own the joined file that is being copied.
     auto copying = QtConcurrent::run(ExportThread::get(), &copyForExport, file.path, destination);
     co_await finish(std::move(copying));
 }

@@ -15,10 +15,10 @@ namespace orlenta::controller {
 
 class ProjectController;
 
-/// How several selected lines are handed on: joined into one clip, or each by itself.
+/// How several selected lines are exported: joined into one clip, or one clip each.
 enum class MultiLineOutput { Continuous, Individual };
 
-/// A file that was made for one export: the last who holds this removes it. Any thread.
+/// A temporary file made for one export. Removed with its last owner. Any thread.
 class JoinedFile final {
 public:
     explicit JoinedFile(QString path);
@@ -32,9 +32,9 @@ private:
     QString m_path;
 };
 
-/// Copies the selected lines' audio to where the user wants it. Failures go to the controller's spotError; a copy's go
-/// to the log as well, however little of the project is left by then. Main thread; joining runs on workers, copying on
-/// one thread for all the process's exports. Both go on when the project goes, and quitting waits for the copies.
+/// Exports the selected lines' audio to files the user chooses. Failures appear as the controller's spotError; failed
+/// copies are also logged, even if the project is closed by then. Joining runs in the global pool, copying on one
+/// thread shared by all exports. Both continue when the project closes, and quitting waits for the copies. Main thread.
 class Exporting final : public QObject {
     Q_OBJECT
 public:
@@ -48,9 +48,9 @@ public:
     /// One file, for a save dialog.
     struct SingleFile {
         QString path;
-        /// With the extension ".wav".
+        /// Ends in ".wav".
         QString suggestedName;
-        /// Keeps the file at `path` where it is several lines' audio.
+        /// Owns the file at `path` if it joins several lines.
         std::shared_ptr<const JoinedFile> joined = {};
     };
     /// Several files, for a folder dialog.
@@ -61,15 +61,15 @@ public:
 
     explicit Exporting(ProjectController &controller) : m_controller(controller) {}
 
-    /// The selected lines that there are, in display order; empty unless every one has audio.
+    /// The selected lines in display order; empty unless all of them have audio.
     [[nodiscard]] QList<Clip> linesToExport() const;
     /// Audio is being joined or copied.
     [[nodiscard]] bool isBusy() const { return m_running > 0; }
-    /// Prepares an export of the selection; joins the lines' audio where `output` asks for one clip.
+    /// Prepares the export of the selection. Joins the lines' audio if `output` is Continuous.
     QCoro::Task<Plan> plan(MultiLineOutput output);
-    /// Copies the prepared file to the chosen path, in place of what is there.
+    /// Copies the prepared file to the chosen path, replacing any existing file.
     QCoro::Task<void> exportTo(SingleFile file, QString destination);
-    /// Copies the clips under their own names; a name that is taken gets a number.
+    /// Copies the clips under their own names. A number is added to a name that is taken.
     QCoro::Task<void> exportToFolder(Folder folder, QString destination);
 
     /// "Export Audio", the title of both dialogs.
@@ -83,7 +83,7 @@ Q_SIGNALS:
 private:
     void begin();
     void end();
-    /// Waits for a copy and tells the user what went wrong with it.
+    /// Waits for a copy and shows its failure, if any.
     QCoro::Task<void> finish(QFuture<QString> copying);
 
     ProjectController &m_controller;

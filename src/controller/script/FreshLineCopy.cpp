@@ -3,7 +3,7 @@
 namespace orlenta::controller {
 namespace {
 
-/// Gives each record a new id; gives the one that `active` becomes.
+/// Gives each record a new id. Returns the new id of the `active` record.
 template <typename Record, typename Id>
 std::optional<Id> renewIds(QList<Record> &records, const std::optional<Id> &active) {
     std::optional<Id> renewedActive;

@@ -4,8 +4,7 @@
 
 namespace orlenta::controller {
 
-/// A copy of the line as a line of its own: it, its takes and its recordings have new ids, and the copies name the same
-/// audio files. Pure.
+/// A duplicate of the line. It, its takes and its recordings get new ids; the audio files are shared. Pure.
 [[nodiscard]] model::ProjectLine freshLineCopy(const model::ProjectLine &line);
 
 } // namespace orlenta::controller

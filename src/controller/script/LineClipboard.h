@@ -11,20 +11,21 @@ namespace orlenta::controller {
 
 class ProjectController;
 
-/// Copies, cuts and pastes whole lines within one project. The clipboard itself is the caller's: here are the bytes
-/// that go there under clipboardType(). Main thread.
+/// Copies, cuts and pastes whole lines within one project. The caller accesses the system clipboard; the bytes go there
+/// as clipboardType(). Main thread.
 class LineClipboard final {
 public:
     explicit LineClipboard(ProjectController &controller) : m_controller(controller) {}
 
     [[nodiscard]] static QString clipboardType();
-    /// The selected lines; none when nothing is selected.
+    /// The selected lines; none if nothing is selected.
     [[nodiscard]] std::optional<QByteArray> copiedLines() const;
-    /// Hands the selected lines to `write` and removes them once it has succeeded; one "Cut Lines" step.
+    /// Passes the selected lines to `write` and removes them if it succeeds, as one "Cut Lines" step.
     bool cutLines(const std::function<bool(const QByteArray &)> &write);
-    /// Lines go back only into the project that they came from: their takes name audio of its folder.
+    /// False for lines of another project: their takes refer to audio in its folder.
     [[nodiscard]] bool canPaste(const QByteArray &bytes) const;
-    /// Puts copies below the last selected line, or at the end of the tab, and selects them; one "Paste Lines" step.
+    /// Pastes below the last selected line, or at the end of the tab, and selects the new lines, as one "Paste Lines"
+    /// step.
     bool pasteLines(const QByteArray &bytes);
 
 private:

@@ -71,7 +71,7 @@ void LineEditing::deleteLine(const model::LineId &id) {
     if (index < 0)
         return;
     const Edit edit(m_controller, QStringLiteral("Delete Line"));
-    // The structure's own choice would be the tab's first line; here the neighbour is wanted.
+    // By default the selection would move to the tab's first line; choose the neighbour instead.
     const QSet<model::LineId> &selected = edit->selection.selectedLineIds;
     const bool leavesNothing = selected.isEmpty() || m_controller.selection().singleSelectedLineId() == id;
     removeFromScript(edit, {id});

@@ -14,15 +14,15 @@ namespace orlenta::controller {
 class Edit;
 class ProjectController;
 
-/// Operations on the active tab's lines. Each is one undo step, unless it says otherwise, and does nothing where its
-/// precondition fails. Main thread.
+/// Operations on the active tab's lines. Unless noted, each is one undo step, and does nothing if its precondition
+/// fails. Main thread.
 class LineEditing final {
 public:
     using NewLineVoiceProvider = std::function<std::optional<ServiceVoice>()>;
 
     explicit LineEditing(ProjectController &controller) : m_controller(controller) {}
 
-    /// The line of that id in any tab, or null. The pointer holds until the next change of the project.
+    /// The line with that id in any tab, or null. Valid until the project's next change.
     [[nodiscard]] const model::ProjectLine *find(const model::LineId &id) const;
     /// Position in the active tab, or -1.
     [[nodiscard]] qsizetype indexInScript(const model::LineId &id) const;
@@ -30,27 +30,28 @@ public:
     [[nodiscard]] bool canMoveUp() const;
     [[nodiscard]] bool canMoveDown() const;
 
-    /// Where addLine() gets a voice from when no line can lend it one.
+    /// Supplies the voice for addLine() when there is no line to take it from.
     void setNewLineVoiceProvider(NewLineVoiceProvider provider);
-    /// Adds a line at the end of the active tab, with the voice and settings of the selected or else the last line.
+    /// Adds a line at the end of the active tab, with voice and settings of the selected line, or otherwise the last
+    /// one.
     void addLine();
     void duplicateLine(const model::LineId &id);
-    /// Removes the line. The only line of a tab gives way to a new, empty one.
+    /// Deletes the line. If it is the tab's only line, a new, empty one takes its place.
     void deleteLine(const model::LineId &id);
-    /// Why several lines go at once.
+    /// Why several lines are removed; determines the name of the undo step.
     enum class Removal { Delete, Cut };
-    /// Removes those of the lines that are in the active tab in one step, "Delete Lines" or "Cut Lines".
+    /// Removes the lines that are in the active tab as one step, "Delete Lines" or "Cut Lines".
     void deleteLines(const QList<model::LineId> &ids, Removal removal);
-    /// Puts one line per sentence in place of the selected one. The new lines have no takes.
+    /// Replaces the selected line with one line per sentence. The new lines have no takes.
     void splitLine();
     void moveLineUp();
     void moveLineDown();
-    /// Moves the line within its tab so that it stands before the line that is at `insertionIndex` now.
+    /// Moves the line within its tab to before the line currently at `insertionIndex`.
     void moveLine(const model::LineId &id, qsizetype insertionIndex);
-    /// Puts a copy of the line at the end of a tab, or before the line at `insertionIndex` there.
+    /// Copies the line to another tab, before the line at `insertionIndex` or at the end.
     void copyLineToTab(const model::LineId &id, const model::TabId &target,
                        std::optional<qsizetype> insertionIndex = std::nullopt);
-    /// Writes the notes: no undo step, nor does undoing another one take them back.
+    /// Sets the notes. Not undoable, and undoing other steps keeps them.
     void setNotes(const model::LineId &id, const QString &notes);
 
 private:

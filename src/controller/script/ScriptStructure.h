@@ -6,29 +6,29 @@
 
 namespace orlenta::controller {
 
-/// Changes of tabs and of which lines there are, with the effects that each always has on the selection. Lines that
-/// leave their tab leave the project, with what they have at run time.
+/// Adds, removes and moves lines and tabs, and updates the selection accordingly. Removed lines also leave the project
+/// and lose their runtime state.
 class ScriptStructure final {
 public:
     ScriptStructure() = delete;
 
-    /// Puts new lines before the line at `index` of the tab.
+    /// Inserts new lines before the line at `index` of the tab.
     static void insertLines(const Edit &edit, const model::TabId &tab, qsizetype index,
                             const std::vector<model::ProjectLine> &lines);
-    /// Takes lines out of their tab.
+    /// Removes lines from their tab.
     static void removeLines(const Edit &edit, const model::TabId &tab, const QSet<model::LineId> &lines);
-    /// Puts a line elsewhere in its tab; `to` is its index in the list without it.
+    /// Moves a line within its tab. `to` is the index in the list without it.
     static void moveLine(const Edit &edit, const model::TabId &tab, qsizetype from, qsizetype to);
 
-    /// Puts a tab and its lines before the tab at `index`. The tab's own list of ids gets those of the lines.
+    /// Inserts a tab and its lines before the tab at `index`. Sets the tab's line ids from the lines.
     static void insertTab(const Edit &edit, qsizetype index, const model::ProjectTab &tab,
                           const std::vector<model::ProjectLine> &lines);
-    /// Removes a tab and its lines; the tab that takes its place becomes active if it was.
+    /// Removes a tab and its lines. If it was active, the tab that takes its place becomes active.
     static void removeTab(const Edit &edit, qsizetype index);
     static void moveTab(const Edit &edit, qsizetype from, qsizetype to);
-    /// Shows another tab and ends the editing of a line.
+    /// Activates another tab and ends text editing.
     static void setActiveTab(const Edit &edit, const model::TabId &id);
-    /// Makes the first tab active where the active one has gone.
+    /// Activates the first tab if the active one doesn't exist.
     static void dropUnknownActiveTab(const Edit &edit);
 
 private:

@@ -9,7 +9,7 @@
 namespace orlenta::controller {
 namespace {
 
-/// Up to here it is cheaper to look each selected line up in the script than to walk the script.
+/// Up to this size, looking up each selected line is cheaper than walking the script.
 constexpr qsizetype smallSelection = 8;
 
 QSet<model::LineId> visibleOnly(const QSet<model::LineId> &selected, const model::LineIdList &visible) {

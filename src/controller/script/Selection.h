@@ -11,8 +11,8 @@ namespace orlenta::controller {
 class Edit;
 class ProjectController;
 
-/// Which lines of the active tab are selected, and where the caret stands. No operation here is an undo step or makes
-/// the project dirty. Main thread.
+/// The selected lines of the active tab, and the caret. Nothing here is undoable or makes the project dirty. Main
+/// thread.
 class Selection final {
 public:
     enum class AutoSelect { Off, On };
@@ -33,7 +33,7 @@ public:
     [[nodiscard]] QList<model::LineId> selectedLinesInScript() const;
 
     void setEditingLineId(const std::optional<model::LineId> &id);
-    /// A range that isn't empty is kept as the last such one, too.
+    /// A non-empty range is also remembered as the last non-empty selection.
     void setTextSelectionRange(const std::optional<TextRange> &range);
 
     void selectAlone(const model::LineId &id);
@@ -43,16 +43,17 @@ public:
     void extendDown();
     void extendUp();
     void selectAll();
-    /// Drops what isn't in the active tab any more.
+    /// Drops lines that are no longer in the active tab.
     void normalise();
 
-    /// Selects this line alone, with anchor and focus on it; `editing` puts the caret into it, too.
+    /// Selects only this line, as anchor and focus. With `editing`, also puts the caret into it.
     void place(const Edit &edit, const model::LineId &id, Editing editing);
-    /// Selects these lines, with the anchor on the first and the focus on the last, and ends editing. Not empty.
+    /// Selects these lines, anchor first and focus last, and ends text editing. `ids` must not be empty.
     void placeRange(const Edit &edit, const QList<model::LineId> &ids);
-    /// Drops what isn't in the active tab from the selected set, anchor and focus.
+    /// Drops lines that aren't in the active tab from selection, anchor and focus.
     void reconcile(const Edit &edit);
-    /// The same for the caret, and selects `preferred`, or with auto-select the first line, when nothing is left.
+    /// Like reconcile(), also for the caret. If nothing remains selected, selects `preferred`, or with auto-select the
+    /// first line.
     void normalise(const Edit &edit, const std::optional<model::LineId> &preferred, AutoSelect autoSelect);
 
 private:

@@ -9,17 +9,17 @@
 
 namespace orlenta::controller {
 
-/// What is selected and where the caret stands; a part of every undo snapshot.
+/// The selection and the caret. Part of every undo snapshot.
 struct SelectionValues {
     QSet<model::LineId> selectedLineIds;
-    /// The ends of a range selection: the one that stays and the one that moves.
+    /// The fixed and the moving end of a range selection.
     std::optional<model::LineId> anchorId;
     std::optional<model::LineId> focusId;
     std::optional<model::LineId> editingLineId;
     std::optional<TextRange> textSelectionRange;
     std::optional<TextRange> lastNonEmptySelection;
 
-    /// Whether both select the same lines, whatever the caret does.
+    /// Whether both select the same lines. Ignores the caret.
     [[nodiscard]] bool hasSameLines(const SelectionValues &other) const {
         return selectedLineIds == other.selectedLineIds && anchorId == other.anchorId && focusId == other.focusId;
     }

@@ -8,26 +8,25 @@ namespace orlenta::controller {
 
 class ProjectController;
 
-/// Operations on tabs. Each is one undo step, unless it says otherwise, and does nothing where its precondition fails.
-/// Main thread.
+/// Operations on tabs. Unless noted, each is one undo step, and does nothing if its precondition fails. Main thread.
 class TabEditing final {
 public:
     explicit TabEditing(ProjectController &controller) : m_controller(controller) {}
 
-    /// The last tab can't be closed.
+    /// False for the last tab.
     [[nodiscard]] bool canCloseTab() const;
 
-    /// Shows the tab; no undo step, yet the project is dirty afterwards.
+    /// Shows the tab. Not undoable, but makes the project dirty.
     void setActiveTab(const model::TabId &id);
     void selectNextTab();
     void selectPreviousTab();
-    /// Adds a tab with one empty line at the end and shows it.
+    /// Adds a tab with one empty line at the end, and shows it.
     void addTab();
     void closeTab(const model::TabId &id);
-    /// Moves the tab so that it stands before the tab that is at `destination` now.
+    /// Moves the tab to before the tab currently at `destination`.
     void moveTab(const model::TabId &id, qsizetype destination);
     void renameTab(const model::TabId &id, const QString &name);
-    /// Copies the tab and its lines; the copies name the same audio files.
+    /// Copies the tab and its lines. The audio files are shared.
     void duplicateTab(const model::TabId &id);
 
 private:

@@ -26,7 +26,7 @@ void TagEditing::insertTag(const tags::TagItem &item, const std::optional<TextRa
     const model::ProjectLine *line = id ? m_controller.state().findLine(*id) : nullptr;
     if (line == nullptr)
         return;
-    // What was typed before is a step of its own, also where the tag finds no place.
+    // Commit typing as its own step, even if the tag can't be inserted.
     m_controller.typing().commit();
     const auto insertion = tags::insertTag(item, line->text,
                                            {tagRange(liveSelection), tagRange(selection.textSelectionRange()),

@@ -13,24 +13,24 @@ namespace orlenta::controller {
 
 class ProjectController;
 
-/// The tag palette's work on the script, and what the document knows of the tags shown in it. Main thread.
+/// Applies the tag palette to the script, and remembers each tag's category. Main thread.
 class TagEditing final : public QObject {
     Q_OBJECT
 public:
     explicit TagEditing(ProjectController &controller, QObject *parent = nullptr)
         : QObject(parent), m_controller(controller) {}
 
-    /// The palette's row of a category.
+    /// One row of the palette.
     [[nodiscard]] QList<tags::TagItem> tagItems(tags::TagCategory category) const;
-    /// Puts the item into the selected line's text, or toggles the stress of its selected text: one undo step. Does
-    /// nothing unless exactly one line is selected. `liveSelection` is that of the text view that has the keyboard; it
-    /// comes before the stored ones.
+    /// Inserts the item into the selected line's text, or toggles stress on its selected text, as one undo step. Does
+    /// nothing unless exactly one line is selected. `liveSelection`, from the focused text view, takes precedence over
+    /// the stored selection.
     void insertTag(const tags::TagItem &item, const std::optional<TextRange> &liveSelection = std::nullopt);
 
-    /// The category each tag is shown in, for as long as the document is open.
+    /// The category each tag is shown in, while the document is open.
     [[nodiscard]] tags::RenderedTagCategories &renderedTagCategories() { return m_renderedTagCategories; }
 
-    /// The form of the tag toolbar: rows of chips, or menus. View state: neither saved nor undoable.
+    /// Whether the tag toolbar shows rows of chips rather than menus. View state: neither saved nor undoable.
     [[nodiscard]] bool tagToolbarExpanded() const { return m_tagToolbarExpanded; }
     void toggleTagToolbarExpanded();
 

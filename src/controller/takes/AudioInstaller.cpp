@@ -64,7 +64,7 @@ QCoro::Task<AudioInstaller::Outcome> AudioInstaller::install(QString path, QStri
         end();
         if (!stored || controller->state().folder() == folder)
             co_return stored;
-        // The project was saved elsewhere meanwhile.
+        // The project was saved elsewhere meanwhile: store the file there too.
         path = stored.value();
     }
 }

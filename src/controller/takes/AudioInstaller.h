@@ -11,8 +11,7 @@ namespace orlenta::controller {
 
 class ProjectController;
 
-/// Brings finished audio files into the project's folder, off the main thread, so that no disk holds up the window.
-/// Main thread.
+/// Moves or copies finished audio files into the project folder, off the main thread. Main thread.
 class AudioInstaller final : public QObject {
     Q_OBJECT
 public:
@@ -20,12 +19,12 @@ public:
 
     explicit AudioInstaller(ProjectController &controller) : m_controller(controller) {}
 
-    /// Stores the file in the folder of its kind under that name, or the next free one like it, flushed to disk, and
-    /// returns its path. A file of the application's own in the caches folder is moved; any other stays where it is.
-    /// A file that lies there already, or any where the project has no folder, is left as it is. If the project gets
-    /// another folder meanwhile, the file follows it. The caller looks whether the controller still lives.
+    /// Stores the file in its kind's folder under `name`, or the next free name, flushed to disk, and returns the new
+    /// path. A file in the caches folder is moved; any other is copied. A file that is already in place isn't touched,
+    /// nor is any file while the project has no folder. If the project's folder changes meanwhile, the file is stored
+    /// again in the new one. The caller must check whether the controller still exists.
     QCoro::Task<Outcome> install(QString path, QString name, AudioKind kind);
-    /// A file is on its way.
+    /// A file is being stored.
     [[nodiscard]] bool isBusy() const { return m_running > 0; }
 
 Q_SIGNALS:

@@ -4,7 +4,7 @@
 
 namespace orlenta::controller {
 
-/// Which of a line's two kinds of audio: what was generated, or the recording that directs it.
+/// A line's two kinds of audio: generated takes, and recordings that direct the delivery.
 enum class AudioKind { Generated, SourceRecording };
 
 /// The kind's folder below the project folder, "Audio Files/Generated" or "Audio Files/Recordings".

@@ -10,16 +10,16 @@ namespace orlenta::controller {
 
 class ProjectController;
 
-/// What the lines have at run time, and the signal by which each line's row hears of it. Main thread.
+/// The lines' runtime states, and a change signal for each line's row. Main thread.
 class LineRuntime final : public QObject {
     Q_OBJECT
 public:
     explicit LineRuntime(const ProjectController &controller);
 
     [[nodiscard]] LineRuntimeState state(const model::LineId &id) const;
-    /// The line has a generated audio file in use.
+    /// Whether a generated audio file is in use on the line.
     [[nodiscard]] bool hasGeneratedAudio(const model::LineId &id) const;
-    /// The line's signal, made when first asked for; it lives as long as this object.
+    /// The line's signal, created on demand. It lives as long as this object.
     [[nodiscard]] LineRuntimeSignal *signalFor(const model::LineId &id);
 
 private:

@@ -6,7 +6,7 @@
 
 namespace orlenta::controller {
 
-/// The runtime states of a project's lines. A line without an entry reads as all empty.
+/// The runtime states of a project's lines. A line without an entry has an empty state.
 using LineRuntimeMap = base::SharedMap<model::LineId, LineRuntimeState>;
 
 } // namespace orlenta::controller

@@ -4,7 +4,7 @@
 
 namespace orlenta::controller {
 
-/// Tells one line's row that the line's runtime state has changed, so that the row redraws alone. Main thread.
+/// Notifies one line's row of a change in the line's runtime state, so that only this row redraws. Main thread.
 class LineRuntimeSignal final : public QObject {
     Q_OBJECT
 public:

@@ -7,16 +7,16 @@
 
 namespace orlenta::controller {
 
-/// What a line has at run time and the file doesn't keep. A line without an entry reads as all empty.
+/// A line's runtime state, which the project file doesn't keep. A line without an entry has an empty state.
 struct LineRuntimeState {
     bool isGenerating = false;
     QUrl directionAudioURL;
     QUrl generatedAudioURL;
-    /// Peaks, 0 to 1; empty until they have been extracted.
+    /// Peaks, 0 to 1; empty until extracted.
     QList<float> waveformSamples;
     QList<float> directionWaveformSamples;
 
-    /// The audio in use; empty where there is none.
+    /// The audio in use; empty if there is none.
     [[nodiscard]] const QUrl &audioURL(AudioKind kind) const {
         return kind == AudioKind::Generated ? generatedAudioURL : directionAudioURL;
     }

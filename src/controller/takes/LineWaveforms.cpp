@@ -50,7 +50,7 @@ void LineWaveforms::store(const Key &key, const QList<float> &samples) {
         m_failedWaveformExtractions.insert(key);
         return;
     }
-    // The line may have gone, or play another file by now.
+    // The line may be gone or use another file by now.
     if (currentPath(key.id, key.kind) != key.path)
         return;
     const Edit edit(m_controller);

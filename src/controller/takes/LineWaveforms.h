@@ -16,17 +16,17 @@ class ProjectController;
 
 using WaveformKind = AudioKind;
 
-/// Extracts the waveforms that rows ask for, off the main thread and the latest asked for first, into the lines'
-/// runtime states. Its end stops an extraction that runs. Main thread.
+/// Extracts waveforms on a background thread, latest request first, and stores them in the lines' runtime states. The
+/// destructor stops a running extraction. Main thread.
 class LineWaveforms final : public QObject {
     Q_OBJECT
 public:
     explicit LineWaveforms(ProjectController &controller);
 
-    /// Extracts the line's waveform unless it is there, on its way, or has failed before for the same file. One that
-    /// waits for its turn comes next when it is asked for again.
+    /// Extracts the line's waveform unless it is known, in progress, or has failed for the same file. Repeating a
+    /// queued request moves it to the front.
     void request(const model::LineId &id, WaveformKind kind);
-    /// The line has another file: its samples and any failure to extract them no longer count.
+    /// Call when the line's file changes. Forgets its samples and any failed extraction.
     void invalidate(const Edit &edit, const model::LineId &id, WaveformKind kind);
 
 private:

@@ -21,7 +21,7 @@ bool isPlainName(const QString &name) {
 
 } // namespace
 
-/// One kind's folder, checked once for any number of names.
+/// One kind's folder, checked once for any number of file names.
 class MediaFiles::Resolver final {
 public:
     Resolver(const QString &projectFolder, AudioKind kind) {
@@ -30,7 +30,7 @@ public:
         m_folder = QDir::cleanPath(projectFolder + u'/' + audioKindPath(kind));
         m_root = QFileInfo(projectFolder).canonicalFilePath();
         const QString canonical = QFileInfo(m_folder).canonicalFilePath();
-        // A folder that doesn't exist yet leads nowhere; one that does must not lead out of the project.
+        // A missing folder is safe; an existing one must not lead out of the project.
         if (!canonical.isEmpty() && !liesBelow(canonical, m_root))
             m_folder.clear();
     }

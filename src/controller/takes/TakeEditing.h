@@ -16,33 +16,33 @@ class ProjectController;
 
 enum class GenerationState { Idle, Generating };
 
-/// The audio of lines: takes, recordings and the generating mark. Files are never removed, so that undo can bring a
+/// The audio of lines: takes, recordings and the generating mark. Never deletes a take's file, so undo can bring the
 /// take back. Main thread.
 class TakeEditing final {
 public:
     explicit TakeEditing(ProjectController &controller) : m_controller(controller) {}
 
-    /// The name of a line's clip: its voice, its first words and its number in its tab.
+    /// The name of a line's clip: voice, first words, and number in the tab.
     [[nodiscard]] QString clipName(const model::ProjectLine &line) const;
-    /// The name of a clip that joins these lines of the active tab.
+    /// The name of a clip that joins several lines of the active tab.
     [[nodiscard]] QString continuousClipName(const QList<model::LineId> &lines) const;
-    /// What a take of the line made now would record; none for a line without a voice id.
+    /// What a take generated now would record; none if the line has no voice id.
     [[nodiscard]] std::optional<GenerationRequestContext> generationContext(const model::ProjectLine &line) const;
 
-    /// Place of the take in use among the line's takes, or -1: after its deletion a line has takes but none in use. The
-    /// file of the one in use may be missing.
+    /// Index of the take in use, or -1. Deleting the take in use leaves a line with takes but none in use. The file of
+    /// the take in use may be missing.
     [[nodiscard]] qsizetype indexInUse(const model::ProjectLine &line) const;
 
     void setGenerating(GenerationState state, const model::LineId &id);
-    /// Brings generated audio into the project and makes it the line's new, active take; the undo step is "Generate"
-    /// for the first take and "Regenerate" for later ones. A failure is returned and goes to the controller's
-    /// spotError; the file stays where it is. A line that has gone by then ends it without a word.
+    /// Stores generated audio in the project as the line's new, active take. The undo step is "Generate" for the first
+    /// take and "Regenerate" for later ones. On failure, returns the error, also shows it as the controller's
+    /// spotError, and leaves the file where it is. If the line is gone by then, does nothing.
     QCoro::Task<std::optional<ProjectControllerError>>
     installGeneratedAudio(QString path, model::LineId id, std::optional<GenerationRequestContext> context);
     void switchTake(const model::LineId &id, const model::TakeId &takeId);
-    /// Takes the take in use off the line.
+    /// Removes the take in use from the line.
     void deleteGeneratedAudio(const model::LineId &id);
-    /// Leaves the line without a recording in use.
+    /// Leaves the line without an active recording.
     void deleteDirectionAudio(const model::LineId &id);
 
 private:

@@ -11,7 +11,7 @@ namespace orlenta::controller {
 namespace {
 
 constexpr std::chrono::seconds temporaryLifetime{604'800};
-/// What the name of a file ends in while it is being written.
+/// Suffix of a file that is being written.
 constexpr QLatin1String unfinished("(\\.tmp)?");
 
 bool isOlderThan(const QFileInfo &item, std::chrono::system_clock::time_point limit) {
@@ -21,7 +21,7 @@ bool isOlderThan(const QFileInfo &item, std::chrono::system_clock::time_point li
 }
 
 void removeItem(const QFileInfo &item) {
-    // A link to a folder goes as the link it is, never with what it points to.
+    // Remove a link to a folder as a link, never the folder it points to.
     if (item.isDir() && !item.isSymLink())
         QDir(item.absoluteFilePath()).removeRecursively();
     else
@@ -38,7 +38,7 @@ void removeOld(const QString &folder, const QRegularExpression &names, std::chro
             removeItem(item);
 }
 
-/// A whole file name: one of `prefixes`, a UUID, an extension, and what else may follow.
+/// A complete file name: one of `prefixes`, a UUID, an extension, then `ending`.
 QRegularExpression namedByUuid(const QString &prefixes, QLatin1String ending = {}) {
     return QRegularExpression(QStringLiteral("^%1[0-9A-Fa-f]{8}-[0-9A-Fa-f]{4}-[0-9A-Fa-f]{4}-[0-9A-Fa-f]{4}-"
                                              "[0-9A-Fa-f]{12}\\.[A-Za-z0-9]{1,5}%2\\z")

@@ -6,15 +6,15 @@
 
 namespace orlenta::controller {
 
-/// Removes what earlier runs left in the temporary and the caches folder. A project's own audio is never touched.
-/// Ignores every failure. Blocking; any thread.
+/// Removes leftovers of earlier runs from the temporary and the caches folder. Never touches a project's own audio.
+/// Ignores all failures. Blocking; any thread.
 void sweepTemporaryFiles(std::chrono::system_clock::time_point now);
 
-/// Removes temporary audio that is older than seven days, and direction audio kept for undo at any age.
+/// Removes temporary audio older than seven days, and direction audio kept for undo at any age.
 void sweepTemporaryFolder(const QString &folder, std::chrono::system_clock::time_point now);
 
-/// Removes generated and preview audio that is older than seven days: a crash kept it from its take. Recordings stay,
-/// since nobody can make them again.
+/// Removes generated and preview audio older than seven days, which a crash left behind. Keeps recordings, since they
+/// can't be made again.
 void sweepCaches(const QString &folder, std::chrono::system_clock::time_point now);
 
 } // namespace orlenta::controller

@@ -19,7 +19,7 @@ constexpr std::array<std::int8_t, 256> makeHexValues() {
 }
 constexpr std::array<std::int8_t, 256> hexValues = makeHexValues();
 
-// The last block overlaps the one before it, since going byte by byte through the rest would take longer than all else.
+// The last block overlaps the previous one: checking the rest byte by byte would take longer than everything else.
 bool isAscii(std::string_view text) {
     using Block = std::uint64_t;
     const auto blockAt = [&](size_t position) {
@@ -39,8 +39,8 @@ bool isAscii(std::string_view text) {
     return (seen & 0x8080808080808080) == 0;
 }
 
-// The length of the well-formed sequence at the start of `text`, or 0. The second byte's narrower limits keep out
-// overlong forms, surrogates and points past U+10FFFF.
+// The length of the well-formed sequence at the start of `text`, or 0. The narrower limits of the second byte reject
+// overlong forms, surrogates and code points above U+10FFFF.
 size_t sequenceLength(std::string_view text) {
     const auto byte = [&](size_t i) { return static_cast<unsigned char>(text[i]); };
     const unsigned char lead = byte(0);
@@ -73,7 +73,7 @@ std::optional<int> decimal(std::string_view text, size_t position, size_t digits
 
 QString WordCache::word(std::string_view text) {
     const QLatin1String latin(text.data(), static_cast<qsizetype>(text.size()));
-    // Beyond ASCII a byte is no character, and the comparison below would be wrong.
+    // Beyond ASCII, a byte isn't a character, and the comparison below would be wrong.
     if (!isAscii(text))
         return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     const auto known = std::find(m_words.begin(), m_words.end(), latin);

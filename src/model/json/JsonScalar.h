@@ -14,20 +14,20 @@
 
 namespace orlenta::model::json {
 
-/// One value as it stands in a document. A null is a missing key; a structure is an object or array
-/// where none belongs, or a number that no double can hold.
+/// A single value of a document. Null counts as a missing key. Structure is an unexpected object or array, or a number
+/// that doesn't fit a double.
 struct Scalar {
     enum class Kind { Null, Text, Integer, Number, Boolean, Structure };
 
     Kind kind = Kind::Null;
-    /// UTF-8, checked; lives as long as the call that hands it over.
+    /// Valid UTF-8, which lives until the call that receives it returns.
     std::string_view text;
     std::int64_t integer = 0;
     double number = 0.0;
     bool boolean = false;
 };
 
-/// Gives one shared string for each of the few words that stand in every line and take.
+/// Shares one string for each of the few words that repeat in every line and take.
 class WordCache final {
 public:
     [[nodiscard]] QString word(std::string_view text);
@@ -38,12 +38,12 @@ private:
 };
 
 [[nodiscard]] bool isValidUtf8(std::string_view text);
-/// The 8-4-4-4-12 form in either case.
+/// The 8-4-4-4-12 form, upper or lower case.
 [[nodiscard]] std::optional<QUuid> parseUuid(std::string_view text);
-/// "2024-05-31T23:59:59Z" and no other form.
+/// Only the form "2024-05-31T23:59:59Z".
 [[nodiscard]] std::optional<base::Timestamp> parseDate(std::string_view text);
 
-/// Each gives false, and leaves the target alone, when the value is of another kind or form.
+/// Each returns false, and leaves the target unchanged, if the value has another kind or form.
 bool assign(QString &target, const Scalar &value);
 bool assign(std::int64_t &target, const Scalar &value);
 bool assign(double &target, const Scalar &value);

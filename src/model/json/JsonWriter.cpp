@@ -15,7 +15,7 @@ constexpr std::string_view upperHex = "0123456789ABCDEF";
 constexpr qsizetype indentWidth = 2;
 constexpr qsizetype usualIndent = 16;
 
-// For each ASCII character the letter that follows the backslash, 'u' for the long form, or 0 for none.
+// For each ASCII character, the letter after the backslash, 'u' for the long form, or 0 if it needs no escape.
 constexpr std::array<char, 128> makeEscapes() {
     std::array<char, 128> escapes{};
     for (size_t control = 0; control < 0x20; ++control)
@@ -129,7 +129,7 @@ void JsonWriter::text(const QString &value) {
     const char16_t *const end = in + value.size();
     while (in != end) {
         char16_t unit = *in++;
-        // Nearly all text is of this kind, so it gets a loop of its own.
+        // Most text needs no escapes, so it gets a loop of its own.
         while (unit < 0x80 && escapes[unit] == 0) {
             *out++ = static_cast<char>(unit);
             if (in == end) {
@@ -166,8 +166,8 @@ void JsonWriter::integer(std::int64_t value) {
 void JsonWriter::number(double value) {
     constexpr qsizetype longest = 32;
     reserve(longest);
-    // Settings come in hundredths. Where the division gives the very same number, its two digits are the shortest text,
-    // and found in a fraction of the time.
+    // Settings are usually hundredths. If dividing gives back the same number, the two digits are the shortest text,
+    // and much faster to find.
     if (const double hundredths = value * 100; hundredths >= 0 && hundredths < 100'000) {
         const auto rounded = static_cast<unsigned>(std::lround(hundredths));
         if (rounded / 100.0 == value && !std::signbit(value)) {
@@ -247,7 +247,7 @@ void JsonWriter::append(std::string_view characters) {
 void JsonWriter::nextLine() {
     put('\n');
     const qsizetype indent = m_depth * indentWidth;
-    // A copy of constant size is a few instructions; what it writes too much is written over next.
+    // A copy of constant size takes a few instructions. The excess is overwritten next.
     if (indent <= usualIndent)
         std::memset(m_end, ' ', usualIndent);
     else

@@ -11,8 +11,8 @@
 
 namespace orlenta::model::json {
 
-/// Appends JSON to one growing buffer: UTF-8, two spaces of indent per level, slashes escaped. The caller gives the
-/// keys in ascending order and calls key() or element() before each value. Not thread-safe.
+/// Appends JSON to a growing buffer: UTF-8, two spaces of indent per level, slashes escaped. The caller writes the keys
+/// in ascending order and calls key() or element() before each value. Not thread-safe.
 class JsonWriter final {
 public:
     explicit JsonWriter(qsizetype expectedSize);
@@ -21,25 +21,25 @@ public:
     void endObject();
     void beginArray();
     void endArray();
-    /// Starts a member; the name must need no escape.
+    /// Starts a member. The name must not need escapes.
     void key(std::string_view name);
-    /// Starts an element of an array.
+    /// Starts an array element.
     void element();
 
     void text(const QString &value);
-    /// A text known to need no escape.
+    /// Text that is known to need no escapes.
     void plain(std::string_view value);
     void integer(std::int64_t value);
-    /// The shortest text that reads back as the same number. JSON has no infinity and no NaN; those become 0, since a
-    /// document that can't be read again would cost more than one number.
+    /// The shortest text that reads back as the same number. JSON has no infinity or NaN; they become 0, since losing
+    /// one number is better than writing an unreadable document.
     void number(double value);
     void boolean(bool value);
-    /// Canonical and upper-case.
+    /// Canonical form, upper case.
     void id(const QUuid &value);
-    /// ISO 8601 with whole seconds, in UTC; years outside 0 to 9999 are taken to the nearest end.
+    /// ISO 8601 in UTC with whole seconds. Years outside 0 to 9999 are clamped.
     void date(base::Timestamp value);
 
-    /// The document; the writer is spent.
+    /// Returns the document. Don't use the writer afterwards.
     [[nodiscard]] QByteArray take();
 
 private:

@@ -3,8 +3,7 @@
 #include <charconv>
 #include <cstring>
 
-// The parser's vector code, in a namespace of its own, since what other sources take from the same headers is compiled
-// without it.
+// The parser with its vector code, in a separate namespace because other sources compile the same headers without it.
 #ifdef __SSE2__
 #define RAPIDJSON_SSE2
 #endif
@@ -17,9 +16,9 @@
 namespace orlenta::model::json {
 namespace {
 
-// In place, so that no string is copied before its record takes it. Numbers as text, since the parser's own exact
+// In place, so that strings aren't copied before their record takes them. Numbers as text, since the parser's exact
 // conversion gives arbitrary results for a zero with a large exponent. Recursive, since the iterative parser takes a
-// quarter longer; the limit keeps the stack safe.
+// quarter longer; the nesting limit protects the stack.
 constexpr unsigned parseFlags = vectorised::kParseInsituFlag | vectorised::kParseNumbersAsStringsFlag;
 constexpr qsizetype deepestNesting = 512;
 
@@ -27,14 +26,14 @@ QString keyText(std::string_view key) {
     return QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()));
 }
 
-// The vector code reads whole aligned blocks, the last of them past the end of the text.
+// The vector code reads whole aligned blocks, so it may read past the end of the text.
 constexpr qsizetype padding = 32;
 
 qsizetype byteOrderMarkSize(const QByteArray &bytes) {
     return bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
 }
 
-// Comparing a dozen bytes takes less time than calling the library for it.
+// Faster than a library call for a dozen bytes.
 inline bool isSameKey(std::string_view a, std::string_view b) {
     if (a.size() != b.size())
         return false;
@@ -52,7 +51,7 @@ inline bool isSameKey(std::string_view a, std::string_view b) {
     return i == a.size();
 }
 
-// These may stand nowhere in a document, but the vector code lets them pass inside strings.
+// JSON forbids control characters, but the vector code accepts them inside strings.
 bool hasMissedControls(const QByteArray &text) {
     std::uint8_t found = 0;
     for (const char character : text)
@@ -83,7 +82,7 @@ RecordReader::RecordReader(const Field &root, void *target, base::Timestamp now)
 
 RecordReader::Outcome RecordReader::read(QByteArray bytes, const Field &root, void *target, base::Timestamp now) {
     if (hasMissedControls(bytes))
-        return {std::nullopt, QStringLiteral("The text is not JSON: it holds control characters.")};
+        return {std::nullopt, QStringLiteral("The text is not JSON: it contains control characters.")};
     const auto size = static_cast<size_t>(bytes.size() - byteOrderMarkSize(bytes));
     bytes.append(padding, '\0');
     RecordReader handler(root, target, now);
@@ -96,9 +95,9 @@ RecordReader::Outcome RecordReader::read(QByteArray bytes, const Field &root, vo
         return {std::nullopt, noJson(result.Offset(), QStringLiteral("it is nested too deeply."))};
     if (result.IsError())
         return {std::nullopt, noJson(result.Offset(), QLatin1String(vectorised::GetParseError_En(result.Code())))};
-    // The parser takes a NUL for the end.
+    // The parser stops at a NUL.
     if (stream.Tell() != size)
-        return {std::nullopt, noJson(stream.Tell(), QStringLiteral("it goes on after its end."))};
+        return {std::nullopt, noJson(stream.Tell(), QStringLiteral("there is text after its end."))};
     return {handler.m_version, handler.m_problem};
 }
 
@@ -191,7 +190,7 @@ bool RecordReader::EndArray(unsigned) {
     return true;
 }
 
-// A file of our own brings its keys in the order of the table, so the search begins behind the last one found.
+// Our own files have their keys in the table's order, so start after the last match.
 bool RecordReader::selectField(std::string_view key) {
     Frame &frame = m_frames.back();
     const std::span<const Field> fields = frame.schema->fields;
@@ -227,7 +226,7 @@ const Field *RecordReader::fieldFor(Structure structure) {
     if (field.presence == Presence::Older)
         takeScalar(misplaced);
     else
-        fail(QStringLiteral("the value is of the wrong kind"));
+        fail(QStringLiteral("the value has the wrong type"));
     return nullptr;
 }
 
@@ -247,7 +246,7 @@ void RecordReader::takeScalar(const Scalar &value) {
     if (fits && field.read(frame.record, value, m_context))
         markSeen();
     else
-        fail(QStringLiteral("the value is of the wrong kind"));
+        fail(QStringLiteral("the value has the wrong type"));
 }
 
 void RecordReader::markSeen() {
@@ -259,7 +258,7 @@ void RecordReader::markSeen() {
 void RecordReader::closeRecord() {
     Frame &frame = m_frames.back();
     const Schema &schema = *frame.schema;
-    // What fails from here on is the record itself, not the key that was read last.
+    // From here on a failure concerns the whole record, not the last key.
     frame.field = nullptr;
     for (size_t i = 0; i < schema.fields.size(); ++i) {
         if ((schema.requiredMask & ~frame.seen) >> i & 1)
@@ -273,8 +272,8 @@ void RecordReader::closeRecord() {
     m_frames.pop_back();
 }
 
-// Ends the document, or just the innermost tolerated value around the failure: what is left of that is skipped, since
-// the parser is deeper than the frames that remain.
+// Fails the document, or only the innermost tolerated value around the failure. The rest of that value is skipped,
+// since the parser is deeper than the remaining frames.
 void RecordReader::fail(const QString &reason) {
     for (size_t i = m_frames.size(); i-- > 0;) {
         const Frame &frame = m_frames[i];

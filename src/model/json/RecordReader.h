@@ -11,22 +11,22 @@
 
 namespace orlenta::model::json {
 
-/// Turns the events of a parser into records, in one pass and without a tree. After the first failure it only goes on
-/// looking for the document's version. A repeated key counts once, the first time. Not thread-safe.
+/// Turns parser events into records, in one pass and without a tree. After the first failure, it only continues to find
+/// the document's version. Of a repeated key, only the first counts. Not thread-safe.
 class RecordReader final {
 public:
     struct Outcome {
-        /// The top level's "schema_version", where it is an integer of 64 bits and the whole text is JSON.
+        /// The top-level "schema_version", if it is a 64-bit integer and the whole text is JSON.
         std::optional<std::int64_t> version;
-        /// Where and why the document failed.
+        /// Where and why decoding failed.
         std::optional<QString> problem;
     };
 
-    /// Reads a whole document as the value of `root` into `target`; the bytes serve as the parser's buffer. Nesting is
-    /// bounded by memory, not by the stack.
+    /// Reads a whole document as the value of `root` into `target`. The bytes serve as the parser's buffer. Nesting is
+    /// limited, to protect the stack.
     [[nodiscard]] static Outcome read(QByteArray bytes, const Field &root, void *target, base::Timestamp now);
 
-    /// The parser's events. False stops it.
+    /// Parser events. Returning false stops the parser.
     bool Null();
     bool Bool(bool value);
     bool RawNumber(const char *text, unsigned length, bool copy);
@@ -36,7 +36,7 @@ public:
     bool EndObject(unsigned count);
     bool StartArray();
     bool EndArray(unsigned count);
-    /// Numbers arrive as text; the parser wants to know of these all the same.
+    /// Required by the parser's interface, but numbers arrive as text.
     bool Int(int) { return false; }
     bool Uint(unsigned) { return false; }
     bool Int64(std::int64_t) { return false; }
@@ -46,7 +46,7 @@ public:
 private:
     enum class Structure { Object, Array };
 
-    // One open record or array. It is live while the parser is exactly as deep as it is.
+    // An open record or array. It is active while the parser is at its depth.
     struct Frame {
         const Schema *schema = nullptr;
         void *record = nullptr;
@@ -61,9 +61,9 @@ private:
     RecordReader(const Field &root, void *target, base::Timestamp now);
 
     [[nodiscard]] bool isLive() const { return !m_problem && m_depth == m_frames.back().depth; }
-    /// The field that the beginning structure belongs to, or null for one to skip.
+    /// The field of the structure that begins, or null to skip it.
     [[nodiscard]] const Field *fieldFor(Structure structure);
-    /// Whether the record knows the key.
+    /// Returns whether the record has that key.
     bool selectField(std::string_view key);
     void takeScalar(const Scalar &value);
     void markSeen();

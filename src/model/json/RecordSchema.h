@@ -11,19 +11,19 @@ namespace orlenta::model::json {
 struct Schema;
 struct ReadingContext;
 
-/// What a reader does about a field that is missing or holds the wrong kind of value.
+/// What happens if a field is missing or has the wrong type.
 enum class Presence : std::uint8_t {
-    /// Missing and wrong both fail the document.
+    /// Missing or wrong: decoding fails.
     Required,
-    /// Missing leaves the record's own default; wrong fails the document.
+    /// Missing: the record's default. Wrong: decoding fails.
     Optional,
-    /// An older spelling: kept aside, judged only if the record's `finish` turns to it.
+    /// An older key. Kept aside, and checked only if the record's `finish` uses it.
     Older,
     /// Wrong in any way counts as missing.
     Tolerated,
 };
 
-/// One key of a record. Functions are handed the record as an untyped pointer; the tables that build them know its
+/// One key of a record. The functions receive the record as an untyped pointer; the tables that define them know its
 /// type.
 struct Field {
     enum class Shape : std::uint8_t { Scalar, ScalarArray, Object, ObjectArray };
@@ -31,16 +31,16 @@ struct Field {
     std::string_view key;
     Presence presence = Presence::Required;
     Shape shape = Shape::Scalar;
-    /// Takes a scalar, or one element of an array of scalars. False: wrong kind or form.
+    /// Reads a scalar, or one element of an array of scalars. Returns false if the type or form is wrong.
     bool (*read)(void *record, const Scalar &value, ReadingContext &context) = nullptr;
-    /// Makes room for a nested record, or for one more element, and gives its address.
+    /// Creates a nested record, or one more element, and returns its address.
     void *(*open)(void *record) = nullptr;
-    /// Takes back what `open` made; tolerated fields alone have it.
+    /// Removes what `open` created. Only for tolerated fields.
     void (*drop)(void *record) = nullptr;
     const Schema *schema = nullptr;
 };
 
-/// Which keys of a record the reader met.
+/// The keys of a record found so far.
 class SeenKeys final {
 public:
     SeenKeys(const Schema &schema, std::uint32_t mask) : m_schema(schema), m_mask(mask) {}
@@ -51,9 +51,9 @@ private:
     std::uint32_t m_mask;
 };
 
-/// One kind of record: its keys in ascending order, so that a file of our own is matched without searching.
+/// One kind of record, with its keys in ascending order, so that our own files match without searching.
 struct Schema {
-    /// Settles what depends on several keys. A text is the reason why the record fails; empty is success.
+    /// Resolves what depends on several keys. Returns the reason why the record is invalid; empty on success.
     using Finish = QString (*)(void *record, const SeenKeys &seen, ReadingContext &context);
 
     constexpr explicit Schema(std::span<const Field> allFields, Finish last = nullptr)
@@ -64,23 +64,23 @@ struct Schema {
 
     std::span<const Field> fields;
     Finish finish = nullptr;
-    /// Bit i stands for fields[i].
+    /// Bit i is for fields[i].
     std::uint32_t requiredMask = 0;
 };
 
-/// The value under an older key of the record being read.
+/// The value of an older key in the current record.
 struct OlderValue {
     Scalar::Kind kind = Scalar::Kind::Null;
     QString text;
     bool boolean = false;
 };
 
-/// What reading needs beside the record itself.
+/// What reading needs besides the record.
 struct ReadingContext {
-    /// Dates records that carry no date.
+    /// The date for records without one.
     base::Timestamp now;
     WordCache words;
-    /// Cleared by the `finish` that used them; no record with older keys holds another.
+    /// Cleared by the `finish` that uses them; records with older keys don't nest.
     std::array<OlderValue, 4> older;
 };
 

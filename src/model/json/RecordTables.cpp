@@ -14,7 +14,7 @@ bool readValue(void *record, const Scalar &value, ReadingContext &) {
     return assign(std::invoke(Access, *static_cast<Record *>(record)), value);
 }
 
-// One of a few words that stand in every line and take: all of them share one string.
+// One of the few words that repeat in every line and take. They share one string.
 template <typename Record, auto Access>
 bool readWord(void *record, const Scalar &value, ReadingContext &context) {
     if (value.kind != Scalar::Kind::Text)
@@ -128,10 +128,10 @@ void nameVoice(Voice &voice, const SeenKeys &seen) {
 }
 
 QString olderKeyProblem(QLatin1String key) {
-    return QStringLiteral("the key \"%1\" holds a value of the wrong kind").arg(key);
+    return QStringLiteral("the key \"%1\" has a value of the wrong type").arg(key);
 }
 
-// Takes the older key's text if there is one. False: it holds something else.
+// Takes the older key's text, if any. Returns false if it isn't text.
 bool takeOlderText(QString &target, const OlderValue &older) {
     if (older.kind == Scalar::Kind::Text)
         target = older.text;
@@ -254,7 +254,7 @@ constexpr Field presetVoiceFields[] = {
 };
 constexpr Schema presetVoiceSchema(presetVoiceFields, &finishPresetVoice);
 
-// A preset's settings stand among its own keys.
+// A preset's settings are stored among its own keys.
 template <auto Member>
 constexpr auto presetSetting = [](ProjectPreset &preset) -> auto & {
     return preset.settings.*Member;

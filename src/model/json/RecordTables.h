@@ -10,25 +10,25 @@
 
 namespace orlenta::model::json {
 
-/// A line with its place in the sequence across all tabs, which the file keeps in the line itself.
+/// A line with its position across all tabs, which the file stores in the line.
 struct LineDraft : ProjectLine {
     std::int64_t order = 0;
 };
 
-/// A project on its way in; its lines go into its table only when they have been repaired.
+/// A project being read. Lines go into its table only after their repair.
 struct ProjectDraft {
     Project project;
     std::vector<std::shared_ptr<LineDraft>> lines;
 };
 
-/// Lines on their way through the clipboard.
+/// Lines being read from the clipboard.
 struct LinePayloadDraft {
     std::int64_t version = 0;
     ProjectId projectId;
     QList<LineDraft> lines;
 };
 
-/// The documents: each is read into the type that it is named after.
+/// The documents. Each is read into the type it is named after.
 [[nodiscard]] const Field &projectDocument();
 [[nodiscard]] const Field &linePayloadDocument();
 /// Into a QList<CustomTag>.

@@ -18,7 +18,7 @@ using orlenta::testing::SmallDisk;
 
 class AtomicCopy : public test::FileFolder {
 protected:
-    /// Content of which no two places look the same, longer than any piece of a copy.
+    /// Content that looks different everywhere, longer than any piece of a copy.
     [[nodiscard]] static QByteArray large() {
         QByteArray data((3 << 20) + 7, Qt::Uninitialized);
         for (qsizetype i = 0; i < data.size(); ++i)
@@ -27,7 +27,7 @@ protected:
     }
 };
 
-TEST_F(AtomicCopy, ACopyIsWholeReplacesWhatWasThereAndTellsItsProgress) {
+TEST_F(AtomicCopy, ACopyReplacesTheFileAndReportsItsProgress) {
     const SmallDisk otherDisk(16 << 20);
     put(u"a.wav"_s, large());
     for (const QString &to : {path(u"b.wav"_s), otherDisk.path(u"b.wav"_s)}) {
@@ -48,7 +48,7 @@ TEST_F(AtomicCopy, ACopyIsWholeReplacesWhatWasThereAndTellsItsProgress) {
     EXPECT_EQ(names(), (QStringList{u"a.wav"_s, u"b.wav"_s}));
 }
 
-TEST_F(AtomicCopy, ACopyThatIsCalledOffLeavesNothing) {
+TEST_F(AtomicCopy, ACancelledCopyLeavesNothing) {
     const SmallDisk otherDisk(16 << 20);
     put(u"a.wav"_s, QByteArray(12 << 20, 'x'));
     std::stop_source stop;
@@ -74,7 +74,7 @@ TEST_F(AtomicCopy, AFullDiskKeepsTheOldFileAndNothingElse) {
     EXPECT_EQ(content(u"a.wav"_s), large());
 }
 
-TEST_F(AtomicCopy, AFileCopiedOrMovedOntoItselfStays) {
+TEST_F(AtomicCopy, CopyingOrMovingAFileOntoItselfKeepsIt) {
     put(u"a.wav"_s, "sound");
     ASSERT_TRUE(QFile::link(path(u"a.wav"_s), path(u"link.wav"_s)));
     ASSERT_EQ(::link(encodedPath(u"a.wav"_s).constData(), encodedPath(u"twin.wav"_s).constData()), 0);
@@ -96,7 +96,7 @@ TEST_F(AtomicCopy, OnlyPlainFilesAreCopied) {
     EXPECT_EQ(names(), QStringList{u"pipe"_s});
 }
 
-TEST_F(AtomicCopy, AnOpenFileIsCopiedWhateverBecameOfItsName) {
+TEST_F(AtomicCopy, AnOpenFileIsCopiedEvenIfRenamedOrDeleted) {
     put(u"lent.wav"_s, large());
     const auto lent = openRegularFile(path(u"lent.wav"_s));
     ASSERT_TRUE(lent);
@@ -105,7 +105,7 @@ TEST_F(AtomicCopy, AnOpenFileIsCopiedWhateverBecameOfItsName) {
     EXPECT_EQ(content(u"b.wav"_s), large());
 }
 
-TEST_F(AtomicCopy, ASourceThatGetsShorterOnTheWayFails) {
+TEST_F(AtomicCopy, ASourceThatShrinksDuringTheCopyFails) {
     put(u"a.wav"_s, large());
     const auto opened = openRegularFile(path(u"a.wav"_s));
     ASSERT_TRUE(opened);
@@ -131,7 +131,7 @@ TEST_F(AtomicCopy, AMoveRenamesOnOneDiskAndCopiesToAnother) {
     EXPECT_EQ(namesIn(otherDisk.path({})), QStringList{u"b.wav"_s});
 }
 
-TEST_F(AtomicCopy, AMoveKeepsLinksAndWhatTheyPointTo) {
+TEST_F(AtomicCopy, AMoveKeepsLinksAndTheirTargets) {
     put(u"real.wav"_s, "old");
     ASSERT_TRUE(QFile::link(path(u"real.wav"_s), path(u"link.wav"_s)));
     put(u"a.wav"_s, "new");

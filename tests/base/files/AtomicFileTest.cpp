@@ -25,7 +25,7 @@ using orlenta::testing::FileSizeLimit;
 
 class AtomicFile : public test::FileFolder {};
 
-/// What the flush of a folder comes to in this program from now on, as long as it lives.
+/// Sets the result of flushing a folder in this process, for its lifetime.
 class FolderFlushResult final {
 public:
     explicit FolderFlushResult(int code) { s_code = code; }
@@ -59,7 +59,7 @@ TEST_F(AtomicFile, ReplacingKeepsModeAndLink) {
     EXPECT_EQ(mode(u"real.orl"_s), 0604U);
 }
 
-TEST_F(AtomicFile, ALinkToWhatIsNotThereYetMakesItAndACircleFails) {
+TEST_F(AtomicFile, WritingThroughALinkCreatesItsTargetAndALinkCircleFails) {
     ASSERT_TRUE(QDir(m_folder.path()).mkdir(u"disk"_s));
     ASSERT_EQ(::symlink("disk/real.orl", encodedPath(u"link.orl"_s).constData()), 0);
     ASSERT_TRUE(writeAtomically(path(u"link.orl"_s), "new"));
@@ -86,7 +86,7 @@ TEST_F(AtomicFile, AShortWriteLeavesTheOldFileAndNothingElse) {
     }
 }
 
-TEST_F(AtomicFile, ATargetThatIsNoPlainFileOrHasNoFolderFails) {
+TEST_F(AtomicFile, ATargetThatIsNotAPlainFileOrHasNoFolderFails) {
     ASSERT_TRUE(QDir(m_folder.path()).mkdir(u"folder"_s));
     ASSERT_EQ(::mkfifo(encodedPath(u"pipe"_s).constData(), 0600), 0);
     EXPECT_FALSE(writeAtomically(path(u"folder"_s), "x"));
@@ -114,13 +114,13 @@ TEST_F(AtomicFile, NamesAsLongAsTheFileSystemAllowsWork) {
     EXPECT_EQ(names(), QStringList{name});
 }
 
-TEST_F(AtomicFile, WhatIsBeingWrittenIsNoLeftover) {
+TEST_F(AtomicFile, AFileBeingWrittenIsNotALeftover) {
     auto pending = PendingFile::create(path(u"a.orl"_s));
     ASSERT_TRUE(pending);
     ASSERT_EQ(pending->descriptor().write(QByteArray("first")), 0);
     removeStaleTemporary(path(u"a.orl"_s));
     std::thread other([&] { EXPECT_TRUE(writeAtomically(path(u"a.orl"_s), "second")); });
-    // A long copy to one file holds up nobody who writes another of the folder.
+    // A long copy to one file doesn't block writing another file in the folder.
     EXPECT_TRUE(writeAtomically(path(u"b.orl"_s), "beside"));
     EXPECT_TRUE(pending.value().commit(5));
     other.join();
@@ -148,7 +148,7 @@ TEST_F(AtomicFile, WritersOfOneFileNeverMixTheirData) {
     EXPECT_EQ(names(), QStringList{u"a.orl"_s});
 }
 
-TEST_F(AtomicFile, ReadingRefusesWhatIsNoPlainFile) {
+TEST_F(AtomicFile, ReadingRefusesAnythingButAPlainFile) {
     ASSERT_EQ(::mkfifo(QFile::encodeName(path(u"pipe"_s)).constData(), 0600), 0);
     EXPECT_FALSE(readWholeFile(path(u"pipe"_s)));
     EXPECT_FALSE(readWholeFile(m_folder.path()));
@@ -158,7 +158,7 @@ TEST_F(AtomicFile, ReadingRefusesWhatIsNoPlainFile) {
     EXPECT_EQ(missing.error().description(), u"missing: No such file or directory"_s);
 }
 
-TEST_F(AtomicFile, AFolderThatCanNotBeFlushedIsNoFailureAndOneWhoseFlushFailsIs) {
+TEST_F(AtomicFile, AFolderThatRefusesToFlushIsFineButAFailedFlushIsAnError) {
     for (const int refusal : {EINVAL, EOPNOTSUPP, EACCES, EPERM, EBADF}) {
         const FolderFlushResult result(refusal);
         EXPECT_TRUE(writeAtomically(path(u"a.orl"_s), "new")) << refusal;
@@ -174,7 +174,7 @@ TEST_F(AtomicFile, AFolderThatCanNotBeFlushedIsNoFailureAndOneWhoseFlushFailsIs)
 } // namespace
 } // namespace orlenta::base
 
-// File systems whose folders refuse a flush, or fail in one, are no part of a test machine; the rest of them is real.
+// Replaces fsync for folders, since the test machine has no file system whose folders refuse or fail to flush.
 extern "C" int fsync(int descriptor) {
     struct stat status {};
     const int code = orlenta::base::FolderFlushResult::code();

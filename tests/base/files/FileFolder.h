@@ -11,7 +11,7 @@
 
 namespace orlenta::base::test {
 
-/// A folder of a test's own.
+/// Gives each test its own folder.
 class FileFolder : public ::testing::Test {
 protected:
     [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }

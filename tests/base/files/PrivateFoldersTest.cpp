@@ -61,7 +61,7 @@ TEST_F(PrivateFoldersIn, AFolderOpenToOthersIsNotUsed) {
     EXPECT_NE(PrivateFolders::temporary(), usualPath());
 }
 
-TEST_F(PrivateFoldersIn, WithoutATemporaryFolderOneAtHomeServes) {
+TEST_F(PrivateFoldersIn, WithoutATemporaryFolderOneAtHomeIsUsed) {
     ::setenv("TMPDIR", QFile::encodeName(m_folder.filePath(u"missing"_s)).constData(), 1);
     const QString folder = PrivateFolders::temporary();
     EXPECT_TRUE(folder.startsWith(PrivateFolders::caches()));

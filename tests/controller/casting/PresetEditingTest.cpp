@@ -18,7 +18,7 @@ protected:
     PresetEditing &presets = project->presets();
     UndoManager &undo = project->undoManager();
 
-    /// Casts Ana on the first line and keeps it as a preset of that name.
+    /// Casts Ana on the first line and saves it as a preset with that name.
     model::PresetId savedPreset(const QString &name) {
         model::ProjectLineSettings settings = *project.line(0).settings;
         settings.stability = 0.25;
@@ -33,7 +33,7 @@ protected:
 
 } // namespace
 
-TEST_F(PresetEditingTest, APresetIsMadeOfALineAndGivesItsSettingsAndVoiceToOthers) {
+TEST_F(PresetEditingTest, APresetMadeFromALineGivesOthersItsSettingsAndVoice) {
     const model::PresetId preset = savedPreset(QStringLiteral("Whisper"));
     EXPECT_EQ(project.line(0).presetId, preset);
     EXPECT_EQ(undo.undoActionName(), QStringLiteral("Save Preset"));
@@ -45,7 +45,7 @@ TEST_F(PresetEditingTest, APresetIsMadeOfALineAndGivesItsSettingsAndVoiceToOther
     EXPECT_EQ(undo.undoActionName(), QStringLiteral("Change Preset"));
 }
 
-TEST_F(PresetEditingTest, AVoiceThatLeftTheAccountIsNamedAndTheLineKeepsItsOwn) {
+TEST_F(PresetEditingTest, AMissingPresetVoiceIsNamedAndTheLineKeepsItsOwn) {
     const model::PresetId preset = savedPreset(QStringLiteral("Whisper"));
     const auto missing = presets.applyPreset(preset, {project.id(1)}, QSet<QString>{QStringLiteral("someone else")});
     ASSERT_TRUE(missing);
@@ -96,7 +96,7 @@ TEST_F(PresetEditingTest, LinesOfADeletedPresetTakeTheDefaultAndItsSettings) {
     EXPECT_EQ(undo.undoActionName(), QStringLiteral("Delete Preset"));
 }
 
-TEST_F(PresetEditingTest, SettingsOfSeveralLinesChangeInOneStepAndSameOnesInNone) {
+TEST_F(PresetEditingTest, SettingsOfSeveralLinesChangeInOneStepAndUnchangedOnesMakeNone) {
     model::ProjectLineSettings settings = *project.line(0).settings;
     settings.style = 0.5;
     presets.updateSettings({project.id(0), project.id(1)}, settings);

@@ -39,14 +39,14 @@ TEST(VoiceCasting, UndoTakesBackTheVoiceAndItsColor) {
     EXPECT_EQ(project->voices().nextCastColor(), castPalette().at(1));
 }
 
-TEST(VoiceCasting, CastingOnLinesThatHaveGoneDoesNothing) {
+TEST(VoiceCasting, CastingOnDeletedLinesDoesNothing) {
     const ScriptProject project({{QStringLiteral("a")}});
     project->voices().assignVoice({model::LineId::create()}, ana);
     EXPECT_TRUE(project->project().voices.isEmpty());
     EXPECT_FALSE(project->undoManager().canUndo());
 }
 
-TEST(VoiceCasting, TheTwentyColorsComeRoundAgain) {
+TEST(VoiceCasting, TheTwentyColorsRepeat) {
     const ScriptProject project({{QStringLiteral("a")}});
     EXPECT_EQ(castPalette().size(), 20);
     EXPECT_EQ(castPalette().first(), QStringLiteral("#E63D3D"));

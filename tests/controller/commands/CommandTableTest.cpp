@@ -11,23 +11,23 @@ std::string described(const Command &command) {
     return CommandTable::groupTitle(command.group).toStdString() + ": " + command.title.toStdString();
 }
 
-TEST(CommandTableTest, NoKeyMeansTwoCommandsAtOnePlace) {
+TEST(CommandTableTest, NoKeyTriggersTwoCommandsInOnePlace) {
     QSet<QString> keysOfMenus;
     QHash<CommandGroup, QSet<QString>> keysOfPlaces;
     for (const Command &command : CommandTable::all())
         for (const QString &key : command.keys) {
             QSet<QString> &taken = CommandTable::isMenu(command.group) ? keysOfMenus : keysOfPlaces[command.group];
-            // In a waveform the arrows move the playhead; elsewhere among a line's controls, the focus.
+            // In a waveform the arrow keys move the playhead; in a line's other controls they move the focus.
             const bool isShared = command.id == CommandId::MovePlayhead;
             EXPECT_FALSE(taken.contains(key) && !isShared) << described(command) << ", " << key.toStdString();
-            // A menu would take the key before the place sees it.
+            // A menu would take the key first.
             EXPECT_FALSE(!CommandTable::isMenu(command.group) && keysOfMenus.contains(key))
                 << described(command) << ", " << key.toStdString();
             taken.insert(key);
         }
 }
 
-TEST(CommandTableTest, EveryCommandHasOneEntryThatTellsWhatItDoesAndHowToReachIt) {
+TEST(CommandTableTest, EveryCommandHasOneEntryWithATitleAndATipOrKey) {
     QSet<CommandId> seen;
     for (const Command &command : CommandTable::all()) {
         EXPECT_FALSE(seen.contains(command.id)) << described(command);

@@ -79,7 +79,7 @@ TEST_F(DirectionAudioTest, ARecordingIsStoredAsItIsAndTheLineSpeaksFromIt) {
     EXPECT_EQ(project->spotError(), QString());
 }
 
-TEST_F(DirectionAudioTest, ANewDirectionTakesTheOldOnesPlaceAndUndoBringsItBack) {
+TEST_F(DirectionAudioTest, ANewDirectionReplacesTheOldOneAndUndoRestoresIt) {
     install(recorded(0.1), 0.1, project.id(0));
     const QString first = directionOf(0);
     install(recorded(0.2), 0.2, project.id(0));
@@ -131,7 +131,7 @@ TEST_F(DirectionAudioTest, ADroppedFileMayGoAsSoonAsTheDropIsOver) {
                     .isEmpty());
 }
 
-TEST_F(DirectionAudioTest, AFailureIsToldAndChangesNothing) {
+TEST_F(DirectionAudioTest, AFailureIsReportedAndChangesNothing) {
     QFile text(elsewhere.filePath(QStringLiteral("notes.flac")));
     ASSERT_TRUE(text.open(QFile::WriteOnly));
     import(QUrl::fromLocalFile(text.fileName()), project.id(0));
@@ -161,7 +161,7 @@ TEST_F(DirectionAudioTest, AFailureIsToldAndChangesNothing) {
     EXPECT_FALSE(undo.canUndo());
 }
 
-TEST_F(DirectionAudioTest, ALineDeletedMeanwhileEndsTheImportWithoutAWord) {
+TEST_F(DirectionAudioTest, ALineDeletedMeanwhileEndsTheImportSilently) {
     const QUrl source = testing::writeTone(elsewhere.filePath(QStringLiteral("a.wav")), 0.2, 44100);
     const model::LineId id = project.id(0);
     auto importing = project->directionAudio().importDirectionAudio(source, id);
@@ -173,7 +173,7 @@ TEST_F(DirectionAudioTest, ALineDeletedMeanwhileEndsTheImportWithoutAWord) {
     EXPECT_EQ(undo.undoActionName(), QStringLiteral("Delete Line"));
 }
 
-TEST_F(DirectionAudioTest, ATakeWhoseLineGoesWhileItIsStoredIsHandedBack) {
+TEST_F(DirectionAudioTest, ATakeWhoseLineIsDeletedWhileItIsStoredIsHandedBack) {
     const QUrl take = recorded(0.5);
     const model::LineId id = project.id(0);
     QList<QUrl> handedBack;
@@ -192,7 +192,7 @@ TEST_F(DirectionAudioTest, ATakeWhoseLineGoesWhileItIsStoredIsHandedBack) {
     EXPECT_FALSE(QFile::exists(take.toLocalFile()));
 }
 
-TEST_F(DirectionAudioTest, ALeftoverRecordingThatIsImportedIsLeftOverNoMore) {
+TEST_F(DirectionAudioTest, ImportingALeftoverRecordingDeletesIt) {
     const QUrl leftover = recorded(0.2);
     QFile file(leftover.toLocalFile());
     ASSERT_TRUE(file.open(QFile::ReadWrite));

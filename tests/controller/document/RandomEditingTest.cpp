@@ -22,7 +22,7 @@ namespace {
 using test::expectSound;
 using test::ScriptProject;
 
-/// What undo has to bring back: the records without dates and selection, and the audio in use.
+/// What undo must restore: the records without dates and selection, and the audio in use.
 struct Records {
     model::Project project;
     QHash<model::LineId, QUrl> audio;
@@ -30,14 +30,14 @@ struct Records {
     friend bool operator==(const Records &, const Records &) = default;
 };
 
-/// What undoing a step has to lead to: a whole state, or for typing the live state with one other text.
+/// What undoing a step must restore: a whole state, or for typing, one line's text in the live state.
 struct ExpectedStep {
     Records state;
     std::optional<model::LineId> typedLine;
     QString text;
 };
 
-/// Drives random operations and keeps, beside the controller, stacks of what each undo and redo must restore.
+/// Runs random operations and keeps its own stacks of what each undo and redo must restore.
 class RandomEditing final {
 public:
     explicit RandomEditing(unsigned seed)
@@ -91,7 +91,7 @@ private:
         return now;
     }
 
-    /// Notes whether `operation` has left a step, and what undoing it must lead to.
+    /// Records whether `operation` made a step, and what undoing it must restore.
     template <typename Operation>
     void expectStep(ExpectedStep expected, Operation operation) {
         m_changed.clear();
@@ -111,7 +111,7 @@ private:
         expectStep({{}, id, before}, [&] { m_project->typing().commit(); });
     }
 
-    /// Notes are no part of any step.
+    /// No step includes notes.
     static void keepNotes(const Records &present, Records &expected) {
         present.project.lines.forEach([&expected](const model::ProjectLine &noted) {
             expected.project.lines.update(noted.lineId,
@@ -265,7 +265,7 @@ private:
                 takes.switchTake(id, line.takes.at(pick(line.takes.size())).id);
             return;
         default:
-            // Without a project folder there is nothing to wait for.
+            // Without a project folder this finishes at once.
             takes.installGeneratedAudio(u'/' + word() + QStringLiteral(".wav"), id, takes.generationContext(line));
         }
     }

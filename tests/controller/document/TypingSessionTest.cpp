@@ -67,7 +67,7 @@ TEST_F(TypingSessionTest, TypingAfterAnUndoStartsFromTheRestoredText) {
     EXPECT_FALSE(undo.canUndo());
 }
 
-TEST_F(TypingSessionTest, TextThatComesBackToItsBaselineIsNoStep) {
+TEST_F(TypingSessionTest, TextThatReturnsToItsBaselineIsNoStep) {
     typing.beginEditing(project.id(0));
     typing.type(project.id(0), QStringLiteral("other text"));
     typing.type(project.id(0), QStringLiteral("start"));

@@ -7,7 +7,7 @@
 namespace orlenta::controller {
 namespace {
 
-/// A number whose changes are undone by registering the opposite change, as all users of the manager do.
+/// A number with undo: each change registers the opposite change, as the program's handlers do.
 class UndoableNumber final {
 public:
     explicit UndoableNumber(UndoManager &manager) : m_manager(manager) {}

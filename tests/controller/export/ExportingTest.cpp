@@ -34,7 +34,7 @@ QByteArray bytesOf(const QString &path) {
 
 constexpr int deadline = 20'000;
 
-/// A file that somebody else is writing, which keeps whoever wants to replace it until it is let go.
+/// A file that another writer holds, which blocks anyone who wants to replace it until release.
 class HeldFile final {
 public:
     explicit HeldFile(const QString &path) {
@@ -48,7 +48,7 @@ private:
     std::unique_ptr<base::PendingFile> m_file;
 };
 
-/// What exports log while it lives, from whichever thread. The application's message handler is one function.
+/// Collects the log of exports during its lifetime, from any thread. Only one at a time: the message handler is global.
 class ExportLog final {
 public:
     ExportLog() : m_before(qInstallMessageHandler(&ExportLog::keep)) {
@@ -146,7 +146,7 @@ TEST_F(ExportingTest, SeveralLinesAreJoinedInScriptOrder) {
               bytesOf(audio(0)).size() - header + bytesOf(audio(2)).size() - header);
 }
 
-TEST_F(ExportingTest, AFileThatCannotBeJoinedIsTold) {
+TEST_F(ExportingTest, AFileThatCannotBeJoinedIsReported) {
     project.addTake(0);
     project.addTake(1);
     QFile broken(audio(1));
@@ -159,7 +159,7 @@ TEST_F(ExportingTest, AFileThatCannotBeJoinedIsTold) {
     EXPECT_TRUE(project->spotError().startsWith(QStringLiteral("Could not prepare export audio: ")));
 }
 
-TEST_F(ExportingTest, ClipsOfOneNameAreNumberedWhateverTheirCase) {
+TEST_F(ExportingTest, ClipsWithTheSameNameAreNumberedIgnoringCase) {
     for (const qsizetype index : {0, 1, 2})
         project.addTake(index);
     Exporting::Folder folder;
@@ -175,7 +175,7 @@ TEST_F(ExportingTest, ClipsOfOneNameAreNumberedWhateverTheirCase) {
     EXPECT_EQ(project->spotError(), QStringLiteral("Export failed for: C.01.aif"));
 }
 
-TEST_F(ExportingTest, AJoinedFileIsThereForAsLongAsItsPlan) {
+TEST_F(ExportingTest, AJoinedFileLivesAsLongAsItsPlan) {
     for (const qsizetype index : {0, 1})
         project.addTake(index);
     project->selection().selectAlone(project.id(0));
@@ -187,11 +187,11 @@ TEST_F(ExportingTest, AJoinedFileIsThereForAsLongAsItsPlan) {
         path = std::get<Exporting::SingleFile>(first).path;
         EXPECT_TRUE(QFile::exists(path));
     }
-    // The worker's result goes with the event loop's next turn.
+    // The worker's result arrives with the next turn of the event loop.
     EXPECT_TRUE(QTest::qWaitFor([&] { return !QFile::exists(path); }, deadline));
 }
 
-TEST_F(ExportingTest, CopyingIsAWorkersAndTheExportIsBusyMeanwhile) {
+TEST_F(ExportingTest, AWorkerCopiesAndTheExportIsBusyMeanwhile) {
     HeldFile held(target.filePath(QStringLiteral("A.wav")));
     const ExportLog log;
     const QSignalSpy changes(&exporting, &Exporting::isBusyChanged);
@@ -209,7 +209,7 @@ TEST_F(ExportingTest, CopyingIsAWorkersAndTheExportIsBusyMeanwhile) {
     EXPECT_EQ(ExportLog::logged(), QStringList{QStringLiteral("[Exporting] Export failed for: C.aif")});
 }
 
-TEST_F(ExportingTest, AFileThatCannotBeCopiedIsToldAndLoggedOnce) {
+TEST_F(ExportingTest, AFileThatCannotBeCopiedIsReportedAndLoggedOnce) {
     const ExportLog log;
     QCoro::waitFor(exporting.exportTo({QStringLiteral("/nowhere/take.wav"), QStringLiteral("x.wav")},
                                       target.filePath(QStringLiteral("x.wav"))));
@@ -217,7 +217,7 @@ TEST_F(ExportingTest, AFileThatCannotBeCopiedIsToldAndLoggedOnce) {
     EXPECT_EQ(ExportLog::logged(), QStringList{QStringLiteral("[Exporting] ") + project->spotError()});
 }
 
-TEST_F(ExportingTest, AnExportGoesOnWhenItsProjectGoes) {
+TEST_F(ExportingTest, AnExportContinuesWhenItsProjectCloses) {
     HeldFile held(target.filePath(QStringLiteral("A.wav")));
     const ExportLog log;
     {
@@ -253,7 +253,7 @@ TEST_F(ExportingTest, QuittingWaitsForTheExportAndLogsItsFailure) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return !exporting.isBusy(); }, deadline));
 }
 
-TEST_F(ExportingTest, HoweverManyExportsWaitOtherWorkGoesOn) {
+TEST_F(ExportingTest, WaitingExportsDontBlockOtherWork) {
     std::deque<HeldFile> held;
     for (int number = 0; number < QThreadPool::globalInstance()->maxThreadCount(); ++number) {
         const QString name = QString::number(number);
@@ -268,7 +268,7 @@ TEST_F(ExportingTest, HoweverManyExportsWaitOtherWorkGoesOn) {
     EXPECT_EQ(exported().size(), QThreadPool::globalInstance()->maxThreadCount());
 }
 
-TEST_F(ExportingTest, TwoExportsToOneFolderDontTakeOneName) {
+TEST_F(ExportingTest, TwoExportsToOneFolderUseDifferentNames) {
     HeldFile held(target.filePath(QStringLiteral("A.wav")));
     const ScriptProject other({{QStringLiteral("One")}});
     const Exporting::Folder first{{{project.id(0), sourceOf("a"), QStringLiteral("A")}}};

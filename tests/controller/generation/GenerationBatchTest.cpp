@@ -17,7 +17,6 @@ QStringList manyLines() {
     return lines;
 }
 
-/// A script of twelve lines.
 class GenerationBatchTest : public test::GenerationTest {
 protected:
     GenerationBatchTest() : GenerationTest(manyLines()) {}
@@ -42,7 +41,7 @@ TEST_F(GenerationBatchTest, ASignOutEndsTheWaitingLinesWithoutARequestAndWithOne
         EXPECT_FALSE(isGenerating(id));
 }
 
-TEST_F(GenerationBatchTest, AnotherAccountPaysForNothingRequestedBefore) {
+TEST_F(GenerationBatchTest, ANewAccountDoesntPayForEarlierRequests) {
     LoopbackServer other;
     other.answer("/v1/text-to-speech/", test::silenceReply());
     duringLine(1, [&] {

@@ -93,7 +93,7 @@ TEST_F(LineGeneratorTest, AnEntryChangedDuringTheUploadIsUploadedNextTime) {
     EXPECT_EQ(server.requests(dictionaryPath).size(), 2);
 }
 
-TEST_F(LineGeneratorTest, ALineDeletedWhileItWaitsIsNeitherSpokenNorMissed) {
+TEST_F(LineGeneratorTest, ALineDeletedWhileItWaitsIsSkippedSilently) {
     addEntry(QStringLiteral("gif"), QStringLiteral("jif"));
     const model::LineId id = project.id(1);
     const auto deleting = [this, id](const QByteArray &reply) {
@@ -172,7 +172,7 @@ TEST_F(LineGeneratorTest, ALineWithoutAVoiceOrAlreadyOnItsWayStopsQuietly) {
     EXPECT_TRUE(isGenerating(project.id(0)));
 }
 
-TEST_F(LineGeneratorTest, TheSelectionIsGeneratedWhereAudioIsMissingAndElseAgain) {
+TEST_F(LineGeneratorTest, TheSelectionGeneratesLinesWithoutAudioOtherwiseAllAgain) {
     const auto planned = [this] { return planForSelection(*project); };
     project->selection().selectAll();
     project.addTake(0);
@@ -194,7 +194,7 @@ TEST_F(LineGeneratorTest, TheSelectionIsGeneratedWhereAudioIsMissingAndElseAgain
     EXPECT_EQ(takeCount(0), 2);
 }
 
-TEST_F(LineGeneratorTest, AGeneratorThatGoesWhileItsRequestRunsLeavesNothingBehind) {
+TEST_F(LineGeneratorTest, AGeneratorDestroyedDuringARequestLeavesNothingBehind) {
     auto leaving = std::make_unique<LineGenerator>(*project, service);
     bool arrived = false;
     server.handle("/v1/text-to-speech/", [&](const LoopbackRequest &, QTcpSocket &socket) {

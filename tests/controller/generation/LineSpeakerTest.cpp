@@ -39,7 +39,7 @@ TEST_F(LineSpeakerTest, ADictionaryBelongsToOneEndpointAndAccount) {
     EXPECT_EQ(server.requests(dictionaryPath).size(), 2);
 }
 
-TEST_F(LineSpeakerTest, ADictionaryThatTheServiceHasLostIsUploadedAgainOnce) {
+TEST_F(LineSpeakerTest, ADictionaryMissingAtTheServiceIsUploadedAgainOnce) {
     addEntry(QStringLiteral("gif"), QStringLiteral("jif"));
     generate(0);
     server.answer(dictionaryPath, LoopbackServer::json(R"({"id":"d2","version_id":"v2"})"));

@@ -89,7 +89,7 @@ TEST_F(StoringTakesTest, WhatCouldNotBeStoredIsKeptByNameAndCanBeStoredLater) {
     EXPECT_FALSE(QFile::exists(kept));
 }
 
-TEST_F(StoringTakesTest, AGeneratorThatGoesLeavesNoAudioBehind) {
+TEST_F(StoringTakesTest, ADestroyedGeneratorLeavesNoAudioBehind) {
     const QStringList cached = cachedFiles();
     auto leaving = std::make_unique<LineGenerator>(*project, service);
     duringLine(1, [&leaving] { leaving.reset(); });

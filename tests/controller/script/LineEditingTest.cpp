@@ -40,7 +40,7 @@ TEST(LineEditing, ANewLineTakesVoiceAndSettingsOfTheSelectedLineAndTheCaret) {
     EXPECT_EQ(project->selection().singleSelectedLineId(), project.id(0));
 }
 
-TEST(LineEditing, WithSeveralSelectedLinesTheLastLineOfTheTabLendsItsSettings) {
+TEST(LineEditing, WithSeveralSelectedLinesANewLineTakesTheLastLinesSettings) {
     const ScriptProject project({words("a b c"), words("d")});
     project->voices().assignVoice({project.id(2)}, {QStringLiteral("ana-id"), QStringLiteral("Ana")});
     project->selection().selectAll();
@@ -49,7 +49,7 @@ TEST(LineEditing, WithSeveralSelectedLinesTheLastLineOfTheTabLendsItsSettings) {
     expectSound(*project);
 }
 
-TEST(LineEditing, WithNoLineToLendOneTheVoicePickedInTheServiceIsCast) {
+TEST(LineEditing, WithoutAnotherLineTheVoiceSelectedInTheServiceIsCast) {
     model::Project records = test::scriptProject({words("a"), {}});
     records.activeTabId = records.tabs[1].id;
     const ScriptProject project(records);
@@ -98,7 +98,7 @@ TEST(LineEditing, DeletingSelectsTheNeighbourThatTakesTheIndex) {
     }
 }
 
-TEST(LineEditing, TheOnlyLineOfATabGivesWayToAnEmptyOneAndComesBackWithItsTakes) {
+TEST(LineEditing, DeletingTheOnlyLineLeavesAnEmptyOneAndUndoRestoresItsTakes) {
     ScriptProject project({words("a"), words("b")}, ScriptProject::Folder::OnDisk);
     const model::TakeId take = project.addTake(0);
     const model::LineId old = project.id(0);
@@ -132,7 +132,7 @@ TEST(LineEditing, SplittingMakesALineOfEachSentenceWithoutTakes) {
     EXPECT_EQ(project.line(0).takes.size(), 1);
 }
 
-TEST(LineEditing, NotesOutliveTheUndoAndRedoOfWhatWasDoneBeforeThem) {
+TEST(LineEditing, NotesSurviveUndoAndRedoOfEarlierSteps) {
     const QString notes = QStringLiteral("softer");
     ScriptProject project({words("a b c")}, ScriptProject::Folder::OnDisk);
     const model::LineId a = project.id(0);
@@ -157,7 +157,7 @@ TEST(LineEditing, NotesOutliveTheUndoAndRedoOfWhatWasDoneBeforeThem) {
     EXPECT_EQ(project->lines().find(b)->notes, notes);
 }
 
-TEST(LineEditing, ALineWithoutOwnSettingsHandsItsPresetsOnWhenSplit) {
+TEST(LineEditing, ALineWithoutOwnSettingsPassesItsPresetOnWhenSplit) {
     model::Project records = test::scriptProject({{QStringLiteral("One. Two.")}});
     model::ProjectPreset preset = model::ProjectPreset::processDefault();
     preset.id = model::PresetId::create();
@@ -173,7 +173,7 @@ TEST(LineEditing, ALineWithoutOwnSettingsHandsItsPresetsOnWhenSplit) {
     EXPECT_EQ(project.line(1).settings, preset.settings);
 }
 
-TEST(LineEditing, WhatCannotBeDoneLeavesNoStep) {
+TEST(LineEditing, ImpossibleOperationsLeaveNoStep) {
     const ScriptProject project({{QStringLiteral("Just one sentence."), QStringLiteral("b")}});
     LineEditing &lines = project->lines();
     lines.splitLine();

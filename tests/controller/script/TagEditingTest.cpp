@@ -53,7 +53,7 @@ TEST_F(TagEditingTest, ATagGoesInAtTheCaretAsOneStepThatUndoTakesBackWithTheCare
     EXPECT_EQ(text(), QStringLiteral("Hello [sighs] World again"));
 }
 
-TEST_F(TagEditingTest, TheFreshestSelectionSaysWhere) {
+TEST_F(TagEditingTest, TheMostRecentSelectionDecides) {
     struct Case {
         std::optional<TextRange> live;
         std::optional<TextRange> stored;
@@ -100,7 +100,7 @@ TEST_F(TagEditingTest, StressTogglesTheSelectedTextAndKeepsItSelected) {
     EXPECT_EQ(text(), QStringLiteral("Hello World again"));
 }
 
-TEST_F(TagEditingTest, StressWithoutSelectedTextOrWithOneThatDoesNotFitIsNoStep) {
+TEST_F(TagEditingTest, StressWithoutAFittingTextSelectionMakesNoStep) {
     selection.setTextSelectionRange(TextRange{6, 0});
     editing.insertTag(tags::stressTagItem());
     editing.insertTag(tags::stressTagItem(), TextRange{10, 100});
@@ -109,7 +109,7 @@ TEST_F(TagEditingTest, StressWithoutSelectedTextOrWithOneThatDoesNotFitIsNoStep)
     EXPECT_FALSE(project->hasUnsavedChanges());
 }
 
-TEST_F(TagEditingTest, WhatWasTypedBeforeIsAStepOfItsOwn) {
+TEST_F(TagEditingTest, EarlierTypingIsAStepOfItsOwn) {
     project->typing().beginEditing(project.id(0));
     selection.setEditingLineId(project.id(0));
     project->typing().type(project.id(0), QStringLiteral("Hello"));
@@ -123,7 +123,7 @@ TEST_F(TagEditingTest, WhatWasTypedBeforeIsAStepOfItsOwn) {
     EXPECT_EQ(selection.editingLineId(), project.id(0));
 }
 
-TEST_F(TagEditingTest, TheDocumentRemembersWhatATagIsShownAs) {
+TEST_F(TagEditingTest, TheDocumentRemembersATagsCategory) {
     tags::RenderedTagCategories &shown = editing.renderedTagCategories();
     EXPECT_EQ(shown.categoryForTag(QStringLiteral("[Whispers]")), tags::TagCategory::Vocal);
     EXPECT_EQ(shown.categoryForTag(QStringLiteral("[flibbers]")), std::nullopt);

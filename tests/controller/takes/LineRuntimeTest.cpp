@@ -34,7 +34,7 @@ TEST(LineRuntime, OnlyTheChangedLinesSignalBumps) {
     EXPECT_EQ(secondSpy.count(), 0);
 }
 
-TEST(LineRuntime, UndoNeitherEndsNorFakesAGeneration) {
+TEST(LineRuntime, UndoNeitherEndsNorResurrectsAGeneration) {
     ScriptProject project({{QStringLiteral("a"), QStringLiteral("b")}});
     project->takes().setGenerating(GenerationState::Generating, project.id(0));
     project.addTake(0);
@@ -61,7 +61,7 @@ TEST(LineWaveforms, ARequestedWaveformArrivesOnceAndGoesWithItsFile) {
     EXPECT_EQ(changed.count(), 2);
 }
 
-TEST(LineWaveforms, WhatWasAskedForLastOrAgainComesFirst) {
+TEST(LineWaveforms, TheLatestOrRepeatedRequestComesFirst) {
     ScriptProject project({{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c"), QStringLiteral("d")}},
                           ScriptProject::Folder::OnDisk);
     QList<qsizetype> arrived;
@@ -81,7 +81,7 @@ TEST(LineWaveforms, AClosingProjectDoesntWaitForALongFile) {
     {
         ScriptProject project({{QStringLiteral("a")}}, ScriptProject::Folder::OnDisk);
         project.addTake(0);
-        // A hole of hours of silence, which takes minutes to look through.
+        // A sparse file with hours of silence, which takes minutes to scan.
         QFile file(project->media().audioURL(project.line(0)).toLocalFile());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         file.write(audio::wavHeader(4'000'000'000U, 48000, 1, 16));

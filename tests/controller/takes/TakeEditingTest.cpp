@@ -124,7 +124,7 @@ TEST_F(TakeEditingTest, AFailedCopyTellsTheUserAndAddsNothing) {
     QFile::remove(source);
 }
 
-TEST_F(TakeEditingTest, ALineThatHasGoneGetsNoTake) {
+TEST_F(TakeEditingTest, ADeletedLineGetsNoTake) {
     const model::LineId gone = project.id(0);
     project->lines().deleteLine(gone);
     QCoro::waitFor(takes.installGeneratedAudio(QStringLiteral("/nowhere/tts.wav"), gone, std::nullopt));
