@@ -175,10 +175,10 @@ int run() {
     testing::ShellSession shell;
     {
         // Loads fonts, style and icons, once per process, so that no measurement includes them.
-        measureList(*shell.openUnheard(
+        measureList(*shell.openOffline(
             shell.store(QStringLiteral("Short"), model::Project::makeNew(QStringLiteral("Short"), base::Timestamp{}))));
     }
-    const auto session = shell.openUnheard(shell.store(QStringLiteral("Long"), longProject()));
+    const auto session = shell.openOffline(shell.store(QStringLiteral("Long"), longProject()));
     std::printf("%-28s %10s %10s %14s %13s %13s\n", "10,000 lines", "open ms", "MB", "frame ms, mid", "worst",
                 "worst jump");
     const Cost list = measureList(*session);

@@ -123,7 +123,7 @@ const QList<Command> &CommandTable::all() {
          Group::Direction,
          u"Direct by Voice"_s,
          {u"M"_s},
-         u"Directed by text; direct by voice instead"_s,
+         u"Directed by text; switch to voice"_s,
          u"microphone"_s},
         {Id::EditNotes, Group::Direction, u"Edit Notes"_s, {u"N"_s}, u"Notes on this line"_s, u"note"_s},
 
