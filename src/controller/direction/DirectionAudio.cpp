@@ -12,6 +12,7 @@
 
 #include "audio/files/AudioImporter.h"
 #include "audio/recording/LeftoverRecordings.h"
+#include "base/files/AtomicFile.h"
 #include "base/files/PrivateFolders.h"
 #include "controller/document/Edit.h"
 #include "controller/ProjectController.h"
@@ -86,10 +87,13 @@ QCoro::Task<void> DirectionAudio::installRecording(QUrl file, double durationSec
         adopt(stored.value(), durationSeconds, id);
         co_return;
     }
-    // The line is gone, but undo may bring it back: keep the recording.
-    if (stored.value() != from && !QFile::rename(stored.value(), from))
-        QFile::remove(stored.value());
-    Q_EMIT lineGone(file, durationSeconds, id);
+    // The line is gone, but undo may bring it back: keep the recording, in the project's folder if it can't be moved
+    // out of there.
+    const QString kept = stored.value();
+    auto movingBack = QtConcurrent::run([kept, from] { return base::moveAtomically(kept, from).hasValue(); });
+    const bool isBack = co_await movingBack;
+    if (self)
+        Q_EMIT lineGone(isBack ? file : QUrl::fromLocalFile(kept), durationSeconds, id);
 }
 
 QCoro::Task<void> DirectionAudio::importDirectionAudio(QUrl source, model::LineId id) {

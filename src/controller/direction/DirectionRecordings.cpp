@@ -23,7 +23,11 @@ DirectionRecordings::DirectionRecordings(ProjectController &controller, const Au
             [this](const QUrl &take, double duration, const model::LineId &id) {
                 m_takesOfGoneLines.insert(id, {take, duration});
             });
-    onAnyChange<LinesChanged, PresetsChanged>(controller, this, [this] { followModes(); });
+    onChange<LinesChanged>(controller, this, [this](const LinesChanged &change) {
+        if (change.fields() & LineField::Settings)
+            followModes();
+    });
+    onChange<PresetsChanged>(controller, this, [this](const PresetsChanged &) { followModes(); });
     connect(&parts.server, &audio::SoundServer::stateChanged, this, &DirectionRecordings::followServer);
 }
 
@@ -127,9 +131,9 @@ void DirectionRecordings::attach(const QUrl &take, double duration, const model:
 void DirectionRecordings::tellError(const model::LineId &id) {
     const bool hasError = !state(id).error.isEmpty();
     if (hasError)
-        m_told.insert(id, {m_parts.server.state() != audio::SoundServer::State::Ready, modeOf(id)});
+        m_shownErrors.insert(id, {m_parts.server.state() != audio::SoundServer::State::Ready, modeOf(id)});
     else
-        m_told.remove(id);
+        m_shownErrors.remove(id);
     Q_EMIT changed(id);
     if (hasError)
         Q_EMIT attentionWanted(id);
@@ -142,20 +146,20 @@ void DirectionRecordings::dismissError(const model::LineId &id) {
 
 void DirectionRecordings::followServer() {
     const bool isBack = m_parts.server.state() == audio::SoundServer::State::Ready;
-    const QList<model::LineId> ids = m_told.keys();
+    const QList<model::LineId> ids = m_shownErrors.keys();
     for (const model::LineId &id : ids) {
         // Keep errors caused by the server's return itself.
-        if (isBack && m_told.value(id).isServersDoing)
+        if (isBack && m_shownErrors.value(id).isServerFault)
             dismissError(id);
         else if (!isBack)
-            m_told[id].isServersDoing = true;
+            m_shownErrors[id].isServerFault = true;
     }
 }
 
 void DirectionRecordings::followModes() {
-    const QList<model::LineId> ids = m_told.keys();
+    const QList<model::LineId> ids = m_shownErrors.keys();
     for (const model::LineId &id : ids)
-        if (m_told.value(id).mode != modeOf(id))
+        if (m_shownErrors.value(id).mode != modeOf(id))
             dismissError(id);
 }
 
@@ -173,7 +177,7 @@ void DirectionRecordings::followLines() {
             m_recorders.value(id)->stopRecording();
             continue;
         }
-        m_told.remove(id);
+        m_shownErrors.remove(id);
         m_recorders.take(id)->deleteLater();
     }
     const QList<model::LineId> waiting = m_takesOfGoneLines.keys();

@@ -64,10 +64,10 @@ private:
         double duration = 0.0;
     };
 
-    /// When a line's error appeared.
-    struct Told {
+    /// The circumstances in which a line's error appeared.
+    struct ShownError {
         /// The sound server was unavailable then or has been since.
-        bool isServersDoing = false;
+        bool isServerFault = false;
         model::DirectionMode mode = model::DirectionMode::Text;
     };
 
@@ -84,8 +84,7 @@ private:
     ProjectController &m_controller;
     audio::AudioRecorder::Parts m_parts;
     QHash<model::LineId, audio::AudioRecorder *> m_recorders;
-    /// Lines that show an error.
-    QHash<model::LineId, Told> m_told;
+    QHash<model::LineId, ShownError> m_shownErrors;
     QHash<model::LineId, FinishedTake> m_takesOfGoneLines;
     bool m_isAllowed = true;
 };

@@ -1,7 +1,5 @@
 #include "controller/document/Edit.h"
 
-#include <utility>
-
 #include "controller/document/ProjectChange.h"
 #include "controller/document/StoreUndoSnapshot.h"
 #include "controller/document/TypingSession.h"
@@ -19,7 +17,8 @@ Edit::Edit(ProjectController &controller)
 Edit::Edit(ProjectController &controller, const QString &actionName) : Edit(controller) {
     Q_ASSERT(!actionName.isEmpty());
     controller.typing().commit();
-    m_before = m_isOutermost ? std::move(m_before) : m_state;
+    if (!m_isOutermost)
+        m_before = m_state;
     m_actionName = actionName;
 }
 
@@ -30,7 +29,7 @@ Edit::~Edit() {
         changes = changesBetween(m_before, m_state);
     }
     --m_controller.m_openEdits;
-    if (!m_actionName.isEmpty())
+    if (!m_actionName.isEmpty() && hasUndoableChange())
         registerUndo();
     // An observer may change the project again. That is a separate edit with its own announcement.
     for (const ProjectChange &change : std::as_const(changes))
@@ -49,6 +48,11 @@ void Edit::settleState() const {
         return;
     m_state.project.modifiedAt = m_controller.now();
     m_state.hasUnsavedChanges = true;
+}
+
+// A step that changes nothing would do nothing when undone, and would discard what can be redone.
+bool Edit::hasUndoableChange() const {
+    return recordsDiffer(m_before.project, m_state.project) || m_before.lineRuntime != m_state.lineRuntime;
 }
 
 void Edit::registerUndo() const {

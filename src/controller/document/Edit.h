@@ -16,7 +16,8 @@ class Edit final {
 public:
     /// A change without an undo step: typing, notes, selection, runtime state.
     explicit Edit(ProjectController &controller);
-    /// A change that is one undo step of that name. Commits pending typing first. No other named edit may be open.
+    /// A change that is one undo step of that name, or none if nothing changes. Commits pending typing first. No other
+    /// named edit may be open.
     Edit(ProjectController &controller, const QString &actionName);
     ~Edit();
     Edit(const Edit &) = delete;
@@ -43,6 +44,7 @@ public:
 
 private:
     void settleState() const;
+    [[nodiscard]] bool hasUndoableChange() const;
     void registerUndo() const;
 
     ProjectController &m_controller;

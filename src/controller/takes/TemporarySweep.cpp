@@ -59,11 +59,13 @@ void sweepTemporaryFolder(const QString &folder, std::chrono::system_clock::time
     const QFileInfo undoAudio(folder + QStringLiteral("/OrlentaDirectionAudioUndo"));
     if (undoAudio.exists() || undoAudio.isSymLink())
         removeItem(undoAudio);
-    const QFileInfo drags(folder + QStringLiteral("/OrlentaDrag"));
-    if (drags.isDir() && !drags.isSymLink())
-        for (const QFileInfo &item : itemsOf(drags.absoluteFilePath()))
-            if (isOlderThan(item, limit))
-                removeItem(item);
+    for (const QString &name : {QStringLiteral("/OrlentaDrag"), QStringLiteral("/OrlentaStitchedAudio")}) {
+        const QFileInfo kept(folder + name);
+        if (kept.isDir() && !kept.isSymLink())
+            for (const QFileInfo &item : itemsOf(kept.absoluteFilePath()))
+                if (isOlderThan(item, limit))
+                    removeItem(item);
+    }
     removeOld(folder, namedByUuid(QStringLiteral("(tts|sts|voice_preview|direction|padded)_(src_)?")), limit);
     removeOld(folder, namedByUuid(QStringLiteral("OrlentaDroppedAudio-"), unfinished), limit);
 }

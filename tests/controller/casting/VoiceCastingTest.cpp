@@ -39,6 +39,17 @@ TEST(VoiceCasting, UndoTakesBackTheVoiceAndItsColor) {
     EXPECT_EQ(project->voices().nextCastColor(), castPalette().at(1));
 }
 
+TEST(VoiceCasting, CastingTheSameVoiceAgainIsNoStepAndKeepsRedo) {
+    const ScriptProject project({{QStringLiteral("a")}});
+    project->voices().assignVoice({project.id(0)}, ana);
+    project->voices().assignVoice({project.id(0)}, ben);
+    project->undoManager().undo();
+    project->voices().assignVoice({project.id(0)}, ana);
+    EXPECT_TRUE(project->undoManager().canRedo());
+    project->undoManager().undo();
+    EXPECT_FALSE(project->undoManager().canUndo());
+}
+
 TEST(VoiceCasting, CastingOnDeletedLinesDoesNothing) {
     const ScriptProject project({{QStringLiteral("a")}});
     project->voices().assignVoice({model::LineId::create()}, ana);

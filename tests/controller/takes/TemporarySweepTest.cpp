@@ -55,6 +55,8 @@ TEST(TemporarySweep, OnlyOldFilesOfTheApplicationsOwnNamesGo) {
         {QStringLiteral("OrlentaDroppedAudio-%1.wav").arg(uuid), 6, true},
         {QStringLiteral("OrlentaDrag/clip.wav"), 8, false},
         {QStringLiteral("OrlentaDrag/fresh.wav"), 1, true},
+        {QStringLiteral("OrlentaStitchedAudio/continuous.wav"), 8, false},
+        {QStringLiteral("OrlentaStitchedAudio/fresh.wav"), 1, true},
         {QStringLiteral("OrlentaDirectionAudioUndo/deep/new.wav"), 0, false},
     };
     expectSwept(temporary, cases, &sweepTemporaryFolder);
