@@ -92,6 +92,15 @@ TEST(ProjectDecoding, RepeatedIdsAreRenewedAfterTheFirst) {
     EXPECT_TRUE(project.tabs.at(1).lineIds.isEmpty());
 }
 
+TEST(ProjectDecoding, ATextKeepsItsLeadingByteOrderMarks) {
+    Project project = fullProject();
+    const QString marked = u"\uFEFF\uFEFFText\uFEFF"_s;
+    project.lines.update(project.tabs.first().lineIds.first(),
+                         [&](ProjectLine &line) { line.text = line.settings->model = marked; });
+    project.voices.first().castName = marked;
+    EXPECT_EQ(decoded(encodeProject(project)), project);
+}
+
 TEST(ProjectDecoding, AnUnknownActiveTabIsKept) {
     const Project project = decoded(documentWith(R"(,"active_tab_id":"00000000-0000-0000-0000-000000000077")"));
     EXPECT_EQ(project.activeTabId, TabId(sampleUuid(77)));
