@@ -92,6 +92,31 @@ TEST(ProjectDecoding, RepeatedIdsAreRenewedAfterTheFirst) {
     EXPECT_TRUE(project.tabs.at(1).lineIds.isEmpty());
 }
 
+TEST(ProjectDecoding, NoTwoRecordsOfAListShareAnId) {
+    const auto threeTimes = [](const QByteArray &record) { return "[" + record + "," + record + "," + record + "]"; };
+    const auto expectUnique = [](const auto &records) {
+        ASSERT_EQ(records.size(), 3);
+        EXPECT_EQ(records.at(0).id.uuid(), sampleUuid(7));
+        EXPECT_NE(records.at(1).id, records.at(0).id);
+        EXPECT_NE(records.at(2).id, records.at(0).id);
+        EXPECT_NE(records.at(2).id, records.at(1).id);
+    };
+    const QByteArray id = R"({"id":"00000000-0000-0000-0000-000000000007")";
+    const QByteArray preset = id + presetText().mid(presetText().indexOf(','));
+    const Project project =
+        decoded(documentWith(",\"voices\":" + threeTimes(id + "}") + ",\"presets\":" + threeTimes(preset) +
+                             ",\"pronunciations\":" + threeTimes(id + "}")));
+    expectUnique(project.voices);
+    expectUnique(project.presets);
+    expectUnique(project.pronunciations);
+    expectUnique(onlyLine(decoded(withTake(takeText + "," + takeText + "," + takeText))).takes);
+    const QByteArray recording =
+        id + R"(,"filename":"r.wav","recorded_at":"2024-05-31T12:34:56Z","duration_seconds":1})";
+    const QByteArray line =
+        lineText(1, 0).replace("\"source_recordings\":[]", "\"source_recordings\":" + threeTimes(recording));
+    expectUnique(onlyLine(decoded(documentWith(",\"lines\":[" + line + "]"))).sourceRecordings);
+}
+
 TEST(ProjectDecoding, ATextKeepsItsLeadingByteOrderMarks) {
     Project project = fullProject();
     const QString marked = u"\uFEFF\uFEFFText\uFEFF"_s;
