@@ -23,6 +23,8 @@ QList<LineId> sequenceOf(std::vector<std::shared_ptr<json::LineDraft>> lines) {
 
 Project repaired(json::ProjectDraft draft) {
     Project &project = draft.project;
+    // An older version is read like this one, and written as this one.
+    project.schemaVersion = Project::currentSchemaVersion;
     for (const auto &line : draft.lines) {
         repairIds(*line);
         while (project.lines.contains(line->lineId))
