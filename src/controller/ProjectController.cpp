@@ -30,9 +30,9 @@ namespace orlenta::controller {
 struct ProjectController::Subjects {
     explicit Subjects(ProjectController &controller)
         : typing(controller), selection(controller), runtime(controller), media(controller), waveforms(controller),
-          installer(controller), voices(controller), presets(controller), lines(controller), clipboard(controller),
-          tabs(controller), tagEditing(controller), takes(controller), directionAudio(controller),
-          pronunciations(controller), exporting(controller) {}
+          installer(controller), voices(controller), presets(controller, controller.m_clock), lines(controller),
+          clipboard(controller), tabs(controller), tagEditing(controller), takes(controller),
+          directionAudio(controller), pronunciations(controller), exporting(controller) {}
 
     UndoManager undoManager;
     Notices notices;
