@@ -30,9 +30,9 @@ namespace orlenta::controller {
 struct ProjectController::Subjects {
     explicit Subjects(ProjectController &controller)
         : typing(controller), selection(controller), runtime(controller), media(controller), waveforms(controller),
-          installer(controller), voices(controller), presets(controller), lines(controller), clipboard(controller),
-          tabs(controller), tagEditing(controller), takes(controller), directionAudio(controller),
-          pronunciations(controller), exporting(controller) {}
+          installer(controller), voices(controller), presets(controller, controller.m_clock), lines(controller),
+          clipboard(controller), tabs(controller), tagEditing(controller), takes(controller),
+          directionAudio(controller), pronunciations(controller), exporting(controller) {}
 
     UndoManager undoManager;
     Notices notices;
@@ -67,16 +67,22 @@ ProjectController::ProjectController(model::Project project, const QUrl &project
     media().rebuildRuntimeAudio(edit);
 }
 
+ProjectController::ProjectController(const model::StoredProject &stored, base::Clock clock, QObject *parent)
+    : ProjectController(stored.project, QUrl::fromLocalFile(stored.folder), std::move(clock), parent) {
+    m_projectFile = stored.file;
+}
+
 ProjectController::~ProjectController() = default;
 
 base::Result<void, ProjectControllerError> ProjectController::save() {
     if (m_state.folder().isEmpty())
         return base::fail(ProjectControllerError(ProjectControllerError::ProjectNotBacked()));
-    const auto saved = model::ProjectStore::save(m_state.project, m_state.folder(), now());
+    const auto saved = model::ProjectStore::save({m_state.project, m_state.folder(), m_projectFile}, now());
     if (!saved)
         return base::fail(ProjectControllerError(saved.error()));
+    m_projectFile = saved->file;
     const Edit edit(*this);
-    edit->project.modifiedAt = saved->modifiedAt;
+    edit->project.modifiedAt = saved->project.modifiedAt;
     edit->hasUnsavedChanges = false;
     return {};
 }

@@ -10,6 +10,10 @@
 #include "controller/document/ProjectControllerError.h"
 #include "controller/document/ProjectState.h"
 
+namespace orlenta::model {
+struct StoredProject;
+}
+
 namespace orlenta::controller {
 
 class AudioInstaller;
@@ -40,6 +44,9 @@ public:
     /// incomplete (presets, lines, tabs, the active tab); the repair doesn't make the project dirty.
     ProjectController(model::Project project, const QUrl &projectURL, base::Clock clock = base::systemClock(),
                       QObject *parent = nullptr);
+    /// Saves to the file that was opened.
+    explicit ProjectController(const model::StoredProject &stored, base::Clock clock = base::systemClock(),
+                               QObject *parent = nullptr);
     ~ProjectController() override;
 
     [[nodiscard]] const ProjectState &state() const { return m_state; }
@@ -91,6 +98,8 @@ private:
 
     base::Clock m_clock;
     ProjectState m_state;
+    /// Empty until the first save if the project wasn't opened from a file.
+    QString m_projectFile;
     int m_openEdits = 0;
     std::unique_ptr<Subjects> m_subjects;
 };

@@ -9,8 +9,7 @@
 namespace orlenta::controller {
 
 ProjectSession::ProjectSession(const SharedServices &services, const model::StoredProject &stored, QObject *parent)
-    : QObject(parent), m_services(services), m_service(services.defaults, services.credentials),
-      m_controller(stored.project, QUrl::fromLocalFile(stored.folder)),
+    : QObject(parent), m_services(services), m_service(services.defaults, services.credentials), m_controller(stored),
       m_playback(services.sound, services.defaults, services.devices, services.routing),
       m_generator(m_controller, m_service),
       m_recordings(m_controller, {services.sound, services.defaults, services.inputRoutes, services.microphone}) {

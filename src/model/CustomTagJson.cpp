@@ -1,5 +1,6 @@
 #include "model/CustomTagJson.h"
 
+#include "model/IdRepair.h"
 #include "model/json/RecordReader.h"
 #include "model/json/RecordTables.h"
 #include "model/json/RecordWriting.h"
@@ -20,7 +21,10 @@ QByteArray encodeCustomTags(const QList<CustomTag> &tags) {
 std::optional<QList<CustomTag>> decodeCustomTags(const QByteArray &bytes) {
     QList<CustomTag> tags;
     const auto outcome = json::RecordReader::read(bytes, json::customTagsDocument(), &tags, {});
-    return outcome.problem ? std::nullopt : std::optional(std::move(tags));
+    if (outcome.problem)
+        return std::nullopt;
+    repairIds(tags);
+    return tags;
 }
 
 } // namespace orlenta::model

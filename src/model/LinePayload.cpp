@@ -1,5 +1,6 @@
 #include "model/LinePayload.h"
 
+#include "model/IdRepair.h"
 #include "model/json/RecordReader.h"
 #include "model/json/RecordTables.h"
 #include "model/json/RecordWriting.h"
@@ -30,6 +31,8 @@ std::optional<LinePayload> decodeLinePayload(const QByteArray &bytes) {
     const auto outcome = json::RecordReader::read(bytes, json::linePayloadDocument(), &draft, {});
     if (outcome.problem || draft.version != LinePayload::currentVersion)
         return std::nullopt;
+    for (json::LineDraft &line : draft.lines)
+        repairIds(line);
     return LinePayload{draft.projectId, QList<ProjectLine>(draft.lines.begin(), draft.lines.end())};
 }
 

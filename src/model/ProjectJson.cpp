@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <memory>
 
-#include <QtCore/QSet>
-
+#include "model/IdRepair.h"
 #include "model/json/RecordReader.h"
 #include "model/json/RecordTables.h"
 #include "model/json/RecordWriting.h"
@@ -12,21 +11,6 @@
 
 namespace orlenta::model {
 namespace {
-
-// Renews repeated ids, which would make two records indistinguishable. The first record keeps the id.
-template <typename Id>
-class IdRenewal final {
-public:
-    explicit IdRenewal(qsizetype records) { m_seen.reserve(records); }
-    void renewIfRepeated(Id &id) {
-        while (m_seen.contains(id))
-            id = Id::create();
-        m_seen.insert(id);
-    }
-
-private:
-    QSet<Id> m_seen;
-};
 
 QList<LineId> sequenceOf(std::vector<std::shared_ptr<json::LineDraft>> lines) {
     std::stable_sort(lines.begin(), lines.end(), [](const auto &a, const auto &b) { return a->order < b->order; });
@@ -39,14 +23,15 @@ QList<LineId> sequenceOf(std::vector<std::shared_ptr<json::LineDraft>> lines) {
 
 Project repaired(json::ProjectDraft draft) {
     Project &project = draft.project;
+    // An older version is read like this one, and written as this one.
+    project.schemaVersion = Project::currentSchemaVersion;
     for (const auto &line : draft.lines) {
+        repairIds(*line);
         while (project.lines.contains(line->lineId))
             line->lineId = LineId::create();
         project.lines.insert(line);
     }
-    IdRenewal<TabId> tabIds(project.tabs.size());
-    for (ProjectTab &tab : project.tabs)
-        tabIds.renewIfRepeated(tab.id);
+    repairIds(project);
     repairTabs(project, sequenceOf(std::move(draft.lines)));
     if (!project.activeTabId)
         project.activeTabId = project.tabs.first().id;

@@ -25,6 +25,10 @@ constexpr QLatin1String packageFileName("project.json");
 constexpr QLatin1String packageFileSuffix(".orl.json");
 constexpr QLatin1String projectFileSuffix(".orl");
 
+QString cleanPath(const QString &path) {
+    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
+
 QString nameIn(const QString &path) {
     return QFileInfo(QDir::cleanPath(path)).fileName();
 }
@@ -164,10 +168,10 @@ base::Result<void, FileError> makeProjectFolders(const QString &folder) {
 } // namespace
 
 std::optional<QString> ProjectStore::projectFolderForLocation(const QString &path) {
-    if (QFileInfo(path).isDir())
-        return QDir::cleanPath(path);
-    return isProjectFileName(nameIn(path)) ? std::optional(QFileInfo(QDir::cleanPath(path)).absolutePath())
-                                           : std::nullopt;
+    const QString clean = cleanPath(path);
+    if (QFileInfo(clean).isDir())
+        return clean;
+    return isProjectFileName(nameIn(clean)) ? std::optional(QFileInfo(clean).absolutePath()) : std::nullopt;
 }
 
 base::Result<StoredProject, ProjectStoreError> ProjectStore::load(const QString &path, base::Timestamp now,
@@ -176,8 +180,7 @@ base::Result<StoredProject, ProjectStoreError> ProjectStore::load(const QString 
     const auto folder = projectFolderForLocation(path);
     if (!folder)
         return base::fail(notFound);
-    const auto projectFile =
-        QFileInfo(path).isDir() ? projectFileForReading(*folder) : std::optional(QDir::cleanPath(path));
+    const auto projectFile = QFileInfo(path).isDir() ? projectFileForReading(*folder) : std::optional(cleanPath(path));
     if (projectFile)
         base::removeStaleTemporary(*projectFile);
     base::removeStaleTemporary(cacheIndexIn(*folder));
@@ -187,28 +190,34 @@ base::Result<StoredProject, ProjectStoreError> ProjectStore::load(const QString 
     auto project = readProjectFile(*file, now);
     if (!project)
         return base::fail(project.error());
-    return StoredProject{std::move(project).value(), *folder};
+    return StoredProject{std::move(project).value(), *folder, projectFile.value_or(QString())};
+}
+
+QString ProjectStore::nameWithoutExtension(const QString &name) {
+    QString plain = name.trimmed();
+    while (hasProjectExtension(plain))
+        plain = withoutExtension(plain).trimmed();
+    return plain;
 }
 
 base::Result<StoredProject, ProjectStoreError> ProjectStore::create(const QString &folder, const QString &name,
                                                                     Project project, base::Timestamp now) {
-    const QString cleanFolder = QDir::cleanPath(folder);
-    if (auto made = makeProjectFolders(cleanFolder); !made)
+    StoredProject stored{std::move(project), cleanPath(folder), {}};
+    if (auto made = makeProjectFolders(stored.folder); !made)
         return base::fail(ProjectStoreError(made.error()));
-    project.projectName = name;
-    project.modifiedAt = now;
-    if (auto written = base::writeAtomically(namedProjectFile(cleanFolder, name), encodeProject(project)); !written)
-        return base::fail(ProjectStoreError(written.error()));
-    return StoredProject{std::move(project), cleanFolder};
+    stored.project.projectName = nameWithoutExtension(name);
+    stored.file = isPackage(stored.folder) ? pathIn(stored.folder, packageFileName)
+                                           : namedProjectFile(stored.folder, stored.project.projectName);
+    return save(std::move(stored), now);
 }
 
-base::Result<Project, ProjectStoreError> ProjectStore::save(Project project, const QString &folder,
-                                                            base::Timestamp now) {
-    project.modifiedAt = now;
-    const QString file = projectFileForWriting(folder, project.projectName);
-    if (auto written = base::writeAtomically(file, encodeProject(project)); !written)
+base::Result<StoredProject, ProjectStoreError> ProjectStore::save(StoredProject stored, base::Timestamp now) {
+    stored.project.modifiedAt = now;
+    if (stored.file.isEmpty())
+        stored.file = projectFileForWriting(stored.folder, stored.project.projectName);
+    if (auto written = base::writeAtomically(stored.file, encodeProject(stored.project)); !written)
         return base::fail(ProjectStoreError(written.error()));
-    return project;
+    return stored;
 }
 
 QString ProjectStore::projectFileForWriting(const QString &folder, const QString &projectName) {

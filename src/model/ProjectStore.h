@@ -11,13 +11,16 @@
 
 namespace orlenta::model {
 
-/// A project and the folder it lives in.
+/// A project and where it lives, as absolute paths.
 struct StoredProject {
     Project project;
     QString folder;
+    /// The project file that was read or made. Saving writes this one, whatever other project files the folder has.
+    /// Empty if none is known yet.
+    QString file;
 };
 
-/// Reads and writes project folders. Stateless; paths are absolute local paths. Blocking; any thread.
+/// Reads and writes project folders. Stateless; takes local paths. Blocking; any thread.
 class ProjectStore final {
 public:
     ProjectStore() = delete;
@@ -32,14 +35,19 @@ public:
     static base::Result<StoredProject, ProjectStoreError> load(const QString &path, base::Timestamp now,
                                                                const std::optional<QString> &replacement = {});
 
-    /// Creates the folder of a new project with all its contents, and saves `project` in it as `name`.
+    /// The name without the extension of project files, which would make a package of the project's folder.
+    [[nodiscard]] static QString nameWithoutExtension(const QString &name);
+
+    /// Creates the folder of a new project with all its contents, and saves `project` in it as `name`, without the
+    /// extension of project files.
     static base::Result<StoredProject, ProjectStoreError> create(const QString &folder, const QString &name,
                                                                  Project project, base::Timestamp now);
 
     /// Saves the project file in an existing folder, dated `now`. Returns the project as saved.
-    static base::Result<Project, ProjectStoreError> save(Project project, const QString &folder, base::Timestamp now);
+    static base::Result<StoredProject, ProjectStoreError> save(StoredProject stored, base::Timestamp now);
 
-    /// The file that saving a project of this name writes. An existing project file keeps its own name.
+    /// The file that saving a project of this name writes if its file isn't known. An existing project file keeps its
+    /// own name.
     [[nodiscard]] static QString projectFileForWriting(const QString &folder, const QString &projectName);
 };
 

@@ -132,6 +132,16 @@ SentenceEnd sentenceEndBefore(QStringView text, qsizetype boundary) {
     return {markEnd, end};
 }
 
+/// Whether the single letter before a full stop ends a longer word, such as "tomorrow's" or "3D". The rules would take
+/// it for an initial.
+bool closesLongerWord(QStringView text, qsizetype stop) {
+    if (stop < 2 || !text.at(stop - 1).isLetter())
+        return false;
+    const QChar before = text.at(stop - 2);
+    const bool isApostrophe = before == u'\'' || before == u'\u2019';
+    return before.isDigit() || (isApostrophe && stop >= 3 && text.at(stop - 3).isLetterOrNumber());
+}
+
 /// Unicode's sentence boundaries ignore abbreviations and ellipses and split "a!b". Our rules override them there, so
 /// that the two never contradict each other.
 bool acceptsBoundary(QStringView text, qsizetype boundary, SentenceEnd sentence) {
@@ -140,6 +150,8 @@ bool acceptsBoundary(QStringView text, qsizetype boundary, SentenceEnd sentence)
     if (sentence.end == boundary)
         return false;
     const qsizetype mark = sentence.markEnd - 1;
+    if (text.at(mark) == u'.' && closesLongerWord(text, mark))
+        return true;
     if (sentence.markEnd < sentence.end)
         return text.at(mark) != u'.' || !closesAbbreviation(text, mark);
     return !continuesSentence(text, mark);

@@ -179,11 +179,65 @@ TEST_F(ProjectStoreIn, APipeInsteadOfAProjectFileFailsWithoutBlocking) {
 
 TEST_F(ProjectStoreIn, SavingKeepsTheNameOfAnExistingFile) {
     put(u"P/Old name.orl"_s, projectText(u"Old name"_s));
-    const auto saved = ProjectStore::save(Project::makeNew(u"New name"_s, {}), path(u"P"_s), sampleMoment());
+    const auto saved = ProjectStore::save({Project::makeNew(u"New name"_s, {}), path(u"P"_s), {}}, sampleMoment());
     ASSERT_TRUE(saved);
-    EXPECT_EQ(saved->modifiedAt, sampleMoment());
+    EXPECT_EQ(saved->project.modifiedAt, sampleMoment());
+    EXPECT_EQ(saved->file, path(u"P/Old name.orl"_s));
     EXPECT_EQ(loaded(u"P"_s), u"New name"_s);
     EXPECT_EQ(QDir(path(u"P"_s)).entryList(QDir::Files), QStringList{u"Old name.orl"_s});
+}
+
+TEST_F(ProjectStoreIn, SavingWritesTheFileThatWasOpened) {
+    const std::pair<QString, QString> cases[] = {{u"P/K backup.orl"_s, u"P/K backup.orl"_s},
+                                                 {u"P/project.json"_s, u"P/project.json"_s},
+                                                 // The folder opens the file of its own name.
+                                                 {u"P"_s, u"P/P.orl"_s}};
+    for (const auto &[opened, written] : cases) {
+        for (const QString &name : {u"P/K.orl"_s, u"P/K backup.orl"_s, u"P/P.orl"_s, u"P/project.json"_s})
+            put(name, projectText(u"K"_s));
+        auto stored = ProjectStore::load(path(opened), sampleMoment());
+        ASSERT_TRUE(stored);
+        stored.value().project.pronunciations.append(PronunciationEntry{});
+        ASSERT_TRUE(ProjectStore::save(stored.value(), sampleMoment()));
+        for (const QString &name : {u"P/K.orl"_s, u"P/K backup.orl"_s, u"P/P.orl"_s, u"P/project.json"_s}) {
+            const auto now = ProjectStore::load(path(name), sampleMoment());
+            ASSERT_TRUE(now);
+            EXPECT_EQ(now->project.pronunciations.size(), name == written ? 1 : 0)
+                << opened.toStdString() << " " << name.toStdString();
+        }
+    }
+}
+
+TEST_F(ProjectStoreIn, AProjectNamedLikeAProjectFileCanBeReopened) {
+    for (const QString &name : {u"Foo.orl"_s, u" Foo.orl.orl "_s, u"Foo"_s}) {
+        for (const QString &folder : {u"Foo"_s, u"Bar.orl"_s}) {
+            const auto created = ProjectStore::create(path(folder), name, Project::makeNew(name, {}), sampleMoment());
+            ASSERT_TRUE(created);
+            EXPECT_EQ(created->project.projectName, u"Foo"_s);
+            const auto reopened = ProjectStore::load(path(folder), sampleMoment());
+            ASSERT_TRUE(reopened) << folder.toStdString();
+            EXPECT_EQ(reopened->file, created->file);
+            EXPECT_EQ(ProjectStore::projectFileForWriting(path(folder), u"Foo"_s), created->file);
+            ASSERT_TRUE(QDir(path(folder)).removeRecursively());
+        }
+    }
+    EXPECT_EQ(ProjectStore::nameWithoutExtension(u".orl"_s), u".orl"_s);
+}
+
+TEST_F(ProjectStoreIn, ARelativePathBecomesAbsolute) {
+    put(u"P/P.orl"_s, projectText(u"P"_s));
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(m_root.path()));
+    const auto folder = ProjectStore::load(u"P"_s, sampleMoment());
+    const auto file = ProjectStore::load(u"./P/P.orl"_s, sampleMoment());
+    const auto created = ProjectStore::create(u"New"_s, u"New"_s, Project::makeNew({}, {}), sampleMoment());
+    ASSERT_TRUE(QDir::setCurrent(before));
+    const QString root = QFileInfo(m_root.path()).canonicalFilePath();
+    for (const auto &[stored, name] : {std::pair(&folder, u"P"_s), {&file, u"P"_s}, {&created, u"New"_s}}) {
+        ASSERT_TRUE(*stored);
+        EXPECT_EQ((*stored)->folder, root + u'/' + name);
+        EXPECT_EQ((*stored)->file, root + u'/' + name + u'/' + name + u".orl"_s);
+    }
 }
 
 TEST_F(ProjectStoreIn, NamesForWritingStayInsideTheFolder) {

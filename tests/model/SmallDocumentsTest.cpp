@@ -22,6 +22,14 @@ TEST(CustomTagJson, TagsReadBackEqualAndMissingKeysHaveDefaults) {
     EXPECT_FALSE(read->last().isEnabled);
 }
 
+TEST(CustomTagJson, NoTwoTagsShareAnId) {
+    const CustomTag tag{CustomTagId::create(), u"x"_s, u"Vocal"_s, false, true};
+    const auto read = decodeCustomTags(encodeCustomTags({tag, tag}));
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->first().id, tag.id);
+    EXPECT_NE(read->last().id, tag.id);
+}
+
 TEST(CustomTagJson, AnythingElseIsRejected) {
     for (const QByteArray text : {"", "{}", "null", "[1]", R"([{"label":1}])", "[{}", R"([{"id":"x"}])"})
         EXPECT_FALSE(decodeCustomTags(text)) << text.toStdString();

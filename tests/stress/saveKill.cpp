@@ -51,7 +51,7 @@ Project numbered(Project project, qint64 number) {
 int saveForEver(const QString &folder, qint64 number) {
     const Project project = bulkyProject();
     for (;; ++number) {
-        if (!ProjectStore::save(numbered(project, number), folder, savingTime))
+        if (!ProjectStore::save({numbered(project, number), folder, {}}, savingTime))
             return EXIT_FAILURE;
         if (::write(acknowledgements, &number, sizeof number) != sizeof number)
             return EXIT_FAILURE;

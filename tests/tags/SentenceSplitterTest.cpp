@@ -37,6 +37,14 @@ TEST(SentenceSplitter, KeepsAbbreviationsEllipsesAndExclamationsTogether) {
     expectSentences(u"Go best. Now."_s, {u"Go best."_s, u"Now."_s});
 }
 
+TEST(SentenceSplitter, TakesTheLastLetterOfAWordForNoInitial) {
+    for (const QString &first : {u"This is tomorrow's."_s, u"This is tomorrow\u2019s."_s, u"No, I don't."_s,
+                                 u"In the 1980s."_s, u"\"It is hers and tomorrow's.\""_s, u"IT IS TOM'S."_s})
+        expectSentences(first + u" Then she left."_s, {first, u"Then she left."_s});
+    for (const QString &whole : {u"It was S. Then who came."_s, u"'S. Fox' is a name."_s, u"Tom's... Then what?"_s})
+        expectSentences(whole, {whole});
+}
+
 TEST(SentenceSplitter, NeverCutsInsideATag) {
     expectSentences(u"[sighs. slowly] Well. Fine."_s, {u"[sighs. slowly] Well."_s, u"Fine."_s});
     expectSentences(u"[Sighs. Slowly! Now] Well. Fine."_s, {u"[Sighs. Slowly! Now] Well."_s, u"Fine."_s});

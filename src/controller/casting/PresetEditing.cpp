@@ -4,6 +4,8 @@
 
 #include "controller/casting/VoiceCasting.h"
 #include "controller/document/Edit.h"
+#include "controller/document/TypingSession.h"
+#include "controller/document/UndoManager.h"
 #include "controller/ProjectController.h"
 
 namespace orlenta::controller {
@@ -32,7 +34,8 @@ void PresetEditing::updateSettings(const QList<model::LineId> &lines, const mode
     updateSettings(each);
 }
 
-void PresetEditing::updateSettings(const QHash<model::LineId, model::ProjectLineSettings> &settings) {
+void PresetEditing::updateSettings(const QHash<model::LineId, model::ProjectLineSettings> &settings,
+                                   std::optional<SettingsControlKind> stepped) {
     QList<model::LineId> changing;
     for (auto wanted = settings.cbegin(); wanted != settings.cend(); ++wanted) {
         const model::ProjectLine *line = m_controller.state().findLine(wanted.key());
@@ -41,9 +44,26 @@ void PresetEditing::updateSettings(const QHash<model::LineId, model::ProjectLine
     }
     if (changing.isEmpty())
         return;
-    const Edit edit(m_controller, QStringLiteral("Change Settings"));
-    for (const model::LineId &id : changing)
-        edit.updateLine(id, [&](model::ProjectLine &line) { line.settings = settings.value(id); });
+    const auto apply = [&](const Edit &edit) {
+        for (const model::LineId &id : std::as_const(changing))
+            edit.updateLine(id, [&](model::ProjectLine &line) { line.settings = settings.value(id); });
+    };
+    // What was typed meanwhile is a step between the two.
+    m_controller.typing().commit();
+    const QSet<model::LineId> lines(settings.keyBegin(), settings.keyEnd());
+    if (stepped && continuesStep(*stepped, lines))
+        apply(Edit(m_controller));
+    else
+        apply(Edit(m_controller, QStringLiteral("Change Settings")));
+    m_stepped.reset();
+    if (stepped)
+        m_stepped = {*stepped, lines, m_clock(), m_controller.undoManager().revision()};
+}
+
+bool PresetEditing::continuesStep(SettingsControlKind control, const QSet<model::LineId> &lines) const {
+    return m_stepped && m_stepped->control == control && m_stepped->lines == lines &&
+           m_stepped->undoRevision == m_controller.undoManager().revision() &&
+           m_clock() - m_stepped->time < std::chrono::seconds(1);
 }
 
 std::optional<QString> PresetEditing::applyPreset(const model::PresetId &id, const QList<model::LineId> &lines,

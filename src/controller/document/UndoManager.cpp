@@ -48,6 +48,7 @@ void UndoManager::endUndoGrouping() {
 }
 
 void UndoManager::registerUndo(Handler handler) {
+    ++m_revision;
     if (m_phase == Phase::Idle)
         m_redo.clear();
     const bool alone = m_level == 0;
@@ -82,6 +83,7 @@ std::vector<UndoManager::Group> &UndoManager::target() {
 void UndoManager::run(std::vector<Group> &from, Phase phase) {
     if (from.empty() || m_level > 0 || m_phase != Phase::Idle)
         return;
+    ++m_revision;
     const Group group = std::move(from.back());
     from.pop_back();
     m_phase = phase;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <vector>
 
@@ -25,6 +26,8 @@ public:
     [[nodiscard]] QString undoActionName() const;
     [[nodiscard]] QString redoActionName() const;
     [[nodiscard]] int groupingLevel() const;
+    /// Differs after each step that was made, undone or redone.
+    [[nodiscard]] std::uint64_t revision() const { return m_revision; }
 
     void beginUndoGrouping();
     void endUndoGrouping();
@@ -52,6 +55,7 @@ private:
     std::vector<Group> m_undo;
     std::vector<Group> m_redo;
     int m_level = 0;
+    std::uint64_t m_revision = 0;
     Phase m_phase = Phase::Idle;
 };
 

@@ -27,11 +27,11 @@ bool LineEditing::canSplitLine() const {
 }
 
 bool LineEditing::canMoveUp() const {
-    return movableIndex(Direction::Up) >= 0;
+    return canMove(Direction::Up);
 }
 
 bool LineEditing::canMoveDown() const {
-    return movableIndex(Direction::Down) >= 0;
+    return canMove(Direction::Down);
 }
 
 void LineEditing::setNewLineVoiceProvider(NewLineVoiceProvider provider) {
@@ -191,22 +191,38 @@ QStringList LineEditing::sentencesOfSelectedLine() const {
     return text.isEmpty() ? QStringList() : tags::splitSentences(text);
 }
 
-qsizetype LineEditing::movableIndex(Direction direction) const {
-    const QList<model::LineId> selected = m_controller.selection().selectedLinesInScript();
-    if (selected.isEmpty())
-        return -1;
-    const qsizetype last = m_controller.scriptLineIds().size() - 1;
-    const qsizetype index = indexInScript(direction == Direction::Up ? selected.first() : selected.last());
-    const bool movable = direction == Direction::Up ? index >= 1 : index < last;
-    return movable ? index : -1;
+bool LineEditing::canMove(Direction direction) const {
+    const QSet<model::LineId> &selected = m_controller.selection().selectedLineIds();
+    const model::LineIdList &script = m_controller.scriptLineIds();
+    const qsizetype last = script.size() - 1;
+    qsizetype atEdge = 0;
+    while (atEdge <= last && selected.contains(script.at(direction == Direction::Up ? atEdge : last - atEdge)))
+        ++atEdge;
+    // A line beyond the lines that are already at the edge has room.
+    return selected.size() > atEdge;
 }
 
 void LineEditing::move(Direction direction) {
-    const qsizetype index = movableIndex(direction);
-    if (index < 0)
+    if (!canMove(direction))
         return;
     const Edit edit(m_controller, QStringLiteral("Move Line"));
-    ScriptStructure::moveLine(edit, edit->activeTab()->id, index, direction == Direction::Up ? index - 1 : index + 1);
+    const model::TabId tab = edit->activeTab()->id;
+    const QSet<model::LineId> selected = edit->selection.selectedLineIds;
+    const qsizetype size = edit->scriptLineIds().size();
+    const qsizetype step = direction == Direction::Up ? 1 : -1;
+    // The line that a block of selected lines meets goes to the block's other end.
+    std::optional<qsizetype> passed;
+    for (qsizetype i = step > 0 ? 0 : size - 1; i >= 0 && i < size; i += step) {
+        const qsizetype next = i + step;
+        const bool isSelected = selected.contains(edit->scriptLineIds().at(i));
+        if (!isSelected)
+            passed = i;
+        const bool endsBlock = next < 0 || next >= size || !selected.contains(edit->scriptLineIds().at(next));
+        if (isSelected && passed && endsBlock) {
+            ScriptStructure::moveLine(edit, tab, *passed, i);
+            passed.reset();
+        }
+    }
 }
 
 } // namespace orlenta::controller

@@ -44,6 +44,7 @@ public:
     void deleteLines(const QList<model::LineId> &ids, Removal removal);
     /// Replaces the selected line with one line per sentence. The new lines have no takes.
     void splitLine();
+    /// Moves the selected lines one place. Those that stand together stay together; those at the edge stay there.
     void moveLineUp();
     void moveLineDown();
     /// Moves the line within its tab to before the line currently at `insertionIndex`.
@@ -60,7 +61,7 @@ private:
     [[nodiscard]] const model::ProjectLine *referenceLine() const;
     [[nodiscard]] model::ProjectLine newLine() const;
     [[nodiscard]] QStringList sentencesOfSelectedLine() const;
-    [[nodiscard]] qsizetype movableIndex(Direction direction) const;
+    [[nodiscard]] bool canMove(Direction direction) const;
     void removeFromScript(const Edit &edit, const QSet<model::LineId> &ids);
     void move(Direction direction);
 

@@ -61,6 +61,9 @@ void TabEditing::closeTab(const model::TabId &id) {
         m_controller.selection().normalise(edit, std::nullopt, Selection::AutoSelect::Off);
     }
     ScriptStructure::removeTab(edit, index);
+    // A file may have tabs without lines.
+    if (edit->project.lines.isEmpty())
+        ScriptStructure::insertLines(edit, edit->activeTab()->id, 0, {model::ProjectLine::makeNew()});
 }
 
 void TabEditing::moveTab(const model::TabId &id, qsizetype destination) {

@@ -116,10 +116,14 @@ void TakeEditing::deleteGeneratedAudio(const model::LineId &id) {
 
 void TakeEditing::deleteDirectionAudio(const model::LineId &id) {
     const model::ProjectLine *line = m_controller.state().findLine(id);
-    if (line == nullptr || (!line->activeSourceId && m_controller.runtime().state(id).directionAudioURL.isEmpty()))
+    if (line == nullptr || line->sourceRecordings.isEmpty())
         return;
     const Edit edit(m_controller, QStringLiteral("Delete Direction Audio"));
-    edit.updateLine(id, [](model::ProjectLine &changed) { changed.activeSourceId.reset(); });
+    // A line that names no recording uses its last one, so any that stayed would be back when the project is reopened.
+    edit.updateLine(id, [](model::ProjectLine &changed) {
+        changed.sourceRecordings.clear();
+        changed.activeSourceId.reset();
+    });
     edit.updateRuntime(id, [](LineRuntimeState &state) { state.directionAudioURL.clear(); });
     m_controller.waveforms().invalidate(edit, id, AudioKind::SourceRecording);
 }

@@ -42,7 +42,7 @@ public:
     void switchTake(const model::LineId &id, const model::TakeId &takeId);
     /// Removes the take in use from the line.
     void deleteGeneratedAudio(const model::LineId &id);
-    /// Leaves the line without an active recording.
+    /// Takes all direction recordings off the line. Their files stay in the project's folder.
     void deleteDirectionAudio(const model::LineId &id);
 
 private:

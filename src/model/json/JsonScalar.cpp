@@ -71,11 +71,19 @@ std::optional<int> decimal(std::string_view text, size_t position, size_t digits
 
 } // namespace
 
+QString decodedText(std::string_view utf8) {
+    QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    // QString takes this for a mark of the encoding and drops it. Here it's part of the text.
+    if (utf8.substr(0, 3) == "\xEF\xBB\xBF")
+        text.prepend(QChar(QChar::ByteOrderMark));
+    return text;
+}
+
 QString WordCache::word(std::string_view text) {
     const QLatin1String latin(text.data(), static_cast<qsizetype>(text.size()));
     // Beyond ASCII, a byte isn't a character, and the comparison below would be wrong.
     if (!isAscii(text))
-        return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+        return decodedText(text);
     const auto known = std::find(m_words.begin(), m_words.end(), latin);
     if (known != m_words.end())
         return *known;
@@ -139,7 +147,7 @@ std::optional<base::Timestamp> parseDate(std::string_view text) {
 bool assign(QString &target, const Scalar &value) {
     if (value.kind != Scalar::Kind::Text)
         return false;
-    target = QString::fromUtf8(value.text.data(), static_cast<qsizetype>(value.text.size()));
+    target = decodedText(value.text);
     return true;
 }
 

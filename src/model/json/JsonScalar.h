@@ -38,6 +38,8 @@ private:
 };
 
 [[nodiscard]] bool isValidUtf8(std::string_view text);
+/// The text of valid UTF-8, with a leading U+FEFF if it has one.
+[[nodiscard]] QString decodedText(std::string_view utf8);
 /// The 8-4-4-4-12 form, upper or lower case.
 [[nodiscard]] std::optional<QUuid> parseUuid(std::string_view text);
 /// Only the form "2024-05-31T23:59:59Z".

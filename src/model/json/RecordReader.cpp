@@ -22,10 +22,6 @@ namespace {
 constexpr unsigned parseFlags = vectorised::kParseInsituFlag | vectorised::kParseNumbersAsStringsFlag;
 constexpr qsizetype deepestNesting = 512;
 
-QString keyText(std::string_view key) {
-    return QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()));
-}
-
 // The vector code reads whole aligned blocks, so it may read past the end of the text.
 constexpr qsizetype padding = 32;
 
@@ -262,7 +258,7 @@ void RecordReader::closeRecord() {
     frame.field = nullptr;
     for (size_t i = 0; i < schema.fields.size(); ++i) {
         if ((schema.requiredMask & ~frame.seen) >> i & 1)
-            return fail(QStringLiteral("the key \"%1\" is missing").arg(keyText(schema.fields[i].key)));
+            return fail(QStringLiteral("the key \"%1\" is missing").arg(decodedText(schema.fields[i].key)));
     }
     if (schema.finish != nullptr) {
         const QString reason = schema.finish(frame.record, SeenKeys(schema, frame.seen), m_context);
@@ -295,7 +291,7 @@ QString RecordReader::path() const {
         } else if (frame.field != nullptr && !frame.field->key.empty()) {
             if (!result.isEmpty())
                 result += u'.';
-            result += keyText(frame.field->key);
+            result += decodedText(frame.field->key);
         }
     }
     return result;

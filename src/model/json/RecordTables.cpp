@@ -47,7 +47,7 @@ bool keepOlder(void *, const Scalar &value, ReadingContext &context) {
     OlderValue &older = context.older[Slot];
     older.kind = value.kind;
     older.boolean = value.boolean;
-    older.text = QString::fromUtf8(value.text.data(), static_cast<qsizetype>(value.text.size()));
+    older.text = decodedText(value.text);
     return true;
 }
 

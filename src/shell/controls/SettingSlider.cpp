@@ -59,9 +59,9 @@ SettingSlider::SettingSlider(const QString &title, Range range, const QStringLis
         m_isShared = true;
         showReading();
         if (!m_slider->isSliderDown())
-            commit();
+            commit(Gesture::Step);
     });
-    connect(m_slider, &QSlider::sliderReleased, this, &SettingSlider::commit);
+    connect(m_slider, &QSlider::sliderReleased, this, [this] { commit(Gesture::Drag); });
     showReading();
 }
 
@@ -97,11 +97,11 @@ void SettingSlider::showReading() {
     m_reading->setText(m_isShared ? QString::number(value(), 'f', 2) : QStringLiteral("Mixed"));
 }
 
-void SettingSlider::commit() {
+void SettingSlider::commit(Gesture gesture) {
     if (m_slider->value() == m_committed && m_isShared)
         return;
     m_committed = m_slider->value();
-    Q_EMIT valueCommitted(value());
+    Q_EMIT valueCommitted(value(), gesture);
 }
 
 } // namespace orlenta::shell

@@ -8,8 +8,8 @@ class QSlider;
 
 namespace orlenta::shell {
 
-/// A titled slider over a range of reals, with its value and an explanation. Reports the value once per gesture, at the
-/// end of a drag or at each step by key or click, so that a gesture is one undo step.
+/// A titled slider over a range of reals, with its value and an explanation. Reports the value at the end of a drag,
+/// and at each step by key, wheel or click.
 class SettingSlider final : public QWidget {
     Q_OBJECT
 public:
@@ -19,6 +19,8 @@ public:
         double standard = 0.5;
     };
 
+    enum class Gesture { Drag, Step };
+
     SettingSlider(const QString &title, Range range, const QStringList &help, QWidget *parent = nullptr);
 
     [[nodiscard]] double value() const;
@@ -27,14 +29,14 @@ public:
     [[nodiscard]] QSlider *slider() const { return m_slider; }
 
 Q_SIGNALS:
-    void valueCommitted(double value);
+    void valueCommitted(double value, Gesture gesture);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void showReading();
-    void commit();
+    void commit(Gesture gesture);
 
     Range m_range;
     QSlider *m_slider;

@@ -49,7 +49,7 @@ std::optional<model::PresetId> InspectedLines::sharedPreset() const {
     return agreed(m_presets);
 }
 
-void InspectedLines::change(const Mutation &mutation) {
+void InspectedLines::change(const Mutation &mutation, std::optional<controller::SettingsControlKind> stepped) {
     const QList<model::LineId> ids = m_ids;
     QList<model::ProjectLineSettings> wanted = m_settings;
     for (model::ProjectLineSettings &settings : wanted)
@@ -60,7 +60,7 @@ void InspectedLines::change(const Mutation &mutation) {
     QHash<model::LineId, model::ProjectLineSettings> each;
     for (qsizetype i = 0; i < ids.size(); ++i)
         each.insert(ids.at(i), wanted.at(i));
-    m_controller.presets().updateSettings(each);
+    m_controller.presets().updateSettings(each, stepped);
 }
 
 void InspectedLines::refresh() {

@@ -6,6 +6,7 @@
 #include <QtCore/QList>
 #include <QtCore/QObject>
 
+#include "controller/casting/ModelCatalogue.h"
 #include "model/Ids.h"
 #include "model/ProjectLineSettings.h"
 
@@ -38,8 +39,9 @@ public:
     [[nodiscard]] bool hasDifferentVoices() const;
     [[nodiscard]] std::optional<model::PresetId> sharedPreset() const;
 
-    /// Changes a setting of all inspected lines as one undo step. Their other settings stay.
-    void change(const Mutation &mutation);
+    /// Changes a setting of all inspected lines as one undo step. Their other settings stay. `stepped` is the control
+    /// that changes it little by little, which may continue the step before.
+    void change(const Mutation &mutation, std::optional<controller::SettingsControlKind> stepped = std::nullopt);
 
 Q_SIGNALS:
     /// Other lines are inspected, or a voice, preset or setting of one has changed.

@@ -95,9 +95,11 @@ QWidget *SettingsSection::makeModePicker(const SettingsControl &control) {
 SettingSlider *SettingsSection::makeSlider(const SettingsControl &control) {
     auto *slider =
         new SettingSlider(control.title, {control.minimum, control.maximum, control.defaultValue}, control.help);
-    connect(slider, &SettingSlider::valueCommitted, this, [this, kind = control.kind](double value) {
-        m_lines.change([kind, value](ProjectLineSettings &settings) { settings.*sliderMember(kind) = value; });
-    });
+    connect(slider, &SettingSlider::valueCommitted, this,
+            [this, kind = control.kind](double value, SettingSlider::Gesture gesture) {
+                m_lines.change([kind, value](ProjectLineSettings &settings) { settings.*sliderMember(kind) = value; },
+                               gesture == SettingSlider::Gesture::Step ? std::optional(kind) : std::nullopt);
+            });
     return slider;
 }
 

@@ -26,6 +26,18 @@ QHash<QString, QString> castColors(const model::Project &project) {
     return colors;
 }
 
+QList<speech::Voice> castVoices(const model::Project &project) {
+    QList<speech::Voice> voices;
+    for (const model::ProjectVoice &cast : project.voices) {
+        speech::Voice voice;
+        voice.voiceId = cast.elevenLabsVoiceId;
+        voice.name = cast.displayName;
+        if (!voice.voiceId.isEmpty())
+            voices.append(voice);
+    }
+    return voices;
+}
+
 } // namespace
 
 QString voiceTraits(const speech::Voice &voice) {
@@ -51,15 +63,19 @@ VoiceListModel::VoiceListModel(controller::ProjectController &controller, speech
                                QObject *parent)
     : QAbstractListModel(parent), m_controller(controller), m_service(service) {
     connect(&service, &speech::ElevenLabsService::voicesChanged, this, &VoiceListModel::reload);
-    controller::onAnyChange<controller::VoicesChanged>(controller, this, [this] {
-        QHash<QString, QString> colors = castColors(m_controller.project());
-        if (colors == m_castColors)
-            return;
-        m_castColors = std::move(colors);
-        if (!m_voices.isEmpty())
-            Q_EMIT dataChanged(index(0), index(rowCount() - 1), {CastColorRole});
-    });
+    controller::onAnyChange<controller::VoicesChanged>(controller, this, [this] { followCast(); });
     reload();
+}
+
+void VoiceListModel::followCast() {
+    if (m_service.voices().isEmpty())
+        return reload();
+    QHash<QString, QString> colors = castColors(m_controller.project());
+    if (colors == m_castColors)
+        return;
+    m_castColors = std::move(colors);
+    if (!m_voices.isEmpty())
+        Q_EMIT dataChanged(index(0), index(rowCount() - 1), {CastColorRole});
 }
 
 int VoiceListModel::rowCount(const QModelIndex &parent) const {
@@ -103,9 +119,9 @@ void VoiceListModel::setSearch(const QString &search) {
 
 void VoiceListModel::reload() {
     beginResetModel();
-    m_voices.clear();
-    std::copy_if(m_service.voices().begin(), m_service.voices().end(), std::back_inserter(m_voices),
-                 [this](const speech::Voice &voice) { return matchesVoiceSearch(voice, m_search); });
+    m_voices = m_service.voices().isEmpty() ? castVoices(m_controller.project()) : m_service.voices();
+    m_hasVoices = !m_voices.isEmpty();
+    m_voices.removeIf([this](const speech::Voice &voice) { return !matchesVoiceSearch(voice, m_search); });
     m_castColors = castColors(m_controller.project());
     endResetModel();
 }

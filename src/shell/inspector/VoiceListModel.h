@@ -15,7 +15,8 @@ class ElevenLabsService;
 
 namespace orlenta::shell {
 
-/// The account's voices that match the search, in the service's order. Main thread.
+/// The account's voices that match the search, in the service's order. While no account has brought any, the voices
+/// that the project has cast. Main thread.
 class VoiceListModel final : public QAbstractListModel {
     Q_OBJECT
 public:
@@ -35,13 +36,17 @@ public:
     /// The row of a voice, or -1 if the search hides it or the account doesn't have it.
     [[nodiscard]] int rowOf(const QString &voiceId) const;
     void setSearch(const QString &search);
+    /// True if there are voices without a search.
+    [[nodiscard]] bool hasVoices() const { return m_hasVoices; }
 
 private:
     void reload();
+    void followCast();
 
     controller::ProjectController &m_controller;
     speech::ElevenLabsService &m_service;
     QString m_search;
+    bool m_hasVoices = false;
     QList<speech::Voice> m_voices;
     QHash<QString, QString> m_castColors;
 };

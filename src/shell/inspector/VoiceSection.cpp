@@ -161,20 +161,23 @@ void VoiceSection::showCast() {
 }
 
 void VoiceSection::showAvailability() {
-    const bool hasVoices = !m_service.voices().isEmpty();
+    const bool hasVoices = m_model->hasVoices();
     const bool isEmptySearch = hasVoices && m_model->rowCount() == 0;
+    const bool hasAccountVoices = !m_service.voices().isEmpty();
     m_search->setVisible(hasVoices);
     m_list->setVisible(hasVoices && !isEmptySearch);
-    const bool mayConnect = !hasVoices && !m_service.isLoading() && !m_service.isAuthenticated();
+    const bool mayConnect = !hasAccountVoices && !m_service.isLoading() && !m_service.isAuthenticated();
     m_connect->setVisible(mayConnect);
     m_useLocalVoices->setVisible(mayConnect);
-    m_message->setVisible(!m_list->isVisibleTo(this));
+    m_message->setVisible(isEmptySearch || !hasAccountVoices);
     if (isEmptySearch)
         m_message->setText(u"No voice matches the search."_s);
     else if (m_service.isLoading())
         m_message->setText(u"Connecting…"_s);
     else if (m_service.isAuthenticated())
         m_message->setText(u"This account has no voices."_s);
+    else if (hasVoices)
+        m_message->setText(u"These are the project's voices. For more, use local voices, or connect an account."_s);
     else
         m_message->setText(u"Use local voices, or connect an account."_s);
 }

@@ -1,6 +1,7 @@
 #include "shell/menus/ProjectActions.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QtGui/QAction>
 #include <QtWidgets/QApplication>
@@ -130,9 +131,16 @@ void ProjectActions::followProject() {
     connect(&m_playback, &audio::PlaybackController::isPlayingChanged, this, &ProjectActions::refresh);
     connect(&m_controller.exporting(), &Exporting::isBusyChanged, this, &ProjectActions::refresh);
     connect(&m_controller.undoManager(), &UndoManager::stateChanged, this, &ProjectActions::refreshUndo);
-    connect(qApp, &QApplication::focusChanged, this, &ProjectActions::refreshUndo);
+    connect(qApp, &QApplication::focusChanged, this, &ProjectActions::followFocus);
     connect(&m_controller.tagEditing(), &TagEditing::tagToolbarExpandedChanged, this,
             &ProjectActions::refreshTagToolbar);
+}
+
+void ProjectActions::followFocus() {
+    for (const QMetaObject::Connection &connection : std::as_const(m_textConnections))
+        disconnect(connection);
+    m_textConnections = TextCommands::watchUndo(this, [this] { refreshUndo(); });
+    refreshUndo();
 }
 
 void ProjectActions::refresh() {

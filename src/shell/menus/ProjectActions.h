@@ -24,6 +24,7 @@ private:
     void connectScript();
     void connectTabs();
     void followProject();
+    void followFocus();
     void refresh();
     void refreshUndo();
     void refreshTagToolbar();
@@ -31,6 +32,8 @@ private:
     controller::ProjectSession &m_session;
     controller::ProjectController &m_controller;
     const audio::PlaybackController &m_playback;
+    /// To the text field with the focus.
+    QList<QMetaObject::Connection> m_textConnections;
 };
 
 } // namespace orlenta::shell

@@ -61,6 +61,15 @@ bool TextCommands::canRedo() {
     return text != nullptr && text->document()->isRedoAvailable();
 }
 
+QList<QMetaObject::Connection> TextCommands::watchUndo(QObject *receiver, const std::function<void()> &changed) {
+    if (const QLineEdit *line = focusedLineEdit(); line != nullptr)
+        return {QObject::connect(line, &QLineEdit::textChanged, receiver, changed)};
+    if (const QTextEdit *text = focusedTextEdit(); text != nullptr)
+        return {QObject::connect(text, &QTextEdit::undoAvailable, receiver, changed),
+                QObject::connect(text, &QTextEdit::redoAvailable, receiver, changed)};
+    return {};
+}
+
 bool TextCommands::undo() {
     if (!canUndo())
         return false;

@@ -1,5 +1,10 @@
 #pragma once
 
+#include <functional>
+
+#include <QtCore/QList>
+#include <QtCore/QObject>
+
 namespace orlenta::shell {
 
 /// Sends editing commands to the text field with the focus, so that menus and text fields share keys. Main thread.
@@ -13,6 +18,9 @@ public:
     static bool send(Command command);
     [[nodiscard]] static bool canUndo();
     [[nodiscard]] static bool canRedo();
+    /// Calls `changed` when what the text field with the focus can undo or redo may have changed. The connections end
+    /// with the receiver or the field.
+    static QList<QMetaObject::Connection> watchUndo(QObject *receiver, const std::function<void()> &changed);
     /// False if no text field has the focus or it has nothing to undo or redo.
     static bool undo();
     static bool redo();

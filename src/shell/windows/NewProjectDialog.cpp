@@ -10,6 +10,7 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
+#include "model/ProjectStore.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/theme/Theme.h"
 
@@ -128,7 +129,7 @@ void NewProjectDialog::createProject() {
 }
 
 void NewProjectDialog::createIn(const QString &parentFolder) {
-    const QString name = m_name->text().trimmed();
+    const QString name = model::ProjectStore::nameWithoutExtension(m_name->text());
     const QString folder = parentFolder + u'/' + name;
     if (QFileInfo::exists(folder)) {
         auto *box = new QMessageBox(QMessageBox::Warning, u"Orlenta"_s,

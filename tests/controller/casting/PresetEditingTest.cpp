@@ -4,7 +4,9 @@
 
 #include "controller/casting/CastPalette.h"
 #include "controller/casting/VoiceCasting.h"
+#include "controller/document/TypingSession.h"
 #include "controller/document/UndoManager.h"
+#include "controller/script/LineEditing.h"
 #include "controller/ScriptProject.h"
 
 namespace orlenta::controller {
@@ -94,6 +96,53 @@ TEST_F(PresetEditingTest, LinesOfADeletedPresetTakeTheDefaultAndItsSettings) {
     presets.deletePreset(defaultId);
     EXPECT_EQ(project->project().presets.size(), 1);
     EXPECT_EQ(undo.undoActionName(), QStringLiteral("Delete Preset"));
+}
+
+TEST(PresetEditing, ChangesInSmallStepsWithinASecondAreOneUndoStep) {
+    using std::chrono::milliseconds;
+    std::chrono::system_clock::time_point time{std::chrono::seconds(1'700'000'000)};
+    ProjectController project(test::scriptProject({{QStringLiteral("a"), QStringLiteral("b")}}), {},
+                              [&time] { return time; });
+    const model::LineId first = project.scriptLineIds().at(0);
+    const auto stability = [&] { return project.lines().find(first)->settings->stability; };
+    const auto press = [&](SettingsControlKind control, double model::ProjectLineSettings::*member, double value,
+                           milliseconds after) {
+        time += after;
+        model::ProjectLineSettings settings = *project.lines().find(first)->settings;
+        settings.*member = value;
+        project.presets().updateSettings({{first, settings}}, control);
+    };
+    const auto steps = [&] {
+        int count = 0;
+        for (; project.undoManager().canUndo(); ++count)
+            project.undoManager().undo();
+        return count;
+    };
+    using Settings = model::ProjectLineSettings;
+    using enum SettingsControlKind;
+    press(Stability, &Settings::stability, 0.51, milliseconds(0));
+    press(Stability, &Settings::stability, 0.52, milliseconds(900));
+    press(Stability, &Settings::stability, 0.53, milliseconds(900));
+    project.undoManager().undo();
+    EXPECT_EQ(stability(), 0.5);
+    project.undoManager().redo();
+    EXPECT_EQ(stability(), 0.53);
+    // Not part of what was undone and redone.
+    press(Stability, &Settings::stability, 0.54, milliseconds(100));
+    EXPECT_EQ(steps(), 2);
+
+    press(Stability, &Settings::stability, 0.6, milliseconds(100));
+    press(Style, &Settings::style, 0.1, milliseconds(100));
+    press(Stability, &Settings::stability, 0.7, milliseconds(100));
+    press(Stability, &Settings::stability, 0.8, milliseconds(1100));
+    EXPECT_EQ(steps(), 4);
+
+    press(Stability, &Settings::stability, 0.6, milliseconds(100));
+    project.typing().beginEditing(first);
+    project.typing().type(first, QStringLiteral("typed"));
+    press(Stability, &Settings::stability, 0.7, milliseconds(100));
+    EXPECT_EQ(steps(), 3);
+    EXPECT_EQ(project.lines().find(first)->text, QStringLiteral("a"));
 }
 
 TEST_F(PresetEditingTest, SettingsOfSeveralLinesChangeInOneStepAndUnchangedOnesMakeNone) {

@@ -1,6 +1,8 @@
 #include "controller/ProjectController.h"
 
 #include <gtest/gtest.h>
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
 #include <QtTest/QSignalSpy>
 
 #include "controller/casting/VoiceCasting.h"
@@ -9,6 +11,7 @@
 #include "controller/script/Selection.h"
 #include "controller/script/TabEditing.h"
 #include "controller/ScriptProject.h"
+#include "model/ProjectStore.h"
 
 namespace orlenta::controller {
 namespace {
@@ -70,6 +73,21 @@ TEST(ProjectController, SavingWritesTheRecordsAndCleans) {
     EXPECT_EQ(turns, 2);
     project.reopen();
     EXPECT_EQ(project.line(1).notes, QStringLiteral("loud"));
+}
+
+TEST(ProjectController, SavingWritesTheFileThatWasOpenedAndNoOther) {
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("K.orl"));
+    const QString copy = folder.filePath(QStringLiteral("K backup.orl"));
+    ASSERT_TRUE(model::ProjectStore::save({scriptProject({{QStringLiteral("a")}}), folder.path(), file}, {}));
+    ASSERT_TRUE(QFile::copy(file, copy));
+    const auto opened = model::ProjectStore::load(copy, {});
+    ASSERT_TRUE(opened);
+    ProjectController controller(opened.value());
+    controller.lines().addLine();
+    ASSERT_TRUE(controller.save());
+    EXPECT_EQ(model::ProjectStore::load(copy, {})->project.lines.size(), 2);
+    EXPECT_EQ(model::ProjectStore::load(file, {})->project.lines.size(), 1);
 }
 
 TEST(ProjectController, AProjectWithoutAFolderCannotBeSavedAndStaysDirty) {

@@ -1,20 +1,12 @@
-#include <random>
-
 #include <gtest/gtest.h>
 #include <QtTest/QSignalSpy>
 
-#include "controller/casting/PresetEditing.h"
-#include "controller/casting/VoiceCasting.h"
 #include "controller/document/TypingSession.h"
 #include "controller/document/UndoManager.h"
-#include "controller/generation/Pronunciations.h"
-#include "controller/script/LineClipboard.h"
+#include "controller/RandomOperations.h"
 #include "controller/script/LineEditing.h"
-#include "controller/script/Selection.h"
-#include "controller/script/TabEditing.h"
 #include "controller/ScriptProject.h"
 #include "controller/takes/LineRuntime.h"
-#include "controller/takes/TakeEditing.h"
 
 namespace orlenta::controller {
 namespace {
@@ -41,13 +33,13 @@ struct ExpectedStep {
 class RandomEditing final {
 public:
     explicit RandomEditing(unsigned seed)
-        : m_random(seed), m_project({{QStringLiteral("Hello there. Dear friend."), QStringLiteral("Two. Three."), {}},
-                                     {QStringLiteral("Other tab.")}}),
-          m_changed(&m_project->undoManager(), &UndoManager::stateChanged) {}
+        : m_project({{QStringLiteral("Hello there. Dear friend."), QStringLiteral("Two. Three."), {}},
+                     {QStringLiteral("Other tab.")}}),
+          m_operations(*m_project, seed), m_changed(&m_project->undoManager(), &UndoManager::stateChanged) {}
 
     void step() {
         m_project->typing().commit();
-        switch (pick(10)) {
+        switch (m_operations.pick(10)) {
         case 0:
         case 1:
             undo();
@@ -71,16 +63,6 @@ public:
     }
 
 private:
-    [[nodiscard]] qsizetype pick(qsizetype count) {
-        return std::uniform_int_distribution<qsizetype>(0, count - 1)(m_random);
-    }
-    [[nodiscard]] model::LineId someLine() { return m_project.id(pick(m_project->scriptLineIds().size())); }
-    [[nodiscard]] model::TabId someTab() {
-        const auto &tabs = m_project->project().tabs;
-        return tabs.at(pick(tabs.size())).id;
-    }
-    [[nodiscard]] QString word() { return QStringLiteral("w%1").arg(pick(1000)); }
-
     [[nodiscard]] Records records() const {
         Records now{m_project->project(), {}};
         now.project.modifiedAt = {};
@@ -103,11 +85,9 @@ private:
     }
 
     void type() {
-        const model::LineId id = someLine();
+        const model::LineId id = m_operations.someLine();
         const QString before = m_project->lines().find(id)->text;
-        m_project->typing().beginEditing(id);
-        for (qsizetype keys = pick(4); keys > 0; --keys)
-            m_project->typing().type(id, m_project->lines().find(id)->text + u' ' + word() + u'.');
+        m_operations.type(id);
         expectStep({{}, id, before}, [&] { m_project->typing().commit(); });
     }
 
@@ -160,153 +140,11 @@ private:
     }
 
     void edit() {
-        expectStep({records(), std::nullopt, {}}, [this] {
-            switch (pick(4)) {
-            case 0:
-                editLines();
-                break;
-            case 1:
-                editTabs();
-                break;
-            case 2:
-                editTakes();
-                break;
-            default:
-                editSettings();
-            }
-        });
+        expectStep({records(), std::nullopt, {}}, [this] { m_operations.edit(); });
     }
 
-    void editLines() {
-        LineEditing &lines = m_project->lines();
-        moveSelection();
-        const bool isCrowded = m_project->project().lines.size() > 60;
-        switch (isCrowded ? 3 : pick(12)) {
-        case 8:
-            return lines.deleteLines(m_project->selection().selectedLinesInScript(), LineEditing::Removal::Delete);
-        case 9:
-            return lines.moveLine(someLine(), pick(10));
-        case 10:
-            return lines.copyLineToTab(someLine(), someTab());
-        case 11:
-            if (const auto copied = m_project->clipboard().copiedLines())
-                m_project->clipboard().pasteLines(*copied);
-            return;
-        case 0:
-            return lines.addLine();
-        case 1:
-            return lines.duplicateLine(someLine());
-        case 2:
-            return lines.splitLine();
-        case 3:
-        case 4:
-            return lines.deleteLine(someLine());
-        case 5:
-            return lines.moveLineUp();
-        case 6:
-            return lines.moveLineDown();
-        default:
-            return lines.setNotes(someLine(), word());
-        }
-    }
-
-    void moveSelection() {
-        Selection &selection = m_project->selection();
-        switch (pick(8)) {
-        case 0:
-            return selection.toggle(someLine());
-        case 1:
-            return selection.selectAll();
-        case 2:
-            return selection.extendDown();
-        case 3:
-            return selection.selectNext();
-        case 4:
-            return selection.setEditingLineId(someLine());
-        default:
-            return selection.selectAlone(someLine());
-        }
-    }
-
-    void editTabs() {
-        TabEditing &tabs = m_project->tabs();
-        const bool isCrowded = m_project->project().tabs.size() > 6;
-        switch (isCrowded ? 0 : pick(8)) {
-        case 0:
-            return tabs.closeTab(someTab());
-        case 1:
-            return tabs.addTab();
-        case 2:
-            return tabs.duplicateTab(someTab());
-        case 3:
-            return tabs.moveTab(someTab(), pick(8) - 1);
-        case 4:
-            return tabs.renameTab(someTab(), word());
-        case 5:
-            return tabs.selectNextTab();
-        case 6:
-            return tabs.setActiveTab(someTab());
-        default:
-            return tabs.selectPreviousTab();
-        }
-    }
-
-    void editTakes() {
-        TakeEditing &takes = m_project->takes();
-        const model::LineId id = someLine();
-        const model::ProjectLine line = *m_project->lines().find(id);
-        switch (pick(5)) {
-        case 0:
-            return takes.setGenerating(pick(2) == 0 ? GenerationState::Idle : GenerationState::Generating, id);
-        case 1:
-            return takes.deleteGeneratedAudio(id);
-        case 2:
-            if (!line.takes.isEmpty())
-                takes.switchTake(id, line.takes.at(pick(line.takes.size())).id);
-            return;
-        default:
-            // Without a project folder this finishes at once.
-            takes.installGeneratedAudio(u'/' + word() + QStringLiteral(".wav"), id, takes.generationContext(line));
-        }
-    }
-
-    void editSettings() {
-        PresetEditing &presets = m_project->presets();
-        const auto &known = m_project->project().presets;
-        const model::PresetId preset = known.at(pick(known.size())).id;
-        model::ProjectLineSettings settings = *m_project->lines().find(someLine())->settings;
-        settings.style = static_cast<double>(pick(10)) / 10;
-        switch (pick(7)) {
-        case 0:
-            return m_project->voices().assignVoice({someLine(), someLine()}, {word().left(2), word()});
-        case 1:
-            return presets.updateSettings({someLine(), someLine()}, settings);
-        case 2:
-            (void)presets.applyPreset(preset, {someLine()}, std::nullopt);
-            return;
-        case 3:
-            return presets.savePresetAs(word(), someLine());
-        case 4:
-            return presets.savePreset(someLine());
-        case 5:
-            return presets.deletePreset(preset);
-        default:
-            return editPronunciations();
-        }
-    }
-
-    void editPronunciations() {
-        Pronunciations &words = m_project->pronunciations();
-        if (!words.entries().isEmpty() && pick(2) == 0)
-            return words.deletePronunciationEntry(words.entries().at(pick(words.entries().size())).id);
-        model::PronunciationEntry entry;
-        entry.id = model::PronunciationId::create();
-        entry.spelling = word();
-        words.addPronunciationEntry(entry);
-    }
-
-    std::mt19937 m_random;
     ScriptProject m_project;
+    test::RandomOperations m_operations;
     QSignalSpy m_changed;
     std::vector<ExpectedStep> m_undo;
     std::vector<ExpectedStep> m_redo;

@@ -190,6 +190,47 @@ TEST(LineEditing, ImpossibleOperationsLeaveNoStep) {
     EXPECT_FALSE(project->hasUnsavedChanges());
 }
 
+TEST(LineEditing, SelectedLinesMoveTogether) {
+    ScriptProject project({{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c"), QStringLiteral("d"),
+                            QStringLiteral("e"), QStringLiteral("f")}});
+    LineEditing &lines = project->lines();
+    const auto order = [&] { return project.texts().join(QString()).toStdString(); };
+    const auto select = [&](const QString &texts) {
+        project.clearSelection();
+        for (qsizetype i = 0; i < project.texts().size(); ++i)
+            if (texts.contains(project.line(i).text))
+                project->selection().toggle(project.id(i));
+    };
+    select(QStringLiteral("cd"));
+    lines.moveLineUp();
+    EXPECT_EQ(order(), "acdbef");
+    lines.moveLineUp();
+    EXPECT_EQ(order(), "cdabef");
+    EXPECT_FALSE(lines.canMoveUp());
+    lines.moveLineUp();
+    EXPECT_EQ(order(), "cdabef");
+    project->undoManager().undo();
+    project->undoManager().undo();
+    EXPECT_EQ(order(), "abcdef");
+    EXPECT_FALSE(project->undoManager().canUndo());
+    // Lines apart each pass their neighbour; those at the edge stay there.
+    select(QStringLiteral("acdf"));
+    lines.moveLineUp();
+    EXPECT_EQ(order(), "acdbfe");
+    lines.moveLineDown();
+    EXPECT_EQ(order(), "bacdef");
+    EXPECT_TRUE(lines.canMoveDown());
+    lines.moveLineDown();
+    EXPECT_EQ(order(), "beacdf");
+    lines.moveLineDown();
+    EXPECT_EQ(order(), "beacdf");
+    EXPECT_FALSE(lines.canMoveDown());
+    EXPECT_EQ(project->selection().selectedLineIds().size(), 4);
+    project->selection().selectAll();
+    EXPECT_FALSE(lines.canMoveUp());
+    EXPECT_FALSE(lines.canMoveDown());
+}
+
 TEST(LineEditing, MovingSwapsWithTheNeighbourAndKeepsTheSelection) {
     const ScriptProject project({words("a b c")});
     project->selection().selectAlone(project.id(1));

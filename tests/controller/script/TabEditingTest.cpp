@@ -60,6 +60,16 @@ TEST(TabEditing, ClosingShowsTheTabThatTakesTheIndexAndDropsTheLines) {
     expectSound(*project);
 }
 
+TEST(TabEditing, ClosingTheOnlyTabWithLinesLeavesANewOne) {
+    ScriptProject project({{QStringLiteral("a")}, {}});
+    project->tabs().closeTab(tabAt(project, 0));
+    test::expectSound(*project);
+    EXPECT_EQ(project.texts(), QStringList{QString()});
+    project->undoManager().undo();
+    EXPECT_EQ(project.texts(), QStringList{QStringLiteral("a")});
+    EXPECT_EQ(project->project().lines.size(), 1);
+}
+
 TEST(TabEditing, ShowingAnotherTabEndsEditingAndDirtiesWithoutAStep) {
     const ScriptProject project({list({"a", "b"}), list({"c"})});
     project->selection().selectAlone(project.id(1));

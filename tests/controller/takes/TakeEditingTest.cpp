@@ -132,14 +132,16 @@ TEST_F(TakeEditingTest, ADeletedLineGetsNoTake) {
     EXPECT_EQ(undo.undoActionName(), QStringLiteral("Delete Line"));
 }
 
-TEST_F(TakeEditingTest, DirectionAudioLeavesTheLineButNotItsRecords) {
+TEST_F(TakeEditingTest, DeletedDirectionAudioStaysDeletedUntilItIsUndone) {
     model::Project records = test::scriptProject({{QStringLiteral("a")}});
     records.lines.update(records.tabs.first().lineIds.first(), [](model::ProjectLine &line) {
-        line.sourceRecordings = {{model::RecordingId::create(), QStringLiteral("d.wav"), {}, 1.0}};
-        line.activeSourceId = line.sourceRecordings.first().id;
+        line.sourceRecordings = {{model::RecordingId::create(), QStringLiteral("older.wav"), {}, 1.0},
+                                 {model::RecordingId::create(), QStringLiteral("d.wav"), {}, 1.0}};
+        line.activeSourceId = line.sourceRecordings.last().id;
     });
     ScriptProject directed(records, ScriptProject::Folder::OnDisk);
-    testing::writeTone(directed.folder() + QStringLiteral("/Audio Files/Recordings/d.wav"), 0.05);
+    for (const QString &name : {QStringLiteral("older.wav"), QStringLiteral("d.wav")})
+        testing::writeTone(directed.folder() + QStringLiteral("/Audio Files/Recordings/") + name, 0.05);
     ASSERT_TRUE(directed->save());
     directed.reopen();
     const model::LineId id = directed.id(0);
@@ -148,11 +150,18 @@ TEST_F(TakeEditingTest, DirectionAudioLeavesTheLineButNotItsRecords) {
     directed->takes().deleteDirectionAudio(id);
     EXPECT_TRUE(directed->runtime().state(id).directionAudioURL.isEmpty());
     EXPECT_EQ(directed.line(0).activeSourceId, std::nullopt);
-    EXPECT_EQ(directed.line(0).sourceRecordings.size(), 1);
     EXPECT_EQ(directed->undoManager().undoActionName(), QStringLiteral("Delete Direction Audio"));
     directed->undoManager().undo();
-    EXPECT_FALSE(directed->runtime().state(id).directionAudioURL.isEmpty());
+    EXPECT_TRUE(directed->runtime().state(id).directionAudioURL.path().endsWith(QStringLiteral("/d.wav")));
+    EXPECT_EQ(directed.line(0).sourceRecordings.size(), 2);
     EXPECT_FALSE(directed->undoManager().canUndo());
+
+    directed->undoManager().redo();
+    ASSERT_TRUE(directed->save());
+    directed.reopen();
+    EXPECT_TRUE(directed->runtime().state(id).directionAudioURL.isEmpty());
+    EXPECT_EQ(directed.line(0).activeRecording(), nullptr);
+    EXPECT_TRUE(QFile::exists(directed.folder() + QStringLiteral("/Audio Files/Recordings/d.wav")));
 }
 
 TEST(TakeEditing, WithoutAFolderTheFileStaysWhereItIs) {

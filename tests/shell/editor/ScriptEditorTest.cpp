@@ -1,3 +1,4 @@
+#include <QtGui/QClipboard>
 #include <QtTest/QSignalSpy>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenu>
@@ -10,6 +11,8 @@
 #include "controller/takes/TakeEditing.h"
 #include "shell/editor/row/WaveformBarsView.h"
 #include "shell/editor/ScriptEditorFixture.h"
+
+using namespace Qt::StringLiterals;
 
 namespace orlenta::shell {
 namespace {
@@ -75,6 +78,31 @@ TEST_F(ScriptEditorTest, TypingReachesTheProjectAndIsOneUndoStep) {
     EXPECT_EQ(rowAt(0)->textField().sourceText(), QStringLiteral("One."));
     controller->undoManager().redo();
     EXPECT_EQ(rowAt(0)->textField().sourceText(), QStringLiteral("One. Then four words more."));
+}
+
+TEST_F(ScriptEditorTest, TypingChangesNothingButWhatIsTyped) {
+    const QString written = u"Bonjour\u00A0!\r\nCa va\u202F?\u2028Oui.\rBien."_s;
+    open(projectWith({written, u"Next."_s}));
+    key(Qt::Key_Return);
+    ASSERT_TRUE(hasCaret(0));
+    auto *text = qobject_cast<ScriptTextField *>(QApplication::focusWidget());
+    ASSERT_NE(text, nullptr);
+    key(Qt::Key_Home, Qt::ControlModifier);
+    QTest::keyClicks(text, u"Eh, "_s);
+    EXPECT_EQ(textAt(0), u"Eh, "_s + written);
+    key(Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(textAt(0), u"Eh, \n"_s + written);
+    // The selection counts the stored text, in which this line break is two characters.
+    text->setSourceSelection({written.size() - 2, 4});
+    EXPECT_EQ(text->textCursor().selectedText(), u".\u2029Bi"_s);
+    EXPECT_EQ(text->sourceSelection(), (controller::TextRange{written.size() - 2, 4}));
+    key(Qt::Key_A, Qt::ControlModifier);
+    key(Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(textAt(0), QString());
+    EXPECT_EQ(QApplication::clipboard()->text(), u"Eh, \n"_s + written);
+    key(Qt::Key_Escape);
+    controller->undoManager().undo();
+    EXPECT_EQ(textAt(0), written);
 }
 
 TEST_F(ScriptEditorTest, UndoInATextUndoesItsOwnTypingFirst) {

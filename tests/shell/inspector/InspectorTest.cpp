@@ -11,6 +11,7 @@
 #include <QtWidgets/QSlider>
 
 #include "controller/casting/PresetEditing.h"
+#include "controller/casting/VoiceCasting.h"
 #include "controller/document/UndoManager.h"
 #include "controller/ProjectController.h"
 #include "controller/script/LineEditing.h"
@@ -105,6 +106,23 @@ TEST(Inspector, ReturnCastsTheCurrentVoiceAndRecastingItAddsNoStep) {
     QTest::keyClick(&list, Qt::Key_Return);
     it.controller.undoManager().undo();
     EXPECT_FALSE(it.controller.undoManager().canUndo());
+}
+
+TEST(Inspector, WithoutAServiceTheProjectsOwnVoicesCanBeCast) {
+    Inspected it;
+    QListView &list = *it.inspector.voices().voiceList();
+    EXPECT_FALSE(list.isVisible());
+    it.controller.voices().assignVoice({it.line(0).lineId}, {QStringLiteral("ana"), QStringLiteral("Ana")});
+    it.controller.voices().assignVoice({it.line(0).lineId}, {QStringLiteral("bea"), QStringLiteral("Bea")});
+    ASSERT_TRUE(list.isVisible());
+    ASSERT_EQ(list.model()->rowCount(), 2);
+    EXPECT_NE(testing::buttonNamed(it.inspector, QStringLiteral("Use local voices")), nullptr);
+    it.controller.selection().selectAlone(it.line(2).lineId);
+    clickRow(list, 0);
+    EXPECT_EQ(it.line(2).voiceId, it.controller.project().voices.first().id);
+    EXPECT_EQ(it.controller.project().voices.size(), 2);
+    ASSERT_TRUE(it.connect());
+    EXPECT_EQ(list.model()->rowCount(), it.service.voices().size());
 }
 
 TEST(Inspector, TheSearchShowsOnlyMatchingVoices) {

@@ -12,6 +12,7 @@
 #include "controller/script/Selection.h"
 #include "shell/editor/list/ScriptListView.h"
 #include "shell/editor/ScriptEditor.h"
+#include "shell/menus/ProjectActions.h"
 #include "shell/menus/ShortcutsDialog.h"
 #include "shell/ShellSession.h"
 #include "shell/windows/ProjectWindow.h"
@@ -86,6 +87,22 @@ TEST_F(MenuBarTest, DirectionKeysOnlyWorkInTheListAndNotInTexts) {
     QTest::keyClicks(QApplication::focusWidget(), QStringLiteral(" rDimn"));
     EXPECT_EQ(project().lines().find(project().scriptLineIds().at(0))->text, QStringLiteral("Good morning. rDimn"));
     EXPECT_EQ(mode(0), model::DirectionMode::Voice);
+}
+
+TEST_F(MenuBarTest, UndoAndRedoFollowTheTypingInAText) {
+    const QAction *undo = window().actions()[controller::CommandId::Undo];
+    const QAction *redo = window().actions()[controller::CommandId::Redo];
+    QTest::keyClick(&window().editor().list(), Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitFor(
+        [this] { return qobject_cast<shell::ScriptTextField *>(QApplication::focusWidget()) != nullptr; }, 5000));
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("abc"));
+    EXPECT_TRUE(undo->isEnabled());
+    EXPECT_FALSE(redo->isEnabled());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(redo->isEnabled());
+    window().actions()[controller::CommandId::Redo]->trigger();
+    EXPECT_EQ(project().lines().find(project().scriptLineIds().at(0))->text, QStringLiteral("Good morning.abc"));
+    EXPECT_FALSE(redo->isEnabled());
 }
 
 TEST_F(MenuBarTest, TheShortcutListCoversTheMenusAndLeavingTheLines) {

@@ -1,10 +1,6 @@
 #include "shell/editor/row/NotesField.h"
 
-#include <cmath>
-
-#include <QtCore/QMimeData>
-#include <QtCore/QScopedValueRollback>
-#include <QtGui/QDragEnterEvent>
+#include <QtGui/QFocusEvent>
 #include <QtGui/QPainter>
 
 #include "shell/menus/CommandActions.h"
@@ -13,93 +9,44 @@
 
 namespace orlenta::shell {
 
-NotesField::NotesField(QWidget *parent) : QTextEdit(parent) {
-    setFrameShape(QFrame::NoFrame);
-    setAcceptRichText(false);
+NotesField::NotesField(QWidget *parent) : PlainTextField(parent) {
     setTabChangesFocus(true);
-    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setPlaceholderText(QStringLiteral("Notes on this line"));
     setToolTip(tipOf(CommandId::EditNotes));
-    viewport()->setAutoFillBackground(false);
-    document()->setDocumentMargin(4);
-    connect(this, &QTextEdit::textChanged, this, &NotesField::followText);
+    connect(this, &PlainTextField::textEdited, this, [this] { Q_EMIT notesEdited(text()); });
     applyColors();
 }
 
 void NotesField::setNotes(const QString &notes) {
-    if (m_notes == notes)
-        return;
-    const QScopedValueRollback guard(m_isUpdating, true);
-    setPlainText(notes);
-    m_notes = notes;
-    m_text = text();
-}
-
-void NotesField::followText() {
-    // The signal also reports format changes.
-    if (m_isUpdating || m_text == text())
-        return;
-    m_text = text();
-    m_notes = m_text;
-    Q_EMIT notesEdited(m_notes);
-}
-
-QString NotesField::text() const {
-    // toPlainText() would replace no-break spaces with plain ones.
-    QString text = document()->toRawText();
-    return text.replace(QChar::ParagraphSeparator, QChar::LineFeed).replace(QChar::LineSeparator, QChar::LineFeed);
-}
-
-int NotesField::heightForTextWidth(int width) {
-    document()->setTextWidth(width);
-    return static_cast<int>(std::ceil(document()->size().height()));
+    if (notes != text())
+        showText(notes);
 }
 
 void NotesField::focusInEvent(QFocusEvent *event) {
-    QTextEdit::focusInEvent(event);
+    PlainTextField::focusInEvent(event);
     viewport()->update();
     Q_EMIT entered();
 }
 
 void NotesField::focusOutEvent(QFocusEvent *event) {
-    QTextEdit::focusOutEvent(event);
+    PlainTextField::focusOutEvent(event);
     viewport()->update();
-    const bool isTemporary = event->reason() == Qt::PopupFocusReason || event->reason() == Qt::MenuBarFocusReason ||
-                             event->reason() == Qt::ActiveWindowFocusReason;
-    if (!isTemporary)
+    if (!isTemporary(event->reason()))
         Q_EMIT left();
 }
 
 void NotesField::paintEvent(QPaintEvent *event) {
-    QTextEdit::paintEvent(event);
+    PlainTextField::paintEvent(event);
     if (!hasFocus())
         return;
     QPainter painter(viewport());
     painting::drawFocusRing(&painter, viewport()->rect(), Theme::radius(this), palette());
 }
 
-void NotesField::wheelEvent(QWheelEvent *event) {
-    event->ignore();
-}
-
 void NotesField::changeEvent(QEvent *event) {
-    QTextEdit::changeEvent(event);
+    PlainTextField::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         applyColors();
-}
-
-void NotesField::insertFromMimeData(const QMimeData *source) {
-    if (source->hasText())
-        insertPlainText(source->text());
-}
-
-void NotesField::dragEnterEvent(QDragEnterEvent *event) {
-    // The row handles dropped files.
-    if (event->mimeData()->hasUrls())
-        event->ignore();
-    else
-        QTextEdit::dragEnterEvent(event);
 }
 
 void NotesField::applyColors() {

@@ -1,20 +1,18 @@
 #pragma once
 
-#include <QtWidgets/QTextEdit>
+#include "shell/editor/row/PlainTextField.h"
 
 namespace orlenta::shell {
 
 /// Edits a line's notes as plain text. Reports every change immediately, so that nothing is lost however the user
 /// leaves.
-class NotesField final : public QTextEdit {
+class NotesField final : public PlainTextField {
     Q_OBJECT
 public:
     explicit NotesField(QWidget *parent = nullptr);
 
     /// Shows the line's notes without reporting a change. If they are the same, the caret and the undo history stay.
     void setNotes(const QString &notes);
-    /// The height of the text at this width, in pixels; at least one line.
-    [[nodiscard]] int heightForTextWidth(int width);
 
 Q_SIGNALS:
     void notesEdited(const QString &notes);
@@ -25,20 +23,10 @@ protected:
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
-    void wheelEvent(QWheelEvent *event) override;
     void changeEvent(QEvent *event) override;
-    void insertFromMimeData(const QMimeData *source) override;
-    void dragEnterEvent(QDragEnterEvent *event) override;
 
 private:
     void applyColors();
-    void followText();
-    [[nodiscard]] QString text() const;
-
-    bool m_isUpdating = false;
-    /// The line's notes, and the field's version of them, which has its own line endings.
-    QString m_notes;
-    QString m_text;
 };
 
 } // namespace orlenta::shell

@@ -1,11 +1,8 @@
 #include "shell/editor/row/ScriptTextField.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
-#include <QtCore/QMimeData>
-#include <QtGui/QDragEnterEvent>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QTextBlock>
 #include <QtWidgets/QScrollBar>
@@ -14,33 +11,17 @@
 #include "shell/theme/Theme.h"
 
 namespace orlenta::shell {
-namespace {
 
-constexpr int textMargin = 4;
-constexpr int shortestText = 18;
-
-} // namespace
-
-ScriptTextField::ScriptTextField(QWidget *parent) : QTextEdit(parent) {
-    setFrameShape(QFrame::NoFrame);
-    setAcceptRichText(false);
-    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+ScriptTextField::ScriptTextField(QWidget *parent) : PlainTextField(parent) {
     setTabChangesFocus(false);
     setUndoRedoEnabled(false);
     setTextInteractionFlags(Qt::NoTextInteraction);
     setFocusPolicy(Qt::NoFocus);
-    viewport()->setAutoFillBackground(false);
     viewport()->setCursor(Qt::ArrowCursor);
-    document()->setDocumentMargin(textMargin);
     setPlaceholderText(QStringLiteral("Write or paste what this line says"));
     setAccessibleName(QStringLiteral("Line text"));
-    connect(this, &QTextEdit::textChanged, this, [this] {
-        if (!m_isUpdatingFromModel)
-            Q_EMIT textEdited();
-    });
     const auto selectionMoved = [this] {
-        if (!m_isUpdatingFromModel && hasFocus())
+        if (!isShowingText() && hasFocus())
             Q_EMIT sourceSelectionChanged();
     };
     connect(this, &QTextEdit::cursorPositionChanged, this, selectionMoved);
@@ -49,32 +30,33 @@ ScriptTextField::ScriptTextField(QWidget *parent) : QTextEdit(parent) {
 }
 
 QString ScriptTextField::sourceText() const {
-    return toPlainText();
+    return text();
 }
 
 void ScriptTextField::setSourceText(const QString &text) {
-    m_isUpdatingFromModel = true;
-    setPlainText(text);
+    showText(text);
     QTextCursor cursor(document());
     cursor.select(QTextCursor::Document);
     QTextBlockFormat format;
     format.setLineHeight(120, QTextBlockFormat::ProportionalHeight);
     cursor.mergeBlockFormat(format);
-    m_isUpdatingFromModel = false;
     clearTypingUndo();
 }
 
 controller::TextRange ScriptTextField::sourceSelection() const {
     const QTextCursor cursor = textCursor();
-    return {cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart()};
+    const qsizetype start = storedText().storedPosition(cursor.selectionStart());
+    return {start, storedText().storedPosition(cursor.selectionEnd()) - start};
 }
 
 void ScriptTextField::setSourceSelection(const controller::TextRange &range) {
-    const qsizetype last = document()->characterCount() - 1;
+    const auto position = [this](qsizetype inText) {
+        const qsizetype last = document()->characterCount() - 1;
+        return static_cast<int>(std::clamp<qsizetype>(storedText().rawPosition(inText), 0, last));
+    };
     QTextCursor cursor = textCursor();
-    cursor.setPosition(static_cast<int>(std::clamp<qsizetype>(range.location, 0, last)));
-    cursor.setPosition(static_cast<int>(std::clamp<qsizetype>(range.location + range.length, 0, last)),
-                       QTextCursor::KeepAnchor);
+    cursor.setPosition(position(range.location));
+    cursor.setPosition(position(range.location + range.length), QTextCursor::KeepAnchor);
     setTextCursor(cursor);
 }
 
@@ -122,11 +104,6 @@ void ScriptTextField::placeCaretAt(const QPoint &point) {
     setTextCursor(cursorForPosition(point));
 }
 
-int ScriptTextField::heightForTextWidth(int width) {
-    document()->setTextWidth(width);
-    return std::max(shortestText, static_cast<int>(std::ceil(document()->size().height())));
-}
-
 bool ScriptTextField::event(QEvent *event) {
     // Accept these keys so that the window's menu doesn't handle them first.
     if (event->type() == QEvent::ShortcutOverride && m_allowsEditing) {
@@ -137,7 +114,7 @@ bool ScriptTextField::event(QEvent *event) {
             return true;
         }
     }
-    return QTextEdit::event(event);
+    return PlainTextField::event(event);
 }
 
 void ScriptTextField::keyPressEvent(QKeyEvent *event) {
@@ -154,51 +131,31 @@ void ScriptTextField::keyPressEvent(QKeyEvent *event) {
     else if (event->matches(QKeySequence::Redo) && !document()->isRedoAvailable())
         Q_EMIT redoRequested();
     else
-        QTextEdit::keyPressEvent(event);
+        PlainTextField::keyPressEvent(event);
 }
 
 void ScriptTextField::mousePressEvent(QMouseEvent *event) {
     Q_EMIT clicked(event->modifiers());
     if (m_allowsEditing)
-        QTextEdit::mousePressEvent(event);
+        PlainTextField::mousePressEvent(event);
 }
 
 void ScriptTextField::mouseDoubleClickEvent(QMouseEvent *event) {
     if (m_allowsEditing)
-        QTextEdit::mouseDoubleClickEvent(event);
+        PlainTextField::mouseDoubleClickEvent(event);
     else if (event->button() == Qt::LeftButton)
         Q_EMIT editRequested(event->position().toPoint());
 }
 
-void ScriptTextField::wheelEvent(QWheelEvent *event) {
-    event->ignore();
-}
-
 void ScriptTextField::focusInEvent(QFocusEvent *event) {
-    QTextEdit::focusInEvent(event);
+    PlainTextField::focusInEvent(event);
     Q_EMIT sourceSelectionChanged();
 }
 
 void ScriptTextField::focusOutEvent(QFocusEvent *event) {
-    QTextEdit::focusOutEvent(event);
-    // Don't stop editing for a menu or another window: the caret returns here.
-    const bool isTemporary = event->reason() == Qt::PopupFocusReason || event->reason() == Qt::MenuBarFocusReason ||
-                             event->reason() == Qt::ActiveWindowFocusReason;
-    if (m_allowsEditing && !isTemporary)
+    PlainTextField::focusOutEvent(event);
+    if (m_allowsEditing && !isTemporary(event->reason()))
         Q_EMIT editingEnded();
-}
-
-void ScriptTextField::insertFromMimeData(const QMimeData *source) {
-    if (source->hasText())
-        insertPlainText(source->text());
-}
-
-void ScriptTextField::dragEnterEvent(QDragEnterEvent *event) {
-    // The row handles dropped files.
-    if (event->mimeData()->hasUrls())
-        event->ignore();
-    else
-        QTextEdit::dragEnterEvent(event);
 }
 
 void ScriptTextField::applyScriptFont() {

@@ -3,16 +3,16 @@
 #include <functional>
 #include <optional>
 
-#include <QtWidgets/QTextEdit>
-
 #include "controller/script/TextRange.h"
 #include "shell/editor/row/LineRowContent.h"
+#include "shell/editor/row/PlainTextField.h"
 
 namespace orlenta::shell {
 
 /// Edits the text of one line as plain text. Until editing is allowed, it takes no focus and only reports clicks.
-/// Subclasses that show more than the plain text override the virtual functions, which all use plain-text positions.
-class ScriptTextField : public QTextEdit {
+/// Subclasses that show more than the plain text override the virtual functions, which all use positions in the line's
+/// text.
+class ScriptTextField : public PlainTextField {
     Q_OBJECT
 public:
     using Factory = std::function<ScriptTextField *(QWidget *parent)>;
@@ -37,12 +37,8 @@ public:
     /// Applies the script font at the current interface scale. The owner must call this when the application font
     /// changes, because a field with its own font isn't notified.
     void applyScriptFont();
-    /// The height of the text at this width, in pixels; at least one line.
-    [[nodiscard]] int heightForTextWidth(int width);
 
 Q_SIGNALS:
-    /// The user has changed the text.
-    void textEdited();
     void sourceSelectionChanged();
     /// A mouse press, before the field handles it.
     void clicked(Qt::KeyboardModifiers modifiers);
@@ -63,11 +59,8 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
-    void wheelEvent(QWheelEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
-    void insertFromMimeData(const QMimeData *source) override;
-    void dragEnterEvent(QDragEnterEvent *event) override;
 
 private:
     void setAllowsEditing(bool allowsEditing);
@@ -75,7 +68,6 @@ private:
     /// Empty until set, and after forgetText().
     std::optional<LineTextContent> m_content;
     bool m_allowsEditing = false;
-    bool m_isUpdatingFromModel = false;
 };
 
 } // namespace orlenta::shell
