@@ -17,7 +17,6 @@ DirectionActions::DirectionActions(controller::ProjectSession &session, Directio
     : CommandActions(DirectionCommands::ids(), &list), m_controller(session.controller()), m_commands(commands) {
     for (const CommandId id : DirectionCommands::ids()) {
         QAction *action = (*this)[id];
-        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         action->setAutoRepeat(false);
         onTriggered(id, [this, id, &list] {
             if (const auto line = target())
