@@ -55,8 +55,10 @@ ScriptCommands::ScriptCommands(controller::ProjectSession &session, QObject *par
       m_direction(session) {}
 
 void ScriptCommands::connectRow(LineRow *row) {
-    connect(row, &LineRow::clicked, this, [this, row](Qt::KeyboardModifiers modifiers, bool inTextField) {
-        click(row->lineId(), modifiers, inTextField ? ClickPlace::TextField : ClickPlace::Row);
+    connect(row, &LineRow::clicked, this,
+            [this, row](Qt::KeyboardModifiers modifiers) { click(row->lineId(), modifiers); });
+    connect(row, &LineRow::textClicked, this, [this, row](Qt::KeyboardModifiers modifiers, const QPoint &point) {
+        click(row->lineId(), modifiers, point);
     });
     connect(row, &LineRow::editRequested, this, [this, row](const QPoint &point) { editAt(row->lineId(), point); });
     connect(row, &LineRow::commandRequested, this,
@@ -100,14 +102,17 @@ void ScriptCommands::connectText(LineRow *row) {
     });
 }
 
-void ScriptCommands::click(const model::LineId &id, Qt::KeyboardModifiers modifiers, ClickPlace place) {
+void ScriptCommands::click(const model::LineId &id, Qt::KeyboardModifiers modifiers,
+                           const std::optional<QPoint> &textPoint) {
     controller::Selection &selection = m_controller.selection();
     const bool isEdited = selection.editingLineId() == id;
-    if (place == ClickPlace::TextField) {
+    if (textPoint) {
         m_sinceTextFieldClick.start();
         // The text field handles the caret and Shift selections itself.
         if (isEdited)
             return;
+        if (selection.singleSelectedLineId() == id && !modifiers.testFlag(Qt::ShiftModifier))
+            return editAt(id, *textPoint);
     }
     m_controller.typing().commit();
     if (modifiers.testFlag(Qt::ShiftModifier))

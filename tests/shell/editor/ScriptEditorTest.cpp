@@ -117,6 +117,38 @@ TEST_F(ScriptEditorTest, ADoubleClickPutsTheCaretAtTheClickedPoint) {
     EXPECT_TRUE(editor->list().hasFocus());
 }
 
+TEST_F(ScriptEditorTest, AClickInTheTextOfTheOnlySelectedLineBeginsEditingThere) {
+    open(projectWith(threeTexts));
+    const auto click = [&](qsizetype index, int x, Qt::MouseButton button = Qt::LeftButton) {
+        QWidget *surface = rowAt(index)->textField().viewport();
+        QTest::mouseClick(surface, button, {}, QPoint(x, surface->height() / 2));
+    };
+    click(1, 5);
+    EXPECT_EQ(selectedIndexes(), QList<qsizetype>({1}));
+    EXPECT_FALSE(controller->selection().editingLineId().has_value());
+    click(1, 5, Qt::RightButton);
+    EXPECT_FALSE(controller->selection().editingLineId().has_value());
+    click(1, 5);
+    ASSERT_TRUE(hasCaret(1));
+    EXPECT_EQ(controller->selection().textSelectionRange(), (controller::TextRange{0, 0}));
+    // Of several selected lines, the clicked one is selected first.
+    key(Qt::Key_Escape);
+    key(Qt::Key_Down, Qt::ShiftModifier);
+    click(1, 5);
+    EXPECT_EQ(selectedIndexes(), QList<qsizetype>({1}));
+    EXPECT_FALSE(controller->selection().editingLineId().has_value());
+}
+
+TEST_F(ScriptEditorTest, ADoubleClickOnAnotherLinePutsTheCaretAndSelectsNoWord) {
+    open(projectWith(threeTexts));
+    const QWidget *surface = rowAt(1)->textField().viewport();
+    const QPoint point = surface->mapTo(editor.get(), QPoint(5, surface->height() / 2));
+    // Through the window, which turns the second click into a press and a double click.
+    QTest::mouseDClick(editor->windowHandle(), Qt::LeftButton, {}, point);
+    ASSERT_TRUE(hasCaret(1));
+    EXPECT_EQ(controller->selection().textSelectionRange(), (controller::TextRange{0, 0}));
+}
+
 TEST_F(ScriptEditorTest, TheKeyboardEntersAndLeavesARowsControls) {
     open(projectWith(threeTexts));
     addTake(0);

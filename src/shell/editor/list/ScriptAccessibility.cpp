@@ -70,7 +70,7 @@ public:
     QStringList actionNames() const override { return {pressAction(), setFocusAction()}; }
     void doAction(const QString &name) override {
         if (actionNames().contains(name))
-            Q_EMIT row().clicked(Qt::NoModifier, false);
+            Q_EMIT row().clicked(Qt::NoModifier);
     }
 
 private:

@@ -52,8 +52,7 @@ LineRow::~LineRow() {
 
 void LineRow::connectText() {
     connect(m_text, &ScriptTextField::editRequested, this, &LineRow::editRequested);
-    connect(m_text, &ScriptTextField::clicked, this,
-            [this](Qt::KeyboardModifiers modifiers) { Q_EMIT clicked(modifiers, true); });
+    connect(m_text, &ScriptTextField::clicked, this, &LineRow::textClicked);
 }
 
 void LineRow::handleKeysOf(const QList<QWidget *> &controls) {
@@ -191,7 +190,7 @@ void LineRow::setDropTarget(bool isDropTarget) {
 
 void LineRow::mousePressEvent(QMouseEvent *event) {
     if (event->button() == Qt::LeftButton)
-        Q_EMIT clicked(event->modifiers(), false);
+        Q_EMIT clicked(event->modifiers());
 }
 
 void LineRow::mouseDoubleClickEvent(QMouseEvent *event) {

@@ -158,12 +158,18 @@ void ScriptTextField::keyPressEvent(QKeyEvent *event) {
 }
 
 void ScriptTextField::mousePressEvent(QMouseEvent *event) {
-    Q_EMIT clicked(event->modifiers());
+    const bool wasEditing = m_allowsEditing;
+    if (event->button() == Qt::LeftButton)
+        Q_EMIT clicked(event->modifiers(), event->position().toPoint());
+    m_pressBeganEditing = m_allowsEditing && !wasEditing;
     if (m_allowsEditing)
         QTextEdit::mousePressEvent(event);
 }
 
 void ScriptTextField::mouseDoubleClickEvent(QMouseEvent *event) {
+    // The first click of a double click on another line selects the line, the second puts the caret into it.
+    if (m_pressBeganEditing)
+        return;
     if (m_allowsEditing)
         QTextEdit::mouseDoubleClickEvent(event);
     else if (event->button() == Qt::LeftButton)
