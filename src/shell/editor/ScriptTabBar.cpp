@@ -202,7 +202,8 @@ bool ScriptTabBar::handleKey(const QKeyEvent &key) {
 }
 
 bool ScriptTabBar::eventFilter(QObject *watched, QEvent *event) {
-    if (watched == m_bar && event->type() == QEvent::KeyPress)
+    // The name field is the bar's child: what it ignores comes here.
+    if (watched == m_bar && event->type() == QEvent::KeyPress && m_renaming < 0)
         return handleKey(*static_cast<QKeyEvent *>(event));
     // The bar moves tabs during a drag; commit only the final order.
     if (watched == m_bar && event->type() == QEvent::MouseButtonRelease && m_isDragging)

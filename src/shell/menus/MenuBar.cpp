@@ -25,6 +25,7 @@ QAction *actionFor(CommandId id, const QList<const CommandActions *> &sets) {
 }
 
 void fill(QMenuBar &bar, const QList<const CommandActions *> &sets) {
+    TextKeys::install();
     QMenu *menu = nullptr;
     auto group = controller::CommandGroup::File;
     bool isNewSection = false;

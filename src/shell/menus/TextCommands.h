@@ -1,5 +1,7 @@
 #pragma once
 
+class QObject;
+
 namespace orlenta::shell {
 
 /// Sends editing commands to the text field with the focus, so that menus and text fields share keys. Main thread.
@@ -9,8 +11,10 @@ public:
 
     TextCommands() = delete;
 
-    /// Sends the command. False if no text field has the focus.
+    /// Sends the command. False if no text field has the focus, or if it can't paste what is on the clipboard.
     static bool send(Command command);
+    /// Whether the text field can use what is on the clipboard.
+    [[nodiscard]] static bool canPaste(const QObject *field);
     [[nodiscard]] static bool canUndo();
     [[nodiscard]] static bool canRedo();
     /// False if no text field has the focus or it has nothing to undo or redo.

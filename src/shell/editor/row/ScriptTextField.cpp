@@ -131,8 +131,7 @@ bool ScriptTextField::event(QEvent *event) {
     // Accept these keys so that the window's menu doesn't handle them first.
     if (event->type() == QEvent::ShortcutOverride && m_allowsEditing) {
         auto *key = static_cast<QKeyEvent *>(event);
-        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo) ||
-            isKeyOf(*key, CommandId::LeaveText) || isKeyOf(*key, CommandId::Stress)) {
+        if (isKeyOf(*key, CommandId::LeaveText) || isKeyOf(*key, CommandId::Stress)) {
             event->accept();
             return true;
         }
