@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <QtCore/QHash>
+
 namespace orlenta::controller {
 
 using namespace Qt::StringLiterals;
@@ -252,6 +254,44 @@ QString CommandTable::groupTitle(CommandGroup group) {
         return u"Bar of Tabs"_s;
     }
     Q_UNREACHABLE();
+}
+
+QString CommandTable::requirement(CommandId id) {
+    using Id = CommandId;
+    static const QHash<CommandId, QString> requirements{
+        {Id::ExportAudio, u"Select lines that all have audio to export it."_s},
+        {Id::Undo, u"There is nothing to undo."_s},
+        {Id::Redo, u"There is nothing to redo."_s},
+        {Id::Cut, u"Select text or lines to cut."_s},
+        {Id::Copy, u"Select text or lines to copy."_s},
+        {Id::Paste, u"There is nothing to paste here."_s},
+        {Id::SelectAll, u"There is nothing to select."_s},
+        {Id::ChooseVoice, u"Select exactly one line to choose its voice."_s},
+        {Id::Generate, u"Select the lines to generate."_s},
+        {Id::InsertLine, u"Select the line to insert below."_s},
+        {Id::DuplicateLine, u"Select exactly one line to duplicate."_s},
+        {Id::SplitLine, u"Select one line of several sentences to split."_s},
+        {Id::DeleteLine, u"Select the lines to delete."_s},
+        {Id::MoveLineUp, u"Select a line below the first one to move it up."_s},
+        {Id::MoveLineDown, u"Select a line above the last one to move it down."_s},
+        {Id::Record, u"Select the line to record a direction for."_s},
+        {Id::PlayDirection, u"Select a line that shows direction audio to play it."_s},
+        {Id::ImportDirection, u"Select the line to import direction audio for."_s},
+        {Id::DeleteDirection, u"Select a line that shows direction audio to delete it."_s},
+        {Id::SwitchDirectionMode, u"Select the line to direct."_s},
+        {Id::EditNotes, u"Select the line to write notes on."_s},
+        {Id::CloseTab, u"A project keeps at least one tab."_s},
+        {Id::NextTab, u"There is no other tab."_s},
+        {Id::PreviousTab, u"There is no other tab."_s},
+        {Id::Play, u"Select a line with audio to play it."_s},
+        {Id::PlayAll, u"No line of this tab has audio to play."_s},
+        {Id::EditLine, u"Select exactly one line to edit its text."_s},
+        {Id::PlaySelection, u"Select a line with audio to play it."_s},
+        {Id::Stress, u"Select exactly one line to direct it with tags."_s},
+        {Id::CloseThisTab, u"A project keeps at least one tab."_s},
+        {Id::CastFoundVoice, u"Type the name of a voice to cast the lines to."_s},
+    };
+    return requirements.value(id);
 }
 
 } // namespace orlenta::controller

@@ -49,7 +49,7 @@ void DirectionActions::refresh() {
         const DirectionCommands::CommandState state = m_commands.stateOf(id, line);
         QAction &action = *(*this)[id];
         action.setText(state.title);
-        action.setEnabled(state.isEnabled);
+        setEnabled(id, state.isEnabled);
         action.setStatusTip(state.title);
     }
 }

@@ -12,6 +12,7 @@
 
 #include "audio/playback/PlaybackController.h"
 #include "controller/commands/CommandTable.h"
+#include "controller/document/Notices.h"
 #include "controller/document/TypingSession.h"
 #include "controller/document/UndoManager.h"
 #include "controller/generation/GenerationPlan.h"
@@ -144,6 +145,12 @@ void ScriptCommands::editAt(const model::LineId &id, const QPoint &point) {
 void ScriptCommands::editSelected() {
     if (const auto id = m_controller.selection().singleSelectedLineId())
         edit(*id);
+    else
+        refuse(CommandId::EditLine);
+}
+
+void ScriptCommands::refuse(CommandId command) {
+    m_controller.notices().refuse(controller::CommandTable::requirement(command));
 }
 
 void ScriptCommands::endEditing() {
@@ -216,11 +223,14 @@ bool ScriptCommands::canPlaySelection() const {
 void ScriptCommands::togglePlayback() {
     if (m_playback.isPlaying())
         return stop();
-    const QList<model::LineId> selected = m_controller.selection().selectedLinesInScript();
-    if (selected.size() == 1)
-        return play(selected.first());
-    const QList<audio::PlaybackLine> lines = playable(selected);
-    if (!lines.isEmpty() && m_direction.mayPlay())
+    const QList<audio::PlaybackLine> lines = playable(m_controller.selection().selectedLinesInScript());
+    if (lines.isEmpty())
+        return refuse(CommandId::PlaySelection);
+    if (!m_direction.mayPlay())
+        return;
+    if (m_controller.selection().singleSelectedLineId())
+        m_playback.playLine(lines.first());
+    else
         m_playback.playAll(lines);
 }
 
@@ -250,6 +260,8 @@ void ScriptCommands::deleteTake(const model::LineId &id) {
 }
 
 void ScriptCommands::insertTag(const tags::TagItem &item) {
+    if (!m_controller.selection().singleSelectedLineId())
+        return refuse(CommandId::Stress);
     // Commit the input method's composition first, because it belongs to this text.
     QGuiApplication::inputMethod()->commit();
     std::optional<controller::TextRange> live;

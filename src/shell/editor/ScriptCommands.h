@@ -82,6 +82,7 @@ Q_SIGNALS:
 private:
     void connectText(LineRow *row);
     [[nodiscard]] QList<audio::PlaybackLine> playable(const QList<model::LineId> &ids) const;
+    void refuse(CommandId command);
     void editAt(const model::LineId &id, const QPoint &point);
 
     controller::ProjectSession &m_session;

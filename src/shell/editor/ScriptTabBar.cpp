@@ -11,6 +11,8 @@
 #include <QtWidgets/QTabBar>
 #include <QtWidgets/QToolButton>
 
+#include "controller/commands/CommandTable.h"
+#include "controller/document/Notices.h"
 #include "controller/ProjectController.h"
 #include "controller/script/TabEditing.h"
 #include "shell/menus/CommandActions.h"
@@ -192,8 +194,10 @@ void ScriptTabBar::openMenu(const QPoint &position) {
 bool ScriptTabBar::handleKey(const QKeyEvent &key) {
     if (isKeyOf(key, CommandId::RenameTab))
         rename(m_bar->currentIndex());
-    else if (isKeyOf(key, CommandId::CloseThisTab))
+    else if (isKeyOf(key, CommandId::CloseThisTab) && m_controller.tabs().canCloseTab())
         m_controller.tabs().closeTab(idAt(m_bar->currentIndex()));
+    else if (isKeyOf(key, CommandId::CloseThisTab))
+        m_controller.notices().refuse(controller::CommandTable::requirement(CommandId::CloseThisTab));
     else if (isKeyOf(key, CommandId::MoveTab))
         moveCurrent(key.key() == Qt::Key_Left ? -1 : 1);
     else

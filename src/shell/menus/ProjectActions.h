@@ -24,6 +24,7 @@ private:
     void connectScript();
     void connectTabs();
     void followProject();
+    void refuse(CommandId id);
     void refresh();
     void refreshUndo();
     void refreshTagToolbar();

@@ -4,17 +4,20 @@
 
 #include <QtGui/QAction>
 #include <QtGui/QCloseEvent>
+#include <QtGui/QKeyEvent>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QSplitter>
 #include <QtWidgets/QVBoxLayout>
 
 #include "audio/playback/PlaybackController.h"
+#include "controller/document/Notices.h"
 #include "controller/generation/LineGenerator.h"
 #include "controller/ProjectController.h"
 #include "controller/ProjectSession.h"
 #include "shell/account/AccountDialog.h"
 #include "shell/application/AppCommands.h"
 #include "shell/controls/Separator.h"
+#include "shell/editor/DirectionActions.h"
 #include "shell/editor/list/ScriptListView.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/inspector/Inspector.h"
@@ -154,6 +157,15 @@ void ProjectWindow::closeEvent(QCloseEvent *event) {
     }
     event->accept();
     Q_EMIT closed();
+}
+
+void ProjectWindow::keyPressEvent(QKeyEvent *event) {
+    // Keys arrive here if neither a control nor an enabled command has used them.
+    for (const CommandActions *set : {static_cast<const CommandActions *>(m_actions),
+                                      static_cast<const CommandActions *>(&m_editor->directionActions())})
+        if (const QString refusal = set->refusalOf(*event); !refusal.isEmpty())
+            return m_session.controller().notices().refuse(refusal);
+    QMainWindow::keyPressEvent(event);
 }
 
 void ProjectWindow::changeEvent(QEvent *event) {

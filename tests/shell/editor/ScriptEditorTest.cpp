@@ -4,6 +4,7 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QToolButton>
 
+#include "controller/document/Notices.h"
 #include "controller/document/TypingSession.h"
 #include "controller/document/UndoManager.h"
 #include "controller/takes/LineRuntime.h"
@@ -302,6 +303,17 @@ TEST_F(ScriptEditorTest, AFailedExportIsShownUntilDismissed) {
     focusList();
     key(Qt::Key_Escape);
     EXPECT_EQ(controller->spotError(), QString());
+}
+
+TEST_F(ScriptEditorTest, ACommandWithNothingToActOnSaysSo) {
+    open(projectWith(threeTexts));
+    QSignalSpy refused(&controller->notices(), &controller::Notices::refused);
+    key(Qt::Key_Space);
+    controller->selection().selectAll();
+    key(Qt::Key_Return);
+    ASSERT_EQ(refused.size(), 2);
+    EXPECT_EQ(refused.at(0).first().toString(), QStringLiteral("Select a line with audio to play it."));
+    EXPECT_EQ(refused.at(1).first().toString(), QStringLiteral("Select exactly one line to edit its text."));
 }
 
 } // namespace
