@@ -61,6 +61,12 @@ const QList<Command> &CommandTable::all() {
          u"Add a line at the end of the tab"_s,
          u"plus"_s,
          Section::New},
+        {Id::InsertLine,
+         Group::Script,
+         u"Insert Line Below"_s,
+         {u"Ctrl+Return"_s, u"Ctrl+Enter"_s},
+         u"Insert a line below the selected one"_s,
+         u"plus"_s},
         {Id::DuplicateLine,
          Group::Script,
          u"Duplicate Line"_s,
@@ -164,6 +170,18 @@ const QList<Command> &CommandTable::all() {
          {u"Ctrl+Alt+I"_s},
          u"Show or hide the inspector"_s,
          u"inspector"_s},
+        {Id::NextArea,
+         Group::View,
+         u"Next Area"_s,
+         {u"F6"_s},
+         u"Move the keyboard to the next part of the window"_s,
+         {},
+         Section::New},
+        {Id::PreviousArea,
+         Group::View,
+         u"Previous Area"_s,
+         {u"Shift+F6"_s},
+         u"Move the keyboard to the previous part of the window"_s},
         {Id::ZoomIn,
          Group::View,
          u"Zoom In"_s,
@@ -192,7 +210,6 @@ const QList<Command> &CommandTable::all() {
         {Id::LineMenu, Group::ScriptLines, u"Commands of the line"_s, {u"Menu"_s, u"Shift+F10"_s}},
         {Id::Scroll, Group::ScriptLines, u"Scroll"_s, {u"PgUp"_s, u"PgDown"_s, u"Home"_s, u"End"_s}},
         {Id::DismissNotice, Group::ScriptLines, u"Dismiss the message below the lines"_s, {u"Esc"_s}, u"Dismiss"_s},
-        {Id::LeaveLines, Group::ScriptLines, u"Leave the lines, forwards or backwards"_s, {u"F6"_s, u"Shift+F6"_s}},
 
         {Id::NextControl, Group::LineControls, u"Next control"_s, {u"Tab"_s, u"Right"_s}},
         {Id::PreviousControl, Group::LineControls, u"Previous control"_s, {u"Shift+Tab"_s, u"Left"_s}},
@@ -216,6 +233,10 @@ const QList<Command> &CommandTable::all() {
         {Id::MoveTab, Group::TabBar, u"Move the tab"_s, {u"Ctrl+Shift+Left"_s, u"Ctrl+Shift+Right"_s}},
         {Id::RenameTab, Group::TabBar, u"Rename the tab"_s, {u"F2"_s}},
         {Id::CloseThisTab, Group::TabBar, u"Close the tab"_s, {u"Del"_s}},
+
+        {Id::GoToVoices, Group::VoiceSearch, u"Go to the voices"_s, {u"Down"_s}},
+        {Id::CastFoundVoice, Group::VoiceSearch, u"Cast the first voice found"_s, {u"Return"_s, u"Enter"_s}},
+        {Id::LeaveVoiceSearch, Group::VoiceSearch, u"Clear the search, or go back to the lines"_s, {u"Esc"_s}},
     };
     return commands;
 }
@@ -252,6 +273,8 @@ QString CommandTable::groupTitle(CommandGroup group) {
         return u"Text of a Line"_s;
     case CommandGroup::TabBar:
         return u"Bar of Tabs"_s;
+    case CommandGroup::VoiceSearch:
+        return u"Voice Search"_s;
     }
     Q_UNREACHABLE();
 }

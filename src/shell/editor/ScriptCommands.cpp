@@ -27,6 +27,7 @@
 #include "controller/takes/TakeEditing.h"
 #include "shell/editor/row/LineRow.h"
 #include "shell/menus/CommandActions.h"
+#include "shell/menus/MenuMnemonics.h"
 #include "shell/theme/Icon.h"
 #include "tags/TagInsertion.h"
 
@@ -281,8 +282,9 @@ void ScriptCommands::openTakeMenu(const model::LineId &id, const QPoint &globalP
     auto *group = new QActionGroup(menu);
     for (qsizetype index = 0; index < line->takes.size(); ++index) {
         const model::TakeId take = line->takes.at(index).id;
-        QAction *action = menu->addAction(takeTitle(m_controller.project(), *line, index), menu,
-                                          [this, id, take] { switchTake(id, take); });
+        // A single ampersand would mark a mnemonic.
+        const QString title = takeTitle(m_controller.project(), *line, index).replace(u"&"_s, u"&&"_s);
+        QAction *action = menu->addAction(title, menu, [this, id, take] { switchTake(id, take); });
         action->setCheckable(true);
         action->setChecked(index == inUse);
         group->addAction(action);
@@ -291,6 +293,7 @@ void ScriptCommands::openTakeMenu(const model::LineId &id, const QPoint &globalP
     addCommand(*menu, CommandId::DeleteTake, controller::CommandTable::command(CommandId::DeleteTake).title,
                [this, id] { deleteTake(id); })
         ->setEnabled(inUse >= 0);
+    MenuMnemonics::follow(*menu);
     menu->popup(globalPosition);
 }
 
@@ -323,6 +326,7 @@ void ScriptCommands::openLineMenu(const model::LineId &id, const QPoint &globalP
     menu->addSeparator();
     add(CommandId::DeleteTake, hasAudio, [this, id] { deleteTake(id); });
     add(CommandId::DeleteLine, true, [&project, id] { project.lines().deleteLine(id); });
+    MenuMnemonics::follow(*menu);
     menu->popup(globalPosition);
 }
 

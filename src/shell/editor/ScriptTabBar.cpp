@@ -16,6 +16,7 @@
 #include "controller/ProjectController.h"
 #include "controller/script/TabEditing.h"
 #include "shell/menus/CommandActions.h"
+#include "shell/menus/MenuMnemonics.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
 
@@ -188,6 +189,7 @@ void ScriptTabBar::openMenu(const QPoint &position) {
     menu->addAction(Icon::named(QStringLiteral("close")), QStringLiteral("Close Tab"), this,
                     [this, id = idAt(index)] { m_controller.tabs().closeTab(id); })
         ->setEnabled(m_controller.tabs().canCloseTab());
+    MenuMnemonics::follow(*menu);
     menu->popup(m_bar->mapToGlobal(position));
 }
 

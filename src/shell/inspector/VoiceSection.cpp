@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <QtCore/QEvent>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLineEdit>
@@ -11,11 +12,14 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include "controller/casting/VoiceCasting.h"
+#include "controller/commands/CommandTable.h"
+#include "controller/document/Notices.h"
 #include "controller/ProjectController.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/inspector/InspectedLines.h"
 #include "shell/inspector/VoiceDelegate.h"
 #include "shell/inspector/VoiceListModel.h"
+#include "shell/menus/CommandActions.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
 #include "speech/account/ElevenLabsService.h"
@@ -56,6 +60,7 @@ VoiceSection::VoiceSection(controller::ProjectController &controller, speech::El
     m_search->setClearButtonEnabled(true);
     m_search->addAction(Icon::named(QStringLiteral("search"), Icon::Tint::Muted), QLineEdit::LeadingPosition);
     m_search->setAccessibleName(u"Search voices"_s);
+    m_search->installEventFilter(this);
     m_search->setToolTip(u"Search voices by name, description or language"_s);
     m_list->setModel(m_model);
     m_list->setItemDelegate(new VoiceDelegate(m_list));

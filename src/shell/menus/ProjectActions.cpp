@@ -42,6 +42,7 @@ ProjectActions::ProjectActions(controller::ProjectSession &session, QObject *par
                       CommandId::ChooseVoice,
                       CommandId::Generate,
                       CommandId::AddLine,
+                      CommandId::InsertLine,
                       CommandId::DuplicateLine,
                       CommandId::SplitLine,
                       CommandId::DeleteLine,
@@ -54,7 +55,9 @@ ProjectActions::ProjectActions(controller::ProjectSession &session, QObject *par
                       CommandId::PreviousTab,
                       CommandId::Play,
                       CommandId::PlayAll,
-                      CommandId::ToggleInspector},
+                      CommandId::ToggleInspector,
+                      CommandId::NextArea,
+                      CommandId::PreviousArea},
                      parent),
       m_session(session), m_controller(session.controller()), m_playback(session.playback()) {
     connectEditing();
@@ -107,6 +110,7 @@ void ProjectActions::refuse(CommandId id) {
 void ProjectActions::connectScript() {
     onTriggered(CommandId::Generate, [this] { m_session.generator().generateSelectedLines(); });
     onTriggered(CommandId::AddLine, [this] { m_controller.lines().addLine(); });
+    onTriggered(CommandId::InsertLine, [this] { m_controller.lines().insertLineBelow(); });
     onTriggered(CommandId::DuplicateLine, [this] {
         if (const auto id = m_controller.selection().singleSelectedLineId())
             m_controller.lines().duplicateLine(*id);
@@ -157,6 +161,7 @@ void ProjectActions::refresh() {
     const auto enable = [this](CommandId id, bool isEnabled) { setEnabled(id, isEnabled); };
     enable(CommandId::ChooseVoice, hasOneLine);
     enable(CommandId::Generate, hasSelection);
+    enable(CommandId::InsertLine, hasSelection);
     enable(CommandId::DuplicateLine, hasOneLine);
     enable(CommandId::SplitLine, hasOneLine);
     enable(CommandId::DeleteLine, hasSelection);

@@ -24,6 +24,7 @@
 #include "shell/menus/AppActions.h"
 #include "shell/menus/MenuBar.h"
 #include "shell/menus/ProjectActions.h"
+#include "shell/windows/AreaCycle.h"
 #include "shell/windows/ErrorAlerts.h"
 #include "shell/windows/ExportFlow.h"
 #include "shell/windows/ProjectToolbar.h"
@@ -77,6 +78,8 @@ void ProjectWindow::layOut() {
     auto *status = new StatusLine(m_session);
     connect(status, &StatusLine::lineRequested, m_editor, &ScriptEditor::showLine);
     column->addWidget(status);
+    m_areas =
+        new AreaCycle(QList<QWidget *>{m_toolbar} + m_editor->areas() + QList<QWidget *>{m_inspector, status}, this);
     setCentralWidget(content);
 }
 
@@ -94,8 +97,11 @@ void ProjectWindow::connectCommands() {
         m_inspector->focusVoiceSearch();
     });
     m_actions->onTriggered(CommandId::ToggleInspector, [this] { toggleInspector(); });
+    m_actions->onTriggered(CommandId::NextArea, [this] { m_areas->step(true); });
+    m_actions->onTriggered(CommandId::PreviousArea, [this] { m_areas->step(false); });
     connect(m_editor, &ScriptEditor::microphoneSettingsWanted, &m_context.commands,
             &AppCommands::openMicrophoneSettings);
+    connect(m_inspector, &Inspector::linesRequested, &m_editor->list(), [this] { m_editor->list().setFocus(); });
     connect(m_inspector, &Inspector::accountRequested, this, &ProjectWindow::showAccount);
     connect(m_inspector, &Inspector::localVoicesRequested, &m_context.localVoices, &speech::LocalVoices::switchOn);
     controller::onAnyChange<controller::TitleChanged, controller::UnsavedChangesChanged>(m_session.controller(), this,

@@ -46,7 +46,7 @@ TEST(CommandTableTest, EveryCommandHasOneEntryWithATitleAndATipOrKey) {
         EXPECT_FALSE(CommandTable::isMenu(command.group) ? command.tip.isEmpty() : command.keys.isEmpty())
             << described(command);
     }
-    EXPECT_EQ(seen.size(), static_cast<int>(CommandId::CloseThisTab) + 1);
+    EXPECT_EQ(seen.size(), static_cast<int>(CommandId::LeaveVoiceSearch) + 1);
 }
 
 } // namespace
