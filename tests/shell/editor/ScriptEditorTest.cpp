@@ -153,7 +153,7 @@ TEST_F(ScriptEditorTest, ADoubleClickOnAnotherLinePutsTheCaretAndSelectsNoWord) 
 TEST_F(ScriptEditorTest, TheKeyboardEntersAndLeavesARowsControls) {
     open(projectWith(threeTexts));
     addTake(0);
-    for (const char *name : {"Direction mode of line 1", "Edit notes of line 1", "Generate line 1", "Play line 1"}) {
+    for (const char *name : {"Direction mode of line 1", "Edit notes of line 1", "Regenerate line 1", "Play line 1"}) {
         key(Qt::Key_Right);
         EXPECT_EQ(QApplication::focusWidget()->accessibleName(), QLatin1String(name));
     }

@@ -33,6 +33,8 @@ public:
         QAccessible::State state = QAccessibleWidget::state();
         state.multiSelectable = true;
         state.extSelectable = true;
+        // While the list has the focus, its current row is what is focused.
+        state.focused = state.focused && list().currentRow() == nullptr;
         return state;
     }
 

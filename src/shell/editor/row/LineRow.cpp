@@ -156,6 +156,9 @@ void LineRow::editNotes() {
 }
 
 void LineRow::showNames(const LineRowContent &before) {
+    const QString audio = m_content.takes.audio ? u"Has audio"_s : u"No audio"_s;
+    if (accessibleDescription() != audio)
+        setAccessibleDescription(audio);
     const QString number = QString::number(m_content.number);
     if (before.number != m_content.number) {
         m_text->setAccessibleName(u"Text of line %1"_s.arg(number));
