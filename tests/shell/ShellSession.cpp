@@ -6,12 +6,14 @@
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QAbstractSlider>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QToolButton>
 
+#include "controller/commands/CommandTable.h"
 #include "speech/LocalVoicesProcess.h"
 
 namespace orlenta::testing {
@@ -93,6 +95,14 @@ std::unique_ptr<controller::ProjectSession> ShellSession::openOffline(const mode
     auto session = std::make_unique<controller::ProjectSession>(context.services, stored);
     session->service().useEndpoint(QUrl(QStringLiteral("http://127.0.0.1:1")));
     return session;
+}
+
+void press(const QKeySequence &key) {
+    QTest::keyClick(QApplication::focusWidget(), key[0].key(), key[0].keyboardModifiers());
+}
+
+void pressKeyOf(controller::CommandId command) {
+    press(QKeySequence(controller::CommandTable::command(command).keys.first()));
 }
 
 bool waitUntil(const std::function<bool()> &condition) {

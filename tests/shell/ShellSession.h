@@ -4,6 +4,7 @@
 #include <memory>
 
 #include <QtCore/QTemporaryDir>
+#include <QtGui/QKeySequence>
 
 #include "audio/devices/AudioDeviceMonitor.h"
 #include "audio/devices/OutputRoutingDiagnostics.h"
@@ -11,6 +12,7 @@
 #include "audio/recording/AudioInputRouteManager.h"
 #include "audio/recording/MicrophonePermission.h"
 #include "base/UserDefaults.h"
+#include "controller/commands/Command.h"
 #include "controller/ProjectSession.h"
 #include "model/ProjectStore.h"
 #include "shell/application/AppCommands.h"
@@ -57,6 +59,10 @@ public:
     shell::AppContext context;
 };
 
+/// Presses a key at the focus, where menu commands see it first.
+void press(const QKeySequence &key);
+/// Presses the command's first key.
+void pressKeyOf(controller::CommandId command);
 /// Runs the event loop until the condition holds. False after a minute.
 [[nodiscard]] bool waitUntil(const std::function<bool()> &condition);
 /// The visible button with that text, or null.

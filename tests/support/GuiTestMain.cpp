@@ -4,6 +4,7 @@
 #include <QtCore/QTemporaryDir>
 #include <QtWidgets/QApplication>
 
+#include "shell/controls/ControlAccessibility.h"
 #include "shell/theme/Theme.h"
 
 // The main function of tests with widgets: offscreen unless another platform is requested, with the application's look,
@@ -16,6 +17,7 @@ int main(int argc, char **argv) {
     ::setenv("DBUS_SESSION_BUS_ADDRESS", ("unix:path=" + home.path().toLocal8Bit() + "/no-bus").constData(), 1);
     ::setenv("QT_QPA_PLATFORM", "offscreen", 0);
     const QApplication application(argc, argv);
+    orlenta::shell::installControlAccessibility();
     orlenta::shell::Theme::apply(orlenta::shell::Appearance::Light);
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();

@@ -28,6 +28,7 @@ enum class CommandId {
     ChooseVoice,
     Generate,
     AddLine,
+    InsertLine,
     DuplicateLine,
     SplitLine,
     DeleteLine,
@@ -52,6 +53,8 @@ enum class CommandId {
     PlayAll,
     // View
     ToggleInspector,
+    NextArea,
+    PreviousArea,
     ZoomIn,
     ZoomOut,
     ActualSize,
@@ -69,7 +72,6 @@ enum class CommandId {
     LineMenu,
     Scroll,
     DismissNotice,
-    LeaveLines,
     // In a control of a line
     NextControl,
     PreviousControl,
@@ -86,6 +88,10 @@ enum class CommandId {
     MoveTab,
     RenameTab,
     CloseThisTab,
+    // In the voice search
+    GoToVoices,
+    CastFoundVoice,
+    LeaveVoiceSearch,
 };
 
 /// Where a command belongs: a menu, whose keys work in the whole window, or a place, where only its keys work.
@@ -101,7 +107,8 @@ enum class CommandGroup {
     ScriptLines,
     LineControls,
     LineText,
-    TabBar
+    TabBar,
+    VoiceSearch
 };
 
 /// Whether a menu shows a separator above the command.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <QtCore/QHash>
+
 namespace orlenta::controller {
 
 using namespace Qt::StringLiterals;
@@ -59,6 +61,12 @@ const QList<Command> &CommandTable::all() {
          u"Add a line at the end of the tab"_s,
          u"plus"_s,
          Section::New},
+        {Id::InsertLine,
+         Group::Script,
+         u"Insert Line Below"_s,
+         {u"Ctrl+Return"_s, u"Ctrl+Enter"_s},
+         u"Insert a line below the selected one"_s,
+         u"plus"_s},
         {Id::DuplicateLine,
          Group::Script,
          u"Duplicate Line"_s,
@@ -103,29 +111,34 @@ const QList<Command> &CommandTable::all() {
         {Id::Record,
          Group::Direction,
          u"Record Direction"_s,
-         {u"R"_s},
+         {u"Ctrl+R"_s},
          u"Record the direction with the microphone"_s,
          u"record"_s},
-        {Id::PlayDirection, Group::Direction, u"Play Direction"_s, {u"D"_s}, u"Play the direction"_s, u"play"_s},
+        {Id::PlayDirection,
+         Group::Direction,
+         u"Play Direction"_s,
+         {u"Ctrl+Alt+P"_s},
+         u"Play the direction"_s,
+         u"play"_s},
         {Id::ImportDirection,
          Group::Direction,
          u"Import Direction Audio..."_s,
-         {u"I"_s},
+         {u"Ctrl+I"_s},
          u"Use an audio file as this line's direction"_s,
          u"import"_s},
         {Id::DeleteDirection,
          Group::Direction,
          u"Delete Direction Audio"_s,
-         {u"Shift+D"_s},
+         {u"Ctrl+Shift+Del"_s},
          u"Delete Direction Audio"_s,
          u"trash"_s},
         {Id::SwitchDirectionMode,
          Group::Direction,
          u"Direct by Voice"_s,
-         {u"M"_s},
+         {u"Ctrl+M"_s},
          u"Directed by text; switch to voice"_s,
          u"microphone"_s},
-        {Id::EditNotes, Group::Direction, u"Edit Notes"_s, {u"N"_s}, u"Notes on this line"_s, u"note"_s},
+        {Id::EditNotes, Group::Direction, u"Edit Notes"_s, {u"Ctrl+Shift+N"_s}, u"Notes on this line"_s, u"note"_s},
 
         {Id::NewTab, Group::Tabs, u"New Tab"_s, {u"Ctrl+T"_s}, u"New Tab"_s, u"plus"_s},
         {Id::CloseTab, Group::Tabs, u"Close Tab"_s, {u"Ctrl+Shift+W"_s}, u"Close Tab"_s, u"close"_s},
@@ -157,6 +170,18 @@ const QList<Command> &CommandTable::all() {
          {u"Ctrl+Alt+I"_s},
          u"Show or hide the inspector"_s,
          u"inspector"_s},
+        {Id::NextArea,
+         Group::View,
+         u"Next Area"_s,
+         {u"F6"_s},
+         u"Move the keyboard to the next part of the window"_s,
+         {},
+         Section::New},
+        {Id::PreviousArea,
+         Group::View,
+         u"Previous Area"_s,
+         {u"Shift+F6"_s},
+         u"Move the keyboard to the previous part of the window"_s},
         {Id::ZoomIn,
          Group::View,
          u"Zoom In"_s,
@@ -185,7 +210,6 @@ const QList<Command> &CommandTable::all() {
         {Id::LineMenu, Group::ScriptLines, u"Commands of the line"_s, {u"Menu"_s, u"Shift+F10"_s}},
         {Id::Scroll, Group::ScriptLines, u"Scroll"_s, {u"PgUp"_s, u"PgDown"_s, u"Home"_s, u"End"_s}},
         {Id::DismissNotice, Group::ScriptLines, u"Dismiss the message below the lines"_s, {u"Esc"_s}, u"Dismiss"_s},
-        {Id::LeaveLines, Group::ScriptLines, u"Leave the lines, forwards or backwards"_s, {u"F6"_s, u"Shift+F6"_s}},
 
         {Id::NextControl, Group::LineControls, u"Next control"_s, {u"Tab"_s, u"Right"_s}},
         {Id::PreviousControl, Group::LineControls, u"Previous control"_s, {u"Shift+Tab"_s, u"Left"_s}},
@@ -209,6 +233,10 @@ const QList<Command> &CommandTable::all() {
         {Id::MoveTab, Group::TabBar, u"Move the tab"_s, {u"Ctrl+Shift+Left"_s, u"Ctrl+Shift+Right"_s}},
         {Id::RenameTab, Group::TabBar, u"Rename the tab"_s, {u"F2"_s}},
         {Id::CloseThisTab, Group::TabBar, u"Close the tab"_s, {u"Del"_s}},
+
+        {Id::GoToVoices, Group::VoiceSearch, u"Go to the voices"_s, {u"Down"_s}},
+        {Id::CastFoundVoice, Group::VoiceSearch, u"Cast the first voice found"_s, {u"Return"_s, u"Enter"_s}},
+        {Id::LeaveVoiceSearch, Group::VoiceSearch, u"Clear the search, or go back to the lines"_s, {u"Esc"_s}},
     };
     return commands;
 }
@@ -245,8 +273,48 @@ QString CommandTable::groupTitle(CommandGroup group) {
         return u"Text of a Line"_s;
     case CommandGroup::TabBar:
         return u"Bar of Tabs"_s;
+    case CommandGroup::VoiceSearch:
+        return u"Voice Search"_s;
     }
     Q_UNREACHABLE();
+}
+
+QString CommandTable::requirement(CommandId id) {
+    using Id = CommandId;
+    static const QHash<CommandId, QString> requirements{
+        {Id::ExportAudio, u"Select lines that all have audio to export it."_s},
+        {Id::Undo, u"There is nothing to undo."_s},
+        {Id::Redo, u"There is nothing to redo."_s},
+        {Id::Cut, u"Select text or lines to cut."_s},
+        {Id::Copy, u"Select text or lines to copy."_s},
+        {Id::Paste, u"There is nothing to paste here."_s},
+        {Id::SelectAll, u"There is nothing to select."_s},
+        {Id::ChooseVoice, u"Select exactly one line to choose its voice."_s},
+        {Id::Generate, u"Select the lines to generate."_s},
+        {Id::InsertLine, u"Select the line to insert below."_s},
+        {Id::DuplicateLine, u"Select exactly one line to duplicate."_s},
+        {Id::SplitLine, u"Select one line of several sentences to split."_s},
+        {Id::DeleteLine, u"Select the lines to delete."_s},
+        {Id::MoveLineUp, u"Select a line below the first one to move it up."_s},
+        {Id::MoveLineDown, u"Select a line above the last one to move it down."_s},
+        {Id::Record, u"Select the line to record a direction for."_s},
+        {Id::PlayDirection, u"Select a line that shows direction audio to play it."_s},
+        {Id::ImportDirection, u"Select the line to import direction audio for."_s},
+        {Id::DeleteDirection, u"Select a line that shows direction audio to delete it."_s},
+        {Id::SwitchDirectionMode, u"Select the line to direct."_s},
+        {Id::EditNotes, u"Select the line to write notes on."_s},
+        {Id::CloseTab, u"A project keeps at least one tab."_s},
+        {Id::NextTab, u"There is no other tab."_s},
+        {Id::PreviousTab, u"There is no other tab."_s},
+        {Id::Play, u"Select a line with audio to play it."_s},
+        {Id::PlayAll, u"No line of this tab has audio to play."_s},
+        {Id::EditLine, u"Select exactly one line to edit its text."_s},
+        {Id::PlaySelection, u"Select a line with audio to play it."_s},
+        {Id::Stress, u"Select exactly one line to direct it with tags."_s},
+        {Id::CloseThisTab, u"A project keeps at least one tab."_s},
+        {Id::CastFoundVoice, u"Type the name of a voice to cast the lines to."_s},
+    };
+    return requirements.value(id);
 }
 
 } // namespace orlenta::controller

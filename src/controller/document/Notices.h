@@ -38,9 +38,12 @@ public:
     void post(const Notice &notice);
     /// Removes a notice that no longer applies.
     void withdraw(Notice::Kind kind);
+    /// Says that a command had nothing to act on. Unlike a notice, it doesn't stand until it is dismissed.
+    void refuse(const QString &reason) { Q_EMIT refused(reason); }
 
 Q_SIGNALS:
     void changed();
+    void refused(const QString &reason);
 
 private:
     /// Newest last.

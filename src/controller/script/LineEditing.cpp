@@ -39,18 +39,27 @@ void LineEditing::setNewLineVoiceProvider(NewLineVoiceProvider provider) {
 }
 
 void LineEditing::addLine() {
-    if (m_controller.activeTab() == nullptr)
-        return;
-    const Edit edit(m_controller, QStringLiteral("Add Line"));
+    if (m_controller.activeTab() != nullptr)
+        addLineAt(m_controller.scriptLineIds().size(), referenceLine(), QStringLiteral("Add Line"));
+}
+
+void LineEditing::insertLineBelow() {
+    const QList<model::LineId> selected = m_controller.selection().selectedLinesInScript();
+    if (!selected.isEmpty())
+        addLineAt(indexInScript(selected.last()) + 1, selected.last(), QStringLiteral("Insert Line"));
+}
+
+void LineEditing::addLineAt(qsizetype index, const std::optional<model::LineId> &reference, const QString &undoName) {
+    const Edit edit(m_controller, undoName);
     model::ProjectLine line = newLine();
-    if (const model::ProjectLine *reference = referenceLine()) {
-        line.voiceId = reference->voiceId;
-        line.settings = edit->project.effectiveSettings(*reference);
+    if (const model::ProjectLine *lender = reference ? edit->findLine(*reference) : nullptr) {
+        line.voiceId = lender->voiceId;
+        line.settings = edit->project.effectiveSettings(*lender);
     } else if (const auto voice = m_newLineVoice ? m_newLineVoice() : std::nullopt) {
         line.voiceId =
             m_controller.voices().ensureProjectVoice(voice->elevenLabsVoiceId, voice->name, voice->name, {}).id;
     }
-    ScriptStructure::insertLines(edit, edit->activeTab()->id, edit->scriptLineIds().size(), {line});
+    ScriptStructure::insertLines(edit, edit->activeTab()->id, index, {line});
     m_controller.selection().place(edit, line.lineId, Selection::Editing::Yes);
 }
 
@@ -169,12 +178,11 @@ void LineEditing::setNotes(const model::LineId &id, const QString &notes) {
     edit.updateLine(id, [&notes](model::ProjectLine &noted) { noted.notes = notes; });
 }
 
-const model::ProjectLine *LineEditing::referenceLine() const {
-    if (const auto selected = m_controller.selection().singleSelectedLineId())
-        if (const model::ProjectLine *line = find(*selected))
-            return line;
+std::optional<model::LineId> LineEditing::referenceLine() const {
+    if (const auto selected = m_controller.selection().singleSelectedLineId(); selected && find(*selected) != nullptr)
+        return selected;
     const model::LineIdList &ids = m_controller.scriptLineIds();
-    return ids.isEmpty() ? nullptr : find(ids.last());
+    return ids.isEmpty() ? std::nullopt : std::optional(ids.last());
 }
 
 model::ProjectLine LineEditing::newLine() const {

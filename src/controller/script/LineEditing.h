@@ -35,6 +35,8 @@ public:
     /// Adds a line at the end of the active tab, with voice and settings of the selected line, or otherwise the last
     /// one.
     void addLine();
+    /// Inserts such a line below the last selected one.
+    void insertLineBelow();
     void duplicateLine(const model::LineId &id);
     /// Deletes the line. If it is the tab's only line, a new, empty one takes its place.
     void deleteLine(const model::LineId &id);
@@ -58,8 +60,9 @@ public:
 private:
     enum class Direction { Up, Down };
 
-    [[nodiscard]] const model::ProjectLine *referenceLine() const;
+    [[nodiscard]] std::optional<model::LineId> referenceLine() const;
     [[nodiscard]] model::ProjectLine newLine() const;
+    void addLineAt(qsizetype index, const std::optional<model::LineId> &reference, const QString &undoName);
     [[nodiscard]] QStringList sentencesOfSelectedLine() const;
     [[nodiscard]] bool canMove(Direction direction) const;
     void removeFromScript(const Edit &edit, const QSet<model::LineId> &ids);

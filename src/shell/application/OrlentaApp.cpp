@@ -15,6 +15,7 @@
 #include "base/LogCategories.h"
 #include "controller/takes/TemporarySweep.h"
 #include "shell/application/SampleProject.h"
+#include "shell/controls/ControlAccessibility.h"
 #include "shell/settings/MicrophoneSettings.h"
 #include "shell/settings/SettingsDialog.h"
 #include "shell/theme/Theme.h"
@@ -43,6 +44,7 @@ OrlentaApp::OrlentaApp()
                                        m_commands},
       m_windows(m_context) {
     QApplication::setQuitOnLastWindowClosed(false);
+    installControlAccessibility();
     connectCommands();
     connect(&m_credentials, &speech::KeychainHelper::breadcrumb, this,
             [](const QString &message, const QVariantMap &data) {

@@ -17,7 +17,6 @@ DirectionActions::DirectionActions(controller::ProjectSession &session, Directio
     : CommandActions(DirectionCommands::ids(), &list), m_controller(session.controller()), m_commands(commands) {
     for (const CommandId id : DirectionCommands::ids()) {
         QAction *action = (*this)[id];
-        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         action->setAutoRepeat(false);
         onTriggered(id, [this, id, &list] {
             if (const auto line = target())
@@ -50,7 +49,7 @@ void DirectionActions::refresh() {
         const DirectionCommands::CommandState state = m_commands.stateOf(id, line);
         QAction &action = *(*this)[id];
         action.setText(state.title);
-        action.setEnabled(state.isEnabled);
+        setEnabled(id, state.isEnabled);
         action.setStatusTip(state.title);
     }
 }

@@ -16,6 +16,7 @@ namespace orlenta::shell {
 
 NoticeBar::NoticeBar(QWidget *parent)
     : QWidget(parent), m_icon(new QLabel(this)), m_text(new NoticeLabel(this)), m_dismiss(new QToolButton(this)) {
+    setAccessibleName(QStringLiteral("Message"));
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_icon->setAccessibleName(QStringLiteral("Warning"));
     m_dismiss->setIcon(Icon::named(QStringLiteral("close")));

@@ -12,6 +12,7 @@
 
 #include "audio/playback/PlaybackController.h"
 #include "controller/commands/CommandTable.h"
+#include "controller/document/Notices.h"
 #include "controller/document/TypingSession.h"
 #include "controller/document/UndoManager.h"
 #include "controller/generation/GenerationPlan.h"
@@ -26,6 +27,7 @@
 #include "controller/takes/TakeEditing.h"
 #include "shell/editor/row/LineRow.h"
 #include "shell/menus/CommandActions.h"
+#include "shell/menus/MenuMnemonics.h"
 #include "shell/theme/Icon.h"
 #include "tags/TagInsertion.h"
 
@@ -55,8 +57,10 @@ ScriptCommands::ScriptCommands(controller::ProjectSession &session, QObject *par
       m_direction(session) {}
 
 void ScriptCommands::connectRow(LineRow *row) {
-    connect(row, &LineRow::clicked, this, [this, row](Qt::KeyboardModifiers modifiers, bool inTextField) {
-        click(row->lineId(), modifiers, inTextField ? ClickPlace::TextField : ClickPlace::Row);
+    connect(row, &LineRow::clicked, this,
+            [this, row](Qt::KeyboardModifiers modifiers) { click(row->lineId(), modifiers); });
+    connect(row, &LineRow::textClicked, this, [this, row](Qt::KeyboardModifiers modifiers, const QPoint &point) {
+        click(row->lineId(), modifiers, point);
     });
     connect(row, &LineRow::editRequested, this, [this, row](const QPoint &point) { editAt(row->lineId(), point); });
     connect(row, &LineRow::commandRequested, this,
@@ -100,14 +104,17 @@ void ScriptCommands::connectText(LineRow *row) {
     });
 }
 
-void ScriptCommands::click(const model::LineId &id, Qt::KeyboardModifiers modifiers, ClickPlace place) {
+void ScriptCommands::click(const model::LineId &id, Qt::KeyboardModifiers modifiers,
+                           const std::optional<QPoint> &textPoint) {
     controller::Selection &selection = m_controller.selection();
     const bool isEdited = selection.editingLineId() == id;
-    if (place == ClickPlace::TextField) {
+    if (textPoint) {
         m_sinceTextFieldClick.start();
         // The text field handles the caret and Shift selections itself.
         if (isEdited)
             return;
+        if (selection.singleSelectedLineId() == id && !modifiers.testFlag(Qt::ShiftModifier))
+            return editAt(id, *textPoint);
     }
     m_controller.typing().commit();
     if (modifiers.testFlag(Qt::ShiftModifier))
@@ -139,6 +146,12 @@ void ScriptCommands::editAt(const model::LineId &id, const QPoint &point) {
 void ScriptCommands::editSelected() {
     if (const auto id = m_controller.selection().singleSelectedLineId())
         edit(*id);
+    else
+        refuse(CommandId::EditLine);
+}
+
+void ScriptCommands::refuse(CommandId command) {
+    m_controller.notices().refuse(controller::CommandTable::requirement(command));
 }
 
 void ScriptCommands::endEditing() {
@@ -211,11 +224,14 @@ bool ScriptCommands::canPlaySelection() const {
 void ScriptCommands::togglePlayback() {
     if (m_playback.isPlaying())
         return stop();
-    const QList<model::LineId> selected = m_controller.selection().selectedLinesInScript();
-    if (selected.size() == 1)
-        return play(selected.first());
-    const QList<audio::PlaybackLine> lines = playable(selected);
-    if (!lines.isEmpty() && m_direction.mayPlay())
+    const QList<audio::PlaybackLine> lines = playable(m_controller.selection().selectedLinesInScript());
+    if (lines.isEmpty())
+        return refuse(CommandId::PlaySelection);
+    if (!m_direction.mayPlay())
+        return;
+    if (m_controller.selection().singleSelectedLineId())
+        m_playback.playLine(lines.first());
+    else
         m_playback.playAll(lines);
 }
 
@@ -245,6 +261,8 @@ void ScriptCommands::deleteTake(const model::LineId &id) {
 }
 
 void ScriptCommands::insertTag(const tags::TagItem &item) {
+    if (!m_controller.selection().singleSelectedLineId())
+        return refuse(CommandId::Stress);
     // Commit the input method's composition first, because it belongs to this text.
     QGuiApplication::inputMethod()->commit();
     std::optional<controller::TextRange> live;
@@ -264,8 +282,9 @@ void ScriptCommands::openTakeMenu(const model::LineId &id, const QPoint &globalP
     auto *group = new QActionGroup(menu);
     for (qsizetype index = 0; index < line->takes.size(); ++index) {
         const model::TakeId take = line->takes.at(index).id;
-        QAction *action = menu->addAction(takeTitle(m_controller.project(), *line, index), menu,
-                                          [this, id, take] { switchTake(id, take); });
+        // A single ampersand would mark a mnemonic.
+        const QString title = takeTitle(m_controller.project(), *line, index).replace(u"&"_s, u"&&"_s);
+        QAction *action = menu->addAction(title, menu, [this, id, take] { switchTake(id, take); });
         action->setCheckable(true);
         action->setChecked(index == inUse);
         group->addAction(action);
@@ -274,6 +293,7 @@ void ScriptCommands::openTakeMenu(const model::LineId &id, const QPoint &globalP
     addCommand(*menu, CommandId::DeleteTake, controller::CommandTable::command(CommandId::DeleteTake).title,
                [this, id] { deleteTake(id); })
         ->setEnabled(inUse >= 0);
+    MenuMnemonics::follow(*menu);
     menu->popup(globalPosition);
 }
 
@@ -306,6 +326,7 @@ void ScriptCommands::openLineMenu(const model::LineId &id, const QPoint &globalP
     menu->addSeparator();
     add(CommandId::DeleteTake, hasAudio, [this, id] { deleteTake(id); });
     add(CommandId::DeleteLine, true, [&project, id] { project.lines().deleteLine(id); });
+    MenuMnemonics::follow(*menu);
     menu->popup(globalPosition);
 }
 

@@ -32,14 +32,15 @@ class LineRow;
 class ScriptCommands final : public QObject {
     Q_OBJECT
 public:
-    enum class ClickPlace { Row, TextField };
-
     explicit ScriptCommands(controller::ProjectSession &session, QObject *parent = nullptr);
 
     /// Connects a row's signals to the project, whichever line the row shows.
     void connectRow(LineRow *row);
 
-    void click(const model::LineId &id, Qt::KeyboardModifiers modifiers, ClickPlace place);
+    /// A click on the row, or in its text at a point of the viewport. A click in the text of the line that is selected
+    /// alone begins editing there.
+    void click(const model::LineId &id, Qt::KeyboardModifiers modifiers,
+               const std::optional<QPoint> &textPoint = std::nullopt);
     /// Selects only this line and puts the caret into it.
     void edit(const model::LineId &id);
     /// Edits the selected line if there is exactly one.
@@ -81,6 +82,7 @@ Q_SIGNALS:
 private:
     void connectText(LineRow *row);
     [[nodiscard]] QList<audio::PlaybackLine> playable(const QList<model::LineId> &ids) const;
+    void refuse(CommandId command);
     void editAt(const model::LineId &id, const QPoint &point);
 
     controller::ProjectSession &m_session;

@@ -124,6 +124,10 @@ void ScriptEditor::connectDirection() {
     });
 }
 
+QList<QWidget *> ScriptEditor::areas() const {
+    return {m_tabs, m_toolbar, m_palette, m_list, m_notice};
+}
+
 void ScriptEditor::showLine(const model::LineId &id) {
     m_commands.endEditing();
     for (const model::ProjectTab &tab : m_controller.project().tabs)
@@ -240,19 +244,6 @@ void ScriptEditor::step(bool forward) {
         m_controller.selection().selectPrevious();
 }
 
-void ScriptEditor::leaveList(bool forward) {
-    QWidget *widget = m_list;
-    const auto isTarget = [this](const QWidget *candidate) {
-        return (candidate->focusPolicy() & Qt::TabFocus) != 0 && candidate->isVisible() && candidate->isEnabled() &&
-               candidate != m_list && !m_list->isAncestorOf(candidate);
-    };
-    do {
-        widget = forward ? widget->nextInFocusChain() : widget->previousInFocusChain();
-    } while (widget != m_list && !isTarget(widget));
-    if (widget != m_list)
-        widget->setFocus(forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-}
-
 bool ScriptEditor::handleListKey(QKeyEvent *event) {
     controller::Selection &selection = m_controller.selection();
     const auto is = [event](CommandId id) { return isKeyOf(*event, id); };
@@ -285,9 +276,7 @@ void ScriptEditor::resizeEvent(QResizeEvent *event) {
 
 void ScriptEditor::keyPressEvent(QKeyEvent *event) {
     const bool inList = m_list->hasFocus() || m_list->isAncestorOf(QApplication::focusWidget());
-    if (inList && isKeyOf(*event, CommandId::LeaveLines))
-        leaveList(!event->modifiers().testFlag(Qt::ShiftModifier));
-    else if (!inList || m_controller.selection().editingLineId() || !handleListKey(event))
+    if (!inList || m_controller.selection().editingLineId() || !handleListKey(event))
         event->ignore();
 }
 

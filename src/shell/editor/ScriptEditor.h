@@ -24,8 +24,8 @@ class ScriptToolbar;
 class TagPalette;
 
 /// The script of one project: its tabs, the toolbar, the tag palette, and the lines of the active tab. Follows the
-/// controller's selection and the playback, and shows failed exports in a message below the lines. F6 and Shift+F6
-/// leave the list, because Tab moves within it; Escape in the list dismisses the message.
+/// controller's selection and the playback, and shows failed exports in a message below the lines, which Escape in the
+/// list dismisses.
 class ScriptEditor final : public QWidget {
     Q_OBJECT
 public:
@@ -40,6 +40,8 @@ public:
     [[nodiscard]] ScriptTabBar &tabBar() const { return *m_tabs; }
     [[nodiscard]] ScriptCommands &commands() { return m_commands; }
     [[nodiscard]] const DirectionActions &directionActions() const { return *m_directionActions; }
+    /// The parts that the keyboard moves between, from top to bottom.
+    [[nodiscard]] QList<QWidget *> areas() const;
     /// Selects the line, in any tab, and gives the list the focus.
     void showLine(const model::LineId &id);
 
@@ -69,7 +71,6 @@ private:
     void connectDirection();
     void focusEditedText();
     void step(bool forward);
-    void leaveList(bool forward);
     bool handleListKey(QKeyEvent *event);
 
     controller::ProjectSession &m_session;

@@ -11,9 +11,12 @@
 #include <QtWidgets/QTabBar>
 #include <QtWidgets/QToolButton>
 
+#include "controller/commands/CommandTable.h"
+#include "controller/document/Notices.h"
 #include "controller/ProjectController.h"
 #include "controller/script/TabEditing.h"
 #include "shell/menus/CommandActions.h"
+#include "shell/menus/MenuMnemonics.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
 
@@ -186,14 +189,17 @@ void ScriptTabBar::openMenu(const QPoint &position) {
     menu->addAction(Icon::named(QStringLiteral("close")), QStringLiteral("Close Tab"), this,
                     [this, id = idAt(index)] { m_controller.tabs().closeTab(id); })
         ->setEnabled(m_controller.tabs().canCloseTab());
+    MenuMnemonics::follow(*menu);
     menu->popup(m_bar->mapToGlobal(position));
 }
 
 bool ScriptTabBar::handleKey(const QKeyEvent &key) {
     if (isKeyOf(key, CommandId::RenameTab))
         rename(m_bar->currentIndex());
-    else if (isKeyOf(key, CommandId::CloseThisTab))
+    else if (isKeyOf(key, CommandId::CloseThisTab) && m_controller.tabs().canCloseTab())
         m_controller.tabs().closeTab(idAt(m_bar->currentIndex()));
+    else if (isKeyOf(key, CommandId::CloseThisTab))
+        m_controller.notices().refuse(controller::CommandTable::requirement(CommandId::CloseThisTab));
     else if (isKeyOf(key, CommandId::MoveTab))
         moveCurrent(key.key() == Qt::Key_Left ? -1 : 1);
     else
@@ -202,7 +208,8 @@ bool ScriptTabBar::handleKey(const QKeyEvent &key) {
 }
 
 bool ScriptTabBar::eventFilter(QObject *watched, QEvent *event) {
-    if (watched == m_bar && event->type() == QEvent::KeyPress)
+    // The name field is the bar's child: what it ignores comes here.
+    if (watched == m_bar && event->type() == QEvent::KeyPress && m_renaming < 0)
         return handleKey(*static_cast<QKeyEvent *>(event));
     // The bar moves tabs during a drag; commit only the final order.
     if (watched == m_bar && event->type() == QEvent::MouseButtonRelease && m_isDragging)

@@ -60,6 +60,7 @@ Inspector::Inspector(controller::ProjectController &controller, speech::ElevenLa
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(scroll);
 
+    connect(m_voices, &VoiceSection::linesRequested, this, &Inspector::linesRequested);
     connect(m_voices, &VoiceSection::accountRequested, this, &Inspector::accountRequested);
     connect(m_voices, &VoiceSection::localVoicesRequested, this, &Inspector::localVoicesRequested);
     connect(m_lines, &InspectedLines::changed, this, &Inspector::showSubject);

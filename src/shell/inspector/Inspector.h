@@ -41,6 +41,8 @@ public Q_SLOTS:
     void focusVoiceSearch();
 
 Q_SIGNALS:
+    /// The keyboard leaves the inspector for the script.
+    void linesRequested();
     void accountRequested();
     void localVoicesRequested();
 

@@ -41,7 +41,6 @@ PresetSection::PresetSection(controller::ProjectController &controller, const sp
     m_saveAs->setAccessibleName(u"Save as new preset"_s);
     m_delete->setToolTip(u"Delete the selected preset"_s);
     m_delete->setAccessibleName(u"Delete preset"_s);
-    m_notice->setAccessibleName(u"Preset notice"_s);
     m_notice->hide();
     m_savedFeedback.setSingleShot(true);
     m_savedFeedback.setInterval(savedFeedbackTime);
@@ -101,8 +100,10 @@ void PresetSection::apply(int row) {
     const model::PresetId id(m_picker->itemData(row).toUuid());
     const auto missing = m_controller.presets().applyPreset(id, m_lines.ids(), m_service.availableVoiceIds());
     m_notice->setVisible(missing.has_value());
-    if (missing)
+    if (missing) {
         m_notice->setText(controller::PresetEditing::presetNotice(*missing));
+        m_notice->setAccessibleName(u"Preset notice: %1"_s.arg(m_notice->text()));
+    }
     showState();
 }
 

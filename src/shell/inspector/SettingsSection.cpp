@@ -79,6 +79,8 @@ QWidget *SettingsSection::makeModePicker(const SettingsControl &control) {
     for (const QString &mode : ModelCatalogue::modes()) {
         auto *button = new QPushButton(mode);
         button->setCheckable(true);
+        // The group keeps them exclusive; this tells assistive technology that they are radio buttons.
+        button->setAutoExclusive(true);
         button->setAccessibleName(QStringLiteral("%1: %2").arg(title, mode));
         const auto help = std::find_if(control.help.begin(), control.help.end(),
                                        [&mode](const QString &text) { return text.startsWith(mode); });

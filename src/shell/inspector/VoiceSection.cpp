@@ -3,19 +3,25 @@
 #include <algorithm>
 
 #include <QtCore/QEvent>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListView>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QToolButton>
 #include <QtWidgets/QVBoxLayout>
 
 #include "controller/casting/VoiceCasting.h"
+#include "controller/commands/CommandTable.h"
+#include "controller/document/Notices.h"
 #include "controller/ProjectController.h"
+#include "shell/controls/FocusedItem.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/inspector/InspectedLines.h"
 #include "shell/inspector/VoiceDelegate.h"
 #include "shell/inspector/VoiceListModel.h"
+#include "shell/menus/CommandActions.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
 #include "speech/account/ElevenLabsService.h"
@@ -54,8 +60,14 @@ VoiceSection::VoiceSection(controller::ProjectController &controller, speech::El
       m_useLocalVoices(new QPushButton(u"Use local voices"_s)) {
     m_search->setPlaceholderText(u"Search voices, descriptions, languages…"_s);
     m_search->setClearButtonEnabled(true);
-    m_search->addAction(Icon::named(QStringLiteral("search"), Icon::Tint::Muted), QLineEdit::LeadingPosition);
+    for (QToolButton *clear : m_search->findChildren<QToolButton *>()) {
+        clear->setAccessibleName(u"Clear the search"_s);
+        clear->setToolTip(tipWithKey(u"Clear the search"_s, CommandId::LeaveVoiceSearch));
+    }
+    m_search->addAction(Icon::named(QStringLiteral("search"), Icon::Tint::Muted), QLineEdit::LeadingPosition)
+        ->setText(u"Search voices"_s);
     m_search->setAccessibleName(u"Search voices"_s);
+    m_search->installEventFilter(this);
     m_search->setToolTip(u"Search voices by name, description or language"_s);
     m_list->setModel(m_model);
     m_list->setItemDelegate(new VoiceDelegate(m_list));
@@ -65,6 +77,8 @@ VoiceSection::VoiceSection(controller::ProjectController &controller, speech::El
     m_list->setUniformItemSizes(true);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_list->setAccessibleName(u"Voices"_s);
+    m_list->installEventFilter(this);
+    new FocusedItem(*m_list);
     m_list->setToolTip(u"Click a voice, or press Return on it, to cast the selected lines"_s);
     m_castName->setWordWrap(true);
     m_useLocalVoices->setToolTip(u"Speak with voices on this computer; no account needed"_s);
@@ -114,6 +128,51 @@ void VoiceSection::changeEvent(QEvent *event) {
     }
 }
 
+bool VoiceSection::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() == QEvent::KeyPress) {
+        const auto &key = *static_cast<QKeyEvent *>(event);
+        if (watched == m_search ? handleSearchKey(key) : handleListKey(key))
+            return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+bool VoiceSection::handleSearchKey(const QKeyEvent &key) {
+    if (isKeyOf(key, CommandId::GoToVoices) && m_list->isVisible() && m_list->isEnabled())
+        m_list->setFocus(Qt::TabFocusReason);
+    else if (isKeyOf(key, CommandId::CastFoundVoice))
+        castFirstMatch();
+    else if (isKeyOf(key, CommandId::LeaveVoiceSearch))
+        leaveSearch();
+    else
+        return false;
+    return true;
+}
+
+bool VoiceSection::handleListKey(const QKeyEvent &key) {
+    if (key.key() == Qt::Key_Up && m_list->currentIndex().row() <= 0)
+        m_search->setFocus(Qt::BacktabFocusReason);
+    else if (isKeyOf(key, CommandId::LeaveVoiceSearch))
+        leaveSearch();
+    else
+        return false;
+    return true;
+}
+
+void VoiceSection::castFirstMatch() {
+    // Without a search, the first voice is nobody's choice.
+    if (m_search->text().trimmed().isEmpty() || m_lines.isEmpty() || m_model->rowCount() == 0)
+        return m_controller.notices().refuse(controller::CommandTable::requirement(CommandId::CastFoundVoice));
+    castVoice(m_model->index(0));
+    Q_EMIT linesRequested();
+}
+
+void VoiceSection::leaveSearch() {
+    if (m_search->text().isEmpty())
+        Q_EMIT linesRequested();
+    m_search->clear();
+}
+
 void VoiceSection::fitList() {
     QStyleOptionViewItem option;
     option.font = m_list->font();
@@ -155,7 +214,11 @@ void VoiceSection::showCast() {
     if (row < 0) {
         selection->clearSelection();
     } else if (!selection->isRowSelected(row)) {
-        selection->setCurrentIndex(m_model->index(row), QItemSelectionModel::ClearAndSelect);
+        const QModelIndex cast = m_model->index(row);
+        selection->select(cast, QItemSelectionModel::ClearAndSelect);
+        if (m_list->hasFocus())
+            selection->setCurrentIndex(cast, QItemSelectionModel::NoUpdate);
+        m_list->scrollTo(cast);
     }
     m_list->setEnabled(!m_lines.isEmpty());
 }

@@ -2,6 +2,7 @@
 
 #include <QtWidgets/QWidget>
 
+class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QListView;
@@ -21,7 +22,8 @@ namespace orlenta::shell {
 class InspectedLines;
 class VoiceListModel;
 
-/// Casts the inspected lines: shows their voice, a search field and the matching voices.
+/// Casts the inspected lines: shows their voice, a search field and the matching voices. In the field, Down goes to the
+/// voices, Return casts the first match and Escape clears the search, or leaves the section.
 class VoiceSection final : public QWidget {
     Q_OBJECT
 public:
@@ -32,14 +34,21 @@ public:
     [[nodiscard]] QListView *voiceList() const { return m_list; }
 
 Q_SIGNALS:
+    /// The keyboard leaves the section for the script.
+    void linesRequested();
     /// The user has no voices yet and wants to connect.
     void accountRequested();
     void localVoicesRequested();
 
 protected:
     void changeEvent(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    bool handleSearchKey(const QKeyEvent &key);
+    bool handleListKey(const QKeyEvent &key);
+    void castFirstMatch();
+    void leaveSearch();
     void castVoice(const QModelIndex &index);
     void showCast();
     void showAvailability();

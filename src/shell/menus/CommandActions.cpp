@@ -39,6 +39,19 @@ void CommandActions::onTriggered(CommandId id, const std::function<void()> &carr
     connect((*this)[id], &QAction::triggered, this, carryOut);
 }
 
+void CommandActions::setEnabled(CommandId id, bool isEnabled) {
+    QAction &action = *(*this)[id];
+    action.setEnabled(isEnabled);
+    action.setToolTip(isEnabled ? tipOf(id) : tipWithRequirement(tipOf(id), id));
+}
+
+QString CommandActions::refusalOf(const QKeyEvent &key) const {
+    for (auto action = m_actions.cbegin(); action != m_actions.cend(); ++action)
+        if (!action.value()->isEnabled() && isKeyOf(key, action.key()))
+            return CommandTable::requirement(action.key());
+    return {};
+}
+
 QAction *addCommand(QMenu &menu, CommandId id, const QString &title, const std::function<void()> &carryOut) {
     const Command &command = CommandTable::command(id);
     QAction *action = menu.addAction(Icon::named(command.icon), title, &menu, carryOut);
@@ -56,6 +69,11 @@ QString tipWithKey(const QString &text, CommandId id) {
 
 QString tipOf(CommandId id) {
     return tipWithKey(CommandTable::command(id).tip, id);
+}
+
+QString tipWithRequirement(const QString &tip, CommandId id) {
+    const QString requirement = CommandTable::requirement(id);
+    return requirement.isEmpty() ? tip : tip + u'\n' + requirement;
 }
 
 bool isKeyOf(const QKeyEvent &event, CommandId id) {

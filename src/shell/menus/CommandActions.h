@@ -25,6 +25,10 @@ public:
     [[nodiscard]] QAction *find(CommandId id) const { return m_actions.value(id); }
     /// Calls `carryOut` when the action is triggered, for the lifetime of these actions.
     void onTriggered(CommandId id, const std::function<void()> &carryOut);
+    /// Enables the action, or disables it and adds what it needs to its tool tip.
+    void setEnabled(CommandId id, bool isEnabled);
+    /// Why the key does nothing if it is the key of a disabled action; otherwise empty.
+    [[nodiscard]] QString refusalOf(const QKeyEvent &key) const;
 
 protected:
     CommandActions(const QList<CommandId> &ids, QObject *parent);
@@ -39,6 +43,8 @@ QAction *addCommand(QMenu &menu, CommandId id, const QString &title, const std::
 [[nodiscard]] QString tipWithKey(const QString &text, CommandId id);
 /// The command's tool tip with its key.
 [[nodiscard]] QString tipOf(CommandId id);
+/// The tool tip of a disabled command: also says what the command needs.
+[[nodiscard]] QString tipWithRequirement(const QString &tip, CommandId id);
 /// Whether the key is one of the command's.
 [[nodiscard]] bool isKeyOf(const QKeyEvent &event, CommandId id);
 

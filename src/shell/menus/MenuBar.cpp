@@ -7,8 +7,10 @@
 #include "shell/editor/DirectionActions.h"
 #include "shell/menus/AppActions.h"
 #include "shell/menus/CommandActions.h"
+#include "shell/menus/MenuMnemonics.h"
 #include "shell/menus/ProjectActions.h"
 #include "shell/menus/ShortcutsDialog.h"
+#include "shell/menus/TextKeys.h"
 
 namespace orlenta::shell {
 namespace {
@@ -25,6 +27,7 @@ QAction *actionFor(CommandId id, const QList<const CommandActions *> &sets) {
 }
 
 void fill(QMenuBar &bar, const QList<const CommandActions *> &sets) {
+    TextKeys::install();
     QMenu *menu = nullptr;
     auto group = controller::CommandGroup::File;
     bool isNewSection = false;
@@ -38,6 +41,8 @@ void fill(QMenuBar &bar, const QList<const CommandActions *> &sets) {
         if (menu == nullptr || command.group != group) {
             group = command.group;
             menu = bar.addMenu(u'&' + CommandTable::groupTitle(group));
+            menu->setToolTipsVisible(true);
+            MenuMnemonics::follow(*menu);
         } else if (isNewSection) {
             menu->addSeparator();
         }

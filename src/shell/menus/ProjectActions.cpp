@@ -8,6 +8,8 @@
 #include <QtWidgets/QWidget>
 
 #include "audio/playback/PlaybackController.h"
+#include "controller/commands/CommandTable.h"
+#include "controller/document/Notices.h"
 #include "controller/document/TypingSession.h"
 #include "controller/document/UndoManager.h"
 #include "controller/export/Exporting.h"
@@ -41,6 +43,7 @@ ProjectActions::ProjectActions(controller::ProjectSession &session, QObject *par
                       CommandId::ChooseVoice,
                       CommandId::Generate,
                       CommandId::AddLine,
+                      CommandId::InsertLine,
                       CommandId::DuplicateLine,
                       CommandId::SplitLine,
                       CommandId::DeleteLine,
@@ -53,7 +56,9 @@ ProjectActions::ProjectActions(controller::ProjectSession &session, QObject *par
                       CommandId::PreviousTab,
                       CommandId::Play,
                       CommandId::PlayAll,
-                      CommandId::ToggleInspector},
+                      CommandId::ToggleInspector,
+                      CommandId::NextArea,
+                      CommandId::PreviousArea},
                      parent),
       m_session(session), m_controller(session.controller()), m_playback(session.playback()) {
     connectEditing();
@@ -82,28 +87,41 @@ void ProjectActions::connectEditing() {
     });
     const auto textOrLines = [this](CommandId id, TextCommands::Command text,
                                     bool (*lines)(const controller::ProjectController &)) {
-        onTriggered(id, [this, text, lines] {
+        onTriggered(id, [this, id, text, lines] {
             if (!TextCommands::send(text) && !lines(m_controller))
-                QApplication::beep();
+                refuse(id);
         });
     };
     textOrLines(CommandId::Cut, TextCommands::Command::Cut, &LineClipboardCommands::cut);
     textOrLines(CommandId::Copy, TextCommands::Command::Copy, &LineClipboardCommands::copy);
     textOrLines(CommandId::Paste, TextCommands::Command::Paste, &LineClipboardCommands::paste);
     onTriggered(CommandId::SelectAll, [this] {
-        if (!TextCommands::send(TextCommands::Command::SelectAll) && !m_controller.scriptLineIds().isEmpty())
-            m_controller.selection().selectAll();
+        if (TextCommands::send(TextCommands::Command::SelectAll))
+            return;
+        if (m_controller.scriptLineIds().isEmpty())
+            return refuse(CommandId::SelectAll);
+        m_controller.selection().selectAll();
     });
+}
+
+void ProjectActions::refuse(CommandId id) {
+    m_controller.notices().refuse(controller::CommandTable::requirement(id));
 }
 
 void ProjectActions::connectScript() {
     onTriggered(CommandId::Generate, [this] { m_session.generator().generateSelectedLines(); });
     onTriggered(CommandId::AddLine, [this] { m_controller.lines().addLine(); });
+    onTriggered(CommandId::InsertLine, [this] { m_controller.lines().insertLineBelow(); });
     onTriggered(CommandId::DuplicateLine, [this] {
         if (const auto id = m_controller.selection().singleSelectedLineId())
             m_controller.lines().duplicateLine(*id);
     });
-    onTriggered(CommandId::SplitLine, [this] { m_controller.lines().splitLine(); });
+    onTriggered(CommandId::SplitLine, [this] {
+        if (m_controller.lines().canSplitLine())
+            m_controller.lines().splitLine();
+        else
+            refuse(CommandId::SplitLine);
+    });
     onTriggered(CommandId::DeleteLine, [this] {
         m_controller.lines().deleteLines(m_controller.selection().selectedLinesInScript(),
                                          controller::LineEditing::Removal::Delete);
@@ -148,9 +166,10 @@ void ProjectActions::refresh() {
     const bool hasSelection = !selection.selectedLineIds().isEmpty();
     const bool hasOneLine = selection.singleSelectedLineId().has_value();
     const bool hasTabs = m_controller.project().tabs.size() > 1;
-    const auto enable = [this](CommandId id, bool isEnabled) { (*this)[id]->setEnabled(isEnabled); };
+    const auto enable = [this](CommandId id, bool isEnabled) { setEnabled(id, isEnabled); };
     enable(CommandId::ChooseVoice, hasOneLine);
     enable(CommandId::Generate, hasSelection);
+    enable(CommandId::InsertLine, hasSelection);
     enable(CommandId::DuplicateLine, hasOneLine);
     enable(CommandId::SplitLine, hasOneLine);
     enable(CommandId::DeleteLine, hasSelection);
@@ -168,8 +187,9 @@ void ProjectActions::refresh() {
     QAction &play = *(*this)[CommandId::Play];
     play.setText(isPlaying ? u"Stop"_s : u"Play"_s);
     play.setIcon(Icon::named(isPlaying ? u"stop"_s : u"play"_s));
-    play.setToolTip(isPlaying ? tipWithKey(u"Stop playing"_s, CommandId::Play) : tipOf(CommandId::Play));
-    play.setEnabled(isPlaying || std::any_of(selected.begin(), selected.end(), hasAudio));
+    enable(CommandId::Play, isPlaying || std::any_of(selected.begin(), selected.end(), hasAudio));
+    if (isPlaying)
+        play.setToolTip(tipWithKey(u"Stop playing"_s, CommandId::Play));
     const model::LineIdList &script = m_controller.scriptLineIds();
     enable(CommandId::PlayAll, std::any_of(script.begin(), script.end(), hasAudio));
 }
@@ -184,7 +204,8 @@ void ProjectActions::refreshUndo() {
     const auto show = [this](CommandId id, const QString &title, const QString &name, bool isEnabled) {
         QAction &action = *(*this)[id];
         action.setText(name.isEmpty() ? title : QStringLiteral("%1 %2").arg(title, name));
-        action.setToolTip(tipWithKey(action.text(), id));
+        const QString tip = tipWithKey(action.text(), id);
+        action.setToolTip(isEnabled ? tip : tipWithRequirement(tip, id));
         action.setEnabled(isEnabled);
     };
     const bool isEditing = m_controller.selection().editingLineId().has_value();

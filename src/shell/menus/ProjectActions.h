@@ -25,6 +25,7 @@ private:
     void connectTabs();
     void followProject();
     void followFocus();
+    void refuse(CommandId id);
     void refresh();
     void refreshUndo();
     void refreshTagToolbar();

@@ -8,6 +8,7 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include "controller/commands/CommandTable.h"
+#include "shell/controls/FocusedItem.h"
 #include "shell/theme/Theme.h"
 
 using namespace Qt::StringLiterals;
@@ -42,6 +43,7 @@ ShortcutsDialog::ShortcutsDialog(QWidget *parent) : QDialog(parent), m_keys(new 
     addKeys();
     m_keys->expandAll();
     m_keys->setCurrentItem(m_keys->topLevelItem(0));
+    new FocusedItem(*m_keys);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     buttons->button(QDialogButtonBox::Close)->setToolTip(u"Close this list (Esc)"_s);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

@@ -1,5 +1,6 @@
 #include "shell/menus/TextCommands.h"
 
+#include <QtGui/QClipboard>
 #include <QtGui/QTextDocument>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLineEdit>
@@ -37,7 +38,14 @@ QTextEdit *focusedTextEdit() {
 
 } // namespace
 
+bool TextCommands::canPaste(const QObject *field) {
+    const auto *text = qobject_cast<const QTextEdit *>(field);
+    return text != nullptr ? text->canPaste() : !QGuiApplication::clipboard()->text().isEmpty();
+}
+
 bool TextCommands::send(Command command) {
+    if (command == Command::Paste && !canPaste(QApplication::focusWidget()))
+        return false;
     if (QLineEdit *line = focusedLineEdit(); line != nullptr)
         sendToText(*line, command);
     else if (QTextEdit *text = focusedTextEdit(); text != nullptr)

@@ -14,8 +14,10 @@ public:
 
     TextCommands() = delete;
 
-    /// Sends the command. False if no text field has the focus.
+    /// Sends the command. False if no text field has the focus, or if it can't paste what is on the clipboard.
     static bool send(Command command);
+    /// Whether the text field can use what is on the clipboard.
+    [[nodiscard]] static bool canPaste(const QObject *field);
     [[nodiscard]] static bool canUndo();
     [[nodiscard]] static bool canRedo();
     /// Calls `changed` when what the text field with the focus can undo or redo may have changed. The connections end

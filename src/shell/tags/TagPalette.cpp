@@ -19,6 +19,7 @@
 #include "shell/controls/FlowLayout.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/menus/CommandActions.h"
+#include "shell/menus/MenuMnemonics.h"
 #include "shell/tags/TagChip.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
@@ -85,6 +86,7 @@ void TagPalette::makeMenus() {
         chip->setToolTip(QStringLiteral("%1 tags to insert at the caret").arg(title));
         auto *menu = new QMenu(chip);
         fillMenu(menu, category);
+        MenuMnemonics::follow(*menu);
         chip->setMenu(menu);
         flow->addWidget(chip);
     }

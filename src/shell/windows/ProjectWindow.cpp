@@ -4,23 +4,27 @@
 
 #include <QtGui/QAction>
 #include <QtGui/QCloseEvent>
+#include <QtGui/QKeyEvent>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QSplitter>
 #include <QtWidgets/QVBoxLayout>
 
 #include "audio/playback/PlaybackController.h"
+#include "controller/document/Notices.h"
 #include "controller/generation/LineGenerator.h"
 #include "controller/ProjectController.h"
 #include "controller/ProjectSession.h"
 #include "shell/account/AccountDialog.h"
 #include "shell/application/AppCommands.h"
 #include "shell/controls/Separator.h"
+#include "shell/editor/DirectionActions.h"
 #include "shell/editor/list/ScriptListView.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/inspector/Inspector.h"
 #include "shell/menus/AppActions.h"
 #include "shell/menus/MenuBar.h"
 #include "shell/menus/ProjectActions.h"
+#include "shell/windows/AreaCycle.h"
 #include "shell/windows/ErrorAlerts.h"
 #include "shell/windows/ExportFlow.h"
 #include "shell/windows/ProjectToolbar.h"
@@ -74,6 +78,8 @@ void ProjectWindow::layOut() {
     auto *status = new StatusLine(m_session);
     connect(status, &StatusLine::lineRequested, m_editor, &ScriptEditor::showLine);
     column->addWidget(status);
+    m_areas =
+        new AreaCycle(QList<QWidget *>{m_toolbar} + m_editor->areas() + QList<QWidget *>{m_inspector, status}, this);
     setCentralWidget(content);
 }
 
@@ -91,8 +97,11 @@ void ProjectWindow::connectCommands() {
         m_inspector->focusVoiceSearch();
     });
     m_actions->onTriggered(CommandId::ToggleInspector, [this] { toggleInspector(); });
+    m_actions->onTriggered(CommandId::NextArea, [this] { m_areas->step(true); });
+    m_actions->onTriggered(CommandId::PreviousArea, [this] { m_areas->step(false); });
     connect(m_editor, &ScriptEditor::microphoneSettingsWanted, &m_context.commands,
             &AppCommands::openMicrophoneSettings);
+    connect(m_inspector, &Inspector::linesRequested, &m_editor->list(), [this] { m_editor->list().setFocus(); });
     connect(m_inspector, &Inspector::accountRequested, this, &ProjectWindow::showAccount);
     connect(m_inspector, &Inspector::localVoicesRequested, &m_context.localVoices, &speech::LocalVoices::switchOn);
     controller::onAnyChange<controller::TitleChanged, controller::UnsavedChangesChanged>(m_session.controller(), this,
@@ -154,6 +163,15 @@ void ProjectWindow::closeEvent(QCloseEvent *event) {
     }
     event->accept();
     Q_EMIT closed();
+}
+
+void ProjectWindow::keyPressEvent(QKeyEvent *event) {
+    // Keys arrive here if neither a control nor an enabled command has used them.
+    for (const CommandActions *set : {static_cast<const CommandActions *>(m_actions),
+                                      static_cast<const CommandActions *>(&m_editor->directionActions())})
+        if (const QString refusal = set->refusalOf(*event); !refusal.isEmpty())
+            return m_session.controller().notices().refuse(refusal);
+    QMainWindow::keyPressEvent(event);
 }
 
 void ProjectWindow::changeEvent(QEvent *event) {

@@ -21,6 +21,7 @@ namespace orlenta::speech {}
 namespace orlenta::shell {
 
 class AccountDialog;
+class AreaCycle;
 class ErrorAlerts;
 class ExportFlow;
 class Inspector;
@@ -56,6 +57,7 @@ Q_SIGNALS:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
@@ -75,6 +77,7 @@ private:
     ScriptEditor *m_editor;
     Inspector *m_inspector;
     QSplitter *m_splitter;
+    AreaCycle *m_areas = nullptr;
 };
 
 } // namespace orlenta::shell

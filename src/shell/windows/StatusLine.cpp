@@ -4,15 +4,18 @@
 #include <chrono>
 
 #include <QtCore/QEvent>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QProgressBar>
 
 #include "controller/direction/DirectionAudio.h"
+#include "controller/document/Notices.h"
 #include "controller/export/Exporting.h"
 #include "controller/generation/LineGenerator.h"
 #include "controller/ProjectController.h"
 #include "controller/ProjectSession.h"
 #include "controller/takes/LineRuntime.h"
+#include "shell/controls/NoticeLabel.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/theme/Theme.h"
 #include "shell/windows/RecordingMark.h"
@@ -28,15 +31,25 @@ namespace {
 /// Most imports finish sooner and need no message.
 constexpr std::chrono::milliseconds importDelay{300};
 
+constexpr std::chrono::seconds refusalTime{6};
+
 } // namespace
 
 StatusLine::StatusLine(controller::ProjectSession &session, QWidget *parent)
     : QWidget(parent), m_controller(session.controller()), m_generator(session.generator()),
-      m_audio(new TextLabel({}, TextLabel::Style::Caption)),
+      m_audio(new TextLabel({}, TextLabel::Style::Caption)), m_refusal(new NoticeLabel),
       m_import(new TextLabel(u"Importing audio…"_s, TextLabel::Style::Caption)),
       m_export(new TextLabel(u"Exporting audio…"_s, TextLabel::Style::Caption)),
       m_generation(new TextLabel({}, TextLabel::Style::Caption)), m_progress(new QProgressBar) {
     m_audio->setWordWrap(false);
+    m_refusal->setWordWrap(false);
+    // However long it is, the window can be as narrow as without it.
+    m_refusal->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_refusal->hide();
+    m_refusalTime.setSingleShot(true);
+    m_refusalTime.setInterval(refusalTime);
+    connect(&m_refusalTime, &QTimer::timeout, m_refusal, &QWidget::hide);
+    connect(&m_controller.notices(), &controller::Notices::refused, this, &StatusLine::showRefusal);
     m_import->setWordWrap(false);
     m_import->hide();
     m_export->setWordWrap(false);
@@ -52,6 +65,7 @@ StatusLine::StatusLine(controller::ProjectSession &session, QWidget *parent)
     auto *recording = new RecordingMark(session);
     connect(recording, &RecordingMark::lineRequested, this, &StatusLine::lineRequested);
     layout->addWidget(recording);
+    layout->addWidget(m_refusal, 1);
     layout->addStretch();
     layout->addWidget(m_import);
     layout->addWidget(m_export);
@@ -83,6 +97,13 @@ void StatusLine::showAudio() {
         return m_controller.runtime().hasGeneratedAudio(id);
     });
     m_audio->setText(QStringLiteral("%1 of %2 lines have audio").arg(generated).arg(script.size()));
+}
+
+void StatusLine::showRefusal(const QString &reason) {
+    QApplication::beep();
+    m_refusal->setNotice({}, reason);
+    m_refusal->show();
+    m_refusalTime.start();
 }
 
 // Hides the audio count if there isn't room for everything.

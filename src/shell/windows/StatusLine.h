@@ -14,15 +14,12 @@ class ProjectController;
 class ProjectSession;
 } // namespace orlenta::controller
 
-namespace orlenta::controller {
-class LineGenerator;
-class ProjectController;
-} // namespace orlenta::controller
-
 namespace orlenta::shell {
 
-/// The strip below the script: how many lines have audio, whether the microphone is on, whether audio is being imported
-/// or exported, and the progress of generation.
+class NoticeLabel;
+
+/// The strip below the script: how many lines have audio, whether the microphone is on, why the last command did
+/// nothing, whether audio is being imported or exported, and the progress of generation.
 class StatusLine final : public QWidget {
     Q_OBJECT
 public:
@@ -39,6 +36,7 @@ protected:
 private:
     void fit();
     void showAudio();
+    void showRefusal(const QString &reason);
     void followImport();
     void showExport();
     void showGeneration();
@@ -46,6 +44,8 @@ private:
     const controller::ProjectController &m_controller;
     controller::LineGenerator &m_generator;
     QLabel *m_audio;
+    NoticeLabel *m_refusal;
+    QTimer m_refusalTime;
     QLabel *m_import;
     QTimer m_importDelay;
     QLabel *m_export;

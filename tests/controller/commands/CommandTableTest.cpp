@@ -27,6 +27,15 @@ TEST(CommandTableTest, NoKeyTriggersTwoCommandsInOnePlace) {
         }
 }
 
+TEST(CommandTableTest, OnlySpaceIsACommandAmongTheKeysThatType) {
+    for (const Command &command : CommandTable::all())
+        for (const QString &key : command.keys) {
+            const bool types = !key.contains(QLatin1String("Ctrl+")) && !key.contains(QLatin1String("Alt+")) &&
+                               key.section(QLatin1Char('+'), -1).size() <= 1;
+            EXPECT_FALSE(types) << described(command) << ", " << key.toStdString();
+        }
+}
+
 TEST(CommandTableTest, EveryCommandHasOneEntryWithATitleAndATipOrKey) {
     QSet<CommandId> seen;
     for (const Command &command : CommandTable::all()) {
@@ -37,7 +46,7 @@ TEST(CommandTableTest, EveryCommandHasOneEntryWithATitleAndATipOrKey) {
         EXPECT_FALSE(CommandTable::isMenu(command.group) ? command.tip.isEmpty() : command.keys.isEmpty())
             << described(command);
     }
-    EXPECT_EQ(seen.size(), static_cast<int>(CommandId::CloseThisTab) + 1);
+    EXPECT_EQ(seen.size(), static_cast<int>(CommandId::LeaveVoiceSearch) + 1);
 }
 
 } // namespace

@@ -49,6 +49,21 @@ TEST(LineEditing, WithSeveralSelectedLinesANewLineTakesTheLastLinesSettings) {
     expectSound(*project);
 }
 
+TEST(LineEditing, AnInsertedLineStandsBelowTheLastSelectedOneAndTakesItsVoice) {
+    const ScriptProject project({words("a b c")});
+    project->voices().assignVoice({project.id(1)}, {QStringLiteral("ana-id"), QStringLiteral("Ana")});
+    project->selection().selectAlone(project.id(0));
+    project->selection().extendDown();
+    project->lines().insertLineBelow();
+    EXPECT_EQ(project.texts(), QStringList({QStringLiteral("a"), QStringLiteral("b"), QString(), QStringLiteral("c")}));
+    EXPECT_EQ(project.line(2).voiceId, project.line(1).voiceId);
+    EXPECT_EQ(project->selection().editingLineId(), project.id(2));
+    EXPECT_EQ(project->undoManager().undoActionName(), QStringLiteral("Insert Line"));
+    project->undoManager().undo();
+    EXPECT_EQ(project.texts(), words("a b c"));
+    expectSound(*project);
+}
+
 TEST(LineEditing, WithoutAnotherLineTheVoiceSelectedInTheServiceIsCast) {
     model::Project records = test::scriptProject({words("a"), {}});
     records.activeTabId = records.tabs[1].id;

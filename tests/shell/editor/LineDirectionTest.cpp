@@ -120,7 +120,7 @@ TEST_F(LineDirectionTest, ARejectedFileShowsWhyAndLeavesTheLineAlone) {
 }
 
 TEST_F(LineDirectionTest, TheImportPanelFiltersAudioAndImportsTheChosenFile) {
-    press(Qt::Key_I);
+    testing::pressKeyOf(CommandId::ImportDirection);
     auto *panel = editor->window()->findChild<QFileDialog *>();
     ASSERT_NE(panel, nullptr);
     EXPECT_EQ(panel->windowTitle(), QStringLiteral("Import Direction Audio"));
@@ -132,7 +132,7 @@ TEST_F(LineDirectionTest, TheImportPanelFiltersAudioAndImportsTheChosenFile) {
 
 TEST_F(LineDirectionTest, TheModeSwitchTogglesTheStripOfAllSelectedLines) {
     press(Qt::Key_Down, Qt::ShiftModifier);
-    press(Qt::Key_M);
+    testing::pressKeyOf(CommandId::SwitchDirectionMode);
     EXPECT_TRUE(isVoiceDirected(0) && isVoiceDirected(1));
     EXPECT_FALSE(isVoiceDirected(2));
     EXPECT_NE(control<QPushButton>(0, QStringLiteral("Record direction for")), nullptr);
@@ -152,7 +152,7 @@ TEST_F(LineDirectionTest, UndoRestoresDeletedDirectionAndGeneratedAudio) {
     controller->undoManager().undo();
     EXPECT_FALSE(directionURL(0).isEmpty());
     focusList();
-    press(Qt::Key_D, Qt::ShiftModifier);
+    testing::pressKeyOf(CommandId::DeleteDirection);
     EXPECT_TRUE(directionURL(0).isEmpty());
 
     addTake(0);
@@ -163,7 +163,7 @@ TEST_F(LineDirectionTest, UndoRestoresDeletedDirectionAndGeneratedAudio) {
 }
 
 TEST_F(LineDirectionTest, NotesAreEditedInPlaceAndHiddenWhenEmpty) {
-    press(Qt::Key_N);
+    testing::pressKeyOf(CommandId::EditNotes);
     auto *notes = qobject_cast<NotesField *>(QApplication::focusWidget());
     ASSERT_NE(notes, nullptr);
     const int bare = rowAt(1)->height();
@@ -174,7 +174,7 @@ TEST_F(LineDirectionTest, NotesAreEditedInPlaceAndHiddenWhenEmpty) {
     press(Qt::Key_Escape);
     EXPECT_TRUE(editor->list().hasFocus());
     EXPECT_TRUE(notes->isVisible());
-    press(Qt::Key_N);
+    testing::pressKeyOf(CommandId::EditNotes);
     QTest::keyClick(notes, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(notes, Qt::Key_Delete);
     press(Qt::Key_Escape);
@@ -187,7 +187,7 @@ TEST_F(LineDirectionTest, NotesKeepTheCaretAndEveryCharacterThatWasNotTyped) {
     const QString firm = QStringLiteral("Second") + QChar(QChar::Nbsp) + QStringLiteral("half.");
     const QString written = QStringLiteral("First.\r\n") + firm;
     controller->lines().setNotes(idAt(0), written);
-    press(Qt::Key_N);
+    testing::pressKeyOf(CommandId::EditNotes);
     auto *notes = qobject_cast<NotesField *>(QApplication::focusWidget());
     ASSERT_NE(notes, nullptr);
     QTextCursor caret = notes->textCursor();
@@ -205,7 +205,7 @@ TEST_F(LineDirectionTest, NotesKeepTheCaretAndEveryCharacterThatWasNotTyped) {
 }
 
 TEST_F(LineDirectionTest, RecordingWithoutASoundServerShowsWhyItFails) {
-    press(Qt::Key_R);
+    testing::pressKeyOf(CommandId::Record);
     EXPECT_TRUE(QTest::qWaitFor([&] { return shows(noServer); }, deadline));
 }
 
@@ -214,7 +214,7 @@ TEST_F(LineDirectionTest, ARecordingErrorAtTheLowerEdgeScrollsIntoView) {
     controller->selection().selectAlone(idAt(12));
     ASSERT_TRUE(isWhollyInView(12));
     const int bare = rowAt(12)->height();
-    press(Qt::Key_R);
+    testing::pressKeyOf(CommandId::Record);
     ASSERT_TRUE(QTest::qWaitFor([&] { return shows(noServer); }, deadline));
     EXPECT_GT(rowAt(12)->height(), bare);
     EXPECT_TRUE(isWhollyInView(12));
@@ -223,11 +223,11 @@ TEST_F(LineDirectionTest, ARecordingErrorAtTheLowerEdgeScrollsIntoView) {
 TEST_F(LineDirectionTest, ImportingOrSwitchingTheModeClearsARecordingError) {
     const auto fail = [this] {
         focusList();
-        press(Qt::Key_R);
+        testing::pressKeyOf(CommandId::Record);
         return QTest::qWaitFor([&] { return shows(noServer); }, deadline);
     };
     ASSERT_TRUE(fail());
-    press(Qt::Key_M);
+    testing::pressKeyOf(CommandId::SwitchDirectionMode);
     EXPECT_TRUE(isVoiceDirected(0));
     EXPECT_FALSE(shows(noServer));
     ASSERT_TRUE(fail());
@@ -244,14 +244,14 @@ TEST_F(LineDirectionTest, KeysDoNotActOnHiddenDirectionAudio) {
     drop(0, {tone(QStringLiteral("read.wav"))});
     ASSERT_TRUE(waitForDirection(0));
     focusList();
-    press(Qt::Key_M);
+    testing::pressKeyOf(CommandId::SwitchDirectionMode);
     ASSERT_FALSE(isVoiceDirected(0));
-    press(Qt::Key_D);
+    testing::pressKeyOf(CommandId::PlayDirection);
     EXPECT_FALSE(playback->isCurrentSource(idAt(0)));
-    press(Qt::Key_D, Qt::ShiftModifier);
+    testing::pressKeyOf(CommandId::DeleteDirection);
     EXPECT_FALSE(directionURL(0).isEmpty());
-    press(Qt::Key_M);
-    press(Qt::Key_D, Qt::ShiftModifier);
+    testing::pressKeyOf(CommandId::SwitchDirectionMode);
+    testing::pressKeyOf(CommandId::DeleteDirection);
     EXPECT_TRUE(directionURL(0).isEmpty());
 }
 
@@ -284,7 +284,7 @@ TEST_F(LineDirectionTest, TheStripIsNamedAndUnclippedAtEveryScaleAndAppearance) 
     drop(0, {tone(QStringLiteral("read.wav"))});
     ASSERT_TRUE(waitForDirection(0));
     controller->selection().selectAlone(idAt(1));
-    press(Qt::Key_M);
+    testing::pressKeyOf(CommandId::SwitchDirectionMode);
     controller->lines().setNotes(idAt(0), QStringLiteral("Softer at the end, and a breath before the name."));
     editor->resize(editor->minimumWidth(), 700);
     for (const Appearance appearance : {Appearance::Light, Appearance::Dark}) {
@@ -352,7 +352,7 @@ protected:
 };
 
 TEST_F(LineDirectionSoundTest, TheRecordButtonRecordsAndShowsTheElapsedTime) {
-    press(Qt::Key_M);
+    testing::pressKeyOf(CommandId::SwitchDirectionMode);
     control<QPushButton>(0, QStringLiteral("Record direction for"))->click();
     ASSERT_TRUE(waitForStop(0));
     EXPECT_TRUE(waitForRecordingTime(0, QStringLiteral("0:01")));
@@ -365,7 +365,7 @@ TEST_F(LineDirectionSoundTest, TheRecordButtonRecordsAndShowsTheElapsedTime) {
 }
 
 TEST_F(LineDirectionSoundTest, ATakeContinuesOutOfViewAndTheNextWaitsForItsEnd) {
-    press(Qt::Key_R);
+    testing::pressKeyOf(CommandId::Record);
     ASSERT_TRUE(waitForStop(0));
     editor->resize(760, 260);
     controller->selection().selectAlone(idAt(2));
@@ -373,28 +373,28 @@ TEST_F(LineDirectionSoundTest, ATakeContinuesOutOfViewAndTheNextWaitsForItsEnd) 
     EXPECT_TRUE(session->recordings().state(idAt(0)).isRecording);
     controller->selection().selectAlone(idAt(0));
     focusList();
-    press(Qt::Key_R);
-    press(Qt::Key_R); // the final samples haven't arrived yet
+    testing::pressKeyOf(CommandId::Record);
+    testing::pressKeyOf(CommandId::Record); // the final samples haven't arrived yet
     EXPECT_FALSE(shows(QStringLiteral("Recording is already in progress.")));
     EXPECT_TRUE(waitForDirection(0));
     EXPECT_TRUE(session->recordings().state(idAt(0)).isRecording);
     ASSERT_TRUE(waitForRecordingTime(0, QStringLiteral("0:01")));
-    press(Qt::Key_R);
+    testing::pressKeyOf(CommandId::Record);
     EXPECT_TRUE(QTest::qWaitFor([&] { return line(0).sourceRecordings.size() == 2; }, deadline));
 }
 
 TEST_F(LineDirectionSoundTest, ASecondTakeEndsTheFirstAndEachIsStoredOnItsLine) {
     const controller::DirectionRecordings &recordings = session->recordings();
-    press(Qt::Key_R);
+    testing::pressKeyOf(CommandId::Record);
     ASSERT_TRUE(waitForRecordingTime(0, QStringLiteral("0:01")));
     press(Qt::Key_Down);
-    press(Qt::Key_R);
+    testing::pressKeyOf(CommandId::Record);
     EXPECT_FALSE(recordings.state(idAt(0)).isRecording);
     EXPECT_EQ(recordings.recordingLine(), idAt(1));
     ASSERT_TRUE(waitForDirection(0));
     EXPECT_GE(line(0).sourceRecordings.constFirst().durationSeconds, 1.0);
     ASSERT_TRUE(waitForRecordingTime(1, QStringLiteral("0:01")));
-    press(Qt::Key_R);
+    testing::pressKeyOf(CommandId::Record);
     EXPECT_EQ(recordings.recordingLine(), std::nullopt);
     EXPECT_TRUE(waitForDirection(1));
     EXPECT_EQ(line(0).sourceRecordings.size(), 1);
@@ -404,12 +404,12 @@ TEST_F(LineDirectionSoundTest, RefusingToPlayKeepsAnUnreadMessage) {
     addTake(0);
     const QString kept = QStringLiteral("The recording is kept in \"Scene\".");
     controller->setSpotError(kept);
-    press(Qt::Key_R);
+    testing::pressKeyOf(CommandId::Record);
     ASSERT_TRUE(waitForRecordingTime(0, QStringLiteral("0:01")));
     press(Qt::Key_Space);
     EXPECT_FALSE(playback->isPlaying());
     EXPECT_EQ(controller->spotError(), kept);
-    press(Qt::Key_R);
+    testing::pressKeyOf(CommandId::Record);
     ASSERT_TRUE(waitForDirection(0));
     EXPECT_EQ(controller->spotError(), kept);
 }
@@ -417,7 +417,7 @@ TEST_F(LineDirectionSoundTest, RefusingToPlayKeepsAnUnreadMessage) {
 TEST_F(LineDirectionSoundTest, RecordingAtTheLowerEdgeScrollsTheStripIntoView) {
     open(projectWith(QStringList(20, QStringLiteral("One of many lines."))));
     controller->selection().selectAlone(idAt(12));
-    press(Qt::Key_R);
+    testing::pressKeyOf(CommandId::Record);
     ASSERT_TRUE(waitForStop(12));
     EXPECT_TRUE(isWhollyInView(12));
 }
@@ -426,7 +426,7 @@ TEST_F(LineDirectionSoundTest, TheErrorDisappearsWhenTheServerReturns) {
     sound().kill();
     ASSERT_TRUE(
         QTest::qWaitFor([&] { return shell.sound.state() == audio::SoundServer::State::Unavailable; }, deadline));
-    press(Qt::Key_R);
+    testing::pressKeyOf(CommandId::Record);
     ASSERT_TRUE(QTest::qWaitFor([&] { return shows(noServer); }, deadline));
     sound().restart();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !shows(noServer); }, deadline));
@@ -434,7 +434,7 @@ TEST_F(LineDirectionSoundTest, TheErrorDisappearsWhenTheServerReturns) {
 }
 
 TEST_F(LineDirectionSoundTest, DeletingALineEndsItsTakeAndUndoRestoresBoth) {
-    press(Qt::Key_R);
+    testing::pressKeyOf(CommandId::Record);
     ASSERT_TRUE(waitForRecordingTime(0, QStringLiteral("0:01")));
     const model::LineId id = idAt(0);
     controller->lines().deleteLine(id);
@@ -446,7 +446,7 @@ TEST_F(LineDirectionSoundTest, DeletingALineEndsItsTakeAndUndoRestoresBoth) {
 }
 
 TEST_F(LineDirectionSoundTest, UnpluggingTheMicrophoneKeepsThePartialTake) {
-    press(Qt::Key_R);
+    testing::pressKeyOf(CommandId::Record);
     ASSERT_TRUE(waitForRecordingTime(0, QStringLiteral("0:01")));
     const QStringList modules = sound()
                                     .pactl({QStringLiteral("list"), QStringLiteral("short"), QStringLiteral("modules")})

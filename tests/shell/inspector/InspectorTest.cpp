@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <QtCore/QUrl>
+#include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLabel>
@@ -12,6 +13,7 @@
 
 #include "controller/casting/PresetEditing.h"
 #include "controller/casting/VoiceCasting.h"
+#include "controller/document/Notices.h"
 #include "controller/document/UndoManager.h"
 #include "controller/ProjectController.h"
 #include "controller/script/LineEditing.h"
@@ -30,6 +32,7 @@
 namespace orlenta {
 namespace {
 
+using controller::CommandId;
 using controller::SettingsControlKind;
 using model::ProjectLineSettings;
 using testing::ShellSession;
@@ -123,6 +126,40 @@ TEST(Inspector, WithoutAServiceTheProjectsOwnVoicesCanBeCast) {
     EXPECT_EQ(it.controller.project().voices.size(), 2);
     ASSERT_TRUE(it.connect());
     EXPECT_EQ(list.model()->rowCount(), it.service.voices().size());
+}
+
+TEST(Inspector, TheVoiceSearchWorksByKeyboardAlone) {
+    Inspected it;
+    ASSERT_TRUE(it.connect());
+    QSignalSpy left(&it.inspector, &shell::Inspector::linesRequested);
+    QSignalSpy refused(&it.controller.notices(), &controller::Notices::refused);
+    QListView &list = *it.inspector.voices().voiceList();
+    QLineEdit &search = *it.inspector.voices().searchField();
+    it.inspector.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&it.inspector));
+    search.setFocus();
+    testing::pressKeyOf(CommandId::GoToVoices);
+    EXPECT_TRUE(list.hasFocus());
+    EXPECT_EQ(list.currentIndex().row(), 0);
+    QTest::keyClick(&list, Qt::Key_Up);
+    EXPECT_TRUE(search.hasFocus());
+
+    // Without a search, Return chooses nobody.
+    testing::pressKeyOf(CommandId::CastFoundVoice);
+    EXPECT_EQ(refused.size(), 1);
+    EXPECT_FALSE(it.line(0).voiceId.has_value());
+    QTest::keyClicks(&search, list.model()->index(2, 0).data().toString());
+    const QString found = list.model()->index(0, 0).data(shell::VoiceListModel::VoiceIdRole).toString();
+    testing::pressKeyOf(CommandId::CastFoundVoice);
+    ASSERT_NE(it.controller.project().voiceOf(it.line(0)), nullptr);
+    EXPECT_EQ(it.controller.project().voiceOf(it.line(0))->elevenLabsVoiceId, found);
+    EXPECT_EQ(left.size(), 1);
+
+    testing::pressKeyOf(CommandId::LeaveVoiceSearch);
+    EXPECT_EQ(search.text(), QString());
+    EXPECT_EQ(left.size(), 1);
+    testing::pressKeyOf(CommandId::LeaveVoiceSearch);
+    EXPECT_EQ(left.size(), 2);
 }
 
 TEST(Inspector, TheSearchShowsOnlyMatchingVoices) {

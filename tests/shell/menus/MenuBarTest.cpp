@@ -1,15 +1,22 @@
 #include "shell/menus/MenuBar.h"
 
+#include <string>
+
 #include <gtest/gtest.h>
+#include <QtCore/QSet>
+#include <QtGui/QClipboard>
+#include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
-#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialog>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QTreeWidget>
 
+#include "controller/document/Notices.h"
 #include "controller/ProjectController.h"
 #include "controller/script/LineEditing.h"
 #include "controller/script/Selection.h"
+#include "shell/controls/NoticeLabel.h"
 #include "shell/editor/list/ScriptListView.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/menus/ProjectActions.h"
@@ -20,6 +27,8 @@
 
 namespace orlenta {
 namespace {
+
+using controller::CommandId;
 
 /// The window of a project with two lines. The list has the focus.
 class MenuBarTest : public ::testing::Test {
@@ -58,34 +67,28 @@ protected:
 };
 
 TEST_F(MenuBarTest, TheDirectionMenuActsOnTheSelectedLineAndShowsItsKeys) {
-    directionAction(QStringLiteral("Record Direction"), QStringLiteral("R"), true);
-    directionAction(QStringLiteral("Play Direction"), QStringLiteral("D"), false);
-    directionAction(QStringLiteral("Import Direction Audio..."), QStringLiteral("I"), true);
-    directionAction(QStringLiteral("Delete Direction Audio"), QStringLiteral("Shift+D"), false);
-    directionAction(QStringLiteral("Direct by Voice"), QStringLiteral("M"), true);
-    directionAction(QStringLiteral("Edit Notes"), QStringLiteral("N"), true);
+    directionAction(QStringLiteral("Record Direction"), QStringLiteral("Ctrl+R"), true);
+    directionAction(QStringLiteral("Play Direction"), QStringLiteral("Ctrl+Alt+P"), false);
+    directionAction(QStringLiteral("Import Direction Audio..."), QStringLiteral("Ctrl+I"), true);
+    directionAction(QStringLiteral("Delete Direction Audio"), QStringLiteral("Ctrl+Shift+Del"), false);
+    directionAction(QStringLiteral("Direct by Voice"), QStringLiteral("Ctrl+M"), true);
+    directionAction(QStringLiteral("Edit Notes"), QStringLiteral("Ctrl+Shift+N"), true);
     project().selection().selectAlone(project().scriptLineIds().at(1));
     action(QStringLiteral("Direction"), QStringLiteral("Direct by Voice"))->trigger();
     EXPECT_EQ(mode(0), model::DirectionMode::Text);
     EXPECT_EQ(mode(1), model::DirectionMode::Voice);
-    directionAction(QStringLiteral("Direct by Text"), QStringLiteral("M"), true);
+    directionAction(QStringLiteral("Direct by Text"), QStringLiteral("Ctrl+M"), true);
 }
 
-TEST_F(MenuBarTest, DirectionKeysOnlyWorkInTheListAndNotInTexts) {
-    QTest::keyClick(&window().editor().list(), Qt::Key_M);
-    EXPECT_EQ(mode(0), model::DirectionMode::Voice);
-    for (QComboBox *picker : window().findChildren<QComboBox *>())
-        if (picker->accessibleName() == QStringLiteral("Output mode"))
-            picker->setFocus();
-    ASSERT_NE(qobject_cast<QComboBox *>(QApplication::focusWidget()), nullptr);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_M);
-    EXPECT_EQ(mode(0), model::DirectionMode::Voice);
-    window().editor().list().setFocus();
-    QTest::keyClick(&window().editor().list(), Qt::Key_Return);
-    ASSERT_TRUE(QTest::qWaitFor(
-        [this] { return qobject_cast<shell::ScriptTextField *>(QApplication::focusWidget()) != nullptr; }, 5000));
-    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral(" rDimn"));
-    EXPECT_EQ(project().lines().find(project().scriptLineIds().at(0))->text, QStringLiteral("Good morning. rDimn"));
+TEST_F(MenuBarTest, TypingOnASelectedLineRunsNoCommand) {
+    QSignalSpy refused(&project().notices(), &controller::Notices::refused);
+    for (const char letter : std::string("rdimnRDIMN"))
+        QTest::keyClick(&window().editor().list(), letter);
+    EXPECT_FALSE(project().hasUnsavedChanges());
+    EXPECT_EQ(window().findChild<QDialog *>(), nullptr);
+    EXPECT_TRUE(window().editor().list().hasFocus());
+    EXPECT_EQ(refused.size(), 0);
+    testing::pressKeyOf(CommandId::SwitchDirectionMode);
     EXPECT_EQ(mode(0), model::DirectionMode::Voice);
 }
 
@@ -105,7 +108,61 @@ TEST_F(MenuBarTest, UndoAndRedoFollowTheTypingInAText) {
     EXPECT_FALSE(redo->isEnabled());
 }
 
-TEST_F(MenuBarTest, TheShortcutListCoversTheMenusAndLeavingTheLines) {
+TEST_F(MenuBarTest, ACommandWithoutEffectSaysWhyInTheStatusLine) {
+    const auto says = [this](const char *text) {
+        for (const auto *label : window().findChildren<shell::NoticeLabel *>())
+            if (label->isVisible() && label->text() == QLatin1String(text))
+                return true;
+        return false;
+    };
+    QGuiApplication::clipboard()->clear();
+    testing::pressKeyOf(CommandId::Paste);
+    EXPECT_TRUE(says("There is nothing to paste here."));
+    testing::pressKeyOf(CommandId::SplitLine);
+    EXPECT_TRUE(says("Select one line of several sentences to split."));
+    // These are disabled, so their keys reach the window.
+    testing::pressKeyOf(CommandId::Undo);
+    EXPECT_TRUE(says("There is nothing to undo."));
+    testing::pressKeyOf(CommandId::DeleteDirection);
+    EXPECT_TRUE(says("Select a line that shows direction audio to delete it."));
+    project().selection().selectAll();
+    testing::pressKeyOf(CommandId::ChooseVoice);
+    EXPECT_TRUE(says("Select exactly one line to choose its voice."));
+    EXPECT_TRUE(action(QStringLiteral("Script"), QStringLiteral("Choose Voice..."))
+                    ->toolTip()
+                    .endsWith(QLatin1String("Select exactly one line to choose its voice.")));
+}
+
+TEST_F(MenuBarTest, AnOpenMenuGivesEachItemItsOwnMnemonicAndAClosedOneNone) {
+    const auto expectOwnMnemonics = [](const QList<QAction *> &items, const QString &menu) {
+        QSet<QKeySequence> taken;
+        for (const QAction *item : items) {
+            if (item->isSeparator())
+                continue;
+            const QKeySequence mnemonic = QKeySequence::mnemonic(item->text());
+            EXPECT_FALSE(mnemonic.isEmpty() || taken.contains(mnemonic))
+                << menu.toStdString() << ": " << item->text().toStdString();
+            taken.insert(mnemonic);
+        }
+    };
+    expectOwnMnemonics(window().menuBar()->actions(), QStringLiteral("menu bar"));
+    for (const QAction *title : window().menuBar()->actions()) {
+        QMenu &menu = *title->menu();
+        Q_EMIT menu.aboutToShow();
+        expectOwnMnemonics(menu.actions(), title->text());
+        Q_EMIT menu.aboutToHide();
+        for (const QAction *item : menu.actions())
+            EXPECT_FALSE(item->text().contains(QLatin1Char('&'))) << item->text().toStdString();
+    }
+    shell::ScriptCommands &commands = window().editor().commands();
+    commands.openLineMenu(project().scriptLineIds().first(), QPoint(), &window());
+    auto *menu = window().findChild<QMenu *>(QString(), Qt::FindDirectChildrenOnly);
+    ASSERT_NE(menu, nullptr);
+    expectOwnMnemonics(menu->actions(), QStringLiteral("menu of a line"));
+    menu->close();
+}
+
+TEST_F(MenuBarTest, TheShortcutListCoversTheMenusAndThePlaces) {
     QTest::keyClick(&window().editor().list(), Qt::Key_F1);
     auto *dialog = window().findChild<shell::ShortcutsDialog *>();
     ASSERT_NE(dialog, nullptr);
@@ -120,11 +177,11 @@ TEST_F(MenuBarTest, TheShortcutListCoversTheMenusAndLeavingTheLines) {
         }
         return QString();
     };
-    EXPECT_EQ(keysOf(QStringLiteral("Script Lines"), QStringLiteral("Leave the lines, forwards or backwards")),
-              QStringLiteral("F6, Shift+F6"));
+    EXPECT_EQ(keysOf(QStringLiteral("View"), QStringLiteral("Next Area")), QStringLiteral("F6"));
+    EXPECT_EQ(keysOf(QStringLiteral("Voice Search"), QStringLiteral("Go to the voices")), QStringLiteral("Down"));
     EXPECT_EQ(keysOf(QStringLiteral("Controls of a Line"), QStringLiteral("Go back to the lines")),
               QStringLiteral("Esc"));
-    EXPECT_EQ(keysOf(QStringLiteral("Direction"), QStringLiteral("Record Direction")), QStringLiteral("R"));
+    EXPECT_EQ(keysOf(QStringLiteral("Direction"), QStringLiteral("Record Direction")), QStringLiteral("Ctrl+R"));
     EXPECT_EQ(keysOf(QStringLiteral("View"), QStringLiteral("Zoom In")), QStringLiteral("Ctrl+=, Ctrl++"));
     const QStringList unnamed = testing::unnamedControls(*dialog);
     EXPECT_TRUE(unnamed.isEmpty()) << unnamed.join(QStringLiteral("; ")).toStdString();

@@ -33,6 +33,8 @@ public:
         QAccessible::State state = QAccessibleWidget::state();
         state.multiSelectable = true;
         state.extSelectable = true;
+        // While the list has the focus, its current row is what is focused.
+        state.focused = state.focused && list().currentRow() == nullptr;
         return state;
     }
 
@@ -70,7 +72,7 @@ public:
     QStringList actionNames() const override { return {pressAction(), setFocusAction()}; }
     void doAction(const QString &name) override {
         if (actionNames().contains(name))
-            Q_EMIT row().clicked(Qt::NoModifier, false);
+            Q_EMIT row().clicked(Qt::NoModifier);
     }
 
 private:

@@ -23,7 +23,8 @@ ScriptListView::ScriptListView(ScriptListSource &source, ScriptTextField::Factor
     installScriptAccessibility();
     setAccessibleName(QStringLiteral("Script lines"));
     setAccessibleDescription(QStringLiteral("Up and Down select a line, Return edits its text, Right moves to its "
-                                            "controls, Escape returns to the list, F6 leaves it"));
+                                            "controls, Escape returns to the list, F6 goes to the "
+                                            "next part of the window"));
     viewport()->setBackgroundRole(QPalette::Window);
     verticalScrollBar()->setAccessibleName(QStringLiteral("Scroll script lines"));
 }

@@ -83,7 +83,7 @@ void LineHeader::showDirection() {
 
 void LineHeader::showNames() {
     const QString line = u"line %1"_s.arg(m_number);
-    m_generate->setAccessibleName(u"Generate %1"_s.arg(line));
+    m_generate->setAccessibleName((m_content.isSpoken ? u"Regenerate %1"_s : u"Generate %1"_s).arg(line));
     m_mode->setAccessibleName(u"Direction mode of %1"_s.arg(line));
     m_notes->setAccessibleName(u"Edit notes of %1"_s.arg(line));
 }

@@ -52,8 +52,7 @@ LineRow::~LineRow() {
 
 void LineRow::connectText() {
     connect(m_text, &ScriptTextField::editRequested, this, &LineRow::editRequested);
-    connect(m_text, &ScriptTextField::clicked, this,
-            [this](Qt::KeyboardModifiers modifiers) { Q_EMIT clicked(modifiers, true); });
+    connect(m_text, &ScriptTextField::clicked, this, &LineRow::textClicked);
 }
 
 void LineRow::handleKeysOf(const QList<QWidget *> &controls) {
@@ -157,6 +156,9 @@ void LineRow::editNotes() {
 }
 
 void LineRow::showNames(const LineRowContent &before) {
+    const QString audio = m_content.takes.audio ? u"Has audio"_s : u"No audio"_s;
+    if (accessibleDescription() != audio)
+        setAccessibleDescription(audio);
     const QString number = QString::number(m_content.number);
     if (before.number != m_content.number) {
         m_text->setAccessibleName(u"Text of line %1"_s.arg(number));
@@ -191,7 +193,7 @@ void LineRow::setDropTarget(bool isDropTarget) {
 
 void LineRow::mousePressEvent(QMouseEvent *event) {
     if (event->button() == Qt::LeftButton)
-        Q_EMIT clicked(event->modifiers(), false);
+        Q_EMIT clicked(event->modifiers());
 }
 
 void LineRow::mouseDoubleClickEvent(QMouseEvent *event) {

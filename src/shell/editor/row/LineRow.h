@@ -49,7 +49,9 @@ public:
     [[nodiscard]] int heightForWidth(int width) const override { return placesFor(width).height; }
 
 Q_SIGNALS:
-    void clicked(Qt::KeyboardModifiers modifiers, bool inTextField);
+    void clicked(Qt::KeyboardModifiers modifiers);
+    /// A press in the text, at a point of its viewport.
+    void textClicked(Qt::KeyboardModifiers modifiers, const QPoint &textPoint);
     void editRequested(const QPoint &textPoint);
     void commandRequested(orlenta::controller::CommandId command);
     void seekRequested(orlenta::controller::AudioKind kind, double fraction);

@@ -108,8 +108,7 @@ bool ScriptTextField::event(QEvent *event) {
     // Accept these keys so that the window's menu doesn't handle them first.
     if (event->type() == QEvent::ShortcutOverride && m_allowsEditing) {
         auto *key = static_cast<QKeyEvent *>(event);
-        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo) ||
-            isKeyOf(*key, CommandId::LeaveText) || isKeyOf(*key, CommandId::Stress)) {
+        if (isKeyOf(*key, CommandId::LeaveText) || isKeyOf(*key, CommandId::Stress)) {
             event->accept();
             return true;
         }
@@ -135,12 +134,18 @@ void ScriptTextField::keyPressEvent(QKeyEvent *event) {
 }
 
 void ScriptTextField::mousePressEvent(QMouseEvent *event) {
-    Q_EMIT clicked(event->modifiers());
+    const bool wasEditing = m_allowsEditing;
+    if (event->button() == Qt::LeftButton)
+        Q_EMIT clicked(event->modifiers(), event->position().toPoint());
+    m_pressBeganEditing = m_allowsEditing && !wasEditing;
     if (m_allowsEditing)
         PlainTextField::mousePressEvent(event);
 }
 
 void ScriptTextField::mouseDoubleClickEvent(QMouseEvent *event) {
+    // The first click of a double click on another line selects the line, the second puts the caret into it.
+    if (m_pressBeganEditing)
+        return;
     if (m_allowsEditing)
         PlainTextField::mouseDoubleClickEvent(event);
     else if (event->button() == Qt::LeftButton)

@@ -40,8 +40,8 @@ public:
 
 Q_SIGNALS:
     void sourceSelectionChanged();
-    /// A mouse press, before the field handles it.
-    void clicked(Qt::KeyboardModifiers modifiers);
+    /// A press of the left button at a point of the viewport, before the field handles it. May begin editing.
+    void clicked(Qt::KeyboardModifiers modifiers, const QPoint &point);
     /// A double click while editing is off.
     void editRequested(const QPoint &point);
     void editingEnded();
@@ -68,6 +68,8 @@ private:
     /// Empty until set, and after forgetText().
     std::optional<LineTextContent> m_content;
     bool m_allowsEditing = false;
+    /// The last press began editing.
+    bool m_pressBeganEditing = false;
 };
 
 } // namespace orlenta::shell

@@ -69,6 +69,15 @@ TEST_F(ScriptAccessibilityTest, TheCurrentLineIsTheFocusedItemAndSelectedLinesAr
     EXPECT_EQ(nameOf(list()->focusChild()), QStringLiteral("Direction mode of line 1"));
 }
 
+TEST_F(ScriptAccessibilityTest, ALineSaysWhetherItHasAudioAndWhatItsButtonDoes) {
+    open(projectWith({QStringLiteral("One."), QStringLiteral("Two.")}));
+    addTake(1);
+    EXPECT_EQ(item(0)->text(QAccessible::Description), QStringLiteral("No audio"));
+    EXPECT_EQ(item(1)->text(QAccessible::Description), QStringLiteral("Has audio"));
+    EXPECT_NE(findNamed(item(0), QStringLiteral("Generate line 1")), nullptr);
+    EXPECT_NE(findNamed(item(1), QStringLiteral("Regenerate line 2")), nullptr);
+}
+
 TEST_F(ScriptAccessibilityTest, ALongScriptExposesOnlyItsExistingRowsAndTheScrollBar) {
     QStringList texts;
     for (int line = 1; line <= 2000; ++line)
@@ -91,6 +100,7 @@ TEST_F(ScriptAccessibilityTest, MessagesAndReadingsHaveAccessibleNames) {
     QAccessibleInterface *notice = findNamed(window, QStringLiteral("Audio import failed: a & b"));
     ASSERT_NE(notice, nullptr);
     EXPECT_EQ(notice->role(), QAccessible::Notification);
+    EXPECT_EQ(nameOf(notice->parent()), QStringLiteral("Message"));
     EXPECT_NE(
         findNamed(window, QStringLiteral("Duration of line 2, %1").arg(rowAt(1)->content().takes.audio->duration)),
         nullptr);
