@@ -30,6 +30,8 @@ public:
 
     [[nodiscard]] QLineEdit *searchField() const { return m_search; }
     [[nodiscard]] QListView *voiceList() const { return m_list; }
+    /// The height that the list may take if it has voices enough, in pixels. It always shows at least five.
+    void setListRoom(int height);
 
 Q_SIGNALS:
     /// The user has no voices yet and wants to connect.
@@ -51,6 +53,7 @@ private:
     VoiceListModel *m_model;
     QLabel *m_swatch;
     QLabel *m_castName;
+    int m_room = 0;
     QLineEdit *m_search;
     QListView *m_list;
     QLabel *m_message;

@@ -6,10 +6,10 @@
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLineEdit>
-#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
+#include "shell/controls/MessageBox.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/theme/Theme.h"
 
@@ -131,11 +131,10 @@ void NewProjectDialog::createIn(const QString &parentFolder) {
     const QString name = m_name->text().trimmed();
     const QString folder = parentFolder + u'/' + name;
     if (QFileInfo::exists(folder)) {
-        auto *box = new QMessageBox(QMessageBox::Warning, u"Orlenta"_s,
-                                    QStringLiteral("A project named %1 already exists at this location.").arg(name),
-                                    QMessageBox::Ok, this);
-        box->setAttribute(Qt::WA_DeleteOnClose);
-        box->setInformativeText(u"Choose a different name or location."_s);
+        auto *box = new MessageBox(QMessageBox::Warning, this);
+        box->addButton(QMessageBox::Ok);
+        box->setMessage(QStringLiteral("A project named %1 already exists at this location.").arg(name),
+                        u"Choose a different name or location."_s);
         box->open();
         return;
     }

@@ -15,6 +15,7 @@
 #include "shell/account/AccountDialog.h"
 #include "shell/application/AppCommands.h"
 #include "shell/controls/Separator.h"
+#include "shell/controls/ShownText.h"
 #include "shell/editor/list/ScriptListView.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/inspector/Inspector.h"
@@ -125,7 +126,7 @@ void ProjectWindow::connectAlerts() {
 
 void ProjectWindow::syncTitle() {
     // Qt replaces "[*]" with the edited mark; doubling escapes it.
-    QString name = m_session.controller().project().projectName;
+    QString name = shownName(m_session.controller().project().projectName);
     const QString title = name.replace(u"[*]"_s, u"[*][*]"_s) + u"[*]"_s;
     if (windowTitle() != title)
         setWindowTitle(title);

@@ -11,6 +11,7 @@
 #include <QtGui/QPainterPath>
 #include <QtWidgets/QAbstractButton>
 
+#include "shell/controls/ShownText.h"
 #include "shell/editor/row/AudioPlayer.h"
 #include "shell/editor/row/DirectionStrip.h"
 #include "shell/editor/row/LineHeader.h"
@@ -166,8 +167,8 @@ void LineRow::showNames(const LineRowContent &before) {
     if (before.id == m_content.id && before.number == m_content.number && before.text.text == m_content.text.text &&
         before.header.castName == m_content.header.castName)
         return;
-    const QString cast = m_content.header.castName.isEmpty() ? u"no voice"_s : m_content.header.castName;
-    const QString text = m_content.text.text.simplified();
+    const QString cast = m_content.header.castName.isEmpty() ? u"no voice"_s : shownName(m_content.header.castName);
+    const QString text = shownStart(m_content.text.text, shownMessage).simplified();
     setAccessibleName(u"Line %1, %2, %3"_s.arg(number, cast, text.isEmpty() ? u"empty"_s : text));
 }
 
