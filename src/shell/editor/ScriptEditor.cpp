@@ -298,7 +298,7 @@ void ScriptEditor::changeEvent(QEvent *event) {
 }
 
 void ScriptEditor::applyMeasures() {
-    setMinimumWidth(Theme::unit(this) * 90);
+    setMinimumWidth(Theme::unit(this) * 80);
 }
 
 void ScriptEditor::contextMenuEvent(QContextMenuEvent *event) {

@@ -189,7 +189,7 @@ void ScriptTabBar::rename(int index) {
     const int tall = m_name->sizeHint().height();
     m_name->setGeometry(tab.left() + inset / 2, tab.center().y() - tall / 2 + 1,
                         std::max(tab.width() - inset, inset * 24), tall);
-    m_name->setText(nameAt(index));
+    m_name->setText(shownName(nameAt(index)));
     m_name->show();
     m_name->raise();
     m_name->selectAll();
@@ -202,10 +202,12 @@ void ScriptTabBar::endRename(bool keep) {
         return;
     const bool hadFocus = m_name->hasFocus();
     const QString name = m_name->text().trimmed();
+    // A long name is shown cut; left alone, it stays as it is.
+    const bool isRenamed = m_name->isModified() && !name.isEmpty();
     m_name->hide();
     if (hadFocus)
         m_bar->setFocus(Qt::OtherFocusReason);
-    if (keep && index < m_bar->count() && !name.isEmpty() && name != nameAt(index))
+    if (keep && index < m_bar->count() && isRenamed && name != nameAt(index))
         m_controller.tabs().renameTab(idAt(index), name);
 }
 

@@ -75,8 +75,8 @@ void PresetSection::reload() {
     const QList<model::ProjectPreset> &presets = m_controller.project().presets;
     bool isCurrent = m_picker->count() == presets.size();
     for (int i = 0; isCurrent && i < m_picker->count(); ++i)
-        isCurrent =
-            m_picker->itemText(i) == shownName(presets.at(i).name) && m_picker->itemData(i).toUuid() == presets.at(i).id.uuid();
+        isCurrent = m_picker->itemText(i) == shownName(presets.at(i).name) &&
+                    m_picker->itemData(i).toUuid() == presets.at(i).id.uuid();
     if (isCurrent)
         return;
     m_picker->clear();

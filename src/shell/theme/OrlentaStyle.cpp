@@ -105,6 +105,13 @@ void OrlentaStyle::drawControl(ControlElement element, const QStyleOption *optio
             return QProxyStyle::drawControl(element, &label, painter, widget);
         }
     }
+    // Fusion draws the line below the bar in pieces, which meet only at some scales.
+    if (element == CE_MenuBarEmptyArea)
+        return painting::drawMenuBarArea(painter, *option, widget);
+    if (element == CE_MenuBarItem) {
+        if (const auto *title = qstyleoption_cast<const QStyleOptionMenuItem *>(option))
+            return painting::drawMenuTitle(painter, *title, widget);
+    }
     if (element == CE_PushButtonLabel) {
         const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
         if (button != nullptr && isPrimary(*button, widget) && button->state.testFlag(State_Enabled)) {

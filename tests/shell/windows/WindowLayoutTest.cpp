@@ -51,6 +51,11 @@ TEST(WindowLayout, EveryControlHasAnAccessibleNameAndATooltip) {
     }
 }
 
+TEST(WindowLayout, TheProjectWindowCanBeMadeAsSmallAs600By400) {
+    AllWindows windows;
+    EXPECT_EQ(windows.all.first()->minimumSize(), QSize(600, 400));
+}
+
 TEST(WindowLayout, NoTextIsClippedAtAnyScale) {
     for (const double scale : {1.0, 1.5, 2.0}) {
         Theme::setUiScale(scale);
