@@ -10,6 +10,7 @@ namespace orlenta::shell {
 namespace {
 
 constexpr qsizetype longestShownName = 120;
+constexpr qsizetype tipColumns = 80;
 
 /// The units of the text that lie within the limits.
 qsizetype unitsWithin(const QString &text, ShownLimits limits) {
@@ -29,6 +30,26 @@ QString shownName(const QString &name) {
         if (unit == u'\n' || unit == u'\r' || unit == QChar::LineSeparator || unit == QChar::ParagraphSeparator)
             unit = u' ';
     return shown;
+}
+
+QString shownTip(const QString &text) {
+    QString tip = shownStart(text, shownMessage);
+    qsizetype lineStart = 0;
+    qsizetype blank = -1;
+    for (qsizetype at = 0; at < tip.size(); ++at) {
+        if (tip.at(at) == u'\n') {
+            lineStart = at + 1;
+            blank = -1;
+        } else if (tip.at(at) == u' ') {
+            blank = at;
+        }
+        if (at - lineStart >= tipColumns && blank >= 0) {
+            tip[blank] = u'\n';
+            lineStart = blank + 1;
+            blank = -1;
+        }
+    }
+    return tip;
 }
 
 QString shownStart(const QString &text, ShownLimits limits) {

@@ -15,6 +15,8 @@ struct ShownLimits {
 inline constexpr ShownLimits shownNotice{300, 3};
 inline constexpr ShownLimits shownMessage{800, 8};
 
+/// The start of a text for a tool tip, in lines of a comfortable length. Qt breaks only the lines of rich text.
+[[nodiscard]] QString shownTip(const QString &text);
 /// A name on one line, at most 120 units long.
 [[nodiscard]] QString shownName(const QString &name);
 /// The start of a text; all of it if it is within the limits. Ends with an ellipsis if it was cut.

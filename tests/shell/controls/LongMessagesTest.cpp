@@ -37,6 +37,16 @@ TEST(LongMessages, AreCutBetweenCharactersAndLinesWithACount) {
     EXPECT_LE(shownName(QString(1'000'000, u'x')).size(), 200);
 }
 
+TEST(LongMessages, ToolTipsAreBrokenIntoLines) {
+    EXPECT_EQ(shownTip(u"Short."_s), u"Short."_s);
+    const QString words = u"word "_s.repeated(60).trimmed();
+    const QStringList lines = shownTip(words).split(u'\n');
+    EXPECT_GE(lines.size(), 3);
+    for (const QString &line : lines)
+        EXPECT_LE(line.size(), 80);
+    EXPECT_EQ(lines.join(u' '), words);
+}
+
 TEST(LongMessages, ANoticeTakesAFewLinesAndShowsTheRestOnRequest) {
     NoticeBar bar;
     bar.resize(700, 10);
