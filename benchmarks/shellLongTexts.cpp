@@ -7,10 +7,12 @@
 #include <QtCore/QElapsedTimer>
 #include <QtGui/QClipboard>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QPlainTextEdit>
 
 #include "controller/ProjectController.h"
 #include "controller/ProjectSession.h"
 #include "controller/script/Selection.h"
+#include "shell/controls/WholeTextDialog.h"
 #include "shell/editor/list/ScriptListView.h"
 #include "shell/editor/row/LineRow.h"
 #include "shell/editor/ScriptCommands.h"
@@ -101,8 +103,13 @@ public:
         QCoreApplication::processEvents();
         QApplication::clipboard()->setText(text);
         report(name, milliseconds([&] { window.editor().list().rowFor(id)->textField().paste(); }));
+        QCoreApplication::processEvents();
+        auto *whole = window.findChild<WholeTextDialog *>();
         report("  a key after it", milliseconds([&] {
-                   window.editor().list().rowFor(id)->textField().insertPlainText(QStringLiteral("x"));
+                   if (whole != nullptr)
+                       whole->field().insertPlainText(QStringLiteral("x"));
+                   else
+                       window.editor().list().rowFor(id)->textField().insertPlainText(QStringLiteral("x"));
                }));
     }
     [[nodiscard]] bool holds() const { return m_holds; }

@@ -53,6 +53,7 @@ LineRow::~LineRow() {
 
 void LineRow::connectText() {
     connect(m_text, &ScriptTextField::editRequested, this, &LineRow::editRequested);
+    connect(m_text, &ScriptTextField::wholeTextRequested, this, &LineRow::wholeTextRequested);
     connect(m_text, &ScriptTextField::clicked, this,
             [this](Qt::KeyboardModifiers modifiers) { Q_EMIT clicked(modifiers, true); });
 }
@@ -141,6 +142,7 @@ void LineRow::makeNotes() {
     m_notes->setAccessibleName(u"Notes of line %1"_s.arg(m_content.number));
     handleKeysOf({m_notes});
     connect(m_notes, &NotesField::notesEdited, this, &LineRow::notesEdited);
+    connect(m_notes, &NotesField::wholeTextRequested, this, &LineRow::wholeNotesRequested);
     connect(m_notes, &NotesField::entered, this, &LineRow::notesEntered);
     connect(m_notes, &NotesField::left, this, [this] {
         showNotes();
@@ -151,6 +153,10 @@ void LineRow::makeNotes() {
 void LineRow::editNotes() {
     if (m_notes == nullptr)
         makeNotes();
+    if (m_notes->isCut()) {
+        Q_EMIT wholeNotesRequested();
+        return;
+    }
     m_notes->show();
     m_notes->moveCursor(QTextCursor::End);
     m_notes->setFocus(Qt::OtherFocusReason);

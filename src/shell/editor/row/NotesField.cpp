@@ -13,7 +13,8 @@
 
 namespace orlenta::shell {
 
-NotesField::NotesField(QWidget *parent) : QTextEdit(parent) {
+NotesField::NotesField(QWidget *parent) : QTextEdit(parent), m_cut(new CutTextMark(this)) {
+    connect(m_cut, &CutTextMark::wholeTextRequested, this, &NotesField::wholeTextRequested);
     setFrameShape(QFrame::NoFrame);
     setAcceptRichText(false);
     setTabChangesFocus(true);
@@ -28,10 +29,15 @@ NotesField::NotesField(QWidget *parent) : QTextEdit(parent) {
 }
 
 void NotesField::setNotes(const QString &notes) {
-    if (m_notes == notes)
-        return;
+    if (m_notes != notes)
+        showText(notes);
+}
+
+void NotesField::showText(const QString &notes) {
     const QScopedValueRollback guard(m_isUpdating, true);
-    setPlainText(notes);
+    setPlainText(m_cut->fit(notes));
+    setViewportMargins(0, 0, 0, m_cut->takenHeight());
+    setReadOnly(isCut());
     m_notes = notes;
     m_text = text();
 }
@@ -53,7 +59,7 @@ QString NotesField::text() const {
 
 int NotesField::heightForTextWidth(int width) {
     document()->setTextWidth(width);
-    return static_cast<int>(std::ceil(document()->size().height()));
+    return static_cast<int>(std::ceil(document()->size().height())) + m_cut->takenHeight();
 }
 
 void NotesField::focusInEvent(QFocusEvent *event) {
@@ -90,8 +96,16 @@ void NotesField::changeEvent(QEvent *event) {
 }
 
 void NotesField::insertFromMimeData(const QMimeData *source) {
-    if (source->hasText())
-        insertPlainText(source->text());
+    if (!source->hasText())
+        return;
+    const QString pasted = source->text();
+    if (!CutTextMark::isTooLong(m_notes.size() + pasted.size()))
+        return insertPlainText(pasted);
+    const QTextCursor cursor = textCursor();
+    QString notes = m_text;
+    showText(notes.replace(cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart(), pasted));
+    Q_EMIT notesEdited(m_notes);
+    Q_EMIT wholeTextRequested();
 }
 
 void NotesField::dragEnterEvent(QDragEnterEvent *event) {

@@ -2,6 +2,8 @@
 
 #include <QtWidgets/QTextEdit>
 
+#include "shell/controls/CutTextMark.h"
+
 namespace orlenta::shell {
 
 /// Edits a line's notes as plain text. Reports every change immediately, so that nothing is lost however the user
@@ -15,11 +17,15 @@ public:
     void setNotes(const QString &notes);
     /// The height of the text at this width, in pixels; at least one line.
     [[nodiscard]] int heightForTextWidth(int width);
+    /// Only the start of the notes is shown, which can't be edited here.
+    [[nodiscard]] bool isCut() const { return m_cut->isCut(); }
 
 Q_SIGNALS:
     void notesEdited(const QString &notes);
     void entered();
     void left();
+    /// The user wants to see or edit all of notes that are too long for the field.
+    void wholeTextRequested();
 
 protected:
     void focusInEvent(QFocusEvent *event) override;
@@ -35,6 +41,9 @@ private:
     void followText();
     [[nodiscard]] QString text() const;
 
+    void showText(const QString &notes);
+
+    CutTextMark *m_cut;
     bool m_isUpdating = false;
     /// The line's notes, and the field's version of them, which has its own line endings.
     QString m_notes;

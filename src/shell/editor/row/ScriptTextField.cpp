@@ -21,7 +21,8 @@ constexpr int shortestText = 18;
 
 } // namespace
 
-ScriptTextField::ScriptTextField(QWidget *parent) : QTextEdit(parent) {
+ScriptTextField::ScriptTextField(QWidget *parent) : QTextEdit(parent), m_cut(new CutTextMark(this)) {
+    connect(m_cut, &CutTextMark::wholeTextRequested, this, &ScriptTextField::wholeTextRequested);
     setFrameShape(QFrame::NoFrame);
     setAcceptRichText(false);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -49,12 +50,13 @@ ScriptTextField::ScriptTextField(QWidget *parent) : QTextEdit(parent) {
 }
 
 QString ScriptTextField::sourceText() const {
-    return toPlainText();
+    return isCut() ? m_cut->wholeText() : toPlainText();
 }
 
 void ScriptTextField::setSourceText(const QString &text) {
     m_isUpdatingFromModel = true;
-    setPlainText(text);
+    setPlainText(m_cut->fit(text));
+    setViewportMargins(0, 0, 0, m_cut->takenHeight());
     QTextCursor cursor(document());
     cursor.select(QTextCursor::Document);
     QTextBlockFormat format;
@@ -96,7 +98,7 @@ void ScriptTextField::setContent(const LineTextContent &content) {
     } else if (wasFlushed) {
         clearTypingUndo();
     }
-    setAllowsEditing(content.isEditing);
+    setAllowsEditing(content.isEditing && !isCut());
 }
 
 void ScriptTextField::setAllowsEditing(bool allowsEditing) {
@@ -124,7 +126,7 @@ void ScriptTextField::placeCaretAt(const QPoint &point) {
 
 int ScriptTextField::heightForTextWidth(int width) {
     document()->setTextWidth(width);
-    return std::max(shortestText, static_cast<int>(std::ceil(document()->size().height())));
+    return std::max(shortestText, static_cast<int>(std::ceil(document()->size().height()))) + m_cut->takenHeight();
 }
 
 bool ScriptTextField::event(QEvent *event) {
@@ -189,8 +191,15 @@ void ScriptTextField::focusOutEvent(QFocusEvent *event) {
 }
 
 void ScriptTextField::insertFromMimeData(const QMimeData *source) {
-    if (source->hasText())
-        insertPlainText(source->text());
+    if (!source->hasText())
+        return;
+    const QString pasted = source->text();
+    if (!CutTextMark::isTooLong(document()->characterCount() + pasted.size()))
+        return insertPlainText(pasted);
+    const controller::TextRange selection = sourceSelection();
+    setSourceText(sourceText().replace(selection.location, selection.length, pasted));
+    Q_EMIT textEdited();
+    Q_EMIT wholeTextRequested();
 }
 
 void ScriptTextField::dragEnterEvent(QDragEnterEvent *event) {

@@ -6,6 +6,7 @@
 #include <QtWidgets/QTextEdit>
 
 #include "controller/script/TextRange.h"
+#include "shell/controls/CutTextMark.h"
 #include "shell/editor/row/LineRowContent.h"
 
 namespace orlenta::shell {
@@ -30,6 +31,8 @@ public:
     /// Call it before showing another line's text.
     void forgetText();
     [[nodiscard]] bool allowsEditing() const { return m_allowsEditing; }
+    /// Only the start of the text is shown, which can't be edited here.
+    [[nodiscard]] bool isCut() const { return m_cut->isCut(); }
     /// Clears the field's undo history once the typing has become a step of the project's undo.
     void clearTypingUndo();
     /// Puts the caret at a point of the viewport.
@@ -49,6 +52,8 @@ Q_SIGNALS:
     /// A double click while editing is off.
     void editRequested(const QPoint &point);
     void editingEnded();
+    /// The user wants to see or edit all of a text that is too long for the field.
+    void wholeTextRequested();
     void escapePressed();
     void tabPressed();
     void shiftTabPressed();
@@ -74,6 +79,7 @@ private:
 
     /// Empty until set, and after forgetText().
     std::optional<LineTextContent> m_content;
+    CutTextMark *m_cut;
     bool m_allowsEditing = false;
     bool m_isUpdatingFromModel = false;
 };
