@@ -100,7 +100,8 @@ void Inspector::fitVoices() {
     const QWidget &list = *m_voices->voiceList();
     if (!list.isVisibleTo(this))
         return;
-    const int others = m_content->layout()->totalHeightForWidth(m_viewport->width()) - list.height();
+    // Its fixed height: the layout may not have applied that yet.
+    const int others = m_content->layout()->totalHeightForWidth(m_viewport->width()) - list.minimumHeight();
     m_voices->setListRoom(m_viewport->height() - others);
 }
 
