@@ -150,8 +150,11 @@ QString ModelCatalogue::commonTipsHeading() {
     return QStringLiteral("WORKS ON ALL MODELS");
 }
 
-QString ModelCatalogue::modelTipsHeading(const ModelDescription &model) {
-    return QStringLiteral("%1 ONLY").arg(model.title);
+QString ModelCatalogue::modelTipsHeading(const QStringList &models) {
+    QStringList titles;
+    for (const QString &key : models)
+        titles.append(model(key).title);
+    return QStringLiteral("%1 ONLY").arg(titles.join(QStringLiteral(" AND ")));
 }
 
 const QList<DeliveryTip> &ModelCatalogue::tips() {

@@ -57,8 +57,8 @@ public:
     [[nodiscard]] static QString tipsLead();
     /// "WORKS ON ALL MODELS".
     [[nodiscard]] static QString commonTipsHeading();
-    /// "{model} ONLY".
-    [[nodiscard]] static QString modelTipsHeading(const ModelDescription &model);
+    /// "{model} ONLY" for the models with these keys.
+    [[nodiscard]] static QString modelTipsHeading(const QStringList &models);
     [[nodiscard]] static const QList<DeliveryTip> &tips();
 };
 

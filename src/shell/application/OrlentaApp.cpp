@@ -6,7 +6,6 @@
 #include <QtGui/QDesktopServices>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QFileDialog>
-#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 
 #include "audio/recording/LeftoverRecordings.h"
@@ -16,6 +15,7 @@
 #include "controller/takes/TemporarySweep.h"
 #include "shell/application/SampleProject.h"
 #include "shell/controls/ControlAccessibility.h"
+#include "shell/controls/MessageBox.h"
 #include "shell/settings/MicrophoneSettings.h"
 #include "shell/settings/SettingsDialog.h"
 #include "shell/theme/Theme.h"
@@ -92,15 +92,14 @@ void OrlentaApp::reportLeftoverRecordings() {
     const QString title = u"Leftover recordings"_s;
     const QString text = count == 1 ? u"1 recording isn't attached to any line."_s
                                     : QStringLiteral("%1 recordings aren't attached to any line.").arg(count);
-    m_leftovers = new QMessageBox(QMessageBox::Information, title, text, QMessageBox::Ok);
-    m_leftovers->setAttribute(Qt::WA_DeleteOnClose);
+    m_leftovers = new MessageBox(QMessageBox::Information);
+    m_leftovers->setWindowTitle(title);
     m_leftovers->setModal(false);
-    m_leftovers->setTextFormat(Qt::PlainText);
+    m_leftovers->setMessage(text, QStringLiteral("Leftover recordings stay in %1 until you delete them. To attach one "
+                                                 "to a line, use Import Direction Audio.")
+                                      .arg(folder));
     m_leftovers->setAccessibleName(title);
-    m_leftovers->setInformativeText(QStringLiteral("Leftover recordings stay in %1 until you delete them. To attach "
-                                                   "one to a line, use Import Direction Audio.")
-                                        .arg(folder));
-    m_leftovers->button(QMessageBox::Ok)->setToolTip(u"Leave them where they are"_s);
+    m_leftovers->addButton(QMessageBox::Ok)->setToolTip(u"Leave them where they are"_s);
     QPushButton *show = m_leftovers->addButton(u"Show in Folder"_s, QMessageBox::ActionRole);
     show->setToolTip(u"Open the folder in the file manager"_s);
     connect(show, &QPushButton::clicked, this, [this, folder] {
@@ -212,13 +211,12 @@ void OrlentaApp::openMicrophoneSettings() {
 }
 
 void OrlentaApp::openAbout() {
-    auto *box = new QMessageBox(QMessageBox::NoIcon, u"About Orlenta"_s,
-                                QStringLiteral("Orlenta %1").arg(QApplication::applicationVersion()), QMessageBox::Ok,
-                                dialogParent());
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setInformativeText(
-        u"Cast, direct and generate speech for audio post-production.\n\nFree software under the GNU "
-        "General Public License, version 3 or later."_s);
+    auto *box = new MessageBox(QMessageBox::NoIcon, dialogParent());
+    box->setWindowTitle(u"About Orlenta"_s);
+    box->addButton(QMessageBox::Ok);
+    box->setMessage(QStringLiteral("Orlenta %1").arg(QApplication::applicationVersion()),
+                    u"Cast, direct and generate speech for audio post-production.\n\nFree software under the GNU "
+                    "General Public License, version 3 or later."_s);
     box->open();
 }
 
@@ -239,9 +237,9 @@ void OrlentaApp::requestQuit() {
 }
 
 void OrlentaApp::showFailure(const QString &title, const QString &detail) {
-    auto *box = new QMessageBox(QMessageBox::Warning, u"Orlenta"_s, title, QMessageBox::Ok, dialogParent());
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setInformativeText(detail);
+    auto *box = new MessageBox(QMessageBox::Warning, dialogParent());
+    box->addButton(QMessageBox::Ok);
+    box->setMessage(title, detail);
     box->open();
 }
 

@@ -18,10 +18,9 @@
 #include "speech/account/KeychainHelper.h"
 #include "speech/LocalVoices.h"
 
-class QMessageBox;
-
 namespace orlenta::shell {
 
+class MessageBox;
 class NewProjectDialog;
 class SettingsDialog;
 class WelcomeWindow;
@@ -75,7 +74,7 @@ private:
     std::unique_ptr<WelcomeWindow> m_welcome;
     QPointer<SettingsDialog> m_settings;
     QPointer<NewProjectDialog> m_newProject;
-    QPointer<QMessageBox> m_leftovers;
+    QPointer<MessageBox> m_leftovers;
     bool m_isResolvingTermination = false;
 };
 

@@ -14,9 +14,8 @@ void announceNotice(QObject *object, QAccessible::Event what) {
 
 } // namespace
 
-NoticeLabel::NoticeLabel(QWidget *parent) : QLabel(parent) {
+NoticeLabel::NoticeLabel(QWidget *parent) : PlainLabel(parent) {
     installScriptAccessibility();
-    setTextFormat(Qt::PlainText);
     setWordWrap(true);
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QtWidgets/QLabel>
+#include "shell/controls/PlainLabel.h"
 
 namespace orlenta::shell {
 
 /// A wrapping error message. Screen readers announce it as soon as it appears.
-class NoticeLabel final : public QLabel {
+class NoticeLabel final : public PlainLabel {
     Q_OBJECT
 public:
     explicit NoticeLabel(QWidget *parent = nullptr);

@@ -3,6 +3,7 @@
 #include <QtCore/QEvent>
 #include <QtWidgets/QApplication>
 
+#include "shell/theme/FontChanges.h"
 #include "shell/theme/ThemeColors.h"
 
 namespace orlenta::shell {
@@ -48,19 +49,17 @@ QColor labelColor(TextLabel::Style style) {
 
 } // namespace
 
-TextLabel::TextLabel(const QString &text, Style style, QWidget *parent) : QLabel(text, parent), m_style(style) {
-    setTextFormat(Qt::PlainText);
+TextLabel::TextLabel(const QString &text, Style style, QWidget *parent) : PlainLabel(text, parent), m_style(style) {
     if (style == Style::Caption || style == Style::Body || style == Style::Danger)
         setWordWrap(true);
+    connect(&FontChanges::notifier(), &FontChanges::fontChanged, this, &TextLabel::applyFont);
     applyFont();
     applyColor();
 }
 
 void TextLabel::changeEvent(QEvent *event) {
-    QLabel::changeEvent(event);
-    if (event->type() == QEvent::ApplicationFontChange)
-        applyFont();
-    else if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange)
+    PlainLabel::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange)
         applyColor();
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QtWidgets/QLabel>
+#include "shell/controls/PlainLabel.h"
 
 namespace orlenta::shell {
 
 /// Text in one of the application's styles. Follows the application font, and so the interface scale, and the palette.
-class TextLabel final : public QLabel {
+class TextLabel final : public PlainLabel {
     Q_OBJECT
 public:
     enum class Style {

@@ -4,10 +4,13 @@
 #include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QHBoxLayout>
-#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
 #include <QtWidgets/QToolButton>
 
 #include "shell/controls/NoticeLabel.h"
+#include "shell/controls/PlainLabel.h"
+#include "shell/controls/ShownText.h"
+#include "shell/controls/WholeTextDialog.h"
 #include "shell/menus/CommandActions.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
@@ -15,9 +18,12 @@
 namespace orlenta::shell {
 
 NoticeBar::NoticeBar(QWidget *parent)
-    : QWidget(parent), m_icon(new QLabel(this)), m_text(new NoticeLabel(this)), m_dismiss(new QToolButton(this)) {
+    : QWidget(parent), m_icon(new PlainLabel(this)), m_text(new NoticeLabel(this)),
+      m_showAll(new QPushButton(QStringLiteral("Show All"), this)), m_dismiss(new QToolButton(this)) {
     setAccessibleName(QStringLiteral("Message"));
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_showAll->setToolTip(QStringLiteral("Show the whole message"));
+    Theme::setRole(m_showAll, ButtonRole::Quiet);
     m_icon->setAccessibleName(QStringLiteral("Warning"));
     m_dismiss->setIcon(Icon::named(QStringLiteral("close")));
     m_dismiss->setAutoRaise(true);
@@ -27,15 +33,25 @@ NoticeBar::NoticeBar(QWidget *parent)
     auto *layout = new QHBoxLayout(this);
     layout->addWidget(m_icon);
     layout->addWidget(m_text, 1);
+    layout->addWidget(m_showAll);
     layout->addWidget(m_dismiss);
+    connect(m_showAll, &QPushButton::clicked, this, &NoticeBar::showWholeMessage);
     connect(m_dismiss, &QToolButton::clicked, this, &NoticeBar::dismissed);
     applyMeasures();
     hide();
 }
 
 void NoticeBar::setMessage(const QString &message) {
-    m_text->setNotice(QString(), message);
+    m_message = message;
+    const QString part = shownPart(message, shownNotice);
+    const QString start = shownStart(message, shownNotice);
+    m_showAll->setVisible(!part.isEmpty());
+    m_text->setNotice(QString(), part.isEmpty() ? start : QStringLiteral("%1 (%2)").arg(start, part));
     setVisible(!message.isEmpty());
+}
+
+void NoticeBar::showWholeMessage() {
+    (new WholeTextDialog(QStringLiteral("Message"), m_message, WholeTextDialog::Use::Read, this))->open();
 }
 
 void NoticeBar::keyPressEvent(QKeyEvent *event) {

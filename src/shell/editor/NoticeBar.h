@@ -3,13 +3,15 @@
 #include <QtWidgets/QWidget>
 
 class QLabel;
+class QPushButton;
 class QToolButton;
 
 namespace orlenta::shell {
 
 class NoticeLabel;
 
-/// A message that stays until it is dismissed with its button or with Escape. Hidden while there is none.
+/// A message that stays until it is dismissed with its button or with Escape. Hidden while there is none. Of a long
+/// message it shows the start and how long it is; "Show All" opens the rest.
 class NoticeBar final : public QWidget {
     Q_OBJECT
 public:
@@ -28,9 +30,12 @@ protected:
 
 private:
     void applyMeasures();
+    void showWholeMessage();
 
+    QString m_message;
     QLabel *m_icon = nullptr;
     NoticeLabel *m_text = nullptr;
+    QPushButton *m_showAll = nullptr;
     QToolButton *m_dismiss = nullptr;
 };
 

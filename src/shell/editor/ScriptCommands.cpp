@@ -25,6 +25,7 @@
 #include "controller/takes/LineRuntime.h"
 #include "controller/takes/MediaFiles.h"
 #include "controller/takes/TakeEditing.h"
+#include "shell/controls/ShownText.h"
 #include "shell/editor/row/LineRow.h"
 #include "shell/menus/CommandActions.h"
 #include "shell/menus/MenuMnemonics.h"
@@ -46,7 +47,7 @@ QString takeTitle(const model::Project &project, const model::ProjectLine &line,
     const QDateTime when = QDateTime::fromSecsSinceEpoch(seconds.count());
     QStringList parts{u"Take %1"_s.arg(index + 1), QLocale().toString(when, QLocale::ShortFormat)};
     if (const model::ProjectVoice *voice = project.findVoice(take.voiceId))
-        parts.append(voice->castName);
+        parts.append(shownName(voice->castName));
     return parts.join(u"  ·  "_s);
 }
 

@@ -23,6 +23,7 @@
 #include "shell/editor/row/NotesField.h"
 #include "shell/editor/ScriptTabBar.h"
 #include "shell/editor/ScriptToolbar.h"
+#include "shell/editor/WholeTexts.h"
 #include "shell/tags/TagPalette.h"
 #include "shell/theme/Theme.h"
 
@@ -47,7 +48,7 @@ ScriptEditor::ScriptEditor(controller::ProjectSession &session, const ScriptText
           m_controller, [this](const tags::TagItem &item) { m_commands.insertTag(item); }, this)),
       m_list(new ScriptListView(*m_lines, makeTextField, this)),
       m_directionActions(new DirectionActions(session, m_commands.direction(), *m_list)),
-      m_notice(new NoticeBar(this)) {
+      m_wholeTexts(new WholeTexts(m_controller, *this)), m_notice(new NoticeBar(this)) {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -59,6 +60,7 @@ ScriptEditor::ScriptEditor(controller::ProjectSession &session, const ScriptText
     applyMeasures();
 
     connect(m_list, &ScriptListView::rowCreated, &m_commands, &ScriptCommands::connectRow);
+    connect(m_list, &ScriptListView::rowCreated, this, &ScriptEditor::connectWholeTexts);
     connect(m_list, &ScriptListView::stepRequested, this, &ScriptEditor::step);
     connect(m_list, &ScriptListView::backgroundClicked, &m_commands, &ScriptCommands::endEditing);
     connect(&m_commands, &ScriptCommands::listFocusRequested, m_list,
@@ -128,6 +130,14 @@ QList<QWidget *> ScriptEditor::areas() const {
     return {m_tabs, m_toolbar, m_palette, m_list, m_notice};
 }
 
+void ScriptEditor::connectWholeTexts(LineRow *row) {
+    connect(row, &LineRow::wholeTextRequested, this, [this, row] {
+        m_commands.endEditing();
+        m_wholeTexts->editText(row->lineId());
+    });
+    connect(row, &LineRow::wholeNotesRequested, this, [this, row] { m_wholeTexts->editNotes(row->lineId()); });
+}
+
 void ScriptEditor::showLine(const model::LineId &id) {
     m_commands.endEditing();
     for (const model::ProjectTab &tab : m_controller.project().tabs)
@@ -184,6 +194,8 @@ void ScriptEditor::focusEditedText() {
         return;
     ScriptTextField &text = row->textField();
     const auto point = m_commands.takeCaretPoint();
+    if (text.isCut())
+        return Q_EMIT row->wholeTextRequested();
     const auto range = m_controller.selection().textSelectionRange();
     if (point)
         text.placeCaretAt(*point);
@@ -287,7 +299,7 @@ void ScriptEditor::changeEvent(QEvent *event) {
 }
 
 void ScriptEditor::applyMeasures() {
-    setMinimumWidth(Theme::unit(this) * 90);
+    setMinimumWidth(Theme::unit(this) * 80);
 }
 
 void ScriptEditor::contextMenuEvent(QContextMenuEvent *event) {

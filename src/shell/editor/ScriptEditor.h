@@ -22,6 +22,7 @@ class ScriptListView;
 class ScriptTabBar;
 class ScriptToolbar;
 class TagPalette;
+class WholeTexts;
 
 /// The script of one project: its tabs, the toolbar, the tag palette, and the lines of the active tab. Follows the
 /// controller's selection and the playback, and shows failed exports in a message below the lines, which Escape in the
@@ -60,6 +61,7 @@ private:
     void connectProject();
     void connectPlayback();
     void connectNotice();
+    void connectWholeTexts(LineRow *row);
     bool dismissNotice();
     void followSelection();
     void followEditing();
@@ -83,6 +85,7 @@ private:
     TagPalette *m_palette = nullptr;
     ScriptListView *m_list = nullptr;
     DirectionActions *m_directionActions = nullptr;
+    WholeTexts *m_wholeTexts;
     NoticeBar *m_notice = nullptr;
     std::optional<model::LineId> m_seenFocusId;
     std::optional<model::LineId> m_playheadId;

@@ -15,16 +15,24 @@
 #include "controller/document/Notices.h"
 #include "controller/ProjectController.h"
 #include "controller/script/TabEditing.h"
+#include "shell/controls/ShownText.h"
+#include "shell/editor/ScriptTabList.h"
 #include "shell/menus/CommandActions.h"
 #include "shell/menus/MenuMnemonics.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
 
 namespace orlenta::shell {
+namespace {
+
+/// More than fit into a window.
+constexpr qsizetype mostTabs = 40;
+
+} // namespace
 
 ScriptTabBar::ScriptTabBar(controller::ProjectController &controller, QWidget *parent)
     : QWidget(parent), m_controller(controller), m_bar(new QTabBar(this)), m_add(new QToolButton(this)),
-      m_name(new QLineEdit(m_bar)) {
+      m_all(new QToolButton(this)), m_name(new QLineEdit(m_bar)) {
     m_bar->setMovable(true);
     m_bar->setExpanding(false);
     m_bar->setDrawBase(false);
@@ -39,6 +47,11 @@ ScriptTabBar::ScriptTabBar(controller::ProjectController &controller, QWidget *p
     m_add->setFocusPolicy(Qt::StrongFocus);
     m_add->setAccessibleName(QStringLiteral("New Tab"));
     m_add->setToolTip(tipOf(CommandId::NewTab));
+    m_all->setIcon(Icon::named(QStringLiteral("chevron-down")));
+    m_all->setAutoRaise(true);
+    m_all->setFocusPolicy(Qt::StrongFocus);
+    m_all->setAccessibleName(QStringLiteral("All Tabs"));
+    m_all->setToolTip(QStringLiteral("List all tabs"));
     m_name->setAccessibleName(QStringLiteral("Tab name"));
     m_name->setToolTip(QStringLiteral("The tab's name"));
     m_name->hide();
@@ -46,6 +59,7 @@ ScriptTabBar::ScriptTabBar(controller::ProjectController &controller, QWidget *p
 
     auto *layout = new QHBoxLayout(this);
     layout->addWidget(m_bar, 0);
+    layout->addWidget(m_all, 0);
     layout->addWidget(m_add, 0);
     layout->addStretch(1);
     applyMeasures();
@@ -55,6 +69,7 @@ ScriptTabBar::ScriptTabBar(controller::ProjectController &controller, QWidget *p
     connect(m_bar, &QTabBar::tabBarDoubleClicked, this, &ScriptTabBar::rename);
     connect(m_bar, &QTabBar::customContextMenuRequested, this, &ScriptTabBar::openMenu);
     connect(m_add, &QToolButton::clicked, this, [this] { m_controller.tabs().addTab(); });
+    connect(m_all, &QToolButton::clicked, this, &ScriptTabBar::listTabs);
     connect(m_name, &QLineEdit::returnPressed, this, [this] { endRename(true); });
     controller::onAnyChange<controller::TabsChanged, controller::ActiveTabChanged>(controller, this,
                                                                                    [this] { sync(); });
@@ -65,33 +80,49 @@ model::TabId ScriptTabBar::idAt(int index) const {
     return model::TabId(m_bar->tabData(index).toUuid());
 }
 
+QString ScriptTabBar::nameAt(int index) const {
+    return m_controller.project().tabs.at(m_first + index).name;
+}
+
+void ScriptTabBar::placeBar(qsizetype active, qsizetype count) {
+    const qsizetype last = std::max<qsizetype>(0, count - mostTabs);
+    // Keep neighbours of the active tab in the bar, so that the arrow keys reach them.
+    const bool isInside = active > m_first && active < m_first + mostTabs - 1;
+    if (!isInside)
+        m_first = active - mostTabs / 2;
+    m_first = std::clamp<qsizetype>(m_first, 0, last);
+}
+
 void ScriptTabBar::sync() {
     const QScopedValueRollback guard(m_isSyncing, true);
     const QList<model::ProjectTab> tabs = m_controller.project().tabs;
     endRename(false);
-    while (m_bar->count() > tabs.size())
+    const auto active = std::find_if(tabs.begin(), tabs.end(), [this](const model::ProjectTab &tab) {
+        return m_controller.project().activeTabId == tab.id;
+    });
+    const qsizetype current = active == tabs.end() ? 0 : active - tabs.begin();
+    placeBar(current, tabs.size());
+    const int count = static_cast<int>(std::min<qsizetype>(tabs.size(), mostTabs));
+    while (m_bar->count() > count)
         m_bar->removeTab(m_bar->count() - 1);
-    while (m_bar->count() < tabs.size())
+    while (m_bar->count() < count)
         m_bar->addTab(QString());
-    int current = 0;
-    for (int index = 0; index < m_bar->count(); ++index) {
-        const model::ProjectTab &tab = tabs.at(index);
-        syncTab(index, tab.id, tab.name);
-        if (m_controller.project().activeTabId == tab.id)
-            current = index;
-    }
-    m_bar->setCurrentIndex(current);
+    for (int index = 0; index < count; ++index)
+        syncTab(index, tabs.at(m_first + index));
+    m_bar->setCurrentIndex(static_cast<int>(current - m_first));
+    m_all->setVisible(tabs.size() > count);
     for (auto *button : m_bar->findChildren<QToolButton *>())
         if (button->toolTip().isEmpty() && !button->accessibleName().isEmpty())
             button->setToolTip(button->accessibleName());
 }
 
-void ScriptTabBar::syncTab(int index, const model::TabId &id, const QString &name) {
+void ScriptTabBar::syncTab(int index, const model::ProjectTab &tab) {
+    const QString name = shownName(tab.name);
     // A single ampersand would mark a mnemonic.
     const QString shown = QString(name).replace(QLatin1Char('&'), QLatin1String("&&"));
     if (m_bar->tabText(index) != shown)
         m_bar->setTabText(index, shown);
-    m_bar->setTabData(index, id.uuid());
+    m_bar->setTabData(index, tab.id.uuid());
     m_bar->setTabToolTip(index, name);
     auto *close = qobject_cast<QToolButton *>(m_bar->tabButton(index, QTabBar::RightSide));
     if (!m_controller.tabs().canCloseTab()) {
@@ -100,23 +131,31 @@ void ScriptTabBar::syncTab(int index, const model::TabId &id, const QString &nam
             close->deleteLater();
         return;
     }
-    if (close == nullptr) {
-        close = new QToolButton(m_bar);
-        close->setIcon(Icon::named(QStringLiteral("close"), Icon::Tint::Muted));
-        close->setAutoRaise(true);
-        // Delete closes a tab by keyboard, so keep the buttons out of the focus chain.
-        close->setFocusPolicy(Qt::NoFocus);
-        close->setToolTip(tipOf(CommandId::CloseTab));
-        connect(close, &QToolButton::clicked, this, [this, close] {
-            for (int at = 0; at < m_bar->count(); ++at)
-                if (m_bar->tabButton(at, QTabBar::RightSide) == close)
-                    return m_controller.tabs().closeTab(idAt(at));
-        });
-        const int icon = Theme::iconSize(this) * 3 / 4;
-        close->setIconSize({icon, icon});
-        m_bar->setTabButton(index, QTabBar::RightSide, close);
-    }
-    close->setAccessibleName(QStringLiteral("Close %1").arg(name));
+    if (close == nullptr)
+        addCloseButton(index);
+    m_bar->tabButton(index, QTabBar::RightSide)->setAccessibleName(QStringLiteral("Close %1").arg(name));
+}
+
+void ScriptTabBar::addCloseButton(int index) {
+    auto *close = new QToolButton(m_bar);
+    close->setIcon(Icon::named(QStringLiteral("close"), Icon::Tint::Muted));
+    close->setAutoRaise(true);
+    // Delete closes a tab by keyboard, so keep the buttons out of the focus chain.
+    close->setFocusPolicy(Qt::NoFocus);
+    close->setToolTip(tipOf(CommandId::CloseTab));
+    connect(close, &QToolButton::clicked, this, [this, close] {
+        for (int at = 0; at < m_bar->count(); ++at)
+            if (m_bar->tabButton(at, QTabBar::RightSide) == close)
+                return m_controller.tabs().closeTab(idAt(at));
+    });
+    const int icon = Theme::iconSize(this) * 3 / 4;
+    close->setIconSize({icon, icon});
+    m_bar->setTabButton(index, QTabBar::RightSide, close);
+}
+
+void ScriptTabBar::listTabs() {
+    auto *list = new ScriptTabList(m_controller, this);
+    list->openBelow(*m_all);
 }
 
 void ScriptTabBar::chooseCurrent(int index) {
@@ -127,9 +166,9 @@ void ScriptTabBar::chooseCurrent(int index) {
 void ScriptTabBar::commitDrag() {
     m_isDragging = false;
     const QList<model::ProjectTab> tabs = m_controller.project().tabs;
-    const int now = m_bar->currentIndex();
-    const model::TabId id = idAt(now);
-    for (int before = 0; before < tabs.size(); ++before)
+    const qsizetype now = m_first + m_bar->currentIndex();
+    const model::TabId id = idAt(m_bar->currentIndex());
+    for (qsizetype before = 0; before < tabs.size(); ++before)
         if (tabs.at(before).id == id && before != now) {
             // The destination is the index to insert before, counted with the moved tab still in its old place.
             m_controller.tabs().moveTab(id, now > before ? now + 1 : now);
@@ -139,10 +178,9 @@ void ScriptTabBar::commitDrag() {
 }
 
 void ScriptTabBar::moveCurrent(int step) {
-    const int from = m_bar->currentIndex();
-    const int to = from + step;
-    if (to >= 0 && to < m_bar->count())
-        m_controller.tabs().moveTab(idAt(from), step > 0 ? to + 1 : to);
+    const qsizetype to = m_first + m_bar->currentIndex() + step;
+    if (to >= 0 && to < m_controller.project().tabs.size())
+        m_controller.tabs().moveTab(idAt(m_bar->currentIndex()), step > 0 ? to + 1 : to);
 }
 
 void ScriptTabBar::rename(int index) {
@@ -154,7 +192,7 @@ void ScriptTabBar::rename(int index) {
     const int tall = m_name->sizeHint().height();
     m_name->setGeometry(tab.left() + inset / 2, tab.center().y() - tall / 2 + 1,
                         std::max(tab.width() - inset, inset * 24), tall);
-    m_name->setText(m_bar->tabToolTip(index));
+    m_name->setText(shownName(nameAt(index)));
     m_name->show();
     m_name->raise();
     m_name->selectAll();
@@ -167,10 +205,12 @@ void ScriptTabBar::endRename(bool keep) {
         return;
     const bool hadFocus = m_name->hasFocus();
     const QString name = m_name->text().trimmed();
+    // A long name is shown cut; left alone, it stays as it is.
+    const bool isRenamed = m_name->isModified() && !name.isEmpty();
     m_name->hide();
     if (hadFocus)
         m_bar->setFocus(Qt::OtherFocusReason);
-    if (keep && index < m_bar->count() && !name.isEmpty() && name != m_bar->tabToolTip(index))
+    if (keep && index < m_bar->count() && isRenamed && name != nameAt(index))
         m_controller.tabs().renameTab(idAt(index), name);
 }
 
@@ -239,7 +279,8 @@ void ScriptTabBar::applyMeasures() {
     layout()->setContentsMargins(unit * 2, unit, unit * 2, unit);
     layout()->setSpacing(unit);
     const int icon = Theme::iconSize(this);
-    m_add->setIconSize({icon, icon});
+    for (QToolButton *button : {m_add, m_all})
+        button->setIconSize({icon, icon});
     for (int index = 0; index < m_bar->count(); ++index)
         if (auto *close = qobject_cast<QToolButton *>(m_bar->tabButton(index, QTabBar::RightSide))) {
             close->setIconSize({icon * 3 / 4, icon * 3 / 4});

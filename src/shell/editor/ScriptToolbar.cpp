@@ -1,7 +1,6 @@
 #include "shell/editor/ScriptToolbar.h"
 
 #include <QtWidgets/QHBoxLayout>
-#include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
 
 #include "audio/playback/PlaybackController.h"
@@ -12,6 +11,7 @@
 #include "controller/script/LineEditing.h"
 #include "controller/script/Selection.h"
 #include "controller/takes/LineRuntime.h"
+#include "shell/controls/PlainLabel.h"
 #include "shell/menus/CommandActions.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
@@ -21,7 +21,7 @@ namespace orlenta::shell {
 ScriptToolbar::ScriptToolbar(controller::ProjectSession &session, ScriptCommands &commands, QWidget *parent)
     : QWidget(parent), m_session(session), m_commands(commands), m_generate(new QPushButton(this)),
       m_play(new QPushButton(this)), m_add(new QPushButton(QStringLiteral("Add Line"), this)),
-      m_status(new QLabel(this)) {
+      m_status(new PlainLabel(this)) {
     Theme::setRole(m_generate, ButtonRole::Primary);
     Theme::setRole(m_play, ButtonRole::Quiet);
     Theme::setRole(m_add, ButtonRole::Quiet);

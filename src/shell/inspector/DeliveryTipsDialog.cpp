@@ -1,6 +1,6 @@
 #include "shell/inspector/DeliveryTipsDialog.h"
 
-#include <algorithm>
+#include <utility>
 
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QPushButton>
@@ -43,17 +43,15 @@ DeliveryTipsDialog::DeliveryTipsDialog(QWidget *parent) : QDialog(parent) {
         if (tip.models.isEmpty())
             addTip(*tips, tip);
     }
-    for (const controller::ModelDescription &model : ModelCatalogue::models()) {
-        const auto isForModel = [&model](const DeliveryTip &tip) { return tip.models.contains(model.key); };
-        const QList<DeliveryTip> &all = ModelCatalogue::tips();
-        if (std::none_of(all.begin(), all.end(), isForModel))
+    QStringList models;
+    for (const DeliveryTip &tip : ModelCatalogue::tips()) {
+        if (tip.models.isEmpty())
             continue;
-        tips->addSpacing(6);
-        tips->addWidget(new TextLabel(ModelCatalogue::modelTipsHeading(model), TextLabel::Style::Section));
-        for (const DeliveryTip &tip : all) {
-            if (isForModel(tip))
-                addTip(*tips, tip);
+        if (std::exchange(models, tip.models) != tip.models) {
+            tips->addSpacing(6);
+            tips->addWidget(new TextLabel(ModelCatalogue::modelTipsHeading(models), TextLabel::Style::Section));
         }
+        addTip(*tips, tip);
     }
     tips->addStretch();
 

@@ -2,6 +2,7 @@
 
 #include <QtCore/QEvent>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListView>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QStyle>
@@ -56,6 +57,9 @@ Inspector::Inspector(controller::ProjectController &controller, speech::ElevenLa
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setAccessibleName(u"Inspector"_s);
+    m_viewport = scroll->viewport();
+    m_viewport->installEventFilter(this);
+    m_content->installEventFilter(this);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(scroll);
@@ -83,6 +87,23 @@ void Inspector::changeEvent(QEvent *event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::FontChange)
         fitWidth();
+}
+
+bool Inspector::eventFilter(QObject *watched, QEvent *event) {
+    if ((watched == m_viewport && event->type() == QEvent::Resize) ||
+        (watched == m_content && event->type() == QEvent::LayoutRequest))
+        fitVoices();
+    return QWidget::eventFilter(watched, event);
+}
+
+// The list of voices takes the height that the other sections leave.
+void Inspector::fitVoices() {
+    const QWidget &list = *m_voices->voiceList();
+    if (!list.isVisibleTo(this))
+        return;
+    // Its fixed height: the layout may not have applied that yet.
+    const int others = m_content->layout()->totalHeightForWidth(m_viewport->width()) - list.minimumHeight();
+    m_voices->setListRoom(m_viewport->height() - others);
 }
 
 void Inspector::showSubject() {

@@ -48,10 +48,12 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void showSubject();
     void fitWidth();
+    void fitVoices();
 
     InspectedLines *m_lines;
     VoiceSection *m_voices;
@@ -59,6 +61,7 @@ private:
     ModelSection *m_models;
     SettingsSection *m_settings;
     QWidget *m_content;
+    QWidget *m_viewport = nullptr;
     TextLabel *m_subject;
 };
 

@@ -11,6 +11,7 @@
 
 #include "controller/casting/PresetEditing.h"
 #include "controller/ProjectController.h"
+#include "shell/controls/ShownText.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/inspector/InspectedLines.h"
 #include "shell/theme/Icon.h"
@@ -73,13 +74,13 @@ void PresetSection::reload() {
     const QList<model::ProjectPreset> &presets = m_controller.project().presets;
     bool isCurrent = m_picker->count() == presets.size();
     for (int i = 0; isCurrent && i < m_picker->count(); ++i)
-        isCurrent =
-            m_picker->itemText(i) == presets.at(i).name && m_picker->itemData(i).toUuid() == presets.at(i).id.uuid();
+        isCurrent = m_picker->itemText(i) == shownName(presets.at(i).name) &&
+                    m_picker->itemData(i).toUuid() == presets.at(i).id.uuid();
     if (isCurrent)
         return;
     m_picker->clear();
     for (const model::ProjectPreset &preset : presets)
-        m_picker->addItem(preset.name, preset.id.uuid());
+        m_picker->addItem(shownName(preset.name), preset.id.uuid());
     showState();
 }
 
@@ -101,7 +102,7 @@ void PresetSection::apply(int row) {
     const auto missing = m_controller.presets().applyPreset(id, m_lines.ids(), m_service.availableVoiceIds());
     m_notice->setVisible(missing.has_value());
     if (missing) {
-        m_notice->setText(controller::PresetEditing::presetNotice(*missing));
+        m_notice->setText(shownStart(controller::PresetEditing::presetNotice(*missing), shownMessage));
         m_notice->setAccessibleName(u"Preset notice: %1"_s.arg(m_notice->text()));
     }
     showState();

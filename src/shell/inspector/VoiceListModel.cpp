@@ -6,6 +6,7 @@
 #include <QtGui/QColor>
 
 #include "controller/ProjectController.h"
+#include "shell/controls/ShownText.h"
 #include "speech/account/ElevenLabsService.h"
 
 using namespace Qt::StringLiterals;
@@ -90,7 +91,7 @@ QVariant VoiceListModel::data(const QModelIndex &index, int role) const {
     case Qt::DisplayRole:
         return voice.name;
     case Qt::ToolTipRole:
-        return voice.description.value_or(QString()).isEmpty() ? voice.name : *voice.description;
+        return shownTip(voice.description.value_or(QString()).isEmpty() ? voice.name : *voice.description);
     case Qt::AccessibleDescriptionRole:
     case TraitsRole:
         return voiceTraits(voice);

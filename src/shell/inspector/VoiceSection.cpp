@@ -17,6 +17,8 @@
 #include "controller/document/Notices.h"
 #include "controller/ProjectController.h"
 #include "shell/controls/FocusedItem.h"
+#include "shell/controls/PlainLabel.h"
+#include "shell/controls/ShownText.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/inspector/InspectedLines.h"
 #include "shell/inspector/VoiceDelegate.h"
@@ -54,7 +56,7 @@ speech::ServiceColor serviceColor(const QColor &color) {
 VoiceSection::VoiceSection(controller::ProjectController &controller, speech::ElevenLabsService &service,
                            InspectedLines &lines, QWidget *parent)
     : QWidget(parent), m_controller(controller), m_service(service), m_lines(lines),
-      m_model(new VoiceListModel(controller, service, this)), m_swatch(new QLabel),
+      m_model(new VoiceListModel(controller, service, this)), m_swatch(new PlainLabel),
       m_castName(new TextLabel({}, TextLabel::Style::Heading)), m_search(new QLineEdit), m_list(new QListView),
       m_message(new TextLabel({}, TextLabel::Style::Caption)), m_connect(new QPushButton(u"Connect an account…"_s)),
       m_useLocalVoices(new QPushButton(u"Use local voices"_s)) {
@@ -109,6 +111,7 @@ VoiceSection::VoiceSection(controller::ProjectController &controller, speech::El
     connect(m_connect, &QPushButton::clicked, this, &VoiceSection::accountRequested);
     connect(m_useLocalVoices, &QPushButton::clicked, this, &VoiceSection::localVoicesRequested);
     connect(m_model, &QAbstractItemModel::modelReset, this, [this] {
+        fitList();
         showCast();
         showAvailability();
     });
@@ -178,7 +181,14 @@ void VoiceSection::fitList() {
     option.font = m_list->font();
     option.fontMetrics = m_list->fontMetrics();
     const int row = m_list->itemDelegate()->sizeHint(option, {}).height();
-    m_list->setFixedHeight(row * shownVoices + 2 * m_list->frameWidth() + row / 2);
+    const int shortest = row * shownVoices + row / 2;
+    const int longest = std::max(shortest, row * m_model->rowCount());
+    m_list->setFixedHeight(std::clamp(m_room, shortest, longest) + 2 * m_list->frameWidth());
+}
+
+void VoiceSection::setListRoom(int height) {
+    if (std::exchange(m_room, height) != height)
+        fitList();
 }
 
 void VoiceSection::castVoice(const QModelIndex &index) {
@@ -203,7 +213,7 @@ void VoiceSection::showCast() {
     m_swatch->setVisible(voice != nullptr);
     if (voice != nullptr) {
         m_swatch->setPixmap(voiceSwatch(QColor(voice->colorStripeHex), side, devicePixelRatioF()));
-        m_castName->setText(voice->castName);
+        m_castName->setText(shownName(voice->castName));
     } else if (m_lines.isEmpty()) {
         m_castName->setText(u"No line selected"_s);
     } else {

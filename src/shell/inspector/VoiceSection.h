@@ -32,6 +32,8 @@ public:
 
     [[nodiscard]] QLineEdit *searchField() const { return m_search; }
     [[nodiscard]] QListView *voiceList() const { return m_list; }
+    /// The height that the list may take if it has voices enough, in pixels. It always shows at least five.
+    void setListRoom(int height);
 
 Q_SIGNALS:
     /// The keyboard leaves the section for the script.
@@ -60,6 +62,7 @@ private:
     VoiceListModel *m_model;
     QLabel *m_swatch;
     QLabel *m_castName;
+    int m_room = 0;
     QLineEdit *m_search;
     QListView *m_list;
     QLabel *m_message;

@@ -6,6 +6,7 @@
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QAbstractSpinBox>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QSlider>
@@ -39,6 +40,10 @@ OrlentaStyle::OrlentaStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral(
 
 void OrlentaStyle::polish(QWidget *widget) {
     QProxyStyle::polish(widget);
+    // Tool tips and the messages of Qt's own dialogs are labels too. With Qt's default, a name in them that looks like
+    // HTML would be shown as such and could make the application read files.
+    if (auto *label = qobject_cast<QLabel *>(widget); label != nullptr && label->textFormat() == Qt::AutoText)
+        label->setTextFormat(Qt::PlainText);
     if (qobject_cast<QAbstractButton *>(widget) != nullptr || qobject_cast<QComboBox *>(widget) != nullptr ||
         qobject_cast<QScrollBar *>(widget) != nullptr || qobject_cast<QSlider *>(widget) != nullptr ||
         qobject_cast<QTabBar *>(widget) != nullptr)
@@ -99,6 +104,13 @@ void OrlentaStyle::drawControl(ControlElement element, const QStyleOption *optio
                                    tab->state.testFlag(State_Selected) ? colors.text : colors.textMuted);
             return QProxyStyle::drawControl(element, &label, painter, widget);
         }
+    }
+    // Fusion draws the line below the bar in pieces, which meet only at some scales.
+    if (element == CE_MenuBarEmptyArea)
+        return painting::drawMenuBarArea(painter, *option, widget);
+    if (element == CE_MenuBarItem) {
+        if (const auto *title = qstyleoption_cast<const QStyleOptionMenuItem *>(option))
+            return painting::drawMenuTitle(painter, *title, widget);
     }
     if (element == CE_PushButtonLabel) {
         const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);

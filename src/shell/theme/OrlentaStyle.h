@@ -6,6 +6,7 @@ namespace orlenta::shell {
 
 /// The application's widget style: Fusion's behaviour with flat surfaces, one corner radius, slim scroll bars and an
 /// accent focus ring on every focusable control. All measures derive from the font, so they follow the interface scale.
+/// Every label and tool tip shows plain text.
 class OrlentaStyle final : public QProxyStyle {
     Q_OBJECT
 public:

@@ -5,6 +5,7 @@
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
 #include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QApplication>
 
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
@@ -202,6 +203,28 @@ void drawPopupPanel(QPainter *painter, const QStyleOption &option) {
     painter->setBrush(colors.surface);
     painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
     painter->restore();
+}
+
+void drawMenuBarArea(QPainter *painter, const QStyleOption &option, const QWidget *bar) {
+    painter->fillRect(option.rect, option.palette.window());
+    // At the foot of the bar, not of the area: titles need not be as high as the bar.
+    const int foot = bar != nullptr ? bar->rect().bottom() : option.rect.bottom();
+    painter->fillRect(option.rect.left(), foot, option.rect.width(), 1, ThemeColors::of(option.palette).border);
+}
+
+void drawMenuTitle(QPainter *painter, const QStyleOptionMenuItem &option, const QWidget *bar) {
+    drawMenuBarArea(painter, option, bar);
+    const ThemeColors &colors = ThemeColors::of(option.palette);
+    const bool isOpen = has(option, QStyle::State_Selected) && has(option, QStyle::State_Sunken);
+    if (isOpen || has(option, QStyle::State_Selected))
+        drawBox(painter, option.rect.adjusted(1, 1, -1, -2), radiusOf(option) / 2.0,
+                isOpen ? colors.accentSoft : colors.surfaceHover, QColor());
+    const auto *style = bar != nullptr ? bar->style() : QApplication::style();
+    const bool underlines = style->styleHint(QStyle::SH_UnderlineShortcut, &option, bar) != 0;
+    style->drawItemText(painter, option.rect,
+                        Qt::AlignCenter | (underlines ? Qt::TextShowMnemonic : Qt::TextHideMnemonic) |
+                            Qt::TextSingleLine,
+                        option.palette, has(option, QStyle::State_Enabled), option.text, QPalette::WindowText);
 }
 
 } // namespace orlenta::shell::painting

@@ -21,5 +21,8 @@ void drawSlider(QPainter *painter, const QStyleOptionSlider &option, const QRect
 void drawComboBox(QPainter *painter, const QStyleOptionComboBox &option, const QRect &arrow);
 void drawTab(QPainter *painter, const QStyleOptionTab &option);
 void drawPopupPanel(QPainter *painter, const QStyleOption &option);
+/// The bar's background and the line below it.
+void drawMenuBarArea(QPainter *painter, const QStyleOption &option, const QWidget *bar);
+void drawMenuTitle(QPainter *painter, const QStyleOptionMenuItem &option, const QWidget *bar);
 
 } // namespace orlenta::shell::painting

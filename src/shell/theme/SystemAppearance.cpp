@@ -1,10 +1,13 @@
 #include "shell/theme/SystemAppearance.h"
 
-#include <QtDBus/QDBusConnection>
+#include <QtDBus/QDBusError>
 #include <QtDBus/QDBusMessage>
 #include <QtDBus/QDBusPendingCallWatcher>
 #include <QtDBus/QDBusPendingReply>
+#include <QtDBus/QDBusServiceWatcher>
 #include <QtDBus/QDBusVariant>
+
+#include "base/LogCategories.h"
 
 namespace orlenta::shell {
 namespace {
@@ -17,16 +20,32 @@ const QLatin1String colorSchemeKey("color-scheme");
 
 } // namespace
 
-SystemAppearance::SystemAppearance(QObject *parent) : QObject(parent) {
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected())
+SystemAppearance::SystemAppearance(QObject *parent) : SystemAppearance(QDBusConnection::sessionBus(), parent) {}
+
+SystemAppearance::SystemAppearance(const QDBusConnection &bus, QObject *parent) : QObject(parent), m_bus(bus) {
+    if (!m_bus.isConnected())
         return;
-    bus.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
-                SLOT(settingChanged(QString, QString, QDBusVariant)));
+    follow();
+    read();
+}
+
+void SystemAppearance::follow() {
+    // Qt D-Bus finds the types of a slot by their names, which this type doesn't have until it is registered.
+    qRegisterMetaType<QDBusVariant>();
+    if (!m_bus.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
+                       SLOT(settingChanged(QString, QString, QDBusVariant))))
+        qCWarning(base::log::project).noquote() << "[SystemAppearance] Changes of the desktop's appearance can't be "
+                                                   "followed:"
+                                                << m_bus.lastError().message();
+    auto *watcher = new QDBusServiceWatcher(portalService, m_bus, QDBusServiceWatcher::WatchForRegistration, this);
+    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &SystemAppearance::read);
+}
+
+void SystemAppearance::read() {
     QDBusMessage message =
         QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface, QStringLiteral("Read"));
     message.setArguments({QString(appearanceGroup), QString(colorSchemeKey)});
-    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(message), this);
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, &SystemAppearance::takeReply);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtCore/QObject>
+#include <QtDBus/QDBusConnection>
 
 class QDBusPendingCallWatcher;
 class QDBusVariant;
@@ -8,11 +9,12 @@ class QDBusVariant;
 namespace orlenta::shell {
 
 /// The desktop's light or dark preference, read from its settings portal and kept up to date. Light until the portal
-/// answers, and without one.
+/// answers, and without one. A portal that appears later or restarts is asked again.
 class SystemAppearance final : public QObject {
     Q_OBJECT
 public:
     explicit SystemAppearance(QObject *parent = nullptr);
+    explicit SystemAppearance(const QDBusConnection &bus, QObject *parent = nullptr);
 
     [[nodiscard]] bool prefersDark() const { return m_prefersDark; }
 
@@ -23,9 +25,12 @@ private Q_SLOTS:
     void settingChanged(const QString &group, const QString &key, const QDBusVariant &value);
 
 private:
+    void follow();
+    void read();
     void takeReply(QDBusPendingCallWatcher *watcher);
     void take(const QVariant &value);
 
+    QDBusConnection m_bus;
     bool m_prefersDark = false;
 };
 

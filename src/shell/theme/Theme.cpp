@@ -9,6 +9,7 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QToolTip>
 
+#include "shell/theme/FontChanges.h"
 #include "shell/theme/OrlentaStyle.h"
 #include "shell/theme/SystemAppearance.h"
 
@@ -92,6 +93,7 @@ void Theme::setUiScale(double scale) {
         font.setPixelSize(qRound(font.pixelSize() * scaleInForce()));
     QApplication::setFont(font);
     QToolTip::setFont(font);
+    Q_EMIT FontChanges::notifier().fontChanged();
 }
 
 double Theme::uiScale() {

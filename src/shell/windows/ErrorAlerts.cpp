@@ -2,8 +2,9 @@
 
 #include <algorithm>
 
-#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
+
+#include "shell/controls/MessageBox.h"
 
 using namespace Qt::StringLiterals;
 
@@ -11,7 +12,7 @@ namespace orlenta::shell {
 
 ErrorAlerts::ErrorAlerts(QWidget &window) : QObject(&window), m_window(window) {}
 
-QMessageBox *ErrorAlerts::box() const {
+MessageBox *ErrorAlerts::box() const {
     return m_box;
 }
 
@@ -49,10 +50,8 @@ bool ErrorAlerts::isClosing() const {
 void ErrorAlerts::showNext() {
     if (m_alerts.isEmpty())
         return;
-    auto *box = new QMessageBox(QMessageBox::Warning, u"Orlenta"_s, {}, QMessageBox::Ok, &m_window);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setTextFormat(Qt::PlainText);
-    box->button(QMessageBox::Ok)->setToolTip(u"Dismiss this message (Esc)"_s);
+    auto *box = new MessageBox(QMessageBox::Warning, &m_window);
+    box->addButton(QMessageBox::Ok)->setToolTip(u"Dismiss this message (Esc)"_s);
     m_box = box;
     fill(m_alerts.first());
     connect(box, &QMessageBox::finished, this, [this] {
@@ -67,9 +66,7 @@ void ErrorAlerts::showNext() {
 }
 
 void ErrorAlerts::fill(const Alert &alert) {
-    m_box->setText(alert.title);
-    m_box->setInformativeText(alert.detail);
-    m_box->setAccessibleName(alert.title);
+    m_box->setMessage(alert.title, alert.detail);
 }
 
 } // namespace orlenta::shell

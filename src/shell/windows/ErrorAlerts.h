@@ -7,10 +7,11 @@
 #include <QtCore/QPointer>
 #include <QtCore/QString>
 
-class QMessageBox;
 class QWidget;
 
 namespace orlenta::shell {
+
+class MessageBox;
 
 /// The source of a failure. Each source has at most one alert; a newer failure replaces the older one.
 enum class AlertSource { Save, LocalVoices, Generation, Playback };
@@ -34,7 +35,7 @@ public:
     /// Removes an alert that no longer applies.
     void withdraw(AlertSource source);
     /// The alert on screen, or null.
-    [[nodiscard]] QMessageBox *box() const;
+    [[nodiscard]] MessageBox *box() const;
 
 private:
     [[nodiscard]] bool isClosing() const;
@@ -43,7 +44,7 @@ private:
 
     QWidget &m_window;
     QList<Alert> m_alerts;
-    QPointer<QMessageBox> m_box;
+    QPointer<MessageBox> m_box;
 };
 
 } // namespace orlenta::shell

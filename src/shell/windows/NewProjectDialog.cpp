@@ -6,11 +6,11 @@
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLineEdit>
-#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
 #include "model/ProjectStore.h"
+#include "shell/controls/MessageBox.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/theme/Theme.h"
 
@@ -132,11 +132,10 @@ void NewProjectDialog::createIn(const QString &parentFolder) {
     const QString name = model::ProjectStore::nameWithoutExtension(m_name->text());
     const QString folder = parentFolder + u'/' + name;
     if (QFileInfo::exists(folder)) {
-        auto *box = new QMessageBox(QMessageBox::Warning, u"Orlenta"_s,
-                                    QStringLiteral("A project named %1 already exists at this location.").arg(name),
-                                    QMessageBox::Ok, this);
-        box->setAttribute(Qt::WA_DeleteOnClose);
-        box->setInformativeText(u"Choose a different name or location."_s);
+        auto *box = new MessageBox(QMessageBox::Warning, this);
+        box->addButton(QMessageBox::Ok);
+        box->setMessage(QStringLiteral("A project named %1 already exists at this location.").arg(name),
+                        u"Choose a different name or location."_s);
         box->open();
         return;
     }

@@ -17,6 +17,7 @@
 #include "shell/account/AccountDialog.h"
 #include "shell/application/AppCommands.h"
 #include "shell/controls/Separator.h"
+#include "shell/controls/ShownText.h"
 #include "shell/editor/DirectionActions.h"
 #include "shell/editor/list/ScriptListView.h"
 #include "shell/editor/ScriptEditor.h"
@@ -134,7 +135,7 @@ void ProjectWindow::connectAlerts() {
 
 void ProjectWindow::syncTitle() {
     // Qt replaces "[*]" with the edited mark; doubling escapes it.
-    QString name = m_session.controller().project().projectName;
+    QString name = shownName(m_session.controller().project().projectName);
     const QString title = name.replace(u"[*]"_s, u"[*][*]"_s) + u"[*]"_s;
     if (windowTitle() != title)
         setWindowTitle(title);

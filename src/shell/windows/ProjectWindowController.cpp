@@ -5,11 +5,12 @@
 #include <QtCore/QPointer>
 #include <QtCore/QUrl>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 
 #include "base/LogCategories.h"
 #include "controller/script/LineEditing.h"
+#include "shell/controls/MessageBox.h"
+#include "shell/controls/ShownText.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/windows/ErrorAlerts.h"
 #include "shell/windows/ProjectWindow.h"
@@ -75,12 +76,10 @@ bool ProjectWindowController::windowShouldClose() {
 
 void ProjectWindowController::presentCloseConfirmation(const CloseCompletion &completion) {
     Q_ASSERT(m_confirmation == nullptr);
-    const QString title =
-        QStringLiteral("Save changes to \"%1\" before closing?").arg(m_session.controller().project().projectName);
-    auto *box = new QMessageBox(QMessageBox::Warning, u"Orlenta"_s, title, QMessageBox::NoButton, m_window.get());
-    box->setTextFormat(Qt::PlainText);
-    box->setInformativeText(u"Your changes will be lost if you don't save them."_s);
-    box->setAccessibleName(title);
+    const QString title = QStringLiteral("Save changes to \"%1\" before closing?")
+                              .arg(shownName(m_session.controller().project().projectName));
+    auto *box = new MessageBox(QMessageBox::Warning, m_window.get());
+    box->setMessage(title, u"Your changes will be lost if you don't save them."_s);
     box->addButton(u"Save"_s, QMessageBox::AcceptRole)->setToolTip(u"Save the project, then close it"_s);
     box->addButton(u"Don't Save"_s, QMessageBox::DestructiveRole)->setToolTip(u"Close without saving the changes"_s);
     QPushButton *cancel = box->addButton(u"Cancel"_s, QMessageBox::RejectRole);
@@ -90,7 +89,6 @@ void ProjectWindowController::presentCloseConfirmation(const CloseCompletion &co
     m_confirmation = box;
     connect(box, &QMessageBox::finished, this, [this, box, completion] {
         m_confirmation = nullptr;
-        box->deleteLater();
         completion(resolveConfirmation(*box));
     });
     box->open();

@@ -5,10 +5,10 @@
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 
 #include "base/LogCategories.h"
+#include "shell/controls/MessageBox.h"
 #include "shell/windows/ProjectWindow.h"
 
 using namespace Qt::StringLiterals;
@@ -104,13 +104,9 @@ void ProjectWindows::show(const model::StoredProject &stored) {
 
 void ProjectWindows::report(const model::ProjectStoreError &error) {
     qCWarning(base::log::project).noquote() << "[ProjectStore] Open failed:" << error.description();
-    auto *box = new QMessageBox(QMessageBox::Warning, u"Orlenta"_s, error.description(), QMessageBox::Ok,
-                                QApplication::activeWindow());
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setTextFormat(Qt::PlainText);
-    box->setInformativeText(error.failureReason().value_or(QString()));
-    box->setAccessibleName(error.description());
-    box->button(QMessageBox::Ok)->setToolTip(u"Dismiss this message"_s);
+    auto *box = new MessageBox(QMessageBox::Warning, QApplication::activeWindow());
+    box->setMessage(error.description(), error.failureReason().value_or(QString()));
+    box->addButton(QMessageBox::Ok)->setToolTip(u"Dismiss this message"_s);
     box->open();
     Q_EMIT openFailed();
 }

@@ -11,6 +11,7 @@
 #include "controller/direction/DirectionRecordings.h"
 #include "controller/ProjectController.h"
 #include "controller/ProjectSession.h"
+#include "shell/controls/ShownText.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
@@ -78,7 +79,7 @@ QString RecordingMark::placeOf(const model::LineId &id) const {
         const qsizetype index = tab.lineIds.indexOf(id);
         if (index < 0)
             continue;
-        const QString name = fontMetrics().elidedText(tab.name, Qt::ElideRight, Theme::unit(this) * 24);
+        const QString name = fontMetrics().elidedText(shownName(tab.name), Qt::ElideRight, Theme::unit(this) * 24);
         return QStringLiteral("line %1 of %2").arg(QString::number(index + 1), name);
     }
     return QStringLiteral("a deleted line");

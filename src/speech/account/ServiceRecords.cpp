@@ -6,6 +6,7 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 
+#include "base/CutText.h"
 #include "speech/http/ServiceText.h"
 
 namespace orlenta::speech {
@@ -27,7 +28,7 @@ public:
     }
 
     /// A text that people read. Unlike an id or an address, it may be cut.
-    QString words(const QString &key, qsizetype limit = longestServiceName) { return cutServiceText(text(key), limit); }
+    QString words(const QString &key, qsizetype limit = longestServiceName) { return base::cutText(text(key), limit); }
 
     qint64 integer(const QString &key) {
         const QJsonValue value = required(key);
@@ -81,8 +82,8 @@ public:
                 continue;
             if (!entry.value().isString())
                 note(u"\"%1\" holds something that is not a text"_s.arg(key));
-            texts.insert(cutServiceText(entry.key(), longestServiceName),
-                         cutServiceText(entry.value().toString(), longestServiceName));
+            texts.insert(base::cutText(entry.key(), longestServiceName),
+                         base::cutText(entry.value().toString(), longestServiceName));
         }
         return texts;
     }

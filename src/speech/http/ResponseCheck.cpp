@@ -9,6 +9,7 @@
 #include <QtCore/QStringList>
 #include <QtCore/QTimeZone>
 
+#include "base/CutText.h"
 #include "speech/http/ServiceText.h"
 
 namespace orlenta::speech {
@@ -26,7 +27,7 @@ ElevenLabsError refusalOfKey(const QByteArray &body) {
     const QString status = detail.value(u"status"_s).toString();
     const QJsonValue message = detail.value(u"message"_s);
     if (status == u"quota_exceeded" && message.isString())
-        return ElevenLabsError::quotaExceeded(cutServiceText(message.toString(), longestServiceMessage));
+        return ElevenLabsError::quotaExceeded(base::cutText(message.toString(), longestServiceMessage));
     if (status == u"missing_permissions")
         return ElevenLabsError::missingPermissions(permissionName(message.toString()));
     return ElevenLabsError::unauthorized();
@@ -35,14 +36,14 @@ ElevenLabsError refusalOfKey(const QByteArray &body) {
 QString statusSuffix(const QByteArray &body) {
     const QJsonValue detail = detailOf(body);
     const QJsonValue words = detail.isObject() ? detail.toObject().value(u"message"_s) : detail;
-    return words.isString() ? u": "_s + cutServiceText(words.toString(), longestServiceMessage) : QString();
+    return words.isString() ? u": "_s + base::cutText(words.toString(), longestServiceMessage) : QString();
 }
 
 /// Newer replies name the refusal in "code", older ones in "status".
 QString refusalCode(const QByteArray &body) {
     const QJsonObject detail = detailOf(body).toObject();
     const QString code = detail.value(u"code"_s).toString();
-    return cutServiceText(code.isEmpty() ? detail.value(u"status"_s).toString() : code, longestServiceName);
+    return base::cutText(code.isEmpty() ? detail.value(u"status"_s).toString() : code, longestServiceName);
 }
 
 } // namespace
@@ -92,7 +93,7 @@ std::optional<QString> permissionName(const QString &message) {
             break;
         name.append(c);
     }
-    return name.isEmpty() ? std::nullopt : std::optional(cutServiceText(name, longestServiceName));
+    return name.isEmpty() ? std::nullopt : std::optional(base::cutText(name, longestServiceName));
 }
 
 } // namespace orlenta::speech

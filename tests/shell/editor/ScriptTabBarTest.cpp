@@ -1,4 +1,5 @@
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListView>
 #include <QtWidgets/QTabBar>
 #include <QtWidgets/QToolButton>
 
@@ -71,6 +72,65 @@ TEST_F(ScriptTabBarTest, ClosesTabsByButtonAndKeyButNeverTheLast) {
     EXPECT_EQ(bar().tabButton(0, QTabBar::RightSide), nullptr);
     QTest::keyClick(&bar(), Qt::Key_Delete);
     EXPECT_EQ(names().size(), 1);
+}
+
+class ManyTabsTest : public ScriptEditorFixture {
+protected:
+    void SetUp() override {
+        model::Project project = projectWith({QStringLiteral("One.")});
+        while (project.tabs.size() < 2000) {
+            model::ProjectTab tab = project.tabs.first();
+            tab.id = model::TabId::create();
+            tab.name = QStringLiteral("Tab %1").arg(project.tabs.size() + 1);
+            tab.lineIds = {};
+            project.tabs.append(tab);
+        }
+        open(std::move(project));
+    }
+    QTabBar &bar() { return editor->tabBar().bar(); }
+    [[nodiscard]] QString activeName() const {
+        for (const model::ProjectTab &tab : controller->project().tabs)
+            if (tab.id == controller->project().activeTabId)
+                return tab.name;
+        return {};
+    }
+};
+
+TEST_F(ManyTabsTest, TheBarHoldsThoseAroundTheActiveTabAndTheListShowsAll) {
+    EXPECT_LT(bar().count(), 100);
+    editor->tabBar().listTabs();
+    auto *list = editor->tabBar().findChild<QListView *>();
+    ASSERT_NE(list, nullptr);
+    ASSERT_EQ(list->model()->rowCount(), 2000);
+    const QModelIndex wanted = list->model()->index(999, 0);
+    list->scrollTo(wanted);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(wanted).center());
+    EXPECT_EQ(activeName(), QStringLiteral("Tab 1000"));
+    EXPECT_EQ(bar().tabText(bar().currentIndex()), QStringLiteral("Tab 1000"));
+}
+
+TEST_F(ManyTabsTest, TheArrowKeysGoOnBeyondTheBar) {
+    bar().setFocus();
+    for (int press = 0; press < 120; ++press)
+        QTest::keyClick(&bar(), Qt::Key_Right);
+    EXPECT_EQ(activeName(), QStringLiteral("Tab 121"));
+    for (int press = 0; press < 60; ++press)
+        QTest::keyClick(&bar(), Qt::Key_Left);
+    EXPECT_EQ(activeName(), QStringLiteral("Tab 61"));
+    QTest::keyClick(&bar(), Qt::Key_Right, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(controller->project().tabs.at(61).name, QStringLiteral("Tab 61"));
+    QTest::keyClick(&bar(), Qt::Key_Delete);
+    EXPECT_EQ(controller->project().tabs.size(), 1999);
+    EXPECT_NE(controller->project().tabs.at(60).name, QStringLiteral("Tab 61"));
+}
+
+TEST_F(ScriptTabBarTest, ALongNameIsShownCutAndKeptWhole) {
+    const QString name(200'000, u'n');
+    controller->tabs().renameTab(model::TabId(controller->project().tabs.at(1).id), name);
+    EXPECT_LE(bar().tabText(1).size(), 200);
+    editor->tabBar().rename(1);
+    QTest::keyClick(bar().findChild<QLineEdit *>(), Qt::Key_Return);
+    EXPECT_EQ(names().at(1), name);
 }
 
 TEST_F(ScriptTabBarTest, MovingATabByKeyOrDragIsOneStep) {

@@ -162,6 +162,28 @@ TEST(Inspector, TheVoiceSearchWorksByKeyboardAlone) {
     EXPECT_EQ(left.size(), 2);
 }
 
+TEST(Inspector, TheVoiceListTakesTheHeightThatIsFree) {
+    Inspected it;
+    ASSERT_TRUE(it.connect());
+    const QListView &list = *it.inspector.voices().voiceList();
+    const int row = list.visualRect(list.model()->index(0, 0)).height();
+    const int all = row * list.model()->rowCount();
+    it.inspector.resize(340, 500);
+    QCoreApplication::processEvents();
+    const int shortest = list.height();
+    EXPECT_GE(shortest, row * 5);
+    EXPECT_LT(shortest, row * 6);
+    it.inspector.resize(340, 1400);
+    QCoreApplication::processEvents();
+    EXPECT_GT(list.height(), std::min(shortest + row, all - 1));
+    it.inspector.resize(340, 5000);
+    QCoreApplication::processEvents();
+    EXPECT_NEAR(list.height(), std::max(shortest, all), 4);
+    it.inspector.resize(340, 500);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(list.height(), shortest);
+}
+
 TEST(Inspector, TheSearchShowsOnlyMatchingVoices) {
     Inspected it;
     ASSERT_TRUE(it.connect());

@@ -22,6 +22,7 @@
 #include "shell/menus/ProjectActions.h"
 #include "shell/menus/ShortcutsDialog.h"
 #include "shell/ShellSession.h"
+#include "shell/theme/Theme.h"
 #include "shell/windows/ProjectWindow.h"
 #include "shell/windows/ProjectWindows.h"
 
@@ -65,6 +66,27 @@ protected:
     testing::ShellSession session;
     shell::ProjectWindows windows{session.context};
 };
+
+/// The colours in one row of pixels.
+QSet<QRgb> colorsIn(const QImage &image, int row) {
+    QSet<QRgb> colors;
+    for (int x = 0; x < image.width(); ++x)
+        colors.insert(image.pixel(x, row));
+    return colors;
+}
+
+TEST_F(MenuBarTest, OneLineRunsBelowAllTitlesAtEveryScale) {
+    for (const double scale : {1.0, 1.5, 2.0}) {
+        shell::Theme::setUiScale(scale);
+        QCoreApplication::processEvents();
+        const QImage bar = window().menuBar()->grab().toImage();
+        const QSet<QRgb> line = colorsIn(bar, bar.height() - 1);
+        EXPECT_EQ(line.size(), 1) << scale;
+        EXPECT_EQ(colorsIn(bar, bar.height() - 2).size(), 1) << scale;
+        EXPECT_NE(colorsIn(bar, bar.height() - 2), line) << scale;
+    }
+    shell::Theme::setUiScale(1.0);
+}
 
 TEST_F(MenuBarTest, TheDirectionMenuActsOnTheSelectedLineAndShowsItsKeys) {
     directionAction(QStringLiteral("Record Direction"), QStringLiteral("Ctrl+R"), true);

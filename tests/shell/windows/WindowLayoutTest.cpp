@@ -51,6 +51,11 @@ TEST(WindowLayout, EveryControlHasAnAccessibleNameAndATooltip) {
     }
 }
 
+TEST(WindowLayout, TheProjectWindowCanBeMadeAsSmallAs600By400) {
+    AllWindows windows;
+    EXPECT_EQ(windows.all.first()->minimumSize(), QSize(600, 400));
+}
+
 TEST(WindowLayout, NoTextIsClippedAtAnyScale) {
     for (const double scale : {1.0, 1.5, 2.0}) {
         Theme::setUiScale(scale);
@@ -65,6 +70,41 @@ TEST(WindowLayout, NoTextIsClippedAtAnyScale) {
                                            << clipped.join(QStringLiteral("; ")).toStdString();
         }
     }
+    Theme::setUiScale(1.0);
+}
+
+/// What the scale determines of each text in the windows: the height of its letters, and of a field or box its own.
+QStringList scaledMeasures(const AllWindows &windows) {
+    QStringList measures;
+    for (const QWidget *window : windows.all)
+        for (const QWidget *widget : window->findChildren<QWidget *>()) {
+            const bool isField = widget->inherits("QComboBox") || widget->inherits("QLineEdit");
+            if (!widget->isVisible() || !(isField || widget->inherits("QLabel") || widget->inherits("QAbstractButton")))
+                continue;
+            const int height = isField ? widget->height() : 0;
+            measures.append(QStringLiteral("%1 %2 in %3: letters %4, height %5")
+                                .arg(QLatin1String(widget->metaObject()->className()), widget->accessibleName(),
+                                     window->windowTitle(), QString::number(widget->fontMetrics().height()),
+                                     QString::number(height)));
+        }
+    return measures;
+}
+
+TEST(WindowLayout, AChangedScaleShowsWhatARestartWouldShow) {
+    AllWindows changed;
+    QHash<const QLabel *, int> before;
+    for (const QWidget *window : changed.all)
+        for (const QLabel *label : window->findChildren<QLabel *>())
+            before.insert(label, label->fontMetrics().height());
+    Theme::setUiScale(1.5);
+    AllWindows restarted;
+    for (const AllWindows *windows : {&changed, &restarted})
+        for (QWidget *window : windows->all)
+            window->resize(window->minimumSize().expandedTo(QSize(1100, 800)));
+    QCoreApplication::processEvents();
+    for (auto label = before.cbegin(); label != before.cend(); ++label)
+        EXPECT_NEAR(label.key()->fontMetrics().height(), label.value() * 1.5, 1.0) << label.key()->text().toStdString();
+    EXPECT_EQ(scaledMeasures(changed), scaledMeasures(restarted));
     Theme::setUiScale(1.0);
 }
 

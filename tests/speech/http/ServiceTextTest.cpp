@@ -6,14 +6,6 @@
 
 namespace orlenta::speech {
 
-TEST(ServiceText, IsCutBetweenCharactersOnly) {
-    EXPECT_EQ(cutServiceText(QStringLiteral("abc"), 3), QStringLiteral("abc"));
-    EXPECT_EQ(cutServiceText(QStringLiteral("abcd"), 3), QStringLiteral("abc\u2026"));
-    const QString accented = QStringLiteral("abe\u0301d");
-    EXPECT_EQ(cutServiceText(accented, 3), QStringLiteral("ab\u2026"));
-    EXPECT_EQ(cutServiceText(QStringLiteral("ab\U0001F600d"), 3), QStringLiteral("ab\u2026"));
-}
-
 TEST(ServiceText, MegabytesOfWordsAreCutWhereTheyEnter) {
     const QByteArray words(2 * 1024 * 1024, 'x');
     ServiceUnderTest under;

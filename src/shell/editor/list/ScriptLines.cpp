@@ -15,6 +15,7 @@
 #include "controller/takes/LineWaveforms.h"
 #include "controller/takes/MediaFiles.h"
 #include "controller/takes/TakeEditing.h"
+#include "shell/controls/CutTextMark.h"
 
 namespace orlenta::shell {
 namespace {
@@ -40,7 +41,8 @@ LineOutline ScriptLines::outline(const model::LineId &id) const {
     const model::ProjectLine *line = m_controller.lines().find(id);
     if (line == nullptr)
         return {};
-    return {line->text.size(), m_controller.runtime().hasGeneratedAudio(id) || !line->takes.isEmpty(),
+    return {CutTextMark::shownUnits(line->text.size()),
+            m_controller.runtime().hasGeneratedAudio(id) || !line->takes.isEmpty(),
             isVoiceDirected(m_controller, *line), !line->notes.isEmpty()};
 }
 

@@ -4,9 +4,9 @@
 
 #include <QtCore/QEvent>
 #include <QtWidgets/QHBoxLayout>
-#include <QtWidgets/QLabel>
 #include <QtWidgets/QToolButton>
 
+#include "shell/controls/PlainLabel.h"
 #include "shell/editor/row/WaveformBarsView.h"
 #include "shell/menus/CommandActions.h"
 #include "shell/theme/Icon.h"
@@ -34,7 +34,7 @@ CommandId playCommand(AudioKind kind) {
 
 AudioPlayer::AudioPlayer(AudioKind kind, QWidget *parent)
     : QWidget(parent), m_kind(kind), m_play(new QToolButton(this)), m_waveform(new WaveformBarsView(this)),
-      m_duration(new QLabel(this)) {
+      m_duration(new PlainLabel(this)) {
     const bool isGenerated = kind == AudioKind::Generated;
     m_play->setAutoRaise(true);
     m_waveform->setFallbackHeights(placeholderBars(kind));

@@ -5,11 +5,11 @@
 #include <QtCore/QEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QHBoxLayout>
-#include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QToolButton>
 
 #include "shell/controls/NoticeLabel.h"
+#include "shell/controls/PlainLabel.h"
 #include "shell/editor/row/AudioPlayer.h"
 #include "shell/menus/CommandActions.h"
 #include "shell/theme/Icon.h"
@@ -35,16 +35,16 @@ DirectionStrip::DirectionStrip(QWidget *parent) : QWidget(parent) {
 }
 
 void DirectionStrip::makeControls() {
-    m_icon = new QLabel(this);
+    m_icon = new PlainLabel(this);
     m_icon->setAccessibleName(u"Direction"_s);
     m_icon->setToolTip(u"Direction"_s);
-    m_title = new QLabel(u"Direction"_s, this);
+    m_title = new PlainLabel(u"Direction"_s, this);
     m_player = new AudioPlayer(controller::AudioKind::SourceRecording, this);
     m_record = new QPushButton(this);
-    m_recordingTime = new QLabel(this);
+    m_recordingTime = new PlainLabel(this);
     m_import = new QPushButton(this);
     m_import->setToolTip(tipOf(CommandId::ImportDirection));
-    m_hint = new QLabel(this);
+    m_hint = new PlainLabel(this);
     m_delete = new QToolButton(this);
     m_delete->setAutoRaise(true);
     m_delete->setToolTip(tipOf(CommandId::DeleteDirection));

@@ -4,10 +4,11 @@
 
 #include <QtCore/QEvent>
 #include <QtGui/QPainter>
-#include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QToolButton>
 
+#include "shell/controls/PlainLabel.h"
+#include "shell/controls/ShownText.h"
 #include "shell/editor/row/BusyIndicator.h"
 #include "shell/menus/CommandActions.h"
 #include "shell/theme/Icon.h"
@@ -19,7 +20,8 @@ namespace orlenta::shell {
 
 LineHeader::LineHeader(QWidget *parent)
     : QWidget(parent), m_mode(new QToolButton(this)), m_notes(new QToolButton(this)), m_generate(new QPushButton(this)),
-      m_busy(new BusyIndicator(this)), m_voiceHint(new QLabel(u"Select a voice in the inspector to generate"_s, this)) {
+      m_busy(new BusyIndicator(this)),
+      m_voiceHint(new PlainLabel(u"Select a voice in the inspector to generate"_s, this)) {
     m_voiceHint->setWordWrap(true);
     m_notes->setToolTip(tipOf(CommandId::EditNotes));
     for (QToolButton *button : {m_mode, m_notes})
@@ -169,7 +171,7 @@ void LineHeader::paintEvent(QPaintEvent *) {
     painter.setPen(colors.textMuted);
     painter.drawText(m_places.number, Qt::AlignVCenter | Qt::AlignLeft, QString::number(m_number));
     painter.setPen(m_content.stripe.isValid() ? readableOn(m_background, m_content.stripe) : colors.textMuted);
-    const QString name = m_content.castName.isEmpty() ? u"No voice"_s : m_content.castName;
+    const QString name = m_content.castName.isEmpty() ? u"No voice"_s : shownName(m_content.castName);
     painter.drawText(m_places.name, Qt::AlignVCenter | Qt::AlignLeft,
                      painter.fontMetrics().elidedText(name, Qt::ElideRight, m_places.name.width()));
 }

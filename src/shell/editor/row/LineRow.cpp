@@ -11,6 +11,7 @@
 #include <QtGui/QPainterPath>
 #include <QtWidgets/QAbstractButton>
 
+#include "shell/controls/ShownText.h"
 #include "shell/editor/row/AudioPlayer.h"
 #include "shell/editor/row/DirectionStrip.h"
 #include "shell/editor/row/LineHeader.h"
@@ -53,6 +54,7 @@ LineRow::~LineRow() {
 void LineRow::connectText() {
     connect(m_text, &ScriptTextField::editRequested, this, &LineRow::editRequested);
     connect(m_text, &ScriptTextField::clicked, this, &LineRow::textClicked);
+    connect(m_text, &ScriptTextField::wholeTextRequested, this, &LineRow::wholeTextRequested);
 }
 
 void LineRow::handleKeysOf(const QList<QWidget *> &controls) {
@@ -139,6 +141,7 @@ void LineRow::makeNotes() {
     m_notes->setAccessibleName(u"Notes of line %1"_s.arg(m_content.number));
     handleKeysOf({m_notes});
     connect(m_notes, &NotesField::notesEdited, this, &LineRow::notesEdited);
+    connect(m_notes, &NotesField::wholeTextRequested, this, &LineRow::wholeNotesRequested);
     connect(m_notes, &NotesField::entered, this, &LineRow::notesEntered);
     connect(m_notes, &NotesField::left, this, [this] {
         showNotes();
@@ -149,6 +152,10 @@ void LineRow::makeNotes() {
 void LineRow::editNotes() {
     if (m_notes == nullptr)
         makeNotes();
+    if (m_notes->isCut()) {
+        Q_EMIT wholeNotesRequested();
+        return;
+    }
     m_notes->show();
     m_notes->moveCursor(QTextCursor::End);
     m_notes->setFocus(Qt::OtherFocusReason);
@@ -168,8 +175,8 @@ void LineRow::showNames(const LineRowContent &before) {
     if (before.id == m_content.id && before.number == m_content.number && before.text.text == m_content.text.text &&
         before.header.castName == m_content.header.castName)
         return;
-    const QString cast = m_content.header.castName.isEmpty() ? u"no voice"_s : m_content.header.castName;
-    const QString text = m_content.text.text.simplified();
+    const QString cast = m_content.header.castName.isEmpty() ? u"no voice"_s : shownName(m_content.header.castName);
+    const QString text = shownStart(m_content.text.text, shownMessage).simplified();
     setAccessibleName(u"Line %1, %2, %3"_s.arg(number, cast, text.isEmpty() ? u"empty"_s : text));
 }
 

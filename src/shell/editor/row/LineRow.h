@@ -59,6 +59,9 @@ Q_SIGNALS:
     void menuRequested(const QPoint &globalPosition);
     void filesDropped(const QList<QUrl> &files);
     void notesEdited(const QString &notes);
+    /// The user wants to see or edit all of a text or of notes that are too long for the row.
+    void wholeTextRequested();
+    void wholeNotesRequested();
     /// The caret has entered the notes.
     void notesEntered();
     /// The user pressed Escape in one of the row's controls.

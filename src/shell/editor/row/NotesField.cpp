@@ -22,6 +22,11 @@ void NotesField::setNotes(const QString &notes) {
         showText(notes);
 }
 
+void NotesField::showText(const QString &text) {
+    PlainTextField::showText(text);
+    setReadOnly(isCut());
+}
+
 void NotesField::focusInEvent(QFocusEvent *event) {
     PlainTextField::focusInEvent(event);
     viewport()->update();

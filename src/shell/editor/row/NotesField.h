@@ -13,6 +13,7 @@ public:
 
     /// Shows the line's notes without reporting a change. If they are the same, the caret and the undo history stay.
     void setNotes(const QString &notes);
+    void showText(const QString &text) override;
 
 Q_SIGNALS:
     void notesEdited(const QString &notes);

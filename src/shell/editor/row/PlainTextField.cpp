@@ -17,7 +17,8 @@ constexpr int shortestText = 18;
 
 } // namespace
 
-PlainTextField::PlainTextField(QWidget *parent) : QTextEdit(parent) {
+PlainTextField::PlainTextField(QWidget *parent) : QTextEdit(parent), m_cut(new CutTextMark(this)) {
+    connect(m_cut, &CutTextMark::wholeTextRequested, this, &PlainTextField::wholeTextRequested);
     setFrameShape(QFrame::NoFrame);
     setAcceptRichText(false);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -35,18 +36,19 @@ PlainTextField::PlainTextField(QWidget *parent) : QTextEdit(parent) {
 void PlainTextField::showText(const QString &text) {
     const QScopedValueRollback guard(m_isShowing, true);
     m_text = StoredText(text);
-    setPlainText(text);
+    setPlainText(m_cut->fit(text));
+    setViewportMargins(0, 0, 0, m_cut->takenHeight());
 }
 
 void PlainTextField::takeOverEdit(int place) {
-    // The signal also reports format changes.
-    if (!m_isShowing && m_text.takeOver(document()->toRawText(), place))
+    // The signal also reports format changes. Of a text that is cut, the document has only the start.
+    if (!m_isShowing && !isCut() && m_text.takeOver(document()->toRawText(), place))
         m_isEdited = true;
 }
 
 int PlainTextField::heightForTextWidth(int width) {
     document()->setTextWidth(width);
-    return std::max(shortestText, static_cast<int>(std::ceil(document()->size().height())));
+    return std::max(shortestText, static_cast<int>(std::ceil(document()->size().height()))) + m_cut->takenHeight();
 }
 
 bool PlainTextField::isTemporary(Qt::FocusReason reason) {
@@ -82,8 +84,17 @@ QMimeData *PlainTextField::createMimeDataFromSelection() const {
 }
 
 void PlainTextField::insertFromMimeData(const QMimeData *source) {
-    if (source->hasText())
-        insertPlainText(source->text());
+    if (!source->hasText())
+        return;
+    const QString pasted = source->text();
+    if (!CutTextMark::isTooLong(text().size() + pasted.size()))
+        return insertPlainText(pasted);
+    const QTextCursor cursor = textCursor();
+    const qsizetype from = m_text.storedPosition(cursor.selectionStart());
+    QString whole = text();
+    showText(whole.replace(from, m_text.storedPosition(cursor.selectionEnd()) - from, pasted));
+    Q_EMIT textEdited();
+    Q_EMIT wholeTextRequested();
 }
 
 } // namespace orlenta::shell

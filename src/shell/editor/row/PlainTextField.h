@@ -2,12 +2,14 @@
 
 #include <QtWidgets/QTextEdit>
 
+#include "shell/controls/CutTextMark.h"
 #include "shell/editor/row/StoredText.h"
 
 namespace orlenta::shell {
 
 /// Edits plain text without a frame or scroll bars of its own. Typing changes what is typed and nothing else: the other
-/// line breaks and blanks of the text stay as they are stored.
+/// line breaks and blanks of the text stay as they are stored. Of a text that is too long to lay out at once it shows
+/// the start, which can't be edited here.
 class PlainTextField : public QTextEdit {
     Q_OBJECT
 public:
@@ -16,13 +18,17 @@ public:
     /// The text with everything that was typed. Unlike toPlainText(), doesn't change any character.
     [[nodiscard]] const QString &text() const { return m_text.text(); }
     /// Shows another text without reporting a change. Clears the field's undo history.
-    void showText(const QString &text);
+    virtual void showText(const QString &text);
+    /// Only the start of the text is shown.
+    [[nodiscard]] bool isCut() const { return m_cut->isCut(); }
     /// The height of the text at this width, in pixels; at least one line.
     [[nodiscard]] int heightForTextWidth(int width);
 
 Q_SIGNALS:
     /// The user has changed the text.
     void textEdited();
+    /// The user wants to see or edit all of a text that is too long for the field.
+    void wholeTextRequested();
 
 protected:
     /// The stored text whose positions are those of text().
@@ -41,6 +47,7 @@ protected:
 private:
     void takeOverEdit(int place);
 
+    CutTextMark *m_cut;
     StoredText m_text;
     /// Edited, and not reported yet.
     bool m_isEdited = false;

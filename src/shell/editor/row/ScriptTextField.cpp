@@ -35,6 +35,10 @@ QString ScriptTextField::sourceText() const {
 
 void ScriptTextField::setSourceText(const QString &text) {
     showText(text);
+}
+
+void ScriptTextField::showText(const QString &text) {
+    PlainTextField::showText(text);
     QTextCursor cursor(document());
     cursor.select(QTextCursor::Document);
     QTextBlockFormat format;
@@ -78,7 +82,7 @@ void ScriptTextField::setContent(const LineTextContent &content) {
     } else if (wasFlushed) {
         clearTypingUndo();
     }
-    setAllowsEditing(content.isEditing);
+    setAllowsEditing(content.isEditing && !isCut());
 }
 
 void ScriptTextField::setAllowsEditing(bool allowsEditing) {

@@ -22,6 +22,7 @@ public:
     [[nodiscard]] virtual QString sourceText() const;
     /// Replaces the text and clears the field's own undo history.
     virtual void setSourceText(const QString &text);
+    void showText(const QString &text) override;
     [[nodiscard]] virtual controller::TextRange sourceSelection() const;
     virtual void setSourceSelection(const controller::TextRange &range);
 

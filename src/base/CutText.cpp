@@ -1,10 +1,10 @@
-#include "speech/http/ServiceText.h"
+#include "base/CutText.h"
 
 #include <QtCore/QTextBoundaryFinder>
 
-namespace orlenta::speech {
+namespace orlenta::base {
 
-QString cutServiceText(const QString &text, qsizetype limit) {
+QString cutText(const QString &text, qsizetype limit) {
     if (text.size() <= limit)
         return text;
     const QString start = text.left(limit + 1);
@@ -14,4 +14,4 @@ QString cutServiceText(const QString &text, qsizetype limit) {
     return start.left(end) + u'…';
 }
 
-} // namespace orlenta::speech
+} // namespace orlenta::base
