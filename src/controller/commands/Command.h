@@ -52,6 +52,8 @@ enum class CommandId {
     PlayAll,
     // View
     ToggleInspector,
+    CompactRows,
+    SameTimeScale,
     ZoomIn,
     ZoomOut,
     ActualSize,

@@ -17,13 +17,14 @@ namespace orlenta::shell {
 
 class DirectionActions;
 class NoticeBar;
+class RowDensities;
 class ScriptLines;
 class ScriptListView;
 class ScriptTabBar;
-class ScriptToolbar;
 class TagPalette;
+class TakeTimeScale;
 
-/// The script of one project: its tabs, the toolbar, the tag palette, and the lines of the active tab. Follows the
+/// The script of one project: its tabs, the lines of the active tab, and the tag palette. Follows the
 /// controller's selection and the playback, and shows failed exports in a message below the lines. F6 and Shift+F6
 /// leave the list, because Tab moves within it; Escape in the list dismisses the message.
 class ScriptEditor final : public QWidget {
@@ -39,13 +40,20 @@ public:
     [[nodiscard]] ScriptListView &list() const { return *m_list; }
     [[nodiscard]] ScriptTabBar &tabBar() const { return *m_tabs; }
     [[nodiscard]] ScriptCommands &commands() { return m_commands; }
+    [[nodiscard]] RowDensities &densities() const { return *m_densities; }
+    [[nodiscard]] TakeTimeScale &timeScale() const { return *m_timeScale; }
     [[nodiscard]] const DirectionActions &directionActions() const { return *m_directionActions; }
     /// Selects the line, in any tab, and gives the list the focus.
     void showLine(const model::LineId &id);
+    /// Whether the list scrolls along with Play All. It stops once the user scrolls.
+    [[nodiscard]] bool isFollowing() const { return m_isFollowing; }
+    /// Shows the playing line, and the next ones when they play.
+    void followPlayback();
 
 Q_SIGNALS:
     /// The microphone is blocked; the user must allow it in the desktop's settings.
     void microphoneSettingsWanted();
+    void isFollowingChanged();
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -58,13 +66,16 @@ private:
     void connectProject();
     void connectPlayback();
     void connectNotice();
+    void connectView();
     bool dismissNotice();
     void followSelection();
     void followEditing();
+    void showPalette();
     void followPlayhead();
     void followProgress();
     void refreshPlayheadRow();
     void showPlayheadLine();
+    void setFollowing(bool isFollowing);
     [[nodiscard]] QUrl audioAtPlayhead(const model::LineId &id) const;
     void connectDirection();
     void focusEditedText();
@@ -76,15 +87,17 @@ private:
     controller::ProjectController &m_controller;
     audio::PlaybackController &m_playback;
     ScriptCommands m_commands;
+    RowDensities *m_densities;
+    TakeTimeScale *m_timeScale;
     std::unique_ptr<ScriptLines> m_lines;
     ScriptTabBar *m_tabs = nullptr;
-    ScriptToolbar *m_toolbar = nullptr;
     TagPalette *m_palette = nullptr;
     ScriptListView *m_list = nullptr;
     DirectionActions *m_directionActions = nullptr;
     NoticeBar *m_notice = nullptr;
     std::optional<model::LineId> m_seenFocusId;
     std::optional<model::LineId> m_playheadId;
+    bool m_isFollowing = true;
     std::optional<model::TabId> m_seenTabId;
 };
 

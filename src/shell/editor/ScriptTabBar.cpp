@@ -229,7 +229,7 @@ void ScriptTabBar::applyMeasures() {
     const int unit = Theme::unit(this);
     if (layout() == nullptr)
         return;
-    layout()->setContentsMargins(unit * 2, unit, unit * 2, unit);
+    layout()->setContentsMargins(unit * 2, 0, unit * 2, 0);
     layout()->setSpacing(unit);
     const int icon = Theme::iconSize(this);
     m_add->setIconSize({icon, icon});

@@ -52,7 +52,9 @@ ProjectActions::ProjectActions(controller::ProjectSession &session, QObject *par
                       CommandId::PreviousTab,
                       CommandId::Play,
                       CommandId::PlayAll,
-                      CommandId::ToggleInspector},
+                      CommandId::ToggleInspector,
+                      CommandId::CompactRows,
+                      CommandId::SameTimeScale},
                      parent),
       m_session(session), m_controller(session.controller()), m_playback(session.playback()) {
     connectEditing();

@@ -9,14 +9,18 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include "audio/playback/PlaybackController.h"
+#include "base/UserDefaults.h"
 #include "controller/generation/LineGenerator.h"
 #include "controller/ProjectController.h"
 #include "controller/ProjectSession.h"
 #include "shell/account/AccountDialog.h"
 #include "shell/application/AppCommands.h"
 #include "shell/controls/Separator.h"
+#include "shell/editor/list/RowDensities.h"
 #include "shell/editor/list/ScriptListView.h"
+#include "shell/editor/list/TakeTimeScale.h"
 #include "shell/editor/ScriptEditor.h"
+#include "shell/editor/ScriptToolbar.h"
 #include "shell/inspector/Inspector.h"
 #include "shell/menus/AppActions.h"
 #include "shell/menus/MenuBar.h"
@@ -40,12 +44,14 @@ constexpr QSize smallestSize(600, 400);
 ProjectWindow::ProjectWindow(AppContext &context, controller::ProjectSession &session)
     : m_context(context), m_session(session), m_actions(new ProjectActions(session, this)),
       m_alerts(new ErrorAlerts(*this)), m_export(new ExportFlow(session.controller(), *this)),
-      m_toolbar(new ProjectToolbar({session.service(), context.localVoices, context.services.defaults, *m_actions})),
-      m_editor(new ScriptEditor(session, this)), m_inspector(new Inspector(session.controller(), session.service())),
-      m_splitter(new QSplitter(Qt::Horizontal)) {
+      m_editor(new ScriptEditor(session, this)),
+      m_toolbar(new ProjectToolbar({session.service(), context.localVoices, context.services.defaults, *m_actions,
+                                    new ScriptToolbar(session, m_editor->commands())})),
+      m_inspector(new Inspector(session.controller(), session.service())), m_splitter(new QSplitter(Qt::Horizontal)) {
     fillMenuBar(*menuBar(), *new AppActions(context.commands, this), *m_actions, m_editor->directionActions());
     layOut();
     connectCommands();
+    connectView();
     connectAlerts();
     syncTitle();
     resize(contentSize);
@@ -71,7 +77,7 @@ void ProjectWindow::layOut() {
     column->addWidget(new Separator(Qt::Horizontal));
     column->addWidget(m_splitter, 1);
     column->addWidget(new Separator(Qt::Horizontal));
-    auto *status = new StatusLine(m_session);
+    auto *status = new StatusLine(m_session, *m_editor);
     connect(status, &StatusLine::lineRequested, m_editor, &ScriptEditor::showLine);
     column->addWidget(status);
     setCentralWidget(content);
@@ -97,6 +103,25 @@ void ProjectWindow::connectCommands() {
     connect(m_inspector, &Inspector::localVoicesRequested, &m_context.localVoices, &speech::LocalVoices::switchOn);
     controller::onAnyChange<controller::TitleChanged, controller::UnsavedChangesChanged>(m_session.controller(), this,
                                                                                          [this] { syncTitle(); });
+}
+
+void ProjectWindow::connectView() {
+    QAction *compact = (*m_actions)[CommandId::CompactRows];
+    RowDensities &densities = m_editor->densities();
+    const auto showDensity = [compact, &densities] { compact->setChecked(densities.current() == RowDensity::Compact); };
+    compact->setCheckable(true);
+    connect(&densities, &RowDensities::currentChanged, compact, showDensity);
+    m_actions->onTriggered(CommandId::CompactRows, [&densities] { densities.toggle(); });
+    showDensity();
+
+    QAction *sameScale = (*m_actions)[CommandId::SameTimeScale];
+    sameScale->setCheckable(true);
+    sameScale->setChecked(m_context.services.defaults.sameTimeScale());
+    m_editor->timeScale().setShared(sameScale->isChecked());
+    connect(sameScale, &QAction::toggled, this, [this](bool isShared) {
+        m_context.services.defaults.setSameTimeScale(isShared);
+        m_editor->timeScale().setShared(isShared);
+    });
 }
 
 void ProjectWindow::connectAlerts() {

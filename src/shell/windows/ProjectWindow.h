@@ -61,6 +61,7 @@ protected:
 private:
     void layOut();
     void connectCommands();
+    void connectView();
     void connectAlerts();
     void toggleInspector();
     void fitMinimumSize();
@@ -71,8 +72,8 @@ private:
     ProjectActions *m_actions;
     ErrorAlerts *m_alerts;
     ExportFlow *m_export;
-    ProjectToolbar *m_toolbar;
     ScriptEditor *m_editor;
+    ProjectToolbar *m_toolbar;
     Inspector *m_inspector;
     QSplitter *m_splitter;
 };

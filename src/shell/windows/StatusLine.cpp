@@ -15,6 +15,7 @@
 #include "controller/takes/LineRuntime.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/theme/Theme.h"
+#include "shell/windows/PlayingMark.h"
 #include "shell/windows/RecordingMark.h"
 
 using namespace Qt::StringLiterals;
@@ -30,7 +31,7 @@ constexpr std::chrono::milliseconds importDelay{300};
 
 } // namespace
 
-StatusLine::StatusLine(controller::ProjectSession &session, QWidget *parent)
+StatusLine::StatusLine(controller::ProjectSession &session, ScriptEditor &editor, QWidget *parent)
     : QWidget(parent), m_controller(session.controller()), m_generator(session.generator()),
       m_audio(new TextLabel({}, TextLabel::Style::Caption)),
       m_import(new TextLabel(u"Importing audio…"_s, TextLabel::Style::Caption)),
@@ -47,11 +48,12 @@ StatusLine::StatusLine(controller::ProjectSession &session, QWidget *parent)
     const int unit = Theme::unit(this);
     m_progress->setFixedSize(unit * 28, std::max(6, unit * 3 / 2));
     auto *layout = new QHBoxLayout(this);
-    layout->setContentsMargins(unit * 3, unit, unit * 3, unit);
+    layout->setContentsMargins(unit * 3, unit / 2, unit * 3, unit / 2);
     layout->addWidget(m_audio);
     auto *recording = new RecordingMark(session);
     connect(recording, &RecordingMark::lineRequested, this, &StatusLine::lineRequested);
     layout->addWidget(recording);
+    layout->addWidget(new PlayingMark(session.playback(), editor));
     layout->addStretch();
     layout->addWidget(m_import);
     layout->addWidget(m_export);

@@ -21,12 +21,15 @@ class ProjectController;
 
 namespace orlenta::shell {
 
-/// The strip below the script: how many lines have audio, whether the microphone is on, whether audio is being imported
-/// or exported, and the progress of generation.
+class ScriptEditor;
+
+/// The strip below the script: how many lines have audio, what plays, whether the microphone is on, whether audio is
+/// being imported or exported, and the progress of generation.
 class StatusLine final : public QWidget {
     Q_OBJECT
 public:
-    explicit StatusLine(controller::ProjectSession &session, QWidget *parent = nullptr);
+    /// Session and editor outlive the strip.
+    StatusLine(controller::ProjectSession &session, ScriptEditor &editor, QWidget *parent = nullptr);
 
 Q_SIGNALS:
     /// The user wants to go to the line being recorded.

@@ -241,8 +241,7 @@ TEST(ProjectWindow, GeneratingALineAddsATakeThatCanBeUndoneAndRedone) {
     ASSERT_TRUE(it.session.startLocalVoices());
     ProjectWindowController &project = it.open(QStringLiteral("Spoken"), {QStringLiteral("Clara: Good morning.")});
     ASSERT_TRUE(waitUntil([&] { return project.elevenLabsService().isAuthenticated(); }));
-    QAbstractButton *generate =
-        buttonNamed(*project.window().editor().findChild<shell::ScriptToolbar *>(), QStringLiteral("Generate"));
+    QAbstractButton *generate = buttonNamed(project.window().toolbar().script(), QStringLiteral("Generate"));
     ASSERT_NE(generate, nullptr);
     generate->click();
     const auto line = [&project] { return *project.controller().project().linesInOrder().front(); };
