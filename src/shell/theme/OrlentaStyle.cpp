@@ -249,7 +249,9 @@ QSize OrlentaStyle::sizeFromContents(ContentsType type, const QStyleOption *opti
         const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
         const bool isBareIcon = button != nullptr && button->text.isEmpty();
         const bool isQuiet = Theme::role(widget) == ButtonRole::Quiet;
-        return {size.width() + unit * (isBareIcon ? 2 : isQuiet ? 4 : 6),
+        return {size.width() + unit * (isBareIcon ? 2
+                                       : isQuiet  ? 4
+                                                  : 6),
                 std::max(size.height(), option->fontMetrics.height()) + unit * (isQuiet ? 2 : 3)};
     }
     case CT_ToolButton:

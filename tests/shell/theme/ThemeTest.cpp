@@ -28,8 +28,8 @@ QColor strongestColor(const QImage &image) {
 TEST(Theme, TextIsReadableOnEverySurfaceOfBothAppearances) {
     for (const ThemeColors *colors : {&ThemeColors::light(), &ThemeColors::dark()}) {
         for (const QColor &background : {colors->window, colors->surface, colors->surfaceSelected, colors->field}) {
-            for (const QColor &ink :
-                 {colors->text, colors->textMuted, colors->placeholder, colors->accent, colors->danger, colors->warning})
+            for (const QColor &ink : {colors->text, colors->textMuted, colors->placeholder, colors->accent,
+                                      colors->danger, colors->warning})
                 EXPECT_GE(contrastRatio(ink, background), 4.5)
                     << ink.name().toStdString() << " on " << background.name().toStdString();
         }
