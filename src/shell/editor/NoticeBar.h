@@ -3,13 +3,15 @@
 #include <QtWidgets/QWidget>
 
 class QLabel;
+class QPushButton;
 class QToolButton;
 
 namespace orlenta::shell {
 
 class NoticeLabel;
 
-/// A message that stays until it is dismissed with its button or with Escape. Hidden while there is none.
+/// A message that stays until it is dismissed with its button or with Escape, and may offer something to do about it.
+/// Hidden while there is none.
 class NoticeBar final : public QWidget {
     Q_OBJECT
 public:
@@ -17,9 +19,13 @@ public:
 
     /// An empty text hides the bar.
     void setMessage(const QString &message);
+    /// Offers a button with this title; `tip` is its tool tip.
+    void setAction(const QString &title, const QString &tip);
 
 Q_SIGNALS:
     void dismissed();
+    /// The user pressed the offered button.
+    void actionTriggered();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -31,6 +37,7 @@ private:
 
     QLabel *m_icon = nullptr;
     NoticeLabel *m_text = nullptr;
+    QPushButton *m_action = nullptr;
     QToolButton *m_dismiss = nullptr;
 };
 

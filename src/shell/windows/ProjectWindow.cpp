@@ -19,6 +19,7 @@
 #include "shell/editor/list/RowDensities.h"
 #include "shell/editor/list/ScriptListView.h"
 #include "shell/editor/list/TakeTimeScale.h"
+#include "shell/editor/NoticeBar.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/editor/ScriptToolbar.h"
 #include "shell/inspector/Inspector.h"
@@ -53,6 +54,7 @@ ProjectWindow::ProjectWindow(AppContext &context, controller::ProjectSession &se
     connectCommands();
     connectView();
     connectAlerts();
+    connectLocalVoices();
     syncTitle();
     resize(contentSize);
     fitMinimumSize();
@@ -76,6 +78,7 @@ void ProjectWindow::layOut() {
     column->addWidget(m_toolbar);
     column->addWidget(new Separator(Qt::Horizontal));
     column->addWidget(m_splitter, 1);
+    column->addWidget(m_serviceNotice);
     column->addWidget(new Separator(Qt::Horizontal));
     auto *status = new StatusLine(m_session, *m_editor);
     connect(status, &StatusLine::lineRequested, m_editor, &ScriptEditor::showLine);
@@ -137,14 +140,20 @@ void ProjectWindow::connectAlerts() {
             [this](const QString &description) {
                 m_alerts->show({AlertSource::Playback, u"Playback Failed"_s, description, {}});
             });
-    const speech::LocalVoices &localVoices = m_context.localVoices;
+}
+
+// Voices that end hold up no work, so they are reported beside it.
+void ProjectWindow::connectLocalVoices() {
+    speech::LocalVoices &localVoices = m_context.localVoices;
+    m_serviceNotice->setAction(u"Start Again"_s, u"Start the local voices again"_s);
+    connect(m_serviceNotice, &NoticeBar::actionTriggered, &localVoices, &speech::LocalVoices::switchOn);
+    connect(m_serviceNotice, &NoticeBar::dismissed, this, [this] { m_serviceNotice->setMessage({}); });
     connect(&localVoices, &speech::LocalVoices::stateChanged, this, [this, &localVoices] {
         // If the account panel is open, it reports the failure itself.
-        if (localVoices.state() == speech::LocalVoices::State::Failed && findChild<AccountDialog *>() == nullptr)
-            m_alerts->show(
-                {AlertSource::LocalVoices, u"Local voices aren't available"_s, localVoices.failureReason(), {}});
-        else
-            m_alerts->withdraw(AlertSource::LocalVoices);
+        const bool isTold = findChild<AccountDialog *>() != nullptr;
+        const bool hasFailed = localVoices.state() == speech::LocalVoices::State::Failed && !isTold;
+        m_serviceNotice->setMessage(hasFailed ? u"Local voices aren't available. "_s + localVoices.failureReason()
+                                              : QString());
     });
 }
 

@@ -24,6 +24,7 @@ class AccountDialog;
 class ErrorAlerts;
 class ExportFlow;
 class Inspector;
+class NoticeBar;
 class ProjectActions;
 class ProjectToolbar;
 class ScriptEditor;
@@ -63,6 +64,7 @@ private:
     void connectCommands();
     void connectView();
     void connectAlerts();
+    void connectLocalVoices();
     void toggleInspector();
     void fitMinimumSize();
 
@@ -75,6 +77,7 @@ private:
     ScriptEditor *m_editor;
     ProjectToolbar *m_toolbar;
     Inspector *m_inspector;
+    NoticeBar *m_serviceNotice;
     QSplitter *m_splitter;
 };
 

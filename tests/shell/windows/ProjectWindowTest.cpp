@@ -13,11 +13,13 @@
 #include "controller/script/LineEditing.h"
 #include "controller/script/Selection.h"
 #include "controller/takes/LineRuntime.h"
+#include "shell/editor/list/ScriptListView.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/editor/ScriptToolbar.h"
 #include "shell/menus/ProjectActions.h"
 #include "shell/ShellSession.h"
 #include "shell/windows/ErrorAlerts.h"
+#include "shell/windows/ProjectToolbar.h"
 #include "shell/windows/ProjectWindows.h"
 
 namespace orlenta {
@@ -32,7 +34,8 @@ using testing::waitUntil;
 
 /// A session with open projects.
 struct OpenProjects {
-    OpenProjects() : windows(session.context) {}
+    explicit OpenProjects(const QString &localVoices = QStringLiteral(ORLENTA_LOCAL_VOICES))
+        : session(localVoices), windows(session.context) {}
 
     ProjectWindowController &open(const QString &name, const QStringList &lines) {
         const model::StoredProject stored = session.makeProject(name, lines);
@@ -77,6 +80,31 @@ TEST(ProjectWindow, OffersLocalVoicesWithoutAnAccount) {
     offer->click();
     EXPECT_TRUE(waitUntil([&] { return it.session.localVoices.state() == speech::LocalVoices::State::On; }));
     EXPECT_TRUE(waitUntil([&] { return !offer->isVisible(); }));
+}
+
+TEST(ProjectWindow, LocalVoicesThatEndAreReportedBesideTheWorkAndCanBeStartedAgain) {
+    OpenProjects it(QStringLiteral("/nowhere/missing-program"));
+    ProjectWindowController &project = it.open(QStringLiteral("First"), {QStringLiteral("Hello.")});
+    const auto offer = [&] { return buttonNamed(project.window(), QStringLiteral("Start Again")); };
+    EXPECT_EQ(offer(), nullptr);
+    it.session.localVoices.switchOn();
+    ASSERT_TRUE(waitUntil([&] { return offer() != nullptr; }));
+    EXPECT_EQ(sheetOf(project), nullptr);
+    offer()->click();
+    EXPECT_EQ(offer(), nullptr);
+    EXPECT_TRUE(waitUntil([&] { return offer() != nullptr; }));
+}
+
+TEST(ProjectWindow, RowsCanBeCompactByAKeyWhichTheMenuShows) {
+    OpenProjects it;
+    ProjectWindowController &project = it.open(QStringLiteral("First"), {QStringLiteral("Hello.")});
+    QAction *compact = project.window().actions()[controller::CommandId::CompactRows];
+    EXPECT_FALSE(compact->isChecked());
+    QTest::keyClick(&project.window().editor().list(), Qt::Key_C, Qt::ControlModifier | Qt::AltModifier);
+    EXPECT_TRUE(compact->isChecked());
+    project.window().close();
+    ProjectWindowController &again = it.open(QStringLiteral("Second"), {QStringLiteral("Hello.")});
+    EXPECT_FALSE(again.window().actions()[controller::CommandId::CompactRows]->isChecked());
 }
 
 TEST(ProjectWindow, ClosesACleanProjectWithoutAsking) {
