@@ -1,6 +1,7 @@
 #include "shell/inspector/Inspector.h"
 
 #include <QtCore/QEvent>
+#include <QtGui/QPainter>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QScrollArea>
@@ -57,8 +58,11 @@ Inspector::Inspector(controller::ProjectController &controller, speech::ElevenLa
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setAccessibleName(u"Inspector"_s);
     auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
+    // Room for the line that sets the inspector off.
+    layout->setContentsMargins(1, 0, 0, 0);
     layout->addWidget(scroll);
+    m_content->setAutoFillBackground(false);
+    scroll->viewport()->setAutoFillBackground(false);
 
     connect(m_voices, &VoiceSection::accountRequested, this, &Inspector::accountRequested);
     connect(m_voices, &VoiceSection::localVoicesRequested, this, &Inspector::localVoicesRequested);
@@ -82,6 +86,13 @@ void Inspector::changeEvent(QEvent *event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::FontChange)
         fitWidth();
+}
+
+void Inspector::paintEvent(QPaintEvent *) {
+    const ThemeColors &colors = ThemeColors::of(palette());
+    QPainter painter(this);
+    painter.fillRect(rect(), colors.surface);
+    painter.fillRect(QRect(0, 0, 1, height()), colors.border);
 }
 
 void Inspector::showSubject() {

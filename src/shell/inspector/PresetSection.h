@@ -3,9 +3,10 @@
 #include <QtCore/QTimer>
 #include <QtWidgets/QWidget>
 
+class QAction;
 class QComboBox;
 class QLabel;
-class QPushButton;
+class QToolButton;
 
 namespace orlenta::controller {
 class ProjectController;
@@ -27,6 +28,11 @@ public:
                   InspectedLines &lines, QWidget *parent = nullptr);
 
     [[nodiscard]] QComboBox *picker() const { return m_picker; }
+    /// Opens the menu with Save, Save As and Delete.
+    [[nodiscard]] QToolButton *menuButton() const { return m_menuButton; }
+
+protected:
+    void changeEvent(QEvent *event) override;
 
 private:
     void reload();
@@ -35,15 +41,18 @@ private:
     void save();
     void saveAs();
     void remove();
+    void makeMenu();
     void showSaved();
+    void applyMeasures();
 
     controller::ProjectController &m_controller;
     const speech::ElevenLabsService &m_service;
     InspectedLines &m_lines;
     QComboBox *m_picker;
-    QPushButton *m_save;
-    QPushButton *m_saveAs;
-    QPushButton *m_delete;
+    QToolButton *m_menuButton;
+    QAction *m_save;
+    QAction *m_saveAs;
+    QAction *m_delete;
     QLabel *m_notice;
     QTimer m_savedFeedback;
 };

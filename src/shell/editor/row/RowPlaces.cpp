@@ -35,8 +35,9 @@ RowPlaces RowPlaces::comfortable(const RowParts &parts, int width, int unit) {
     const int cardWidth = std::clamp(width - 2 * sideMargin * unit, unit * 20, unit * longestCard);
     places.card = QRect(sideMargin * unit, half, cardWidth, 0);
     const int stripe = stripeWidth(unit);
-    const QRect inner = places.card.adjusted(stripe + unit * 3, unit + half, -unit * 2, 0);
     const bool isWide = width >= wideList * unit;
+    const int padding = isWide ? unit : unit + half;
+    const QRect inner = places.card.adjusted(stripe + unit * 3, padding, -unit * 2, 0);
 
     const QRect head = inner.adjusted(0, 0, -(statusWidth + 1) * unit, 0);
     places.header = QRect(head.topLeft(), QSize(head.width(), parts.header->heightForWidth(head.width())));
@@ -76,7 +77,7 @@ RowPlaces RowPlaces::comfortable(const RowParts &parts, int width, int unit) {
             places.takes = below(inner.left() - unit, inner.width() + unit, tall);
         }
     }
-    places.card.setHeight(y + unit + half - places.card.top());
+    places.card.setHeight(y + padding - places.card.top());
     places.stripe = QRect(places.card.left(), places.card.top(), stripe, places.card.height());
     places.height = places.card.bottom() + 1 + half;
     return places;

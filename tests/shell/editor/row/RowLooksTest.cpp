@@ -61,8 +61,9 @@ TEST_F(RowLooksTest, CompactRowsAreOneLineHighAndTheCurrentRowKeepsItsPlace) {
     editor->densities().toggle();
     EXPECT_EQ(list().rowFor(id)->y(), y);
     for (const LineRow *row : list().rows())
-        if (list().isInView(row->lineId()))
+        if (list().isInView(row->lineId())) {
             EXPECT_EQ(row->height(), compactHeight());
+        }
     editor->densities().toggle();
     EXPECT_EQ(list().rowFor(id)->y(), y);
     EXPECT_GT(list().rowFor(id)->height(), compactHeight());
