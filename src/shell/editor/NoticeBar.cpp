@@ -16,8 +16,7 @@
 namespace orlenta::shell {
 
 NoticeBar::NoticeBar(QWidget *parent)
-    : QWidget(parent), m_icon(new QLabel(this)), m_text(new NoticeLabel(this)), m_action(new QPushButton(this)),
-      m_dismiss(new QToolButton(this)) {
+    : QWidget(parent), m_icon(new QLabel(this)), m_text(new NoticeLabel(this)), m_dismiss(new QToolButton(this)) {
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_icon->setAccessibleName(QStringLiteral("Warning"));
     m_dismiss->setIcon(Icon::named(QStringLiteral("close")));
@@ -28,10 +27,7 @@ NoticeBar::NoticeBar(QWidget *parent)
     auto *layout = new QHBoxLayout(this);
     layout->addWidget(m_icon);
     layout->addWidget(m_text, 1);
-    layout->addWidget(m_action);
     layout->addWidget(m_dismiss);
-    m_action->hide();
-    connect(m_action, &QPushButton::clicked, this, &NoticeBar::actionTriggered);
     connect(m_dismiss, &QToolButton::clicked, this, &NoticeBar::dismissed);
     applyMeasures();
     hide();
@@ -42,10 +38,12 @@ void NoticeBar::setMessage(const QString &message) {
     setVisible(!message.isEmpty());
 }
 
-void NoticeBar::setAction(const QString &title, const QString &tip) {
-    m_action->setText(title);
-    m_action->setToolTip(tip);
-    m_action->setVisible(!title.isEmpty());
+void NoticeBar::addAction(const QString &title, const QString &tip) {
+    auto *button = new QPushButton(title, this);
+    button->setToolTip(tip);
+    auto *row = static_cast<QHBoxLayout *>(layout());
+    row->insertWidget(row->indexOf(m_dismiss), button);
+    connect(button, &QPushButton::clicked, this, &NoticeBar::actionTriggered);
 }
 
 void NoticeBar::keyPressEvent(QKeyEvent *event) {

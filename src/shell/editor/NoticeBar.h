@@ -3,7 +3,6 @@
 #include <QtWidgets/QWidget>
 
 class QLabel;
-class QPushButton;
 class QToolButton;
 
 namespace orlenta::shell {
@@ -20,7 +19,7 @@ public:
     /// An empty text hides the bar.
     void setMessage(const QString &message);
     /// Offers a button with this title; `tip` is its tool tip.
-    void setAction(const QString &title, const QString &tip);
+    void addAction(const QString &title, const QString &tip);
 
 Q_SIGNALS:
     void dismissed();
@@ -37,7 +36,6 @@ private:
 
     QLabel *m_icon = nullptr;
     NoticeLabel *m_text = nullptr;
-    QPushButton *m_action = nullptr;
     QToolButton *m_dismiss = nullptr;
 };
 

@@ -28,6 +28,8 @@ ScriptTabBar::ScriptTabBar(controller::ProjectController &controller, QWidget *p
     m_bar->setDocumentMode(true);
     m_bar->setElideMode(Qt::ElideRight);
     m_bar->setUsesScrollButtons(true);
+    // By itself the bar reserves room for its scroll buttons, which leaves a gap after a single tab.
+    m_bar->setMinimumWidth(1);
     m_bar->setContextMenuPolicy(Qt::CustomContextMenu);
     m_bar->setAccessibleName(QStringLiteral("Script tabs"));
     m_bar->installEventFilter(this);

@@ -31,7 +31,7 @@ constexpr std::chrono::milliseconds savedFeedbackTime{1500};
 PresetSection::PresetSection(controller::ProjectController &controller, const speech::ElevenLabsService &service,
                              InspectedLines &lines, QWidget *parent)
     : QWidget(parent), m_controller(controller), m_service(service), m_lines(lines), m_picker(new QComboBox),
-      m_menuButton(new QToolButton), m_notice(new TextLabel({}, TextLabel::Style::Caption)) {
+      m_menuButton(new QToolButton), m_menu(new QMenu(this)), m_notice(new TextLabel({}, TextLabel::Style::Caption)) {
     m_picker->setPlaceholderText(u"SELECT PRESET"_s);
     m_picker->setAccessibleName(u"Preset"_s);
     m_picker->setToolTip(u"Apply a preset's settings and voice to the selected lines"_s);
@@ -64,18 +64,18 @@ PresetSection::PresetSection(controller::ProjectController &controller, const sp
 }
 
 void PresetSection::makeMenu() {
-    auto *menu = new QMenu(m_menuButton);
-    menu->setToolTipsVisible(true);
-    const auto add = [this, menu](const QString &title, const QString &tip, void (PresetSection::*carryOut)()) {
-        QAction *action = menu->addAction(title, this, carryOut);
+    m_menu->setToolTipsVisible(true);
+    const auto add = [this](const QString &title, const QString &tip, void (PresetSection::*carryOut)()) {
+        QAction *action = m_menu->addAction(title, this, carryOut);
         action->setToolTip(tip);
         return action;
     };
     m_save = add(u"Save"_s, u"Save this line's settings and voice to its preset"_s, &PresetSection::save);
     m_saveAs = add(u"Save As"_s, u"Save this line's settings and voice as a new preset"_s, &PresetSection::saveAs);
     m_delete = add(u"Delete"_s, u"Delete the selected preset"_s, &PresetSection::remove);
-    m_menuButton->setMenu(menu);
-    m_menuButton->setPopupMode(QToolButton::InstantPopup);
+    // Opened by hand: a tool button with a menu of its own would draw an arrow beside the dots.
+    connect(m_menuButton, &QToolButton::clicked, this,
+            [this] { m_menu->popup(m_menuButton->mapToGlobal(QPoint(0, m_menuButton->height()))); });
     m_menuButton->setAutoRaise(true);
     m_menuButton->setFocusPolicy(Qt::StrongFocus);
     m_menuButton->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);

@@ -5,6 +5,7 @@
 
 class QAction;
 class QComboBox;
+class QMenu;
 class QLabel;
 class QToolButton;
 
@@ -28,7 +29,9 @@ public:
                   InspectedLines &lines, QWidget *parent = nullptr);
 
     [[nodiscard]] QComboBox *picker() const { return m_picker; }
-    /// Opens the menu with Save, Save As and Delete.
+    /// With Save, Save As and Delete.
+    [[nodiscard]] QMenu *menu() const { return m_menu; }
+    /// Opens the menu.
     [[nodiscard]] QToolButton *menuButton() const { return m_menuButton; }
 
 protected:
@@ -50,6 +53,7 @@ private:
     InspectedLines &m_lines;
     QComboBox *m_picker;
     QToolButton *m_menuButton;
+    QMenu *m_menu;
     QAction *m_save;
     QAction *m_saveAs;
     QAction *m_delete;

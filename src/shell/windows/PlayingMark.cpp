@@ -30,7 +30,7 @@ QString timeText(double seconds) {
 } // namespace
 
 PlayingMark::PlayingMark(const Playback &playback, ScriptEditor &editor, QWidget *parent)
-    : QWidget(parent), m_playback(playback), m_editor(editor), m_place(new QPushButton(this)),
+    : QWidget(parent), m_playback(playback), m_editor(editor), m_place(new QPushButton(u"Playing"_s, this)),
       m_follow(new QPushButton(u"Follow"_s, this)) {
     m_place->setToolTip(u"Go to the playing line"_s);
     m_follow->setToolTip(u"Keep the playing line in view"_s);

@@ -48,7 +48,8 @@ ProjectWindow::ProjectWindow(AppContext &context, controller::ProjectSession &se
       m_editor(new ScriptEditor(session, this)),
       m_toolbar(new ProjectToolbar({session.service(), context.localVoices, context.services.defaults, *m_actions,
                                     new ScriptToolbar(session, m_editor->commands())})),
-      m_inspector(new Inspector(session.controller(), session.service())), m_splitter(new QSplitter(Qt::Horizontal)) {
+      m_inspector(new Inspector(session.controller(), session.service())), m_serviceNotice(new NoticeBar),
+      m_splitter(new QSplitter(Qt::Horizontal)) {
     fillMenuBar(*menuBar(), *new AppActions(context.commands, this), *m_actions, m_editor->directionActions());
     layOut();
     connectCommands();
@@ -145,7 +146,7 @@ void ProjectWindow::connectAlerts() {
 // Voices that end hold up no work, so they are reported beside it.
 void ProjectWindow::connectLocalVoices() {
     speech::LocalVoices &localVoices = m_context.localVoices;
-    m_serviceNotice->setAction(u"Start Again"_s, u"Start the local voices again"_s);
+    m_serviceNotice->addAction(u"Start Again"_s, u"Start the local voices again"_s);
     connect(m_serviceNotice, &NoticeBar::actionTriggered, &localVoices, &speech::LocalVoices::switchOn);
     connect(m_serviceNotice, &NoticeBar::dismissed, this, [this] { m_serviceNotice->setMessage({}); });
     connect(&localVoices, &speech::LocalVoices::stateChanged, this, [this, &localVoices] {

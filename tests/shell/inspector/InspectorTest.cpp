@@ -173,7 +173,7 @@ TEST(Inspector, EachModelShowsItsOwnControls) {
 TEST(Inspector, ThePresetMenuSavesAndDeletesAndSaysSaved) {
     Inspected it;
     const auto action = [&it](const QString &title) -> QAction * {
-        for (QAction *candidate : it.inspector.presets().menuButton()->menu()->actions())
+        for (QAction *candidate : it.inspector.presets().menu()->actions())
             if (candidate->text() == title)
                 return candidate;
         return nullptr;

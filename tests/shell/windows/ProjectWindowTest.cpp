@@ -12,6 +12,7 @@
 
 #include "controller/script/LineEditing.h"
 #include "controller/script/Selection.h"
+#include "controller/script/TabEditing.h"
 #include "controller/takes/LineRuntime.h"
 #include "shell/editor/list/ScriptListView.h"
 #include "shell/editor/ScriptEditor.h"
@@ -95,16 +96,19 @@ TEST(ProjectWindow, LocalVoicesThatEndAreReportedBesideTheWorkAndCanBeStartedAga
     EXPECT_TRUE(waitUntil([&] { return offer() != nullptr; }));
 }
 
-TEST(ProjectWindow, RowsCanBeCompactByAKeyWhichTheMenuShows) {
+TEST(ProjectWindow, TheViewMenuShowsWhetherTheRowsOfTheTabAreCompact) {
     OpenProjects it;
     ProjectWindowController &project = it.open(QStringLiteral("First"), {QStringLiteral("Hello.")});
     QAction *compact = project.window().actions()[controller::CommandId::CompactRows];
-    EXPECT_FALSE(compact->isChecked());
-    QTest::keyClick(&project.window().editor().list(), Qt::Key_C, Qt::ControlModifier | Qt::AltModifier);
+    const int tall = project.window().editor().list().rows().constFirst()->height();
+    compact->trigger();
     EXPECT_TRUE(compact->isChecked());
-    project.window().close();
-    ProjectWindowController &again = it.open(QStringLiteral("Second"), {QStringLiteral("Hello.")});
-    EXPECT_FALSE(again.window().actions()[controller::CommandId::CompactRows]->isChecked());
+    EXPECT_LT(project.window().editor().list().rows().constFirst()->height(), tall);
+    project.controller().tabs().addTab();
+    EXPECT_FALSE(compact->isChecked());
+    project.controller().tabs().selectPreviousTab();
+    EXPECT_TRUE(compact->isChecked());
+    project.controller().discardChanges();
 }
 
 TEST(ProjectWindow, ClosesACleanProjectWithoutAsking) {

@@ -136,7 +136,10 @@ LineHeader::Places LineHeader::placesFor(int width) const {
     const int unit = Theme::unit(this);
     const QFontMetrics names(nameFont());
     Places places;
-    places.height = (m_density == RowDensity::Compact ? RowPlaces::compactHeight : numberSide) * unit;
+    if (m_density == RowDensity::Compact)
+        places.height = RowPlaces::compactHeight * unit;
+    else
+        places.height = std::max({numberSide * unit, m_generate->sizeHint().height(), m_mode->sizeHint().height()});
     int right = width;
     const auto fromRight = [&](const QWidget *button, int gap) {
         if (button->isHidden())

@@ -54,7 +54,7 @@ void paint(QPainter &painter, const RowLook &look, const LineRowContent &content
     painter.fillPath(outline, background(look, content, row));
     if (content.header.stripe.isValid()) {
         painter.save();
-        painter.setClipPath(own);
+        painter.setClipPath(outline);
         painter.fillRect(places.stripe, content.header.stripe);
         painter.restore();
     }

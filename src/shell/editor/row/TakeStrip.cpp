@@ -81,7 +81,7 @@ void TakeStrip::changeEvent(QEvent *event) {
 void TakeStrip::applyMeasures() {
     const int icon = Theme::iconSize(this) * 3 / 4;
     const bool isCompact = m_density == RowDensity::Compact;
-    layout()->setSpacing(Theme::unit(this));
+    layout()->setSpacing(Theme::unit(this) * (isCompact ? 1 : 2));
     m_takes->setToolButtonStyle(isCompact ? Qt::ToolButtonTextOnly : Qt::ToolButtonTextBesideIcon);
     // As wide in each row, so that the lanes beside it are, too.
     const int words = m_takes->fontMetrics().horizontalAdvance(isCompact ? u"00/00"_s : u"Take 10 of 10"_s);
