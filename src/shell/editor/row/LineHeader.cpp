@@ -26,7 +26,7 @@ constexpr int shortestName = 10;
 
 LineHeader::LineHeader(QWidget *parent)
     : QWidget(parent), m_mode(new QToolButton(this)), m_notes(new QToolButton(this)), m_generate(new QPushButton(this)),
-      m_voiceHint(new QLabel(u"Select a voice in the inspector to generate"_s, this)) {
+      m_voiceHint(new QLabel(voiceHint(), this)) {
     m_voiceHint->setWordWrap(true);
     Theme::setRole(m_generate, ButtonRole::Quiet);
     m_notes->setToolTip(tipOf(CommandId::EditNotes));
@@ -42,6 +42,10 @@ LineHeader::LineHeader(QWidget *parent)
     showGeneration();
     showDirection();
     showButtons();
+}
+
+QString LineHeader::voiceHint() {
+    return u"Select a voice in the inspector to generate"_s;
 }
 
 QList<QWidget *> LineHeader::controls() const {

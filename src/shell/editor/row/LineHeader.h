@@ -19,6 +19,9 @@ class LineHeader final : public QWidget {
 public:
     explicit LineHeader(QWidget *parent);
 
+    /// What a row without a voice asks for.
+    [[nodiscard]] static QString voiceHint();
+
     /// `number` is the line's position in its tab.
     void setContent(qsizetype number, const LineHeaderContent &content);
     void setDensity(RowDensity density);

@@ -4,6 +4,7 @@
 #include <QtGui/QPainterPath>
 #include <QtWidgets/QWidget>
 
+#include "shell/editor/row/LineHeader.h"
 #include "shell/editor/row/RowPlaces.h"
 #include "shell/theme/Theme.h"
 
@@ -86,6 +87,13 @@ void paintText(QPainter &painter, const LineRowContent &content, const RowPlaces
     const QString words = content.text.text.left(longestShown).simplified();
     painter.drawText(places.text, Qt::AlignVCenter | Qt::AlignLeft,
                      painter.fontMetrics().elidedText(words, Qt::ElideRight, places.text.width()));
+    if (content.status == RowStatus::NoVoice && !places.takes.isEmpty()) {
+        painter.setFont(row.font());
+        painter.setPen(colors.textMuted);
+        painter.drawText(
+            places.takes.adjusted(unit, 0, 0, 0), Qt::AlignVCenter | Qt::AlignLeft,
+            painter.fontMetrics().elidedText(LineHeader::voiceHint(), Qt::ElideRight, places.takes.width() - unit));
+    }
     QRect mark(places.text.right() + unit / 2, unit, unit, unit);
     if (!content.notes.isEmpty())
         painter.fillRect(mark, colors.accent);
