@@ -18,8 +18,10 @@
 #include "controller/ProjectController.h"
 #include "controller/ProjectSession.h"
 #include "controller/script/Selection.h"
+#include "shell/editor/list/RowDensities.h"
 #include "shell/editor/list/ScriptLines.h"
 #include "shell/editor/list/ScriptListView.h"
+#include "shell/editor/list/TakeTimeScale.h"
 #include "shell/editor/row/LineRow.h"
 #include "shell/editor/ScriptCommands.h"
 #include "shell/editor/ScriptEditor.h"
@@ -116,7 +118,9 @@ Cost measurePeer(controller::ProjectSession &session) {
     const double before = residentMegabytes();
     QElapsedTimer timer;
     timer.start();
-    const ScriptLines source(session);
+    const RowDensities densities(session.controller(), session.services().defaults);
+    TakeTimeScale timeScale;
+    const ScriptLines source(session, densities, timeScale);
     QScrollArea area;
     auto *column = new QWidget;
     auto *layout = new QVBoxLayout(column);

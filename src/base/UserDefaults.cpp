@@ -170,6 +170,20 @@ void UserDefaults::setUseLocalVoices(bool value) {
     m_settings->setValue(QStringLiteral("useLocalVoices"), value);
 }
 
+QStringList UserDefaults::compactTabs() const {
+    return m_settings->value(QStringLiteral("compactTabs")).toStringList();
+}
+void UserDefaults::setCompactTabs(const QStringList &value) {
+    storeOrRemove(*m_settings, QLatin1String("compactTabs"), value, value.isEmpty());
+}
+
+bool UserDefaults::sameTimeScale() const {
+    return m_settings->value(QStringLiteral("sameTimeScale"), true).toBool();
+}
+void UserDefaults::setSameTimeScale(bool value) {
+    m_settings->setValue(QStringLiteral("sameTimeScale"), value);
+}
+
 QByteArray UserDefaults::windowGeometry() const {
     return m_settings->value(QStringLiteral("windowGeometry")).toByteArray();
 }

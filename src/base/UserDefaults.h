@@ -91,6 +91,13 @@ public:
     [[nodiscard]] bool useLocalVoices() const;
     void setUseLocalVoices(bool value);
 
+    /// Ids of the tabs that show compact rows, latest first.
+    [[nodiscard]] QStringList compactTabs() const;
+    void setCompactTabs(const QStringList &value);
+    /// Whether the waveforms of a tab share one time scale. Defaults to true.
+    [[nodiscard]] bool sameTimeScale() const;
+    void setSameTimeScale(bool value);
+
     [[nodiscard]] QByteArray windowGeometry() const;
     void setWindowGeometry(const QByteArray &value);
 

@@ -28,6 +28,11 @@ class PlaybackController final : public QObject {
     Q_OBJECT
 public:
     enum class AudioSource { Generated, SourceRecording, Preview };
+    /// A running Play All, and the place of the line at the playhead in it.
+    struct Sequence {
+        QList<PlaybackLine> lines;
+        qsizetype index = 0;
+    };
 
     static constexpr std::chrono::milliseconds progressInterval{30};
 
@@ -39,6 +44,8 @@ public:
     [[nodiscard]] std::optional<AudioSource> currentAudioSource() const { return m_source; }
     [[nodiscard]] bool isPlaying() const { return m_isPlaying; }
     [[nodiscard]] bool isPlayingSequence() const { return m_isPlaying && m_sequence; }
+    /// None unless several lines play.
+    [[nodiscard]] const std::optional<Sequence> &sequence() const { return m_sequence; }
     /// Share of the file that has been played, 0 to 1.
     [[nodiscard]] double playbackProgress() const { return m_progress; }
     [[nodiscard]] bool isCurrentGenerated(const PlaybackLineId &line) const;
@@ -65,12 +72,6 @@ Q_SIGNALS:
     void playbackFailed(const QString &description);
 
 private:
-    /// A running Play All.
-    struct Sequence {
-        QList<PlaybackLine> lines;
-        qsizetype index = 0;
-    };
-
     void logRequest(const QString &operation, const PlaybackLine &line) const;
     void seek(const PlaybackLine &line, AudioSource source, double fraction);
     void startPlayback(const PlaybackLine &line, AudioSource source, double fraction);

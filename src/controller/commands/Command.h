@@ -53,6 +53,8 @@ enum class CommandId {
     PlayAll,
     // View
     ToggleInspector,
+    CompactRows,
+    SameTimeScale,
     NextArea,
     PreviousArea,
     ZoomIn,

@@ -295,8 +295,7 @@ bool DemoDriver::waitFor(const Condition &condition, std::chrono::milliseconds l
 
 QAbstractButton *DemoDriver::editorButton(const QStringList &texts) const {
     // The lines have buttons with the same texts.
-    const auto *toolbar = m_project->window().editor().findChild<ScriptToolbar *>();
-    const auto buttons = toolbar == nullptr ? QList<QPushButton *>() : toolbar->findChildren<QPushButton *>();
+    const auto buttons = m_project->window().toolbar().script().findChildren<QPushButton *>();
     const auto found = std::find_if(buttons.begin(), buttons.end(), [&texts](const QPushButton *button) {
         return button->isVisible() && texts.contains(button->text());
     });

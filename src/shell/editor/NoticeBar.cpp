@@ -54,6 +54,14 @@ void NoticeBar::showWholeMessage() {
     (new WholeTextDialog(QStringLiteral("Message"), m_message, WholeTextDialog::Use::Read, this))->open();
 }
 
+void NoticeBar::addAction(const QString &title, const QString &tip) {
+    auto *button = new QPushButton(title, this);
+    button->setToolTip(tip);
+    auto *row = static_cast<QHBoxLayout *>(layout());
+    row->insertWidget(row->indexOf(m_dismiss), button);
+    connect(button, &QPushButton::clicked, this, &NoticeBar::actionTriggered);
+}
+
 void NoticeBar::keyPressEvent(QKeyEvent *event) {
     if (event->key() == Qt::Key_Escape)
         Q_EMIT dismissed();

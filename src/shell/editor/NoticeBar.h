@@ -10,8 +10,8 @@ namespace orlenta::shell {
 
 class NoticeLabel;
 
-/// A message that stays until it is dismissed with its button or with Escape. Hidden while there is none. Of a long
-/// message it shows the start and how long it is; "Show All" opens the rest.
+/// A message that stays until it is dismissed with its button or with Escape, and may offer something to do about it.
+/// Hidden while there is none. Of a long message it shows the start and how long it is; "Show All" opens the rest.
 class NoticeBar final : public QWidget {
     Q_OBJECT
 public:
@@ -19,9 +19,13 @@ public:
 
     /// An empty text hides the bar.
     void setMessage(const QString &message);
+    /// Offers a button with this title; `tip` is its tool tip.
+    void addAction(const QString &title, const QString &tip);
 
 Q_SIGNALS:
     void dismissed();
+    /// The user pressed the offered button.
+    void actionTriggered();
 
 protected:
     void paintEvent(QPaintEvent *event) override;

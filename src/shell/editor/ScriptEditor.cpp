@@ -14,15 +14,17 @@
 #include "controller/ProjectSession.h"
 #include "controller/script/Selection.h"
 #include "controller/script/TabEditing.h"
+#include "controller/script/TagEditing.h"
 #include "controller/takes/LineRuntime.h"
 #include "shell/editor/DirectionActions.h"
+#include "shell/editor/list/RowDensities.h"
 #include "shell/editor/list/ScriptLines.h"
 #include "shell/editor/list/ScriptListView.h"
+#include "shell/editor/list/TakeTimeScale.h"
 #include "shell/editor/NoticeBar.h"
 #include "shell/editor/row/LineRow.h"
 #include "shell/editor/row/NotesField.h"
 #include "shell/editor/ScriptTabBar.h"
-#include "shell/editor/ScriptToolbar.h"
 #include "shell/editor/WholeTexts.h"
 #include "shell/tags/TagPalette.h"
 #include "shell/theme/Theme.h"
@@ -42,8 +44,9 @@ ScriptEditor::ScriptEditor(controller::ProjectSession &session, QWidget *parent)
 ScriptEditor::ScriptEditor(controller::ProjectSession &session, const ScriptTextField::Factory &makeTextField,
                            QWidget *parent)
     : QWidget(parent), m_session(session), m_controller(session.controller()), m_playback(session.playback()),
-      m_commands(session), m_lines(std::make_unique<ScriptLines>(session)),
-      m_tabs(new ScriptTabBar(m_controller, this)), m_toolbar(new ScriptToolbar(session, m_commands, this)),
+      m_commands(session), m_densities(new RowDensities(m_controller, session.services().defaults, this)),
+      m_timeScale(new TakeTimeScale(this)), m_lines(std::make_unique<ScriptLines>(session, *m_densities, *m_timeScale)),
+      m_tabs(new ScriptTabBar(m_controller, this)),
       m_palette(new TagPalette(
           m_controller, [this](const tags::TagItem &item) { m_commands.insertTag(item); }, this)),
       m_list(new ScriptListView(*m_lines, makeTextField, this)),
@@ -53,10 +56,10 @@ ScriptEditor::ScriptEditor(controller::ProjectSession &session, const ScriptText
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_tabs);
-    layout->addWidget(m_toolbar);
-    layout->addWidget(m_palette);
     layout->addWidget(m_list, 1);
     layout->addWidget(m_notice);
+    // Below the lines, so that it moves none of them.
+    layout->addWidget(m_palette);
     applyMeasures();
 
     connect(m_list, &ScriptListView::rowCreated, &m_commands, &ScriptCommands::connectRow);
@@ -69,6 +72,7 @@ ScriptEditor::ScriptEditor(controller::ProjectSession &session, const ScriptText
     connectPlayback();
     connectNotice();
     connectDirection();
+    connectView();
     m_seenTabId = m_controller.project().activeTabId;
     m_list->reload();
     followSelection();
@@ -109,8 +113,20 @@ void ScriptEditor::connectPlayback() {
     connect(&playback, &Playback::playbackProgressChanged, this, &ScriptEditor::followProgress);
     connect(&playback, &Playback::isPlayingSequenceChanged, this, [this, &playback] {
         if (playback.isPlayingSequence())
-            showPlayheadLine();
+            followPlayback();
     });
+    // A user who scrolls wants to look at something else.
+    connect(m_list, &ScriptListView::scrolled, this, [this] { setFollowing(!m_playback.isPlayingSequence()); });
+}
+
+void ScriptEditor::setFollowing(bool isFollowing) {
+    if (std::exchange(m_isFollowing, isFollowing) != isFollowing)
+        Q_EMIT isFollowingChanged();
+}
+
+void ScriptEditor::followPlayback() {
+    setFollowing(true);
+    showPlayheadLine();
 }
 
 void ScriptEditor::connectDirection() {
@@ -127,7 +143,7 @@ void ScriptEditor::connectDirection() {
 }
 
 QList<QWidget *> ScriptEditor::areas() const {
-    return {m_tabs, m_toolbar, m_palette, m_list, m_notice};
+    return {m_tabs, m_list, m_notice, m_palette};
 }
 
 void ScriptEditor::connectWholeTexts(LineRow *row) {
@@ -136,6 +152,17 @@ void ScriptEditor::connectWholeTexts(LineRow *row) {
         m_wholeTexts->editText(row->lineId());
     });
     connect(row, &LineRow::wholeNotesRequested, this, [this, row] { m_wholeTexts->editNotes(row->lineId()); });
+}
+
+void ScriptEditor::connectView() {
+    connect(&m_controller.tagEditing(), &controller::TagEditing::tagToolbarExpandedChanged, this,
+            &ScriptEditor::showPalette);
+    connect(m_densities, &RowDensities::currentChanged, m_list, &ScriptListView::changeDensity);
+    // Queued: the scale changes while a row reads its line.
+    connect(m_timeScale, &TakeTimeScale::laneSecondsChanged, m_list, &ScriptListView::refreshRows,
+            Qt::QueuedConnection);
+    controller::onAnyChange<controller::ScriptLinesChanged>(
+        m_controller, this, [this] { m_timeScale->keepOnly(m_controller.scriptLineIds()); });
 }
 
 void ScriptEditor::showLine(const model::LineId &id) {
@@ -176,8 +203,13 @@ void ScriptEditor::followSelection() {
         m_list->ensureVisible(*focusId);
 }
 
+void ScriptEditor::showPalette() {
+    m_palette->setVisible(m_controller.selection().editingLineId() || m_controller.tagEditing().tagToolbarExpanded());
+}
+
 void ScriptEditor::followEditing() {
     m_list->refreshRows();
+    showPalette();
     const auto id = m_controller.selection().editingLineId();
     if (!id)
         return;
@@ -212,8 +244,7 @@ void ScriptEditor::followPlayhead() {
     const auto now = playing ? std::optional(model::LineId(playing->uuid())) : std::nullopt;
     m_lines->setPlayheadAudio(now ? audioAtPlayhead(*now) : QUrl());
     const auto before = std::exchange(m_playheadId, now);
-    // A user who has scrolled away from the playing line wants to look at something else.
-    const bool follows = before && before != now && playback.isPlayingSequence() && m_list->isInView(*before);
+    const bool follows = before && before != now && playback.isPlayingSequence() && m_isFollowing;
     if (before && before != now)
         m_list->refreshRow(*before);
     refreshPlayheadRow();
@@ -245,7 +276,7 @@ void ScriptEditor::showPlayheadLine() {
     const bool isWriting =
         m_controller.selection().editingLineId() || qobject_cast<NotesField *>(window()->focusWidget()) != nullptr;
     if (m_playheadId && !isWriting)
-        m_list->ensureVisible(*m_playheadId);
+        m_list->showAtThird(*m_playheadId);
 }
 
 void ScriptEditor::step(bool forward) {

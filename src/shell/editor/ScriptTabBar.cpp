@@ -39,6 +39,8 @@ ScriptTabBar::ScriptTabBar(controller::ProjectController &controller, QWidget *p
     m_bar->setDocumentMode(true);
     m_bar->setElideMode(Qt::ElideRight);
     m_bar->setUsesScrollButtons(true);
+    // By itself the bar reserves room for its scroll buttons, which leaves a gap after a single tab.
+    m_bar->setMinimumWidth(1);
     m_bar->setContextMenuPolicy(Qt::CustomContextMenu);
     m_bar->setAccessibleName(QStringLiteral("Script tabs"));
     m_bar->installEventFilter(this);
@@ -276,7 +278,7 @@ void ScriptTabBar::applyMeasures() {
     const int unit = Theme::unit(this);
     if (layout() == nullptr)
         return;
-    layout()->setContentsMargins(unit * 2, unit, unit * 2, unit);
+    layout()->setContentsMargins(unit * 2, 0, unit * 2, 0);
     layout()->setSpacing(unit);
     const int icon = Theme::iconSize(this);
     for (QToolButton *button : {m_add, m_all})

@@ -1,5 +1,8 @@
 #include "shell/editor/ScriptToolbar.h"
 
+#include <utility>
+
+#include <QtCore/QEvent>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QPushButton>
 
@@ -20,19 +23,17 @@ namespace orlenta::shell {
 
 ScriptToolbar::ScriptToolbar(controller::ProjectSession &session, ScriptCommands &commands, QWidget *parent)
     : QWidget(parent), m_session(session), m_commands(commands), m_generate(new QPushButton(this)),
-      m_play(new QPushButton(this)), m_add(new QPushButton(QStringLiteral("Add Line"), this)),
-      m_status(new PlainLabel(this)) {
-    Theme::setRole(m_generate, ButtonRole::Primary);
+      m_play(new QPushButton(this)), m_add(new QPushButton(this)) {
     Theme::setRole(m_play, ButtonRole::Quiet);
     Theme::setRole(m_add, ButtonRole::Quiet);
     m_add->setIcon(Icon::named(QStringLiteral("plus")));
+    m_add->setAccessibleName(QStringLiteral("Add Line"));
     m_add->setToolTip(tipOf(CommandId::AddLine));
     auto *layout = new QHBoxLayout(this);
     layout->addWidget(m_generate);
     layout->addWidget(m_play);
     layout->addWidget(m_add);
-    layout->addStretch(1);
-    layout->addWidget(m_status);
+    layout->setContentsMargins(0, 0, 0, 0);
     applyMeasures();
 
     controller::ProjectController &project = session.controller();
@@ -52,37 +53,40 @@ void ScriptToolbar::sync() {
     const controller::GenerationPlan plan = controller::planForSelection(m_session.controller());
     const bool isAgain = plan.kind == controller::GenerationKind::Regenerate;
     m_generate->setText(isAgain ? QStringLiteral("Regenerate") : QStringLiteral("Generate"));
-    m_generate->setIcon(
-        Icon::named(isAgain ? QStringLiteral("arrow-clockwise") : QStringLiteral("waveform"), Icon::Tint::OnAccent));
+    m_generate->setIcon(isAgain ? Icon::named(QStringLiteral("arrow-clockwise"))
+                                : Icon::named(QStringLiteral("waveform"), Icon::Tint::OnAccent));
     m_generate->setEnabled(!plan.lines.isEmpty());
+    // Only work that is missing is worth the loudest control.
+    Theme::setRole(m_generate, isAgain ? ButtonRole::Normal : ButtonRole::Primary);
+    const QString lines = plan.lines.size() == 1 ? QStringLiteral("1 selected line")
+                                                 : QStringLiteral("%1 selected lines").arg(plan.lines.size());
     m_generate->setToolTip(
-        tipWithKey(QStringLiteral("%1 the selected lines").arg(m_generate->text()), CommandId::Generate));
+        tipWithKey(QStringLiteral("%1 speech for %2").arg(m_generate->text(), lines), CommandId::Generate));
 
     const qsizetype selected = m_session.controller().selection().selectedLineIds().size();
     const bool isPlaying = m_session.playback().isPlaying();
-    m_play->setText(isPlaying      ? QStringLiteral("Stop")
-                    : selected > 1 ? QStringLiteral("Play All")
-                                   : QStringLiteral("Play"));
+    m_play->setAccessibleName(isPlaying      ? QStringLiteral("Stop")
+                              : selected > 1 ? QStringLiteral("Play All")
+                                             : QStringLiteral("Play"));
+    m_play->setText(m_showsWords ? m_play->accessibleName() : QString());
+    m_add->setText(m_showsWords ? m_add->accessibleName() : QString());
     m_play->setIcon(Icon::named(isPlaying ? QStringLiteral("stop") : QStringLiteral("play")));
     m_play->setEnabled(isPlaying || m_commands.canPlaySelection());
     m_play->setToolTip(isPlaying ? tipWithKey(QStringLiteral("Stop"), CommandId::PlaySelection)
                                  : tipOf(CommandId::PlaySelection));
-
-    const qsizetype lines = m_session.controller().scriptLineIds().size();
-    m_status->setText(selected > 1 ? QStringLiteral("%1 of %2 lines selected").arg(selected).arg(lines) : QString());
-    fitStatus();
 }
 
-void ScriptToolbar::fitStatus() {
-    const QMargins margins = layout()->contentsMargins();
-    const int buttons = m_generate->sizeHint().width() + m_play->sizeHint().width() + m_add->sizeHint().width();
-    const int taken = buttons + layout()->spacing() * 4 + margins.left() + margins.right();
-    m_status->setVisible(width() >= taken + m_status->sizeHint().width());
+void ScriptToolbar::setShowsWords(bool showsWords) {
+    if (std::exchange(m_showsWords, showsWords) != showsWords)
+        sync();
 }
 
-void ScriptToolbar::resizeEvent(QResizeEvent *event) {
-    QWidget::resizeEvent(event);
-    fitStatus();
+QSize ScriptToolbar::minimumSizeHint() const {
+    const int bare = Theme::unit(this) * 6;
+    const int unit = Theme::unit(this);
+    const int generate =
+        m_generate->fontMetrics().horizontalAdvance(QStringLiteral("Regenerate")) + Theme::iconSize(this) + unit * 8;
+    return {generate + 2 * (bare + layout()->spacing()), m_generate->sizeHint().height()};
 }
 
 void ScriptToolbar::changeEvent(QEvent *event) {
@@ -90,20 +94,13 @@ void ScriptToolbar::changeEvent(QEvent *event) {
     if (layout() == nullptr || (event->type() != QEvent::FontChange && event->type() != QEvent::PaletteChange))
         return;
     applyMeasures();
-    // The buttons get the new font after their parent.
-    QMetaObject::invokeMethod(this, &ScriptToolbar::fitStatus, Qt::QueuedConnection);
 }
 
 void ScriptToolbar::applyMeasures() {
-    const int unit = Theme::unit(this);
-    layout()->setContentsMargins(unit * 3, unit, unit * 4, unit);
-    layout()->setSpacing(unit * 2);
+    layout()->setSpacing(Theme::unit(this));
     const int icon = Theme::iconSize(this);
     for (QPushButton *button : {m_generate, m_play, m_add})
         button->setIconSize({icon, icon});
-    QPalette muted = palette();
-    muted.setColor(QPalette::WindowText, ThemeColors::of(palette()).textMuted);
-    m_status->setPalette(muted);
 }
 
 } // namespace orlenta::shell

@@ -1,6 +1,7 @@
 #include "shell/inspector/Inspector.h"
 
 #include <QtCore/QEvent>
+#include <QtGui/QPainter>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListView>
 #include <QtWidgets/QPushButton>
@@ -61,8 +62,11 @@ Inspector::Inspector(controller::ProjectController &controller, speech::ElevenLa
     m_viewport->installEventFilter(this);
     m_content->installEventFilter(this);
     auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
+    // Room for the line that sets the inspector off.
+    layout->setContentsMargins(1, 0, 0, 0);
     layout->addWidget(scroll);
+    m_content->setAutoFillBackground(false);
+    scroll->viewport()->setAutoFillBackground(false);
 
     connect(m_voices, &VoiceSection::linesRequested, this, &Inspector::linesRequested);
     connect(m_voices, &VoiceSection::accountRequested, this, &Inspector::accountRequested);
@@ -104,6 +108,13 @@ void Inspector::fitVoices() {
     // Its fixed height: the layout may not have applied that yet.
     const int others = m_content->layout()->totalHeightForWidth(m_viewport->width()) - list.minimumHeight();
     m_voices->setListRoom(m_viewport->height() - others);
+}
+
+void Inspector::paintEvent(QPaintEvent *) {
+    const ThemeColors &colors = ThemeColors::of(palette());
+    QPainter painter(this);
+    painter.fillRect(rect(), colors.surface);
+    painter.fillRect(QRect(0, 0, 1, height()), colors.border);
 }
 
 void Inspector::showSubject() {

@@ -4,26 +4,31 @@
 #include <QtWidgets/QWidget>
 
 class QButtonGroup;
+class QLabel;
 
 namespace orlenta::shell {
 
+class InfoButton;
 class InspectedLines;
-class ModelCard;
+class ModelSegment;
 
-/// Chooses the speech model of the inspected lines.
+/// Chooses the speech model of the inspected lines, and says what the chosen one is good at.
 class ModelSection final : public QWidget {
     Q_OBJECT
 public:
     explicit ModelSection(InspectedLines &lines, QWidget *parent = nullptr);
 
-    [[nodiscard]] const QList<ModelCard *> &cards() const { return m_cards; }
+    [[nodiscard]] const QList<ModelSegment *> &segments() const { return m_segments; }
 
 private:
     void showState();
 
     InspectedLines &m_lines;
     QButtonGroup *m_group;
-    QList<ModelCard *> m_cards;
+    QList<ModelSegment *> m_segments;
+    /// In the same order; only the chosen model's is visible.
+    QList<InfoButton *> m_infos;
+    QLabel *m_words;
 };
 
 } // namespace orlenta::shell

@@ -2,11 +2,13 @@
 
 #include <chrono>
 
+#include <QtCore/QEvent>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QInputDialog>
 #include <QtWidgets/QLineEdit>
-#include <QtWidgets/QPushButton>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QToolButton>
 #include <QtWidgets/QVBoxLayout>
 
 #include "controller/casting/PresetEditing.h"
@@ -15,6 +17,7 @@
 #include "shell/controls/TextLabel.h"
 #include "shell/inspector/InspectedLines.h"
 #include "shell/theme/Icon.h"
+#include "shell/theme/Theme.h"
 #include "speech/account/ElevenLabsService.h"
 
 using namespace Qt::StringLiterals;
@@ -29,45 +32,66 @@ constexpr std::chrono::milliseconds savedFeedbackTime{1500};
 PresetSection::PresetSection(controller::ProjectController &controller, const speech::ElevenLabsService &service,
                              InspectedLines &lines, QWidget *parent)
     : QWidget(parent), m_controller(controller), m_service(service), m_lines(lines), m_picker(new QComboBox),
-      m_save(new QPushButton(u"Save"_s)), m_saveAs(new QPushButton(u"Save As"_s)),
-      m_delete(new QPushButton(u"Delete"_s)), m_notice(new TextLabel({}, TextLabel::Style::Caption)) {
+      m_menuButton(new QToolButton), m_menu(new QMenu(this)), m_notice(new TextLabel({}, TextLabel::Style::Caption)) {
     m_picker->setPlaceholderText(u"SELECT PRESET"_s);
     m_picker->setAccessibleName(u"Preset"_s);
     m_picker->setToolTip(u"Apply a preset's settings and voice to the selected lines"_s);
     m_picker->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_picker->setMinimumContentsLength(12);
-    m_save->setToolTip(u"Save this line's settings and voice to its preset"_s);
-    m_save->setAccessibleName(u"Save preset"_s);
-    m_saveAs->setToolTip(u"Save this line's settings and voice as a new preset"_s);
-    m_saveAs->setAccessibleName(u"Save as new preset"_s);
-    m_delete->setToolTip(u"Delete the selected preset"_s);
-    m_delete->setAccessibleName(u"Delete preset"_s);
+    makeMenu();
     m_notice->hide();
     m_savedFeedback.setSingleShot(true);
     m_savedFeedback.setInterval(savedFeedbackTime);
 
-    auto *buttons = new QHBoxLayout;
-    buttons->addWidget(m_save, 1);
-    buttons->addWidget(m_saveAs, 1);
-    buttons->addWidget(m_delete, 1);
+    auto *row = new QHBoxLayout;
+    row->addWidget(m_picker, 1);
+    row->addWidget(m_menuButton);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(new TextLabel(u"PRESET"_s, TextLabel::Style::Section));
-    layout->addWidget(m_picker);
-    layout->addLayout(buttons);
+    layout->addLayout(row);
     layout->addWidget(m_notice);
 
     connect(m_picker, &QComboBox::activated, this, &PresetSection::apply);
-    connect(m_save, &QPushButton::clicked, this, &PresetSection::save);
-    connect(m_saveAs, &QPushButton::clicked, this, &PresetSection::saveAs);
-    connect(m_delete, &QPushButton::clicked, this, &PresetSection::remove);
     connect(&m_savedFeedback, &QTimer::timeout, this, &PresetSection::showState);
     controller::onAnyChange<controller::PresetsChanged>(controller, this, [this] { reload(); });
     connect(&lines, &InspectedLines::changed, this, [this] {
         m_notice->hide();
         showState();
     });
+    applyMeasures();
     reload();
+}
+
+void PresetSection::makeMenu() {
+    m_menu->setToolTipsVisible(true);
+    const auto add = [this](const QString &title, const QString &tip, void (PresetSection::*carryOut)()) {
+        QAction *action = m_menu->addAction(title, this, carryOut);
+        action->setToolTip(tip);
+        return action;
+    };
+    m_save = add(u"Save"_s, u"Save this line's settings and voice to its preset"_s, &PresetSection::save);
+    m_saveAs = add(u"Save As"_s, u"Save this line's settings and voice as a new preset"_s, &PresetSection::saveAs);
+    m_delete = add(u"Delete"_s, u"Delete the selected preset"_s, &PresetSection::remove);
+    // Opened by hand: a tool button with a menu of its own would draw an arrow beside the dots.
+    connect(m_menuButton, &QToolButton::clicked, this,
+            [this] { m_menu->popup(m_menuButton->mapToGlobal(QPoint(0, m_menuButton->height()))); });
+    m_menuButton->setAutoRaise(true);
+    m_menuButton->setFocusPolicy(Qt::StrongFocus);
+    m_menuButton->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_menuButton->setAccessibleName(u"Save or delete the preset"_s);
+    m_menuButton->setToolTip(u"Save or delete the preset"_s);
+}
+
+void PresetSection::applyMeasures() {
+    const int icon = Theme::iconSize(this);
+    m_menuButton->setIconSize({icon, icon});
+}
+
+void PresetSection::changeEvent(QEvent *event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        applyMeasures();
 }
 
 void PresetSection::reload() {
@@ -93,8 +117,8 @@ void PresetSection::showState() {
     m_delete->setEnabled(m_picker->currentIndex() >= 0 && m_controller.presets().canDeletePreset());
     if (m_savedFeedback.isActive())
         return;
-    m_save->setText(u"Save"_s);
-    m_save->setIcon({});
+    m_menuButton->setText({});
+    m_menuButton->setIcon(Icon::named(u"more"_s));
 }
 
 void PresetSection::apply(int row) {
@@ -143,8 +167,8 @@ void PresetSection::remove() {
 
 void PresetSection::showSaved() {
     m_savedFeedback.start();
-    m_save->setText(u"Saved!"_s);
-    m_save->setIcon(Icon::named(u"checkmark"_s));
+    m_menuButton->setText(u"Saved!"_s);
+    m_menuButton->setIcon(Icon::named(u"checkmark"_s));
     showState();
 }
 

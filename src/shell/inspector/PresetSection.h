@@ -3,9 +3,11 @@
 #include <QtCore/QTimer>
 #include <QtWidgets/QWidget>
 
+class QAction;
 class QComboBox;
+class QMenu;
 class QLabel;
-class QPushButton;
+class QToolButton;
 
 namespace orlenta::controller {
 class ProjectController;
@@ -27,6 +29,13 @@ public:
                   InspectedLines &lines, QWidget *parent = nullptr);
 
     [[nodiscard]] QComboBox *picker() const { return m_picker; }
+    /// With Save, Save As and Delete.
+    [[nodiscard]] QMenu *menu() const { return m_menu; }
+    /// Opens the menu.
+    [[nodiscard]] QToolButton *menuButton() const { return m_menuButton; }
+
+protected:
+    void changeEvent(QEvent *event) override;
 
 private:
     void reload();
@@ -35,15 +44,19 @@ private:
     void save();
     void saveAs();
     void remove();
+    void makeMenu();
     void showSaved();
+    void applyMeasures();
 
     controller::ProjectController &m_controller;
     const speech::ElevenLabsService &m_service;
     InspectedLines &m_lines;
     QComboBox *m_picker;
-    QPushButton *m_save;
-    QPushButton *m_saveAs;
-    QPushButton *m_delete;
+    QToolButton *m_menuButton;
+    QMenu *m_menu;
+    QAction *m_save;
+    QAction *m_saveAs;
+    QAction *m_delete;
     QLabel *m_notice;
     QTimer m_savedFeedback;
 };

@@ -47,7 +47,7 @@ void VoiceDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     const QRectF dot(option.rect.left() + unit * 2.0, option.rect.center().y() - swatch / 2.0 + 0.5, swatch, swatch);
     const auto cast = index.data(VoiceListModel::CastColorRole).value<QColor>();
     painter->setBrush(cast.isValid() ? QBrush(cast) : QBrush(Qt::NoBrush));
-    painter->setPen(cast.isValid() ? QPen(Qt::NoPen) : QPen(colors.borderStrong, 1.2));
+    painter->setPen(cast.isValid() ? QPen(Qt::NoPen) : QPen(colors.borderControl, 1.2));
     painter->drawEllipse(dot);
 
     QRect text = option.rect.adjusted(unit * 5, unit, -unit * 2, -unit);

@@ -57,6 +57,8 @@ ProjectActions::ProjectActions(controller::ProjectSession &session, QObject *par
                       CommandId::Play,
                       CommandId::PlayAll,
                       CommandId::ToggleInspector,
+                      CommandId::CompactRows,
+                      CommandId::SameTimeScale,
                       CommandId::NextArea,
                       CommandId::PreviousArea},
                      parent),

@@ -47,7 +47,8 @@ TagPalette::TagPalette(controller::ProjectController &controller, Insert insert,
       m_header(new QHBoxLayout) {
     makeHeader();
     makeRows();
-    auto *stress = new QShortcut(QKeySequence(stressKey()), this);
+    // The key counts while the palette is hidden, too.
+    auto *stress = new QShortcut(QKeySequence(stressKey()), parent != nullptr ? parent : this);
     connect(stress, &QShortcut::activated, this, [this] { m_insert(tags::stressTagItem()); });
     connect(&controller.tagEditing(), &controller::TagEditing::tagToolbarExpandedChanged, this, &TagPalette::showForm);
     controller::onAnyChange<controller::SelectionChanged>(controller, this, [this] { followSelection(); });

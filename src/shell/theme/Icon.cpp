@@ -41,6 +41,8 @@ QColor tintColor(Icon::Tint tint, QIcon::Mode mode) {
         return colors.accent;
     case Icon::Tint::OnAccent:
         return colors.onAccent;
+    case Icon::Tint::Warning:
+        return colors.warning;
     case Icon::Tint::Danger:
         return colors.danger;
     }

@@ -19,6 +19,7 @@ public:
         Accent,
         /// On a filled button in the accent colour.
         OnAccent,
+        Warning,
         Danger
     };
 

@@ -260,8 +260,11 @@ QSize OrlentaStyle::sizeFromContents(ContentsType type, const QStyleOption *opti
     case CT_PushButton: {
         const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
         const bool isBareIcon = button != nullptr && button->text.isEmpty();
-        return {size.width() + unit * (isBareIcon ? 2 : 6),
-                std::max(size.height(), option->fontMetrics.height()) + unit * 3};
+        const bool isQuiet = Theme::role(widget) == ButtonRole::Quiet;
+        return {size.width() + unit * (isBareIcon ? 2
+                                       : isQuiet  ? 4
+                                                  : 6),
+                std::max(size.height(), option->fontMetrics.height()) + unit * (isQuiet ? 2 : 3)};
     }
     case CT_ToolButton:
         return {size.width() + unit * 2, size.height() + unit * 2};

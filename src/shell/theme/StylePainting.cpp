@@ -89,7 +89,7 @@ void drawFieldPanel(QPainter *painter, const QStyleOption &option) {
     const ThemeColors &colors = ThemeColors::of(option.palette);
     const bool enabled = has(option, QStyle::State_Enabled);
     drawBox(painter, option.rect, radiusOf(option), enabled ? colors.field : colors.window,
-            enabled ? colors.borderStrong : colors.border);
+            enabled ? colors.borderControl : colors.border);
     if (has(option, QStyle::State_HasFocus))
         drawFocusRing(painter, option.rect, radiusOf(option), option.palette);
 }
@@ -100,7 +100,7 @@ void drawCheckIndicator(QPainter *painter, const QStyleOption &option) {
     const bool filled = has(option, QStyle::State_On) || has(option, QStyle::State_NoChange);
     const QColor fill = filled ? (enabled ? colors.accent : colors.textDisabled) : colors.field;
     const QRect box = option.rect.adjusted(1, 1, -1, -1);
-    drawBox(painter, box, box.height() / 4.0, fill, filled ? fill : colors.borderStrong);
+    drawBox(painter, box, box.height() / 4.0, fill, filled ? fill : colors.borderControl);
     if (has(option, QStyle::State_On))
         Icon::named(QStringLiteral("checkmark"), Icon::Tint::OnAccent).paint(painter, box.adjusted(1, 1, -1, -1));
     else if (filled)
@@ -115,7 +115,7 @@ void drawRadioIndicator(QPainter *painter, const QStyleOption &option) {
     const bool on = has(option, QStyle::State_On);
     const QColor fill = on ? (enabled ? colors.accent : colors.textDisabled) : colors.field;
     const QRect box = option.rect.adjusted(1, 1, -1, -1);
-    drawBox(painter, box, box.height() / 2.0, fill, on ? fill : colors.borderStrong);
+    drawBox(painter, box, box.height() / 2.0, fill, on ? fill : colors.borderControl);
     if (on) {
         const int inset = box.height() / 3;
         drawBox(painter, box.adjusted(inset, inset, -inset, -inset), box.height() / 2.0, colors.onAccent, QColor());
@@ -133,7 +133,7 @@ void drawScrollBar(QPainter *painter, const QStyleOptionSlider &option, const QR
     const int inset = active ? across / 5 : across * 3 / 10;
     const QRect bar = option.orientation == Qt::Vertical ? thumb.adjusted(inset, 2, -inset, -2)
                                                          : thumb.adjusted(2, inset, -2, -inset);
-    const QColor fill = active ? colors.textMuted : colors.scrollThumb;
+    const QColor fill = active ? colors.textMuted : colors.borderControl;
     drawBox(painter, bar, std::min(bar.width(), bar.height()) / 2.0, fill, QColor());
 }
 
@@ -173,7 +173,7 @@ void drawComboBox(QPainter *painter, const QStyleOptionComboBox &option, const Q
             !enabled  ? colors.window
             : hovered ? colors.surfaceHover
                       : colors.field,
-            enabled ? colors.borderStrong : colors.border);
+            enabled ? colors.borderControl : colors.border);
     const int side = std::min(option.fontMetrics.height(), arrow.width());
     QRect mark(0, 0, side, side);
     mark.moveCenter(arrow.center());

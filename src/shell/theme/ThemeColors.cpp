@@ -15,6 +15,7 @@ ThemeColors makeLight() {
         .field = QColor(0xFFFFFF),
         .border = QColor(0xDFE2E9),
         .borderStrong = QColor(0xC3C8D3),
+        .borderControl = QColor(0x868D9C),
         .text = QColor(0x1B1E27),
         .textMuted = QColor(0x596071),
         .placeholder = QColor(0x646B7B),
@@ -24,7 +25,9 @@ ThemeColors makeLight() {
         .onAccent = QColor(0xFFFFFF),
         .accentSoft = QColor(0xE8E6FB),
         .danger = QColor(0xB8322A),
-        .scrollThumb = QColor(0xB9BECA),
+        .dangerSoft = QColor(0xFDECEA),
+        .warning = QColor(0x8A5300),
+        .warningSoft = QColor(0xFFF4DC),
     };
 }
 
@@ -37,6 +40,7 @@ ThemeColors makeDark() {
         .field = QColor(0x1A1B20),
         .border = QColor(0x30333C),
         .borderStrong = QColor(0x484D5A),
+        .borderControl = QColor(0x6B7180),
         .text = QColor(0xE9EBF0),
         .textMuted = QColor(0xA5ABB8),
         .placeholder = QColor(0x8D94A3),
@@ -46,7 +50,9 @@ ThemeColors makeDark() {
         .onAccent = QColor(0x14142A),
         .accentSoft = QColor(0x302E55),
         .danger = QColor(0xF0877F),
-        .scrollThumb = QColor(0x4B505D),
+        .dangerSoft = QColor(0x3A2022),
+        .warning = QColor(0xE6B45C),
+        .warningSoft = QColor(0x3A2F17),
     };
 }
 

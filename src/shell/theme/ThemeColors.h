@@ -14,7 +14,10 @@ struct ThemeColors {
     QColor surfaceSelected;
     QColor field;
     QColor border;
+    /// Around what can be pressed but is told by more than its outline, such as a button with a word.
     QColor borderStrong;
+    /// Around fields, boxes and marks, which only their outline tells: a contrast of 3 to what is beside it.
+    QColor borderControl;
     QColor text;
     QColor textMuted;
     QColor placeholder;
@@ -24,7 +27,9 @@ struct ThemeColors {
     QColor onAccent;
     QColor accentSoft;
     QColor danger;
-    QColor scrollThumb;
+    QColor dangerSoft;
+    QColor warning;
+    QColor warningSoft;
 
     [[nodiscard]] static const ThemeColors &light();
     [[nodiscard]] static const ThemeColors &dark();

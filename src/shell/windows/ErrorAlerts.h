@@ -14,7 +14,7 @@ namespace orlenta::shell {
 class MessageBox;
 
 /// The source of a failure. Each source has at most one alert; a newer failure replaces the older one.
-enum class AlertSource { Save, LocalVoices, Generation, Playback };
+enum class AlertSource { Save, Generation, Playback };
 
 /// Shows the failures of a window one after the other, as sheets, in the order they happened. A repeated failure
 /// updates its alert instead of adding another. Main thread.

@@ -13,6 +13,7 @@
 #include "controller/export/Exporting.h"
 #include "shell/account/CreditDisplay.h"
 #include "shell/controls/Separator.h"
+#include "shell/editor/ScriptToolbar.h"
 #include "shell/menus/ProjectActions.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
@@ -20,6 +21,14 @@
 using namespace Qt::StringLiterals;
 
 namespace orlenta::shell {
+namespace {
+
+// The narrowest toolbars that have room for the words of the script's buttons, and of export, in units.
+constexpr int widthForScript = 205;
+constexpr int widthForExport = 220;
+
+} // namespace
+
 ProjectToolbar::ProjectToolbar(const Parts &parts, QWidget *parent)
     : QWidget(parent), m_parts(parts), m_save(actionButton(parts.actions[CommandId::SaveProject])),
       m_undo(actionButton(parts.actions[CommandId::Undo])), m_redo(actionButton(parts.actions[CommandId::Redo])),
@@ -32,15 +41,13 @@ ProjectToolbar::ProjectToolbar(const Parts &parts, QWidget *parent)
     m_outputMode->setCurrentIndex(std::max(0, m_outputMode->findData(parts.defaults.multiLineSpotOutputMode())));
     m_outputMode->setAccessibleName(u"Output mode"_s);
     m_outputMode->setToolTip(u"Choose whether selected lines spot as one continuous clip or individual clips"_s);
-    m_export->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     auto *layout = new QHBoxLayout(this);
-    const int unit = Theme::unit(this);
-    layout->setContentsMargins(unit * 2, unit * 2, unit * 2, unit * 2);
-    layout->setSpacing(unit);
     layout->addWidget(m_save);
     layout->addWidget(new Separator(Qt::Vertical));
     layout->addWidget(m_undo);
     layout->addWidget(m_redo);
+    layout->addWidget(new Separator(Qt::Vertical));
+    layout->addWidget(parts.script);
     layout->addStretch();
     layout->addWidget(m_account);
     layout->addWidget(new Separator(Qt::Vertical));
@@ -52,7 +59,7 @@ ProjectToolbar::ProjectToolbar(const Parts &parts, QWidget *parent)
     connect(m_outputMode, &QComboBox::activated, this,
             [this] { m_parts.defaults.setMultiLineSpotOutputMode(m_outputMode->currentData().toString()); });
     connect(m_account, &QPushButton::clicked, parts.actions[CommandId::Account], &QAction::trigger);
-    fitIcons();
+    applyMeasures();
 }
 
 controller::MultiLineOutput ProjectToolbar::outputMode() const {
@@ -63,7 +70,7 @@ controller::MultiLineOutput ProjectToolbar::outputMode() const {
 void ProjectToolbar::changeEvent(QEvent *event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::FontChange)
-        fitIcons();
+        applyMeasures();
 }
 
 QToolButton *ProjectToolbar::actionButton(QAction *action) {
@@ -77,11 +84,35 @@ QToolButton *ProjectToolbar::actionButton(QAction *action) {
     return button;
 }
 
-void ProjectToolbar::fitIcons() {
-    const int side = Theme::iconSize(this);
+void ProjectToolbar::applyMeasures() {
+    const int unit = Theme::unit(this);
+    layout()->setContentsMargins(unit * 2, unit * 3 / 2, unit * 2, unit * 3 / 2);
+    layout()->setSpacing(unit);
+    const QSize side(Theme::iconSize(this), Theme::iconSize(this));
     for (QToolButton *button : {m_save, m_undo, m_redo, m_export, m_inspector})
-        button->setIconSize(QSize(side, side));
-    m_account->setIconSize(QSize(side, side));
+        button->setIconSize(side);
+    m_account->setIconSize(side);
+    fitWords();
+}
+
+void ProjectToolbar::fitWords() {
+    const int units = width() / Theme::unit(this);
+    m_parts.script->setShowsWords(units >= widthForScript);
+    m_export->setToolButtonStyle(units >= widthForExport ? Qt::ToolButtonTextBesideIcon : Qt::ToolButtonIconOnly);
+}
+
+QSize ProjectToolbar::minimumSizeHint() const {
+    const int unit = Theme::unit(this);
+    const int icons = unit * 6 * 5;
+    const int words = m_parts.script->minimumSizeHint().width() + m_account->sizeHint().width() +
+                      m_outputMode->minimumSizeHint().width();
+    const int gaps = layout()->spacing() * layout()->count() + unit * 4 + 4;
+    return {icons + words + gaps, unit * 10};
+}
+
+void ProjectToolbar::resizeEvent(QResizeEvent *event) {
+    QWidget::resizeEvent(event);
+    fitWords();
 }
 
 } // namespace orlenta::shell

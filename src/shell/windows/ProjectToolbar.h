@@ -22,8 +22,10 @@ class LocalVoices;
 namespace orlenta::shell {
 
 class ProjectActions;
+class ScriptToolbar;
 
-/// The toolbar at the top of a project window: save, undo and redo, account, and export with its output mode.
+/// The toolbar at the top of a project window: save, undo and redo, the script's buttons, account, and export with its
+/// output mode. In a narrow window, some buttons show their icons only.
 class ProjectToolbar final : public QWidget {
     Q_OBJECT
 public:
@@ -32,23 +34,30 @@ public:
         const speech::LocalVoices &localVoices;
         base::UserDefaults &defaults;
         const ProjectActions &actions;
+        /// Becomes a child of the toolbar.
+        ScriptToolbar *script = nullptr;
     };
 
     explicit ProjectToolbar(const Parts &parts, QWidget *parent = nullptr);
 
     [[nodiscard]] controller::MultiLineOutput outputMode() const;
+    [[nodiscard]] ScriptToolbar &script() const { return *m_parts.script; }
     [[nodiscard]] QToolButton *exportButton() const { return m_export; }
     [[nodiscard]] QToolButton *undoButton() const { return m_undo; }
     [[nodiscard]] QToolButton *redoButton() const { return m_redo; }
     [[nodiscard]] QComboBox *outputModePicker() const { return m_outputMode; }
     [[nodiscard]] QPushButton *accountButton() const { return m_account; }
 
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
 protected:
+    void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
     [[nodiscard]] QToolButton *actionButton(QAction *action);
-    void fitIcons();
+    void applyMeasures();
+    void fitWords();
 
     Parts m_parts;
     QToolButton *m_save;

@@ -10,6 +10,7 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include "audio/playback/PlaybackController.h"
+#include "base/UserDefaults.h"
 #include "controller/document/Notices.h"
 #include "controller/generation/LineGenerator.h"
 #include "controller/ProjectController.h"
@@ -19,8 +20,12 @@
 #include "shell/controls/Separator.h"
 #include "shell/controls/ShownText.h"
 #include "shell/editor/DirectionActions.h"
+#include "shell/editor/list/RowDensities.h"
 #include "shell/editor/list/ScriptListView.h"
+#include "shell/editor/list/TakeTimeScale.h"
+#include "shell/editor/NoticeBar.h"
 #include "shell/editor/ScriptEditor.h"
+#include "shell/editor/ScriptToolbar.h"
 #include "shell/inspector/Inspector.h"
 #include "shell/menus/AppActions.h"
 #include "shell/menus/MenuBar.h"
@@ -45,13 +50,17 @@ constexpr QSize smallestSize(600, 400);
 ProjectWindow::ProjectWindow(AppContext &context, controller::ProjectSession &session)
     : m_context(context), m_session(session), m_actions(new ProjectActions(session, this)),
       m_alerts(new ErrorAlerts(*this)), m_export(new ExportFlow(session.controller(), *this)),
-      m_toolbar(new ProjectToolbar({session.service(), context.localVoices, context.services.defaults, *m_actions})),
-      m_editor(new ScriptEditor(session, this)), m_inspector(new Inspector(session.controller(), session.service())),
+      m_editor(new ScriptEditor(session, this)),
+      m_toolbar(new ProjectToolbar({session.service(), context.localVoices, context.services.defaults, *m_actions,
+                                    new ScriptToolbar(session, m_editor->commands())})),
+      m_inspector(new Inspector(session.controller(), session.service())), m_serviceNotice(new NoticeBar),
       m_splitter(new QSplitter(Qt::Horizontal)) {
     fillMenuBar(*menuBar(), *new AppActions(context.commands, this), *m_actions, m_editor->directionActions());
     layOut();
     connectCommands();
+    connectView();
     connectAlerts();
+    connectLocalVoices();
     syncTitle();
     resize(contentSize);
     fitMinimumSize();
@@ -75,8 +84,9 @@ void ProjectWindow::layOut() {
     column->addWidget(m_toolbar);
     column->addWidget(new Separator(Qt::Horizontal));
     column->addWidget(m_splitter, 1);
+    column->addWidget(m_serviceNotice);
     column->addWidget(new Separator(Qt::Horizontal));
-    auto *status = new StatusLine(m_session);
+    auto *status = new StatusLine(m_session, *m_editor);
     connect(status, &StatusLine::lineRequested, m_editor, &ScriptEditor::showLine);
     column->addWidget(status);
     m_areas =
@@ -109,6 +119,25 @@ void ProjectWindow::connectCommands() {
                                                                                          [this] { syncTitle(); });
 }
 
+void ProjectWindow::connectView() {
+    QAction *compact = (*m_actions)[CommandId::CompactRows];
+    RowDensities &densities = m_editor->densities();
+    const auto showDensity = [compact, &densities] { compact->setChecked(densities.current() == RowDensity::Compact); };
+    compact->setCheckable(true);
+    connect(&densities, &RowDensities::currentChanged, compact, showDensity);
+    m_actions->onTriggered(CommandId::CompactRows, [&densities] { densities.toggle(); });
+    showDensity();
+
+    QAction *sameScale = (*m_actions)[CommandId::SameTimeScale];
+    sameScale->setCheckable(true);
+    sameScale->setChecked(m_context.services.defaults.sameTimeScale());
+    m_editor->timeScale().setShared(sameScale->isChecked());
+    connect(sameScale, &QAction::toggled, this, [this](bool isShared) {
+        m_context.services.defaults.setSameTimeScale(isShared);
+        m_editor->timeScale().setShared(isShared);
+    });
+}
+
 void ProjectWindow::connectAlerts() {
     controller::LineGenerator &generator = m_session.generator();
     connect(&generator, &controller::LineGenerator::generateErrorChanged, this, [this, &generator] {
@@ -122,14 +151,20 @@ void ProjectWindow::connectAlerts() {
             [this](const QString &description) {
                 m_alerts->show({AlertSource::Playback, u"Playback Failed"_s, description, {}});
             });
-    const speech::LocalVoices &localVoices = m_context.localVoices;
+}
+
+// Voices that end hold up no work, so they are reported beside it.
+void ProjectWindow::connectLocalVoices() {
+    speech::LocalVoices &localVoices = m_context.localVoices;
+    m_serviceNotice->addAction(u"Start Again"_s, u"Start the local voices again"_s);
+    connect(m_serviceNotice, &NoticeBar::actionTriggered, &localVoices, &speech::LocalVoices::switchOn);
+    connect(m_serviceNotice, &NoticeBar::dismissed, this, [this] { m_serviceNotice->setMessage({}); });
     connect(&localVoices, &speech::LocalVoices::stateChanged, this, [this, &localVoices] {
         // If the account panel is open, it reports the failure itself.
-        if (localVoices.state() == speech::LocalVoices::State::Failed && findChild<AccountDialog *>() == nullptr)
-            m_alerts->show(
-                {AlertSource::LocalVoices, u"Local voices aren't available"_s, localVoices.failureReason(), {}});
-        else
-            m_alerts->withdraw(AlertSource::LocalVoices);
+        const bool isTold = findChild<AccountDialog *>() != nullptr;
+        const bool hasFailed = localVoices.state() == speech::LocalVoices::State::Failed && !isTold;
+        m_serviceNotice->setMessage(hasFailed ? u"Local voices aren't available. "_s + localVoices.failureReason()
+                                              : QString());
     });
 }
 

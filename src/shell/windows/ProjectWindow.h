@@ -25,6 +25,7 @@ class AreaCycle;
 class ErrorAlerts;
 class ExportFlow;
 class Inspector;
+class NoticeBar;
 class ProjectActions;
 class ProjectToolbar;
 class ScriptEditor;
@@ -63,7 +64,9 @@ protected:
 private:
     void layOut();
     void connectCommands();
+    void connectView();
     void connectAlerts();
+    void connectLocalVoices();
     void toggleInspector();
     void fitMinimumSize();
 
@@ -73,9 +76,10 @@ private:
     ProjectActions *m_actions;
     ErrorAlerts *m_alerts;
     ExportFlow *m_export;
-    ProjectToolbar *m_toolbar;
     ScriptEditor *m_editor;
+    ProjectToolbar *m_toolbar;
     Inspector *m_inspector;
+    NoticeBar *m_serviceNotice;
     QSplitter *m_splitter;
     AreaCycle *m_areas = nullptr;
 };

@@ -18,6 +18,7 @@
 #include "shell/controls/NoticeLabel.h"
 #include "shell/controls/TextLabel.h"
 #include "shell/theme/Theme.h"
+#include "shell/windows/PlayingMark.h"
 #include "shell/windows/RecordingMark.h"
 
 using namespace Qt::StringLiterals;
@@ -35,7 +36,7 @@ constexpr std::chrono::seconds refusalTime{6};
 
 } // namespace
 
-StatusLine::StatusLine(controller::ProjectSession &session, QWidget *parent)
+StatusLine::StatusLine(controller::ProjectSession &session, ScriptEditor &editor, QWidget *parent)
     : QWidget(parent), m_controller(session.controller()), m_generator(session.generator()),
       m_audio(new TextLabel({}, TextLabel::Style::Caption)), m_refusal(new NoticeLabel),
       m_import(new TextLabel(u"Importing audio…"_s, TextLabel::Style::Caption)),
@@ -60,11 +61,12 @@ StatusLine::StatusLine(controller::ProjectSession &session, QWidget *parent)
     const int unit = Theme::unit(this);
     m_progress->setFixedSize(unit * 28, std::max(6, unit * 3 / 2));
     auto *layout = new QHBoxLayout(this);
-    layout->setContentsMargins(unit * 3, unit, unit * 3, unit);
+    layout->setContentsMargins(unit * 3, unit / 2, unit * 3, unit / 2);
     layout->addWidget(m_audio);
     auto *recording = new RecordingMark(session);
     connect(recording, &RecordingMark::lineRequested, this, &StatusLine::lineRequested);
     layout->addWidget(recording);
+    layout->addWidget(new PlayingMark(session.playback(), editor));
     layout->addWidget(m_refusal, 1);
     layout->addStretch();
     layout->addWidget(m_import);

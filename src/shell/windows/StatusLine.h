@@ -17,13 +17,15 @@ class ProjectSession;
 namespace orlenta::shell {
 
 class NoticeLabel;
+class ScriptEditor;
 
-/// The strip below the script: how many lines have audio, whether the microphone is on, why the last command did
-/// nothing, whether audio is being imported or exported, and the progress of generation.
+/// The strip below the script: how many lines have audio, what plays, whether the microphone is on, why the last
+/// command did nothing, whether audio is being imported or exported, and the progress of generation.
 class StatusLine final : public QWidget {
     Q_OBJECT
 public:
-    explicit StatusLine(controller::ProjectSession &session, QWidget *parent = nullptr);
+    /// Session and editor outlive the strip.
+    StatusLine(controller::ProjectSession &session, ScriptEditor &editor, QWidget *parent = nullptr);
 
 Q_SIGNALS:
     /// The user wants to go to the line being recorded.

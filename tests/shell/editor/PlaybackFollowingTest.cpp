@@ -7,6 +7,7 @@
 #include "controller/takes/MediaFiles.h"
 #include "shell/editor/row/WaveformBarsView.h"
 #include "shell/editor/ScriptEditorFixture.h"
+#include "shell/windows/PlayingMark.h"
 #include "support/SoundServerSession.h"
 
 using namespace Qt::StringLiterals;
@@ -122,6 +123,38 @@ TEST_F(PlaybackFollowingTest, PlayAllScrollsTheNextLineIntoView) {
     ASSERT_FALSE(editor->list().isInView(idAt(19)));
     ASSERT_TRUE(waitForLastLine());
     EXPECT_TRUE(editor->list().isInView(idAt(19)));
+}
+
+TEST_F(PlaybackFollowingTest, TheStatusLineTellsThePlaceInPlayAllAndLeadsBackToIt) {
+    addTake(0);
+    addTake(1);
+    addTake(19);
+    QWidget strip;
+    PlayingMark mark(*playback, *editor, &strip);
+    strip.show();
+    EXPECT_FALSE(mark.isVisible());
+    const auto button = [&mark](const QString &text) -> QAbstractButton * {
+        for (QAbstractButton *candidate : mark.findChildren<QAbstractButton *>())
+            if (candidate->isVisible() && candidate->text().startsWith(text))
+                return candidate;
+        return nullptr;
+    };
+    editor->commands().playWholeTab();
+    ASSERT_NE(button(u"Playing 1 of 3"_s), nullptr);
+    EXPECT_TRUE(waitFor([&] {
+        const QAbstractButton *place = button(u"Playing"_s);
+        return place != nullptr && place->text().endsWith(u"of 0:09"_s);
+    }));
+    EXPECT_EQ(button(u"Follow"_s), nullptr);
+    QScrollBar &bar = *editor->list().verticalScrollBar();
+    bar.setValue(bar.maximum());
+    ASSERT_FALSE(editor->list().isInView(idAt(0)));
+    ASSERT_NE(button(u"Follow"_s), nullptr);
+    button(u"Follow"_s)->click();
+    EXPECT_TRUE(editor->list().isInView(idAt(0)));
+    EXPECT_EQ(button(u"Follow"_s), nullptr);
+    editor->commands().stop();
+    EXPECT_FALSE(mark.isVisible());
 }
 
 TEST_F(PlaybackFollowingTest, PlayAllDoesNotScrollOnceTheUserScrollsAwayOrTypes) {

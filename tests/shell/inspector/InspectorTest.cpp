@@ -8,8 +8,10 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListView>
+#include <QtWidgets/QMenu>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QSlider>
+#include <QtWidgets/QToolButton>
 
 #include "controller/casting/PresetEditing.h"
 #include "controller/casting/VoiceCasting.h"
@@ -20,8 +22,8 @@
 #include "controller/script/Selection.h"
 #include "shell/controls/SettingSlider.h"
 #include "shell/inspector/InspectedLines.h"
-#include "shell/inspector/ModelCard.h"
 #include "shell/inspector/ModelSection.h"
+#include "shell/inspector/ModelSegment.h"
 #include "shell/inspector/PresetSection.h"
 #include "shell/inspector/SettingsSection.h"
 #include "shell/inspector/VoiceListModel.h"
@@ -234,15 +236,36 @@ TEST(Inspector, DraggingASliderIsOneStep) {
 TEST(Inspector, EachModelShowsItsOwnControls) {
     Inspected it;
     const shell::SettingsSection &section = it.inspector.settings();
-    for (shell::ModelCard *card : it.inspector.models().cards()) {
-        card->click();
-        EXPECT_EQ(it.settings(0).model, card->modelKey());
-        const bool isExpressive = card->modelKey() == QStringLiteral("v3");
+    for (shell::ModelSegment *segment : it.inspector.models().segments()) {
+        segment->click();
+        EXPECT_EQ(it.settings(0).model, segment->model().key);
+        const bool isExpressive = segment->model().key == QStringLiteral("v3");
         EXPECT_EQ(section.modeButtons().first()->isVisible(), isExpressive);
         EXPECT_EQ(section.slider(SettingsControlKind::Stability)->isVisible(), !isExpressive);
         EXPECT_EQ(section.slider(SettingsControlKind::Speed)->isVisible(), !isExpressive);
         EXPECT_TRUE(section.slider(SettingsControlKind::Style)->isVisible());
     }
+}
+
+TEST(Inspector, ThePresetMenuSavesAndDeletesAndSaysSaved) {
+    Inspected it;
+    const auto action = [&it](const QString &title) -> QAction * {
+        for (QAction *candidate : it.inspector.presets().menu()->actions())
+            if (candidate->text() == title)
+                return candidate;
+        return nullptr;
+    };
+    ASSERT_GT(it.controller.project().presets.size(), 0);
+    QComboBox &picker = *it.inspector.presets().picker();
+    Q_EMIT picker.activated(0);
+    it.change(0, &ProjectLineSettings::style, 0.3);
+    ASSERT_TRUE(action(QStringLiteral("Save"))->isEnabled());
+    action(QStringLiteral("Save"))->trigger();
+    EXPECT_DOUBLE_EQ(it.controller.project().presets.first().settings.style, 0.3);
+    EXPECT_EQ(it.inspector.presets().menuButton()->text(), QStringLiteral("Saved!"));
+    it.controller.selection().selectAll();
+    EXPECT_FALSE(action(QStringLiteral("Save"))->isEnabled());
+    EXPECT_FALSE(action(QStringLiteral("Save As"))->isEnabled());
 }
 
 TEST(Inspector, APresetWithAMissingVoiceAppliesItsSettingsAndSaysSo) {
@@ -280,7 +303,7 @@ TEST(Inspector, WithNoLineSelectedNothingCanBeChanged) {
     it.controller.selection().toggle(it.controller.scriptLineIds().first());
     ASSERT_TRUE(it.controller.selection().selectedLineIds().isEmpty());
     EXPECT_FALSE(it.inspector.presets().picker()->isEnabled());
-    EXPECT_FALSE(it.inspector.models().cards().first()->isEnabled());
+    EXPECT_FALSE(it.inspector.models().segments().first()->isEnabled());
     EXPECT_FALSE(it.inspector.settings().slider(SettingsControlKind::Style)->isEnabled());
 }
 

@@ -63,6 +63,8 @@ protected:
 
 TEST_F(TagPaletteTest, ShowsAMenuOrARowOfChipsForEachCategory) {
     open(projectWith(helloAndSecond));
+    EXPECT_FALSE(palette().isVisible());
+    edit(0, {5, 0});
     settle();
     EXPECT_EQ(chipLabels(), QStringList({QStringLiteral("Emotion"), QStringLiteral("Vocal"), QStringLiteral("Pacing"),
                                          QStringLiteral("Character"), QStringLiteral("STRESS")}));

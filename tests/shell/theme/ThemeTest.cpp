@@ -28,11 +28,15 @@ QColor strongestColor(const QImage &image) {
 TEST(Theme, TextIsReadableOnEverySurfaceOfBothAppearances) {
     for (const ThemeColors *colors : {&ThemeColors::light(), &ThemeColors::dark()}) {
         for (const QColor &background : {colors->window, colors->surface, colors->surfaceSelected, colors->field}) {
-            for (const QColor &ink :
-                 {colors->text, colors->textMuted, colors->placeholder, colors->accent, colors->danger})
+            for (const QColor &ink : {colors->text, colors->textMuted, colors->placeholder, colors->accent,
+                                      colors->danger, colors->warning})
                 EXPECT_GE(contrastRatio(ink, background), 4.5)
                     << ink.name().toStdString() << " on " << background.name().toStdString();
         }
+        for (const QColor &background : {colors->window, colors->surface, colors->field})
+            EXPECT_GE(contrastRatio(colors->borderControl, background), 3.0) << background.name().toStdString();
+        EXPECT_GE(contrastRatio(colors->warning, colors->warningSoft), 4.5);
+        EXPECT_GE(contrastRatio(colors->danger, colors->dangerSoft), 4.5);
         EXPECT_GE(contrastRatio(colors->onAccent, colors->accent), 4.5);
         EXPECT_GE(contrastRatio(colors->onAccent, colors->accentHover), 4.5);
     }

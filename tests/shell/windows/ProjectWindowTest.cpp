@@ -12,12 +12,15 @@
 
 #include "controller/script/LineEditing.h"
 #include "controller/script/Selection.h"
+#include "controller/script/TabEditing.h"
 #include "controller/takes/LineRuntime.h"
+#include "shell/editor/list/ScriptListView.h"
 #include "shell/editor/ScriptEditor.h"
 #include "shell/editor/ScriptToolbar.h"
 #include "shell/menus/ProjectActions.h"
 #include "shell/ShellSession.h"
 #include "shell/windows/ErrorAlerts.h"
+#include "shell/windows/ProjectToolbar.h"
 #include "shell/windows/ProjectWindows.h"
 
 namespace orlenta {
@@ -32,7 +35,8 @@ using testing::waitUntil;
 
 /// A session with open projects.
 struct OpenProjects {
-    OpenProjects() : windows(session.context) {}
+    explicit OpenProjects(const QString &localVoices = QStringLiteral(ORLENTA_LOCAL_VOICES))
+        : session(localVoices), windows(session.context) {}
 
     ProjectWindowController &open(const QString &name, const QStringList &lines) {
         const model::StoredProject stored = session.makeProject(name, lines);
@@ -77,6 +81,34 @@ TEST(ProjectWindow, OffersLocalVoicesWithoutAnAccount) {
     offer->click();
     EXPECT_TRUE(waitUntil([&] { return it.session.localVoices.state() == speech::LocalVoices::State::On; }));
     EXPECT_TRUE(waitUntil([&] { return !offer->isVisible(); }));
+}
+
+TEST(ProjectWindow, LocalVoicesThatEndAreReportedBesideTheWorkAndCanBeStartedAgain) {
+    OpenProjects it(QStringLiteral("/nowhere/missing-program"));
+    ProjectWindowController &project = it.open(QStringLiteral("First"), {QStringLiteral("Hello.")});
+    const auto offer = [&] { return buttonNamed(project.window(), QStringLiteral("Start Again")); };
+    EXPECT_EQ(offer(), nullptr);
+    it.session.localVoices.switchOn();
+    ASSERT_TRUE(waitUntil([&] { return offer() != nullptr; }));
+    EXPECT_EQ(sheetOf(project), nullptr);
+    offer()->click();
+    EXPECT_EQ(offer(), nullptr);
+    EXPECT_TRUE(waitUntil([&] { return offer() != nullptr; }));
+}
+
+TEST(ProjectWindow, TheViewMenuShowsWhetherTheRowsOfTheTabAreCompact) {
+    OpenProjects it;
+    ProjectWindowController &project = it.open(QStringLiteral("First"), {QStringLiteral("Hello.")});
+    QAction *compact = project.window().actions()[controller::CommandId::CompactRows];
+    const int tall = project.window().editor().list().rows().constFirst()->height();
+    compact->trigger();
+    EXPECT_TRUE(compact->isChecked());
+    EXPECT_LT(project.window().editor().list().rows().constFirst()->height(), tall);
+    project.controller().tabs().addTab();
+    EXPECT_FALSE(compact->isChecked());
+    project.controller().tabs().selectPreviousTab();
+    EXPECT_TRUE(compact->isChecked());
+    project.controller().discardChanges();
 }
 
 TEST(ProjectWindow, ClosesACleanProjectWithoutAsking) {
@@ -241,8 +273,7 @@ TEST(ProjectWindow, GeneratingALineAddsATakeThatCanBeUndoneAndRedone) {
     ASSERT_TRUE(it.session.startLocalVoices());
     ProjectWindowController &project = it.open(QStringLiteral("Spoken"), {QStringLiteral("Clara: Good morning.")});
     ASSERT_TRUE(waitUntil([&] { return project.elevenLabsService().isAuthenticated(); }));
-    QAbstractButton *generate =
-        buttonNamed(*project.window().editor().findChild<shell::ScriptToolbar *>(), QStringLiteral("Generate"));
+    QAbstractButton *generate = buttonNamed(project.window().toolbar().script(), QStringLiteral("Generate"));
     ASSERT_NE(generate, nullptr);
     generate->click();
     const auto line = [&project] { return *project.controller().project().linesInOrder().front(); };

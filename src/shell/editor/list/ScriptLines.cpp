@@ -15,7 +15,12 @@
 #include "controller/takes/LineWaveforms.h"
 #include "controller/takes/MediaFiles.h"
 #include "controller/takes/TakeEditing.h"
+#include "controller/takes/TakeFreshness.h"
 #include "shell/controls/CutTextMark.h"
+#include "shell/editor/list/RowDensities.h"
+#include "shell/editor/list/TakeTimeScale.h"
+
+using namespace Qt::StringLiterals;
 
 namespace orlenta::shell {
 namespace {
@@ -30,11 +35,16 @@ bool isVoiceDirected(const controller::ProjectController &controller, const mode
 
 } // namespace
 
-ScriptLines::ScriptLines(controller::ProjectSession &session)
-    : m_controller(session.controller()), m_playback(session.playback()), m_recordings(session.recordings()) {}
+ScriptLines::ScriptLines(controller::ProjectSession &session, const RowDensities &densities, TakeTimeScale &timeScale)
+    : m_controller(session.controller()), m_playback(session.playback()), m_recordings(session.recordings()),
+      m_densities(densities), m_timeScale(timeScale) {}
 
 const model::LineIdList &ScriptLines::lineIds() const {
     return m_controller.scriptLineIds();
+}
+
+RowDensity ScriptLines::density() const {
+    return m_densities.current();
 }
 
 LineOutline ScriptLines::outline(const model::LineId &id) const {
@@ -53,19 +63,63 @@ LineRowContent ScriptLines::content(const model::LineId &id, qsizetype index) co
     const model::ProjectLine *line = m_controller.lines().find(id);
     if (line == nullptr)
         return content;
-    const controller::Selection &selection = m_controller.selection();
-    content.isSelected = selection.selectedLineIds().contains(id);
-    content.isCurrent =
-        content.isSelected && (selection.selectionFocusId() == id || selection.singleSelectedLineId() == id);
+    content.density = m_densities.current();
+    addSelection(content, index);
     content.notes = line->notes;
     content.takes = takes(*line);
     content.header = header(*line);
     content.direction = direction(*line);
+    content.header.isRecording = content.direction && content.direction->isRecording;
+    content.header.isPlaying = m_playback.isPlaying() && m_playback.currentlyPlayingLineID() == id;
+    addStatus(content, *line);
+    const controller::Selection &selection = m_controller.selection();
     content.text.text = line->text;
     content.text.isEditing = selection.editingLineId() == id;
     content.text.selection = content.text.isEditing ? selection.textSelectionRange() : std::nullopt;
     content.text.typingFlushVersion = m_controller.state().typingFlushVersion;
     return content;
+}
+
+void ScriptLines::addSelection(LineRowContent &content, qsizetype index) const {
+    const controller::Selection &selection = m_controller.selection();
+    const QSet<model::LineId> &selected = selection.selectedLineIds();
+    content.isSelected = selected.contains(content.id);
+    if (!content.isSelected)
+        return;
+    content.isCurrent = selection.selectionFocusId() == content.id || selection.singleSelectedLineId() == content.id;
+    const model::LineIdList &ids = m_controller.scriptLineIds();
+    // The list may still show the lines of another tab.
+    const auto isSelected = [&](qsizetype place) {
+        return place >= 0 && place < ids.size() && selected.contains(ids.at(place));
+    };
+    content.joinsAbove = isSelected(index - 1);
+    content.joinsBelow = isSelected(index + 1);
+}
+
+void ScriptLines::addStatus(LineRowContent &content, const model::ProjectLine &line) const {
+    const auto set = [&content](RowStatus status, const QString &words) {
+        content.status = status;
+        content.statusWords = words;
+    };
+    const TakesContent &takes = content.takes;
+    if (content.header.generation == RowGeneration::Generating)
+        return set(RowStatus::Generating, u"Generating"_s);
+    if (content.header.generation == RowGeneration::NoVoice)
+        return set(RowStatus::NoVoice, u"No voice"_s);
+    if (takes.active < 0)
+        return set(RowStatus::NotGenerated, takes.count > 0 ? u"No take chosen"_s : u"No audio yet"_s);
+    if (!takes.audio)
+        return set(RowStatus::FileMissing, u"The audio file is missing"_s);
+    switch (controller::changeSinceTake(m_controller.project(), line, line.takes.at(takes.active))) {
+    case controller::TakeChange::None:
+        return;
+    case controller::TakeChange::Text:
+        return set(RowStatus::Stale, u"Text changed"_s);
+    case controller::TakeChange::Voice:
+        return set(RowStatus::Stale, u"Voice changed"_s);
+    case controller::TakeChange::Settings:
+        return set(RowStatus::Stale, u"Settings changed"_s);
+    }
 }
 
 LineHeaderContent ScriptLines::header(const model::ProjectLine &line) const {
@@ -87,9 +141,12 @@ TakesContent ScriptLines::takes(const model::ProjectLine &line) const {
     TakesContent takes;
     takes.count = line.takes.size();
     const controller::LineRuntimeState state = m_controller.runtime().state(line.lineId);
-    if (!state.generatedAudioURL.isEmpty())
+    if (!state.generatedAudioURL.isEmpty()) {
         takes.audio =
             audio(line.lineId, controller::AudioKind::Generated, state.generatedAudioURL, state.waveformSamples);
+        m_timeScale.setSeconds(line.lineId, takes.audio->seconds);
+        takes.audio->laneSeconds = m_timeScale.laneSeconds();
+    }
     takes.active = m_controller.takes().indexInUse(line);
     return takes;
 }
@@ -120,7 +177,9 @@ AudioContent ScriptLines::audio(const model::LineId &id, controller::AudioKind k
     controller::LineRuntimeSignal *signal = m_controller.runtime().signalFor(id);
     const QString context =
         isGenerated ? QStringLiteral("ScriptLineView.takeDuration") : QStringLiteral("ScriptLineView.audioDuration");
-    audio.duration = LineDurations::text(LineDurations::duration(file, context, signal, [signal] { signal->bump(); }));
+    const auto length = LineDurations::duration(file, context, signal, [signal] { signal->bump(); });
+    audio.duration = LineDurations::text(length);
+    audio.seconds = length ? length->count() : 0.0;
     if (isGenerated ? m_playback.isCurrentGenerated(id) : m_playback.isCurrentSource(id)) {
         audio.playback = m_playback.isPlaying() ? RowPlayback::Playing : RowPlayback::Current;
         audio.progress = m_playheadAudio == file ? m_playback.playbackProgress() : 0.0;

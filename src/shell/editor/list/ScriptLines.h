@@ -20,12 +20,17 @@ class ProjectSession;
 
 namespace orlenta::shell {
 
+class RowDensities;
+class TakeTimeScale;
+
 /// The lines of a project's active tab, as the list shows them.
 class ScriptLines final : public ScriptListSource {
 public:
-    explicit ScriptLines(controller::ProjectSession &session);
+    /// All outlive these lines. The lengths of shown takes go into the time scale.
+    ScriptLines(controller::ProjectSession &session, const RowDensities &densities, TakeTimeScale &timeScale);
 
     [[nodiscard]] const model::LineIdList &lineIds() const override;
+    [[nodiscard]] RowDensity density() const override;
     [[nodiscard]] LineOutline outline(const model::LineId &id) const override;
     /// Also requests missing waveforms and durations; the row is notified when they arrive.
     [[nodiscard]] LineRowContent content(const model::LineId &id, qsizetype index) const override;
@@ -37,6 +42,8 @@ public:
 private:
     [[nodiscard]] LineHeaderContent header(const model::ProjectLine &line) const;
     [[nodiscard]] TakesContent takes(const model::ProjectLine &line) const;
+    void addStatus(LineRowContent &content, const model::ProjectLine &line) const;
+    void addSelection(LineRowContent &content, qsizetype index) const;
     [[nodiscard]] std::optional<DirectionContent> direction(const model::ProjectLine &line) const;
     [[nodiscard]] AudioContent audio(const model::LineId &id, controller::AudioKind kind, const QUrl &file,
                                      const QList<float> &peaks) const;
@@ -44,6 +51,8 @@ private:
     controller::ProjectController &m_controller;
     audio::PlaybackController &m_playback;
     const controller::DirectionRecordings &m_recordings;
+    const RowDensities &m_densities;
+    TakeTimeScale &m_timeScale;
     QUrl m_playheadAudio;
 };
 

@@ -20,6 +20,7 @@ public:
     ScriptListSource &operator=(const ScriptListSource &) = delete;
 
     [[nodiscard]] virtual const model::LineIdList &lineIds() const = 0;
+    [[nodiscard]] virtual RowDensity density() const = 0;
     /// Must be cheap: the list calls it for every line when a tab opens.
     [[nodiscard]] virtual LineOutline outline(const model::LineId &id) const = 0;
     [[nodiscard]] virtual LineRowContent content(const model::LineId &id, qsizetype index) const = 0;

@@ -8,12 +8,18 @@
 #include <QtGui/QAccessible>
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QScrollBar>
+#include <QtWidgets/QStyle>
 
 #include "shell/editor/list/ScriptAccessibility.h"
 #include "shell/editor/list/ScriptListSource.h"
 #include "shell/theme/Theme.h"
 
 namespace orlenta::shell {
+namespace {
+
+constexpr int glideMilliseconds = 120;
+
+} // namespace
 
 ScriptListView::ScriptListView(ScriptListSource &source, ScriptTextField::Factory makeTextField, QWidget *parent)
     : QAbstractScrollArea(parent), m_source(source), m_makeTextField(std::move(makeTextField)) {
@@ -27,6 +33,10 @@ ScriptListView::ScriptListView(ScriptListSource &source, ScriptTextField::Factor
                                             "next part of the window"));
     viewport()->setBackgroundRole(QPalette::Window);
     verticalScrollBar()->setAccessibleName(QStringLiteral("Scroll script lines"));
+    connect(&m_glide, &QVariantAnimation::valueChanged, this, [this](const QVariant &y) {
+        if (const auto index = m_indexes.constFind(m_glidingId); index != m_indexes.constEnd())
+            layOutFrom({*index, y.toInt()});
+    });
 }
 
 void ScriptListView::reload() {
@@ -66,7 +76,7 @@ void ScriptListView::rebuildHeights() {
     if (width != m_layoutWidth)
         m_measured.clear();
     m_layoutWidth = width;
-    const RowHeightEstimator estimate(*this, width);
+    const RowHeightEstimator estimate(*this, width, m_source.density());
     std::vector<int> heights;
     heights.reserve(static_cast<size_t>(m_ids.size()));
     for (const model::LineId &id : m_ids) {
@@ -88,6 +98,18 @@ void ScriptListView::refreshRows() {
     }
     layOutRows();
     announceFocusLater();
+}
+
+void ScriptListView::changeDensity() {
+    const std::optional<Anchor> eye = anchorAtEye();
+    m_measured.clear();
+    m_layoutWidth = -1;
+    {
+        const QScopedValueRollback guard(m_isLayingOut, true);
+        for (LineRow *row : std::as_const(m_rows))
+            row->setContent(m_source.content(row->lineId(), m_indexes.value(row->lineId())));
+    }
+    layOutFrom(eye.value_or(Anchor{0, margin()}));
 }
 
 void ScriptListView::refreshRow(const model::LineId &id) {
@@ -118,6 +140,22 @@ void ScriptListView::ensureVisible(const model::LineId &id) {
         layOutRows();
 }
 
+void ScriptListView::showAtThird(const model::LineId &id) {
+    const auto index = m_indexes.constFind(id);
+    if (index == m_indexes.constEnd() || viewport()->height() <= 0)
+        return;
+    const int target = viewport()->height() / 3;
+    m_glide.stop();
+    // The style has no duration if the desktop wants no animation.
+    if (!isInView(id) || style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) <= 0)
+        return layOutFrom({*index, target});
+    m_glidingId = id;
+    m_glide.setDuration(glideMilliseconds);
+    m_glide.setStartValue(rowFor(id)->y());
+    m_glide.setEndValue(target);
+    m_glide.start();
+}
+
 void ScriptListView::scrollToTop() {
     layOutFrom({0, margin()});
 }
@@ -139,7 +177,9 @@ int ScriptListView::clampedScroll(qint64 scroll) const {
 void ScriptListView::scrollContentsBy(int, int) {
     const int target = verticalScrollBar()->value();
     const int shift = target - m_scroll;
+    m_glide.stop();
     layOutFrom(visibleAnchor(shift).value_or(anchorAt(target)));
+    Q_EMIT scrolled();
 }
 
 std::optional<ScriptListView::Anchor> ScriptListView::visibleAnchor(int shift) const {
@@ -151,6 +191,13 @@ std::optional<ScriptListView::Anchor> ScriptListView::visibleAnchor(int shift) c
             best = Anchor{m_indexes.value(row->lineId()), y};
     }
     return best;
+}
+
+std::optional<ScriptListView::Anchor> ScriptListView::anchorAtEye() const {
+    const LineRow *current = currentRow();
+    if (current == nullptr || !isInView(current->lineId()))
+        return visibleAnchor(0);
+    return Anchor{m_indexes.value(current->lineId()), current->y()};
 }
 
 ScriptListView::Anchor ScriptListView::anchorAt(int scroll) const {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include <QtCore/QHash>
+#include <QtCore/QVariantAnimation>
 #include <QtWidgets/QAbstractScrollArea>
 
 #include "model/ProjectTab.h"
@@ -29,8 +30,12 @@ public:
     /// Updates the visible rows from their lines.
     void refreshRows();
     void refreshRow(const model::LineId &id);
+    /// Call it when the source has another density. The current row, or else the first, keeps its place on screen.
+    void changeDensity();
     /// Scrolls just enough to make the line visible.
     void ensureVisible(const model::LineId &id);
+    /// Moves the line to a third of the height, from where the lines after it can be read. Glides if it is visible.
+    void showAtThird(const model::LineId &id);
     void scrollToTop();
     [[nodiscard]] bool isInView(const model::LineId &id) const;
 
@@ -49,6 +54,8 @@ Q_SIGNALS:
     /// Tab or Shift+Tab while the list itself has the focus.
     void stepRequested(bool forward);
     void backgroundClicked();
+    /// The user has scrolled.
+    void scrolled();
 
 protected:
     void scrollContentsBy(int dx, int dy) override;
@@ -79,6 +86,7 @@ private:
     void layOutFrom(Anchor anchor);
     [[nodiscard]] std::optional<Anchor> visibleAnchor(int shift) const;
     [[nodiscard]] Anchor anchorAt(int scroll) const;
+    [[nodiscard]] std::optional<Anchor> anchorAtEye() const;
     [[nodiscard]] Span spanFrom(const Anchor &anchor);
     void place(const Span &span);
     void updateScrollBar(int scroll);
@@ -105,6 +113,9 @@ private:
     int m_layoutWidth = -1;
     int m_scroll = 0;
     bool m_isLayingOut = false;
+    QVariantAnimation m_glide;
+    /// The line that glides.
+    model::LineId m_glidingId;
     /// The line last announced to assistive technology as focused.
     std::optional<model::LineId> m_announcedLine;
     bool m_isAnnouncingFocus = false;

@@ -7,6 +7,7 @@
 #include <QtWidgets/QToolButton>
 
 #include "shell/controls/PlainLabel.h"
+#include "shell/editor/row/TakeLane.h"
 #include "shell/editor/row/WaveformBarsView.h"
 #include "shell/menus/CommandActions.h"
 #include "shell/theme/Icon.h"
@@ -33,19 +34,19 @@ CommandId playCommand(AudioKind kind) {
 } // namespace
 
 AudioPlayer::AudioPlayer(AudioKind kind, QWidget *parent)
-    : QWidget(parent), m_kind(kind), m_play(new QToolButton(this)), m_waveform(new WaveformBarsView(this)),
-      m_duration(new PlainLabel(this)) {
+    : QWidget(parent), m_kind(kind), m_play(new QToolButton(this)), m_lane(new TakeLane(this)),
+      m_waveform(&m_lane->waveform()), m_duration(new PlainLabel(this)) {
     const bool isGenerated = kind == AudioKind::Generated;
     m_play->setAutoRaise(true);
     m_waveform->setFallbackHeights(placeholderBars(kind));
-    m_waveform->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    m_lane->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     m_waveform->setToolTip(
         isGenerated ? u"Click to play from here (Left, Right, Home, End to move; Space to play)"_s
                     : u"Click to play the direction from here (Left, Right, Home, End to move; Space to play)"_s);
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(m_play);
-    row->addWidget(m_waveform, 1);
+    row->addWidget(m_lane, 1);
     row->addWidget(m_duration);
     applyMeasures();
     const auto play = [this] { Q_EMIT commandRequested(playCommand(m_kind)); };
@@ -68,9 +69,15 @@ void AudioPlayer::setContent(qsizetype number, const std::optional<AudioContent>
     m_number = number;
     m_content = shown;
     m_waveform->setSamples(m_content.waveform);
+    m_lane->setTimes(m_content.seconds, m_content.laneSeconds);
     m_duration->setText(m_content.duration);
     showPlayback();
     showNames();
+}
+
+void AudioPlayer::setDensity(RowDensity density) {
+    if (std::exchange(m_density, density) != density)
+        applyMeasures();
 }
 
 void AudioPlayer::setProgress(double progress) {
@@ -107,6 +114,8 @@ void AudioPlayer::showNames() {
     m_play->setAccessibleName((isPlaying ? u"Stop %1"_s : u"Play %1"_s).arg(sound));
     m_waveform->setAccessibleName(u"Playhead of %1"_s.arg(sound));
     m_duration->setAccessibleName(u"Duration of %1, %2"_s.arg(sound, m_content.duration));
+    // The label rounds down to whole seconds.
+    m_duration->setToolTip(m_content.seconds > 0.0 ? u"%1 s"_s.arg(m_content.seconds, 0, 'f', 1) : QString());
 }
 
 void AudioPlayer::changeEvent(QEvent *event) {
@@ -118,15 +127,16 @@ void AudioPlayer::changeEvent(QEvent *event) {
 }
 
 void AudioPlayer::applyMeasures() {
-    const bool isGenerated = m_kind == AudioKind::Generated;
+    const bool isCompact = m_density == RowDensity::Compact;
     const int unit = Theme::unit(this);
-    const int icon = Theme::iconSize(this) * (isGenerated ? 5 : 4) / 4;
-    layout()->setSpacing(unit * 2);
+    const int icon = Theme::iconSize(this);
+    layout()->setSpacing(isCompact ? unit : unit * 2);
     m_play->setIconSize({icon, icon});
-    m_waveform->setMaxBarHeight(unit * (isGenerated ? 6.0 : 5.0));
+    m_waveform->setMaxBarHeight(unit * (isCompact ? 4.0 : 5.0));
     m_waveform->setBars(std::max(1.5, unit / 2.0), std::max(1.0, unit * 0.375));
-    m_waveform->setMinimumSize(unit * 8, m_waveform->sizeHint().height());
+    m_lane->setMinimumSize(unit * 8, m_lane->sizeHint().height());
     m_duration->setMinimumWidth(m_duration->fontMetrics().horizontalAdvance(u"00:00"_s) + unit);
+    m_duration->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     QPalette muted = palette();
     muted.setColor(QPalette::WindowText, ThemeColors::of(palette()).textMuted);
     m_duration->setPalette(muted);

@@ -11,6 +11,7 @@ class QToolButton;
 
 namespace orlenta::shell {
 
+class TakeLane;
 class WaveformBarsView;
 
 /// Plays and shows one piece of a line's audio: play button, waveform and duration.
@@ -21,6 +22,7 @@ public:
 
     /// `number` is the line's position in its tab. Without audio the player hides.
     void setContent(qsizetype number, const std::optional<AudioContent> &content);
+    void setDensity(RowDensity density);
     /// Moves the playhead. `progress` is 0 to 1.
     void setProgress(double progress);
     /// Sets the colour of the waveform and of the background below it.
@@ -43,7 +45,9 @@ private:
     const controller::AudioKind m_kind;
     qsizetype m_number = 0;
     AudioContent m_content;
+    RowDensity m_density = RowDensity::Comfortable;
     QToolButton *m_play;
+    TakeLane *m_lane;
     WaveformBarsView *m_waveform;
     QLabel *m_duration;
 };

@@ -9,7 +9,7 @@
 
 #include "shell/controls/PlainLabel.h"
 #include "shell/controls/ShownText.h"
-#include "shell/editor/row/BusyIndicator.h"
+#include "shell/editor/row/RowPlaces.h"
 #include "shell/menus/CommandActions.h"
 #include "shell/theme/Icon.h"
 #include "shell/theme/Theme.h"
@@ -17,12 +17,19 @@
 using namespace Qt::StringLiterals;
 
 namespace orlenta::shell {
+namespace {
+
+// In units. The number's field is a square; a compact name needs some room to be worth cutting.
+constexpr int numberSide = 6;
+constexpr int shortestName = 10;
+
+} // namespace
 
 LineHeader::LineHeader(QWidget *parent)
     : QWidget(parent), m_mode(new QToolButton(this)), m_notes(new QToolButton(this)), m_generate(new QPushButton(this)),
-      m_busy(new BusyIndicator(this)),
-      m_voiceHint(new PlainLabel(u"Select a voice in the inspector to generate"_s, this)) {
+      m_voiceHint(new PlainLabel(voiceHint(), this)) {
     m_voiceHint->setWordWrap(true);
+    Theme::setRole(m_generate, ButtonRole::Quiet);
     m_notes->setToolTip(tipOf(CommandId::EditNotes));
     for (QToolButton *button : {m_mode, m_notes})
         button->setAutoRaise(true);
@@ -35,6 +42,11 @@ LineHeader::LineHeader(QWidget *parent)
     applyMeasures();
     showGeneration();
     showDirection();
+    showButtons();
+}
+
+QString LineHeader::voiceHint() {
+    return u"Select a voice in the inspector to generate"_s;
 }
 
 QList<QWidget *> LineHeader::controls() const {
@@ -48,9 +60,42 @@ void LineHeader::setContent(qsizetype number, const LineHeaderContent &content) 
     m_content = content;
     showGeneration();
     showDirection();
+    showButtons();
     showNames();
     layOut();
     update();
+}
+
+void LineHeader::setDensity(RowDensity density) {
+    if (std::exchange(m_density, density) == density)
+        return;
+    showButtons();
+    layOut();
+    update();
+}
+
+void LineHeader::setActive(bool isActive) {
+    if (std::exchange(m_isActive, isActive) == isActive)
+        return;
+    showButtons();
+    layOut();
+}
+
+void LineHeader::showButtons() {
+    const bool hasRoom = m_density == RowDensity::Comfortable;
+    const bool hasVoice = m_content.generation != RowGeneration::NoVoice;
+    m_voiceHint->setVisible(hasRoom && !hasVoice);
+    m_generate->setVisible(hasRoom && hasVoice);
+    // A focused button stays, since hiding it would move the focus.
+    m_mode->setVisible(hasRoom && (m_isActive || m_content.isVoiceDirected || m_mode->hasFocus()));
+    m_notes->setVisible(hasRoom && (m_isActive || m_content.hasNotes || m_notes->hasFocus()));
+    const QString word = m_content.generation == RowGeneration::Generating ? u"Generating..."_s
+                         : m_content.isSpoken                              ? u"Regenerate"_s
+                                                                           : u"Generate"_s;
+    // Finished work keeps quiet: the word stands where something is missing, and where the user is.
+    const bool needsWord = m_isActive || word != u"Regenerate"_s;
+    m_generate->setText(needsWord ? word : QString());
+    m_generate->setAccessibleDescription(word);
 }
 
 void LineHeader::setBackground(const QColor &background) {
@@ -61,14 +106,10 @@ void LineHeader::setBackground(const QColor &background) {
 void LineHeader::showGeneration() {
     const bool isGenerating = m_content.generation == RowGeneration::Generating;
     const bool isFirst = !m_content.isSpoken;
-    m_voiceHint->setVisible(m_content.generation == RowGeneration::NoVoice);
-    m_generate->setVisible(m_content.generation != RowGeneration::NoVoice);
-    m_busy->setVisible(isGenerating);
-    m_generate->setText(isGenerating ? u"Generating..."_s : isFirst ? u"Generate"_s : u"Regenerate"_s);
-    m_generate->setAccessibleDescription(m_generate->text());
     m_generate->setEnabled(!isGenerating);
-    Theme::setRole(m_generate, isFirst ? ButtonRole::Normal : ButtonRole::Quiet);
-    m_generate->setIcon(isGenerating ? QIcon() : Icon::named(isFirst ? u"waveform"_s : u"arrow-clockwise"_s));
+    m_generate->setIcon(isGenerating ? QIcon()
+                        : isFirst    ? Icon::named(u"waveform"_s, Icon::Tint::Accent)
+                                     : Icon::named(u"arrow-clockwise"_s, Icon::Tint::Muted));
     m_generate->setToolTip(
         tipWithKey(isFirst ? u"Speak this line"_s : u"Speak this line again, as a new take"_s, CommandId::Generate));
 }
@@ -99,30 +140,34 @@ QFont LineHeader::nameFont() const {
 LineHeader::Places LineHeader::placesFor(int width) const {
     const int unit = Theme::unit(this);
     const QFontMetrics names(nameFont());
-    const QSize action = m_generate->sizeHint();
-    const QSize bare = m_mode->sizeHint();
     Places places;
-    places.height = std::max({action.height(), bare.height(), names.height()});
+    if (m_density == RowDensity::Compact)
+        places.height = RowPlaces::compactHeight * unit;
+    else
+        places.height = std::max({numberSide * unit, m_generate->sizeHint().height(), m_mode->sizeHint().height()});
     int right = width;
-    const auto fromRight = [&](const QSize &size, int gap) {
+    const auto fromRight = [&](const QWidget *button, int gap) {
+        if (button->isHidden())
+            return QRect();
+        const QSize size = button->sizeHint();
         const QRect place(right - size.width(), (places.height - size.height()) / 2, size.width(), size.height());
         right = place.left() - gap;
         return place;
     };
-    const int numberWidth = std::max(names.horizontalAdvance(QString::number(m_number)) + unit * 2, unit * 6);
+    const int numberWidth =
+        std::max(names.horizontalAdvance(QString::number(m_number)) + unit * 2, unit * (numberSide + 1));
     places.number = QRect(0, 0, numberWidth, places.height);
-    if (m_content.generation != RowGeneration::NoVoice)
-        places.generate = fromRight(action, unit);
-    places.notes = fromRight(bare, 0);
-    places.mode = fromRight(bare, unit * 2);
+    places.generate = fromRight(m_generate, unit);
+    places.notes = fromRight(m_notes, 0);
+    places.mode = fromRight(m_mode, unit);
     bool hintBelow = false;
-    if (m_content.generation == RowGeneration::NoVoice) {
+    if (!m_voiceHint->isHidden()) {
         const int wanted = m_voiceHint->fontMetrics().horizontalAdvance(m_voiceHint->text()) + unit;
         hintBelow = wanted > right - numberWidth - unit * 20;
-        if (!hintBelow)
-            places.voiceHint = fromRight(QSize(wanted, places.height), unit * 2);
-    } else if (m_content.generation == RowGeneration::Generating) {
-        places.busy = fromRight(m_busy->sizeHint(), unit * 2);
+        if (!hintBelow) {
+            places.voiceHint = QRect(right - wanted, 0, wanted, places.height);
+            right -= wanted + unit * 2;
+        }
     }
     places.name = QRect(numberWidth, 0, std::max(0, right - numberWidth), places.height);
     if (hintBelow) {
@@ -137,7 +182,6 @@ void LineHeader::layOut() {
     m_mode->setGeometry(m_places.mode);
     m_notes->setGeometry(m_places.notes);
     m_generate->setGeometry(m_places.generate);
-    m_busy->setGeometry(m_places.busy);
     m_voiceHint->setGeometry(m_places.voiceHint);
 }
 
@@ -158,22 +202,49 @@ void LineHeader::applyMeasures() {
     QPalette muted = palette();
     muted.setColor(QPalette::WindowText, ThemeColors::of(palette()).textMuted);
     m_voiceHint->setPalette(muted);
+    // A disabled button reports that the line is being generated, so it must stay readable.
+    QPalette readable;
+    readable.setColor(QPalette::Disabled, QPalette::ButtonText, ThemeColors::of(palette()).textMuted);
+    m_generate->setPalette(readable);
     const int icon = Theme::iconSize(this);
     for (QAbstractButton *button : {static_cast<QAbstractButton *>(m_mode), static_cast<QAbstractButton *>(m_notes),
                                     static_cast<QAbstractButton *>(m_generate)})
         button->setIconSize({icon, icon});
 }
 
+void LineHeader::paintNumber(QPainter &painter) const {
+    const ThemeColors &colors = ThemeColors::of(palette());
+    if (!m_content.isPlaying && !m_content.isRecording) {
+        painter.setPen(colors.textMuted);
+        painter.drawText(m_places.number, Qt::AlignVCenter | Qt::AlignLeft, QString::number(m_number));
+        return;
+    }
+    const int unit = Theme::unit(this);
+    QRect field(0, 0, numberSide * unit, std::min(numberSide * unit, m_places.number.height() - unit));
+    field.moveTop((m_places.number.height() - field.height()) / 2);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(m_content.isRecording ? colors.danger : colors.accent);
+    painter.drawRoundedRect(field, Theme::radius(this), Theme::radius(this));
+    painter.restore();
+    const int side = Theme::iconSize(this);
+    QRect icon(0, 0, side, side);
+    icon.moveCenter(field.center());
+    Icon::named(m_content.isRecording ? u"record"_s : u"play"_s, Icon::Tint::OnAccent).paint(&painter, icon);
+}
+
 void LineHeader::paintEvent(QPaintEvent *) {
     const ThemeColors &colors = ThemeColors::of(palette());
     QPainter painter(this);
     painter.setFont(nameFont());
-    painter.setPen(colors.textMuted);
-    painter.drawText(m_places.number, Qt::AlignVCenter | Qt::AlignLeft, QString::number(m_number));
+    paintNumber(painter);
     painter.setPen(m_content.stripe.isValid() ? readableOn(m_background, m_content.stripe) : colors.textMuted);
     const QString name = m_content.castName.isEmpty() ? u"No voice"_s : shownName(m_content.castName);
+    const bool isCut = m_density == RowDensity::Compact && m_places.name.width() < shortestName * Theme::unit(this);
     painter.drawText(m_places.name, Qt::AlignVCenter | Qt::AlignLeft,
-                     painter.fontMetrics().elidedText(name, Qt::ElideRight, m_places.name.width()));
+                     isCut ? name.left(1)
+                           : painter.fontMetrics().elidedText(name, Qt::ElideRight, m_places.name.width()));
 }
 
 } // namespace orlenta::shell

@@ -6,21 +6,27 @@
 #include "shell/editor/row/LineRowContent.h"
 
 class QLabel;
+class QPainter;
 class QPushButton;
 class QToolButton;
 
 namespace orlenta::shell {
 
-class BusyIndicator;
-
-/// The top of a line's row: its number, the cast name, and the buttons for direction, notes and generation.
+/// The start of a line's row: its number, the cast name, and the buttons for direction, notes and generation. Buttons
+/// that report nothing appear only in an active row. A compact row has none.
 class LineHeader final : public QWidget {
     Q_OBJECT
 public:
     explicit LineHeader(QWidget *parent);
 
+    /// What a row without a voice asks for.
+    [[nodiscard]] static QString voiceHint();
+
     /// `number` is the line's position in its tab.
     void setContent(qsizetype number, const LineHeaderContent &content);
+    void setDensity(RowDensity density);
+    /// Whether the user is at this row, by pointer or keyboard.
+    void setActive(bool isActive);
     /// Sets the background colour.
     void setBackground(const QColor &background);
     /// The focusable controls in tab order; some may be hidden.
@@ -43,13 +49,14 @@ private:
         QRect mode;
         QRect notes;
         QRect generate;
-        QRect busy;
         QRect voiceHint;
         int height = 0;
     };
 
     void showGeneration();
     void showDirection();
+    void showButtons();
+    void paintNumber(QPainter &painter) const;
     void showNames();
     void applyMeasures();
     void layOut();
@@ -58,12 +65,13 @@ private:
 
     qsizetype m_number = 0;
     LineHeaderContent m_content;
+    RowDensity m_density = RowDensity::Comfortable;
+    bool m_isActive = false;
     QColor m_background;
     Places m_places;
     QToolButton *m_mode;
     QToolButton *m_notes;
     QPushButton *m_generate;
-    BusyIndicator *m_busy;
     QLabel *m_voiceHint;
 };
 

@@ -8,7 +8,6 @@
 #include <QtGui/QDragEnterEvent>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
-#include <QtGui/QPainterPath>
 #include <QtWidgets/QAbstractButton>
 
 #include "shell/controls/ShownText.h"
@@ -16,16 +15,18 @@
 #include "shell/editor/row/DirectionStrip.h"
 #include "shell/editor/row/LineHeader.h"
 #include "shell/editor/row/NotesField.h"
+#include "shell/editor/row/RowStatusMark.h"
 #include "shell/editor/row/TakeStrip.h"
 #include "shell/editor/row/WaveformBarsView.h"
 #include "shell/menus/CommandActions.h"
-#include "shell/theme/StylePainting.h"
 #include "shell/theme/Theme.h"
 
 using namespace Qt::StringLiterals;
 
 namespace orlenta::shell {
 namespace {
+
+constexpr qsizetype longestToolTip = 1000;
 
 QList<QUrl> localFiles(const QMimeData &data) {
     QList<QUrl> files = data.urls();
@@ -36,7 +37,8 @@ QList<QUrl> localFiles(const QMimeData &data) {
 } // namespace
 
 LineRow::LineRow(const ScriptTextField::Factory &makeTextField, QWidget *parent)
-    : QWidget(parent), m_header(new LineHeader(this)), m_text(makeTextField(this)), m_takes(new TakeStrip(this)) {
+    : QWidget(parent), m_text(makeTextField(this)), m_header(new LineHeader(this)), m_takes(new TakeStrip(this)),
+      m_status(new RowStatusMark(this)) {
     setAcceptDrops(true);
     connectText();
     connect(m_header, &LineHeader::commandRequested, this, &LineRow::commandRequested);
@@ -72,15 +74,19 @@ void LineRow::setContent(const LineRowContent &content) {
     const bool isOtherLine = before.id != content.id;
     if (isOtherLine)
         m_text->forgetText();
+    if (isOtherLine)
+        m_isOpen = false;
     m_text->setContent(content.text);
     m_header->setContent(content.number, content.header);
     m_takes->setContent(content.number, content.takes);
+    m_status->setContent(content.number, content.status, content.statusWords);
     showDirection();
     // Undo must not bring back another line's notes.
     if (m_notes != nullptr && isOtherLine)
         m_notes->document()->clearUndoRedoStacks();
     showNotes();
     showNames(before);
+    showDensity();
     showBackground();
     if (!isOtherLine && before.isSelected != content.isSelected) {
         QAccessibleEvent event(this, content.isSelected ? QAccessible::SelectionAdd : QAccessible::SelectionRemove);
@@ -102,7 +108,7 @@ void LineRow::setProgress(controller::AudioKind kind, double progress) {
 
 void LineRow::showBackground() {
     const ThemeColors &colors = ThemeColors::of(palette());
-    const QColor background = m_content.isSelected || m_isDropTarget ? colors.surfaceSelected : colors.surface;
+    const QColor background = rowcard::background(look(), m_content, *this);
     const QColor &stripe = m_content.header.stripe;
     m_header->setBackground(background);
     m_takes->player().setColor(stripe.isValid() ? stripe : colors.accent, background);
@@ -121,13 +127,56 @@ void LineRow::showDirection() {
         handleKeysOf(m_direction->controls());
     }
     m_direction->setContent(m_content.number, *m_content.direction);
-    m_direction->show();
+    m_direction->setVisible(density() == RowDensity::Comfortable);
+}
+
+RowDensity LineRow::density() const {
+    return m_isOpen || m_content.text.isEditing ? RowDensity::Comfortable : m_content.density;
+}
+
+RowLook LineRow::look() const {
+    return {density(), m_isHovered, m_isDropTarget, m_content.text.isEditing || hasListFocus()};
+}
+
+void LineRow::showDensity() {
+    const RowDensity shown = density();
+    const bool isCompact = shown == RowDensity::Compact;
+    m_header->setDensity(shown);
+    m_header->setActive(m_isHovered || m_content.isCurrent);
+    m_takes->setDensity(shown);
+    // Hiding the focused text would otherwise count as Tab, which selects the next line.
+    if (isCompact && m_text->hasFocus())
+        Q_EMIT controlsLeft();
+    m_text->setVisible(!isCompact);
+    // A row without room for the text has the whole of it, and the notes, in its tool tip.
+    const QString text =
+        m_content.notes.isEmpty() ? m_content.text.text : m_content.text.text + u"\n\n"_s + m_content.notes;
+    setToolTip(isCompact ? Qt::convertFromPlainText(text.left(longestToolTip)) : QString());
+}
+
+void LineRow::setOpen(bool isOpen) {
+    if (std::exchange(m_isOpen, isOpen) == isOpen || m_content.density == RowDensity::Comfortable)
+        return;
+    showDensity();
+    showDirection();
+    showNotes();
+    showBackground();
+    layOut();
+    update();
+}
+
+void LineRow::setHovered(bool isHovered) {
+    if (std::exchange(m_isHovered, isHovered) == isHovered)
+        return;
+    m_header->setActive(m_isHovered || m_content.isCurrent);
+    showBackground();
+    update();
 }
 
 void LineRow::showNotes() {
     // Ask the window, not the application: the caret returns here after a visit to another window.
     const bool isOpen = m_notes != nullptr && window()->focusWidget() == m_notes;
-    const bool shows = isOpen || !m_content.notes.isEmpty();
+    const bool shows = (isOpen || !m_content.notes.isEmpty()) && density() == RowDensity::Comfortable;
     if (shows && m_notes == nullptr)
         makeNotes();
     if (m_notes == nullptr)
@@ -150,6 +199,7 @@ void LineRow::makeNotes() {
 }
 
 void LineRow::editNotes() {
+    setOpen(true);
     if (m_notes == nullptr)
         makeNotes();
     if (m_notes->isCut()) {
@@ -204,8 +254,14 @@ void LineRow::mousePressEvent(QMouseEvent *event) {
 }
 
 void LineRow::mouseDoubleClickEvent(QMouseEvent *event) {
-    if (event->button() == Qt::LeftButton)
-        Q_EMIT editRequested(m_text->viewport()->mapFrom(this, event->position().toPoint()));
+    if (event->button() != Qt::LeftButton)
+        return;
+    const QPoint point = event->position().toPoint();
+    if (density() == RowDensity::Comfortable)
+        return Q_EMIT editRequested(m_text->viewport()->mapFrom(this, point));
+    // The text opens with the same first line.
+    const int margin = static_cast<int>(m_text->document()->documentMargin());
+    Q_EMIT editRequested(QPoint(std::max(0, point.x() - m_places.text.left()) + margin, margin + 1));
 }
 
 void LineRow::contextMenuEvent(QContextMenuEvent *event) {
@@ -244,7 +300,24 @@ void LineRow::changeEvent(QEvent *event) {
     Q_EMIT heightChanged();
 }
 
+bool LineRow::event(QEvent *event) {
+    if (event->type() == QEvent::Enter || event->type() == QEvent::Leave)
+        setHovered(event->type() == QEvent::Enter);
+    // A hidden row gets no further event of the pointer.
+    if (event->type() == QEvent::Hide)
+        setHovered(false);
+    return QWidget::event(event);
+}
+
+void LineRow::closeWhenLeft() {
+    if (!isPinned())
+        setOpen(false);
+}
+
 bool LineRow::eventFilter(QObject *watched, QEvent *event) {
+    // Queued: the focus may stay within the row.
+    if (event->type() == QEvent::FocusOut && m_isOpen)
+        QMetaObject::invokeMethod(this, &LineRow::closeWhenLeft, Qt::QueuedConnection);
     if (event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
     auto *control = qobject_cast<QWidget *>(watched);
@@ -282,6 +355,7 @@ QList<QWidget *> LineRow::controls() const {
 }
 
 void LineRow::focusControls() {
+    setOpen(true);
     moveFocus(nullptr, 1);
 }
 
@@ -297,39 +371,12 @@ void LineRow::moveFocus(QWidget *from, int step) {
     open.at(next)->setFocus(step > 0 ? Qt::TabFocusReason : Qt::BacktabFocusReason);
 }
 
-LineRow::Places LineRow::placesFor(int width) const {
+RowPlaces LineRow::placesFor(int width) const {
     const int unit = Theme::unit(this);
-    Places places;
-    places.card = QRect(unit * 3, unit, std::max(width - unit * 6, unit * 20), 0);
-    const int stripe = std::max(4, unit);
-    const QRect inner = places.card.adjusted(stripe + unit * 3, unit * 2, -unit * 3, 0);
-    // The fields have their own margin. Align their text with the header.
-    const int outset = static_cast<int>(m_text->document()->documentMargin());
-    const QRect textColumn = inner.adjusted(-outset, 0, outset, 0);
-    int y = inner.top();
-    const auto below = [&y](const QRect &column, int height) {
-        const QRect place(column.left(), y, column.width(), height);
-        y = place.bottom() + 1;
-        return place;
-    };
-    places.header = below(inner, m_header->heightForWidth(inner.width()));
-    y += unit;
-    places.text = below(textColumn, m_text->heightForTextWidth(textColumn.width()));
-    if (m_notes != nullptr && !m_notes->isHidden())
-        places.notes = below(textColumn, m_notes->heightForTextWidth(textColumn.width()));
-    if (m_direction != nullptr && !m_direction->isHidden()) {
-        y += unit;
-        places.direction = below(inner, m_direction->heightForWidth(inner.width()));
-    }
-    if (!m_takes->isHidden()) {
-        y += unit;
-        // The play button has padding around its icon. Align the icon with the header, too.
-        places.takes = below(inner.adjusted(-unit, 0, 0, 0), m_takes->sizeHint().height());
-    }
-    places.card.setHeight(y + unit * 2 - places.card.top());
-    places.stripe = QRect(places.card.left(), places.card.top(), stripe, places.card.height());
-    places.height = places.card.bottom() + 1 + unit;
-    return places;
+    if (density() == RowDensity::Compact)
+        return RowPlaces::compact(width, unit);
+    const auto shown = [](auto *part) { return part == nullptr || part->isHidden() ? nullptr : part; };
+    return RowPlaces::comfortable({m_header, m_text, shown(m_notes), shown(m_direction), shown(m_takes)}, width, unit);
 }
 
 void LineRow::layOut() {
@@ -341,6 +388,7 @@ void LineRow::layOut() {
     if (m_direction != nullptr)
         m_direction->setGeometry(m_places.direction);
     m_takes->setGeometry(m_places.takes);
+    m_status->setGeometry(m_places.status);
     if (m_places.height != height() && isVisible())
         Q_EMIT heightChanged();
 }
@@ -352,26 +400,10 @@ void LineRow::resizeEvent(QResizeEvent *event) {
 }
 
 void LineRow::paintEvent(QPaintEvent *) {
-    const ThemeColors &colors = ThemeColors::of(palette());
-    const qreal radius = Theme::radius(this) * 1.3;
-    const bool isMarked = m_content.isSelected || m_isDropTarget;
-    const bool hasKeyboard = m_content.text.isEditing || hasListFocus();
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    QPainterPath outline;
-    outline.addRoundedRect(QRectF(m_places.card).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
-    painter.fillPath(outline, isMarked ? colors.surfaceSelected : colors.surface);
-    if (m_content.header.stripe.isValid()) {
-        painter.save();
-        painter.setClipPath(outline);
-        painter.fillRect(m_places.stripe, m_content.header.stripe);
-        painter.restore();
-    }
-    QPen border(isMarked ? colors.accent : colors.border, hasKeyboard || m_isDropTarget ? 2.0 : 1.0);
-    if (m_isDropTarget)
-        border.setStyle(Qt::DashLine);
-    painter.setPen(border);
-    painter.drawPath(outline);
+    rowcard::paint(painter, look(), m_content, m_places, *this);
+    if (density() == RowDensity::Compact)
+        rowcard::paintText(painter, m_content, m_places, *this);
 }
 
 } // namespace orlenta::shell

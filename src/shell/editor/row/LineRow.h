@@ -7,6 +7,8 @@
 #include "controller/commands/Command.h"
 #include "controller/takes/AudioKind.h"
 #include "shell/editor/row/LineRowContent.h"
+#include "shell/editor/row/RowCard.h"
+#include "shell/editor/row/RowPlaces.h"
 #include "shell/editor/row/ScriptTextField.h"
 
 namespace orlenta::shell {
@@ -14,10 +16,13 @@ namespace orlenta::shell {
 class DirectionStrip;
 class LineHeader;
 class NotesField;
+class RowStatusMark;
 class TakeStrip;
 
-/// One line of the script as a card: header, text, notes, direction strip and take strip. Accepts dropped audio files.
-/// Stateless: shows the given content and emits what the user requests. The list's pool reuses it for other lines.
+/// One line of the script: header, text, notes, direction strip, take strip and status. A compact row shows one line of
+/// text with columns, and opens while its text is edited or one of its controls has the focus. Accepts dropped audio
+/// files. Stateless: shows the given content and emits what the user requests. The list's pool reuses it for other
+/// lines.
 class LineRow final : public QWidget {
     Q_OBJECT
 public:
@@ -69,6 +74,7 @@ Q_SIGNALS:
     void heightChanged();
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
@@ -81,17 +87,6 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    struct Places {
-        QRect card;
-        QRect stripe;
-        QRect header;
-        QRect text;
-        QRect notes;
-        QRect direction;
-        QRect takes;
-        int height = 0;
-    };
-
     void connectText();
     void handleKeysOf(const QList<QWidget *> &controls);
     void showBackground();
@@ -100,22 +95,34 @@ private:
     void makeNotes();
     void showNames(const LineRowContent &before);
     void setDropTarget(bool isDropTarget);
-    [[nodiscard]] Places placesFor(int width) const;
+    [[nodiscard]] RowPlaces placesFor(int width) const;
+    /// The density that the row has now.
+    [[nodiscard]] RowDensity density() const;
+    [[nodiscard]] RowLook look() const;
+    void showDensity();
+    void setOpen(bool isOpen);
+    void closeWhenLeft();
+    void setHovered(bool isHovered);
     void layOut();
     [[nodiscard]] QList<QWidget *> controls() const;
     void moveFocus(QWidget *from, int step);
 
     LineRowContent m_content;
     QMetaObject::Connection m_watch;
-    LineHeader *m_header;
+    /// Below the header, whose buttons reach into the text's margin.
     ScriptTextField *m_text;
+    LineHeader *m_header;
     TakeStrip *m_takes;
+    RowStatusMark *m_status;
     /// Created on demand, as are the notes: most rows have neither.
     DirectionStrip *m_direction = nullptr;
     NotesField *m_notes = nullptr;
-    Places m_places;
+    RowPlaces m_places;
     bool m_isDropTarget = false;
     bool m_listHasFocus = false;
+    bool m_isHovered = false;
+    /// The user works with the controls of a compact row.
+    bool m_isOpen = false;
 };
 
 } // namespace orlenta::shell

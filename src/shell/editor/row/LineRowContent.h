@@ -13,6 +13,12 @@ namespace orlenta::shell {
 
 enum class RowGeneration { NoVoice, Ready, Generating };
 
+/// How much room a row takes: a card with all of its parts, or one line of text with columns.
+enum class RowDensity { Comfortable, Compact };
+
+/// What a line has or lacks for its audio. A row shows it as a mark with a word, and shows nothing while all is well.
+enum class RowStatus { Done, NoVoice, NotGenerated, Generating, Stale, FileMissing };
+
 enum class RowPlayback {
     Idle,
     /// The playhead is in this audio, but nothing plays.
@@ -30,6 +36,8 @@ struct LineHeaderContent {
     bool isSpoken = false;
     bool isVoiceDirected = false;
     bool hasNotes = false;
+    bool isPlaying = false;
+    bool isRecording = false;
 
     friend bool operator==(const LineHeaderContent &, const LineHeaderContent &) = default;
 };
@@ -46,6 +54,10 @@ struct LineTextContent {
 struct AudioContent {
     /// "0:04", or "--:--".
     QString duration;
+    /// The same in seconds; 0 until it is known.
+    double seconds = 0.0;
+    /// What the room for the waveform stands for, in seconds, so that takes can be compared; 0 if each fills its room.
+    double laneSeconds = 0.0;
     /// Peaks, 0 to 1; empty until they are known.
     QList<float> waveform;
     RowPlayback playback = RowPlayback::Idle;
@@ -85,10 +97,17 @@ struct LineRowContent {
     LineHeaderContent header;
     LineTextContent text;
     TakesContent takes;
+    RowStatus status = RowStatus::Done;
+    /// The status in words, such as "Voice changed"; empty when done.
+    QString statusWords;
     /// Present while the strip is visible.
     std::optional<DirectionContent> direction;
     QString notes;
+    RowDensity density = RowDensity::Comfortable;
     bool isSelected = false;
+    /// The row above or below is selected as well, so that both share one outline.
+    bool joinsAbove = false;
+    bool joinsBelow = false;
     /// The current line, on which the keyboard acts.
     bool isCurrent = false;
 };

@@ -2,6 +2,8 @@
 
 #include <QtCore/QtGlobal>
 
+#include "shell/editor/row/LineRowContent.h"
+
 class QWidget;
 
 namespace orlenta::shell {
@@ -17,14 +19,17 @@ struct LineOutline {
 /// Estimates the height of rows of a given width, in pixels, from the length of their text without laying it out.
 class RowHeightEstimator final {
 public:
-    RowHeightEstimator(const QWidget &list, int width);
+    RowHeightEstimator(const QWidget &list, int width, RowDensity density);
 
     [[nodiscard]] int height(const LineOutline &outline) const;
 
 private:
+    RowDensity m_density;
+    bool m_isWide = false;
     double m_charactersPerLine = 1.0;
     double m_lineHeight = 0.0;
     int m_bare = 0;
+    int m_compact = 0;
     int m_audio = 0;
     int m_direction = 0;
     int m_notes = 0;

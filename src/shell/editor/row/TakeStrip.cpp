@@ -1,6 +1,7 @@
 #include "shell/editor/row/TakeStrip.h"
 
 #include <QtCore/QEvent>
+#include <QtGui/QPainter>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QToolButton>
 
@@ -45,6 +46,14 @@ void TakeStrip::setContent(qsizetype number, const TakesContent &content) {
     showTakes();
 }
 
+void TakeStrip::setDensity(RowDensity density) {
+    if (std::exchange(m_density, density) == density)
+        return;
+    m_player->setDensity(density);
+    applyMeasures();
+    showTakes();
+}
+
 void TakeStrip::showTakes() {
     m_takes->setVisible(m_content.count > 0);
     QString text = u"Choose Take"_s;
@@ -55,7 +64,11 @@ void TakeStrip::showTakes() {
         if (!m_content.audio)
             text = u"%1, file missing"_s.arg(text);
     }
-    m_takes->setText(text);
+    const bool isCompact = m_density == RowDensity::Compact;
+    m_takes->setText(!isCompact             ? text
+                     : m_content.active < 0 ? u"-/%1"_s.arg(m_content.count)
+                                            : u"%1/%2"_s.arg(m_content.active + 1).arg(m_content.count));
+    update();
     m_takes->setAccessibleName(u"Take of line %1, %2"_s.arg(QString::number(m_number), text));
 }
 
@@ -67,9 +80,25 @@ void TakeStrip::changeEvent(QEvent *event) {
 
 void TakeStrip::applyMeasures() {
     const int icon = Theme::iconSize(this) * 3 / 4;
-    layout()->setSpacing(Theme::unit(this));
+    const bool isCompact = m_density == RowDensity::Compact;
+    layout()->setSpacing(Theme::unit(this) * (isCompact ? 1 : 2));
+    m_takes->setToolButtonStyle(isCompact ? Qt::ToolButtonTextOnly : Qt::ToolButtonTextBesideIcon);
+    // As wide in each row, so that the lanes beside it are, too.
+    const int words = m_takes->fontMetrics().horizontalAdvance(isCompact ? u"00/00"_s : u"Take 10 of 10"_s);
+    m_takes->setMinimumWidth(words + Theme::unit(this) * 2 + (isCompact ? 0 : icon + Theme::unit(this) * 2));
     m_takes->setIcon(Icon::named(u"chevron-down"_s, Icon::Tint::Muted));
     m_takes->setIconSize({icon, icon});
+}
+
+void TakeStrip::paintEvent(QPaintEvent *) {
+    if (m_content.active < 0 || m_content.audio)
+        return;
+    // The take's file is missing: its lane is hatched.
+    const int unit = Theme::unit(this);
+    QRect lane(unit, 0, m_takes->x() - unit * 3, unit * 3);
+    lane.moveTop((height() - lane.height()) / 2);
+    QPainter painter(this);
+    painter.fillRect(lane, QBrush(ThemeColors::of(palette()).borderControl, Qt::BDiagPattern));
 }
 
 } // namespace orlenta::shell

@@ -20,6 +20,7 @@ public:
 
     /// `number` is the line's position in its tab. Hides if there are neither audio nor takes.
     void setContent(qsizetype number, const TakesContent &content);
+    void setDensity(RowDensity density);
     [[nodiscard]] AudioPlayer &player() const { return *m_player; }
     /// The focusable controls in tab order; some may be hidden.
     [[nodiscard]] QList<QWidget *> controls() const;
@@ -30,6 +31,7 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
 
 private:
     void showTakes();
@@ -37,6 +39,7 @@ private:
 
     qsizetype m_number = 0;
     TakesContent m_content;
+    RowDensity m_density = RowDensity::Comfortable;
     AudioPlayer *m_player;
     QToolButton *m_takes;
 };

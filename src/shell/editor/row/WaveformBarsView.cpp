@@ -20,6 +20,7 @@ namespace {
 
 constexpr qreal shortestBar = 2.0;
 constexpr qreal cornerSize = 0.5;
+constexpr qreal playheadWidth = 2.0;
 // The lowest opacities of bars, if contrast allows: of all bars without a playhead, and of the bars after a playhead.
 constexpr qreal faintestIdle = 0.72;
 constexpr qreal faintestResting = 0.32;
@@ -167,6 +168,12 @@ void WaveformBarsView::paintEvent(QPaintEvent *) {
         painter.drawRoundedRect(
             QRectF(snapped(inset + pitch * bar), snapped((height() - barTall) / 2.0), m_barWidth, barTall), cornerSize,
             cornerSize);
+    }
+    if (m_showsProgress) {
+        painter.setOpacity(1.0);
+        painter.setRenderHint(QPainter::Antialiasing, false);
+        const qreal place = snapped(played * (width() - playheadWidth));
+        painter.fillRect(QRectF(place, 0.0, playheadWidth, height()), ThemeColors::of(palette()).text);
     }
     if (hasFocus()) {
         painter.setOpacity(1.0);

@@ -70,6 +70,18 @@ TEST_F(WaveformBarsViewTest, BarsAfterThePlayheadAreFainter) {
     EXPECT_LT(qAlpha(image.pixel(94, 20)), 128);
 }
 
+TEST_F(WaveformBarsViewTest, ALineOfFullHeightMarksThePlayhead) {
+    view.setSamples({0.1F});
+    const auto topAt = [&](double progress) {
+        view.setProgress(progress, RowPlayback::Current);
+        return pictureOf(view).pixelColor(static_cast<int>(progress * 98.0), 0);
+    };
+    for (const double progress : {0.0, 0.5, 1.0})
+        EXPECT_EQ(topAt(progress), ThemeColors::of(view.palette()).text) << progress;
+    view.setShowsProgress(false);
+    EXPECT_EQ(topAt(0.5).alpha(), 0);
+}
+
 TEST_F(WaveformBarsViewTest, IgnoresTheWheel) {
     QWheelEvent event({50.0, 20.0}, {50.0, 20.0}, {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
                       false);
