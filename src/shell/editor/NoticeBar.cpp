@@ -5,6 +5,7 @@
 #include <QtGui/QPainter>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
 #include <QtWidgets/QToolButton>
 
 #include "shell/controls/NoticeLabel.h"
@@ -15,9 +16,9 @@
 namespace orlenta::shell {
 
 NoticeBar::NoticeBar(QWidget *parent)
-    : QWidget(parent), m_icon(new QLabel(this)), m_text(new NoticeLabel(this)), m_dismiss(new QToolButton(this)) {
+    : QWidget(parent), m_actions(new QHBoxLayout), m_icon(new QLabel(this)), m_text(new NoticeLabel(this)),
+      m_dismiss(new QToolButton(this)) {
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_icon->setAccessibleName(QStringLiteral("Warning"));
     m_dismiss->setIcon(Icon::named(QStringLiteral("close")));
     m_dismiss->setAutoRaise(true);
     m_dismiss->setFocusPolicy(Qt::StrongFocus);
@@ -26,15 +27,34 @@ NoticeBar::NoticeBar(QWidget *parent)
     auto *layout = new QHBoxLayout(this);
     layout->addWidget(m_icon);
     layout->addWidget(m_text, 1);
+    layout->addLayout(m_actions);
     layout->addWidget(m_dismiss);
     connect(m_dismiss, &QToolButton::clicked, this, &NoticeBar::dismissed);
     applyMeasures();
     hide();
 }
 
-void NoticeBar::setMessage(const QString &message) {
+void NoticeBar::setMessage(const QString &message, Tone tone, const QList<NoticeAction> &actions) {
+    m_tone = tone;
+    setActions(actions);
+    applyMeasures();
     m_text->setNotice(QString(), message);
     setVisible(!message.isEmpty());
+}
+
+void NoticeBar::setActions(const QList<NoticeAction> &actions) {
+    // This may run inside the click of one of them.
+    for (QPushButton *button : std::exchange(m_buttons, {})) {
+        button->hide();
+        button->deleteLater();
+    }
+    for (const NoticeAction &action : actions) {
+        auto *button = new QPushButton(action.text, this);
+        button->setToolTip(action.tip);
+        connect(button, &QPushButton::clicked, this, [run = action.run] { run(); });
+        m_actions->addWidget(button);
+        m_buttons.append(button);
+    }
 }
 
 void NoticeBar::keyPressEvent(QKeyEvent *event) {
@@ -55,7 +75,12 @@ void NoticeBar::applyMeasures() {
     layout()->setContentsMargins(unit * 4, unit * 2, unit * 3, unit * 2);
     layout()->setSpacing(unit * 2);
     const QSize side(Theme::iconSize(this), Theme::iconSize(this));
-    m_icon->setPixmap(Icon::named(QStringLiteral("warning"), Icon::Tint::Danger).pixmap(side, devicePixelRatioF()));
+    const bool isWarning = m_tone == Tone::Warning;
+    const QIcon icon = isWarning ? Icon::named(QStringLiteral("warning"), Icon::Tint::Danger)
+                                 : Icon::named(QStringLiteral("info"), Icon::Tint::Accent);
+    m_icon->setPixmap(icon.pixmap(side, devicePixelRatioF()));
+    m_icon->setAccessibleName(isWarning ? QStringLiteral("Warning") : QStringLiteral("Information"));
+    m_actions->setSpacing(unit * 2);
     m_dismiss->setIconSize(side);
 }
 

@@ -1,22 +1,36 @@
 #pragma once
 
+#include <functional>
+
+#include <QtCore/QList>
 #include <QtWidgets/QWidget>
 
+class QHBoxLayout;
 class QLabel;
+class QPushButton;
 class QToolButton;
 
 namespace orlenta::shell {
 
 class NoticeLabel;
 
+/// A button beside a message.
+struct NoticeAction {
+    QString text;
+    QString tip;
+    std::function<void()> run;
+};
+
 /// A message that stays until it is dismissed with its button or with Escape. Hidden while there is none.
 class NoticeBar final : public QWidget {
     Q_OBJECT
 public:
+    enum class Tone { Warning, Information };
+
     explicit NoticeBar(QWidget *parent = nullptr);
 
     /// An empty text hides the bar.
-    void setMessage(const QString &message);
+    void setMessage(const QString &message, Tone tone = Tone::Warning, const QList<NoticeAction> &actions = {});
 
 Q_SIGNALS:
     void dismissed();
@@ -28,7 +42,11 @@ protected:
 
 private:
     void applyMeasures();
+    void setActions(const QList<NoticeAction> &actions);
 
+    Tone m_tone = Tone::Warning;
+    QHBoxLayout *m_actions = nullptr;
+    QList<QPushButton *> m_buttons;
     QLabel *m_icon = nullptr;
     NoticeLabel *m_text = nullptr;
     QToolButton *m_dismiss = nullptr;

@@ -17,6 +17,7 @@ namespace orlenta::shell {
 
 class DirectionActions;
 class NoticeBar;
+class ProjectNotices;
 class ScriptLines;
 class ScriptListView;
 class ScriptTabBar;
@@ -24,7 +25,7 @@ class ScriptToolbar;
 class TagPalette;
 
 /// The script of one project: its tabs, the toolbar, the tag palette, and the lines of the active tab. Follows the
-/// controller's selection and the playback, and shows failed exports in a message below the lines. F6 and Shift+F6
+/// controller's selection and the playback, and shows the project's notices below the lines. F6 and Shift+F6
 /// leave the list, because Tab moves within it; Escape in the list dismisses the message.
 class ScriptEditor final : public QWidget {
     Q_OBJECT
@@ -57,8 +58,6 @@ private:
     void applyMeasures();
     void connectProject();
     void connectPlayback();
-    void connectNotice();
-    bool dismissNotice();
     void followSelection();
     void followEditing();
     void followPlayhead();
@@ -83,6 +82,7 @@ private:
     ScriptListView *m_list = nullptr;
     DirectionActions *m_directionActions = nullptr;
     NoticeBar *m_notice = nullptr;
+    ProjectNotices *m_notices = nullptr;
     std::optional<model::LineId> m_seenFocusId;
     std::optional<model::LineId> m_playheadId;
     std::optional<model::TabId> m_seenTabId;
