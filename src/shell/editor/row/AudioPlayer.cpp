@@ -106,7 +106,10 @@ void AudioPlayer::showNames() {
     const bool isPlaying = m_content.playback == RowPlayback::Playing;
     m_play->setAccessibleName((isPlaying ? u"Stop %1"_s : u"Play %1"_s).arg(sound));
     m_waveform->setAccessibleName(u"Playhead of %1"_s.arg(sound));
-    m_duration->setAccessibleName(u"Duration of %1, %2"_s.arg(sound, m_content.duration));
+    const bool isKnown = !m_content.exactDuration.isEmpty();
+    m_duration->setAccessibleName(
+        u"Duration of %1, %2"_s.arg(sound, isKnown ? m_content.exactDuration : m_content.duration));
+    m_duration->setToolTip(m_content.exactDuration);
 }
 
 void AudioPlayer::changeEvent(QEvent *event) {

@@ -19,8 +19,8 @@ namespace orlenta::shell {
 
 LineHeader::LineHeader(QWidget *parent)
     : QWidget(parent), m_mode(new QToolButton(this)), m_notes(new QToolButton(this)), m_generate(new QPushButton(this)),
-      m_busy(new BusyIndicator(this)), m_voiceHint(new QLabel(u"Select a voice in the inspector to generate"_s, this)) {
-    m_voiceHint->setWordWrap(true);
+      m_busy(new BusyIndicator(this)), m_hint(new QLabel(this)) {
+    m_hint->setWordWrap(true);
     m_notes->setToolTip(tipOf(CommandId::EditNotes));
     for (QToolButton *button : {m_mode, m_notes})
         button->setAutoRaise(true);
@@ -52,23 +52,39 @@ void LineHeader::setContent(qsizetype number, const LineHeaderContent &content) 
 }
 
 void LineHeader::setBackground(const QColor &background) {
-    if (std::exchange(m_background, background) != background)
-        update();
+    if (std::exchange(m_background, background) == background)
+        return;
+    showHint();
+    update();
 }
 
 void LineHeader::showGeneration() {
     const bool isGenerating = m_content.generation == RowGeneration::Generating;
+    const bool isWaiting = m_content.generation == RowGeneration::Waiting;
     const bool isFirst = !m_content.isSpoken;
-    m_voiceHint->setVisible(m_content.generation == RowGeneration::NoVoice);
+    showHint();
     m_generate->setVisible(m_content.generation != RowGeneration::NoVoice);
     m_busy->setVisible(isGenerating);
-    m_generate->setText(isGenerating ? u"Generating..."_s : isFirst ? u"Generate"_s : u"Regenerate"_s);
+    m_generate->setText(isGenerating ? u"Generating..."_s
+                        : isWaiting  ? u"Waiting…"_s
+                        : isFirst    ? u"Generate"_s
+                                     : u"Regenerate"_s);
     m_generate->setAccessibleDescription(m_generate->text());
-    m_generate->setEnabled(!isGenerating);
+    m_generate->setEnabled(!isGenerating && !isWaiting);
     Theme::setRole(m_generate, isFirst ? ButtonRole::Normal : ButtonRole::Quiet);
     m_generate->setIcon(isGenerating ? QIcon() : Icon::named(isFirst ? u"waveform"_s : u"arrow-clockwise"_s));
     m_generate->setToolTip(
         tipWithKey(isFirst ? u"Speak this line"_s : u"Speak this line again, as a new take"_s, CommandId::Generate));
+}
+
+void LineHeader::showHint() {
+    const bool hasVoice = m_content.generation != RowGeneration::NoVoice;
+    m_hint->setText(hasVoice ? m_content.overrun : u"Select a voice in the inspector to generate"_s);
+    m_hint->setVisible(!m_hint->text().isEmpty());
+    const ThemeColors &colors = ThemeColors::of(palette());
+    QPalette hint = palette();
+    hint.setColor(QPalette::WindowText, hasVoice ? readableOn(m_background, colors.danger) : colors.textMuted);
+    m_hint->setPalette(hint);
 }
 
 void LineHeader::showDirection() {
@@ -113,19 +129,19 @@ LineHeader::Places LineHeader::placesFor(int width) const {
         places.generate = fromRight(action, unit);
     places.notes = fromRight(bare, 0);
     places.mode = fromRight(bare, unit * 2);
+    if (m_content.generation == RowGeneration::Generating)
+        places.busy = fromRight(m_busy->sizeHint(), unit * 2);
     bool hintBelow = false;
-    if (m_content.generation == RowGeneration::NoVoice) {
-        const int wanted = m_voiceHint->fontMetrics().horizontalAdvance(m_voiceHint->text()) + unit;
+    if (!m_hint->text().isEmpty()) {
+        const int wanted = m_hint->fontMetrics().horizontalAdvance(m_hint->text()) + unit;
         hintBelow = wanted > right - numberWidth - unit * 20;
         if (!hintBelow)
-            places.voiceHint = fromRight(QSize(wanted, places.height), unit * 2);
-    } else if (m_content.generation == RowGeneration::Generating) {
-        places.busy = fromRight(m_busy->sizeHint(), unit * 2);
+            places.hint = fromRight(QSize(wanted, places.height), unit * 2);
     }
     places.name = QRect(numberWidth, 0, std::max(0, right - numberWidth), places.height);
     if (hintBelow) {
-        places.voiceHint = QRect(0, places.height + unit, width, m_voiceHint->heightForWidth(width));
-        places.height = places.voiceHint.bottom() + 1;
+        places.hint = QRect(0, places.height + unit, width, m_hint->heightForWidth(width));
+        places.height = places.hint.bottom() + 1;
     }
     return places;
 }
@@ -136,7 +152,7 @@ void LineHeader::layOut() {
     m_notes->setGeometry(m_places.notes);
     m_generate->setGeometry(m_places.generate);
     m_busy->setGeometry(m_places.busy);
-    m_voiceHint->setGeometry(m_places.voiceHint);
+    m_hint->setGeometry(m_places.hint);
 }
 
 void LineHeader::resizeEvent(QResizeEvent *event) {
@@ -153,9 +169,7 @@ void LineHeader::changeEvent(QEvent *event) {
 }
 
 void LineHeader::applyMeasures() {
-    QPalette muted = palette();
-    muted.setColor(QPalette::WindowText, ThemeColors::of(palette()).textMuted);
-    m_voiceHint->setPalette(muted);
+    showHint();
     const int icon = Theme::iconSize(this);
     for (QAbstractButton *button : {static_cast<QAbstractButton *>(m_mode), static_cast<QAbstractButton *>(m_notes),
                                     static_cast<QAbstractButton *>(m_generate)})

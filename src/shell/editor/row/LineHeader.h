@@ -44,11 +44,12 @@ private:
         QRect notes;
         QRect generate;
         QRect busy;
-        QRect voiceHint;
+        QRect hint;
         int height = 0;
     };
 
     void showGeneration();
+    void showHint();
     void showDirection();
     void showNames();
     void applyMeasures();
@@ -64,7 +65,8 @@ private:
     QToolButton *m_notes;
     QPushButton *m_generate;
     BusyIndicator *m_busy;
-    QLabel *m_voiceHint;
+    /// What keeps the line from being generated.
+    QLabel *m_hint;
 };
 
 } // namespace orlenta::shell

@@ -11,7 +11,13 @@
 
 namespace orlenta::shell {
 
-enum class RowGeneration { NoVoice, Ready, Generating };
+enum class RowGeneration {
+    NoVoice,
+    Ready,
+    /// Queued, but not yet its turn.
+    Waiting,
+    Generating
+};
 
 enum class RowPlayback {
     Idle,
@@ -26,6 +32,8 @@ struct LineHeaderContent {
     /// The cast voice's colour; invalid without a voice.
     QColor stripe;
     RowGeneration generation = RowGeneration::NoVoice;
+    /// "5,312 of 5,000 characters" if the text is longer than its model takes; empty otherwise.
+    QString overrun;
     /// The line has been spoken: generating adds another take.
     bool isSpoken = false;
     bool isVoiceDirected = false;
@@ -46,6 +54,8 @@ struct LineTextContent {
 struct AudioContent {
     /// "0:04", or "--:--".
     QString duration;
+    /// "0.9 seconds", or empty while the duration is unknown.
+    QString exactDuration;
     /// Peaks, 0 to 1; empty until they are known.
     QList<float> waveform;
     RowPlayback playback = RowPlayback::Idle;
