@@ -39,6 +39,7 @@ ProjectActions::ProjectActions(controller::ProjectSession &session, QObject *par
                       CommandId::SelectAll,
                       CommandId::ChooseVoice,
                       CommandId::Generate,
+                      CommandId::StopGenerating,
                       CommandId::AddLine,
                       CommandId::DuplicateLine,
                       CommandId::SplitLine,
@@ -55,6 +56,8 @@ ProjectActions::ProjectActions(controller::ProjectSession &session, QObject *par
                       CommandId::ToggleInspector},
                      parent),
       m_session(session), m_controller(session.controller()), m_playback(session.playback()) {
+    // A key that is held down would pay for take after take.
+    (*this)[CommandId::Generate]->setAutoRepeat(false);
     connectEditing();
     connectScript();
     connectTabs();
@@ -97,6 +100,7 @@ void ProjectActions::connectEditing() {
 
 void ProjectActions::connectScript() {
     onTriggered(CommandId::Generate, [this] { m_session.generator().generateSelectedLines(); });
+    onTriggered(CommandId::StopGenerating, [this] { m_session.generator().queue().stop(); });
     onTriggered(CommandId::AddLine, [this] { m_controller.lines().addLine(); });
     onTriggered(CommandId::DuplicateLine, [this] {
         if (const auto id = m_controller.selection().singleSelectedLineId())
@@ -128,6 +132,8 @@ void ProjectActions::followProject() {
                                                                                    [this] { refresh(); });
     onAnyChange<EditingLineChanged>(m_controller, this, [this] { refreshUndo(); });
     connect(&m_playback, &audio::PlaybackController::isPlayingChanged, this, &ProjectActions::refresh);
+    connect(&m_session.generator().queue(), &speech::LineGenerationQueue::progressChanged, this,
+            &ProjectActions::refresh);
     connect(&m_controller.exporting(), &Exporting::isBusyChanged, this, &ProjectActions::refresh);
     connect(&m_controller.undoManager(), &UndoManager::stateChanged, this, &ProjectActions::refreshUndo);
     connect(qApp, &QApplication::focusChanged, this, &ProjectActions::refreshUndo);
@@ -143,6 +149,7 @@ void ProjectActions::refresh() {
     const auto enable = [this](CommandId id, bool isEnabled) { (*this)[id]->setEnabled(isEnabled); };
     enable(CommandId::ChooseVoice, hasOneLine);
     enable(CommandId::Generate, hasSelection);
+    enable(CommandId::StopGenerating, m_session.generator().queue().canStop());
     enable(CommandId::DuplicateLine, hasOneLine);
     enable(CommandId::SplitLine, hasOneLine);
     enable(CommandId::DeleteLine, hasSelection);

@@ -6,7 +6,6 @@
 #include "model/Ids.h"
 
 class QLabel;
-class QProgressBar;
 
 namespace orlenta::controller {
 class LineGenerator;
@@ -14,15 +13,12 @@ class ProjectController;
 class ProjectSession;
 } // namespace orlenta::controller
 
-namespace orlenta::controller {
-class LineGenerator;
-class ProjectController;
-} // namespace orlenta::controller
-
 namespace orlenta::shell {
 
+class ProgressMark;
+
 /// The strip below the script: how many lines have audio, whether the microphone is on, whether audio is being imported
-/// or exported, and the progress of generation.
+/// or exported, and the progress of generation. Imports and generation can be stopped here.
 class StatusLine final : public QWidget {
     Q_OBJECT
 public:
@@ -43,16 +39,13 @@ private:
     void showExport();
     void showGeneration();
 
-    const controller::ProjectController &m_controller;
+    controller::ProjectController &m_controller;
     controller::LineGenerator &m_generator;
     QLabel *m_audio;
-    QLabel *m_import;
+    ProgressMark *m_import;
     QTimer m_importDelay;
     QLabel *m_export;
-    QLabel *m_generation;
-    QProgressBar *m_progress;
-    /// Lines started since the queue was last empty.
-    int m_begun = 0;
+    ProgressMark *m_generation;
 };
 
 } // namespace orlenta::shell
