@@ -1,6 +1,7 @@
 #include "shell/windows/ErrorAlerts.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
@@ -56,10 +57,14 @@ void ErrorAlerts::showNext() {
     m_box = box;
     fill(m_alerts.first());
     connect(box, &QMessageBox::finished, this, [this] {
+        const qsizetype action = m_actionButtons.indexOf(m_box->clickedButton());
+        m_actionButtons.clear();
         m_box = nullptr;
         const Alert done = m_alerts.takeFirst();
         if (done.dismissed)
             done.dismissed();
+        if (action >= 0)
+            done.actions.at(action).run();
         if (m_box == nullptr)
             showNext();
     });
@@ -67,6 +72,17 @@ void ErrorAlerts::showNext() {
 }
 
 void ErrorAlerts::fill(const Alert &alert) {
+    for (QAbstractButton *button : std::exchange(m_actionButtons, {})) {
+        m_box->removeButton(button);
+        delete button;
+    }
+    for (const Action &action : alert.actions) {
+        QPushButton *button = m_box->addButton(action.text, QMessageBox::ActionRole);
+        button->setToolTip(action.tip);
+        m_actionButtons.append(button);
+    }
+    m_box->setDefaultButton(QMessageBox::Ok);
+    m_box->setEscapeButton(QMessageBox::Ok);
     m_box->setText(alert.title);
     m_box->setInformativeText(alert.detail);
     m_box->setAccessibleName(alert.title);

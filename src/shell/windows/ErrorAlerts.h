@@ -7,6 +7,7 @@
 #include <QtCore/QPointer>
 #include <QtCore/QString>
 
+class QAbstractButton;
 class QMessageBox;
 class QWidget;
 
@@ -20,12 +21,19 @@ enum class AlertSource { Save, LocalVoices, Generation, Playback };
 class ErrorAlerts final : public QObject {
     Q_OBJECT
 public:
+    /// A button that closes the alert and then does something about the failure.
+    struct Action {
+        QString text;
+        QString tip;
+        std::function<void()> run;
+    };
     struct Alert {
         AlertSource source = AlertSource::Save;
         QString title;
         QString detail;
         /// Called when the user dismisses the alert.
         std::function<void()> dismissed;
+        QList<Action> actions = {};
     };
 
     explicit ErrorAlerts(QWidget &window);
@@ -44,6 +52,8 @@ private:
     QWidget &m_window;
     QList<Alert> m_alerts;
     QPointer<QMessageBox> m_box;
+    /// The buttons of the shown alert's actions.
+    QList<QAbstractButton *> m_actionButtons;
 };
 
 } // namespace orlenta::shell

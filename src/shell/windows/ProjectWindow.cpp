@@ -39,7 +39,7 @@ constexpr QSize smallestSize(600, 400);
 
 ProjectWindow::ProjectWindow(AppContext &context, controller::ProjectSession &session)
     : m_context(context), m_session(session), m_actions(new ProjectActions(session, this)),
-      m_alerts(new ErrorAlerts(*this)), m_export(new ExportFlow(session.controller(), *this)),
+      m_alerts(new ErrorAlerts(*this)), m_export(new ExportFlow(session, *this)),
       m_toolbar(new ProjectToolbar({session.service(), context.localVoices, context.services.defaults, *m_actions})),
       m_editor(new ScriptEditor(session, this)), m_inspector(new Inspector(session.controller(), session.service())),
       m_splitter(new QSplitter(Qt::Horizontal)) {
@@ -104,7 +104,10 @@ void ProjectWindow::connectAlerts() {
     connect(&generator, &controller::LineGenerator::generateErrorChanged, this, [this, &generator] {
         if (const auto message = generator.generateError())
             m_alerts->show({AlertSource::Generation, generator.generateErrorTitle(), *message,
-                            [&generator] { generator.dismissError(); }});
+                            [&generator] { generator.dismissError(); },
+                            generator.generateErrorRemedy() == controller::LineGenerator::Remedy::Connect
+                                ? waysToConnect()
+                                : QList<ErrorAlerts::Action>()});
         else
             m_alerts->withdraw(AlertSource::Generation);
     });
@@ -121,6 +124,17 @@ void ProjectWindow::connectAlerts() {
         else
             m_alerts->withdraw(AlertSource::LocalVoices);
     });
+}
+
+QList<ErrorAlerts::Action> ProjectWindow::waysToConnect() {
+    QList<ErrorAlerts::Action> ways{
+        {u"Open Account Panel"_s, u"Connect an account, or see why it isn't connected"_s, [this] { showAccount(); }}};
+    speech::LocalVoices &localVoices = m_context.localVoices;
+    using State = speech::LocalVoices::State;
+    if (localVoices.state() == State::Off || localVoices.state() == State::Failed)
+        ways.append({u"Use Local Voices"_s, u"Speak with voices on this computer; no account needed"_s,
+                     [&localVoices] { localVoices.switchOn(); }});
+    return ways;
 }
 
 void ProjectWindow::syncTitle() {

@@ -5,6 +5,7 @@
 #include <QtWidgets/QMainWindow>
 
 #include "shell/application/AppContext.h"
+#include "shell/windows/ErrorAlerts.h"
 
 class QSplitter;
 
@@ -21,7 +22,6 @@ namespace orlenta::speech {}
 namespace orlenta::shell {
 
 class AccountDialog;
-class ErrorAlerts;
 class ExportFlow;
 class Inspector;
 class ProjectActions;
@@ -62,6 +62,7 @@ private:
     void layOut();
     void connectCommands();
     void connectAlerts();
+    [[nodiscard]] QList<ErrorAlerts::Action> waysToConnect();
     void toggleInspector();
     void fitMinimumSize();
 
