@@ -2,6 +2,7 @@
 
 #include <chrono>
 
+#include <QtGui/QDesktopServices>
 #include <QtTest/QTest>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QAbstractItemView>
@@ -93,6 +94,14 @@ std::unique_ptr<controller::ProjectSession> ShellSession::openOffline(const mode
     auto session = std::make_unique<controller::ProjectSession>(context.services, stored);
     session->service().useEndpoint(QUrl(QStringLiteral("http://127.0.0.1:1")));
     return session;
+}
+
+FileManager::FileManager() {
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open");
+}
+
+FileManager::~FileManager() {
+    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
 }
 
 bool waitUntil(const std::function<bool()> &condition) {

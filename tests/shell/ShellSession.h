@@ -3,7 +3,10 @@
 #include <functional>
 #include <memory>
 
+#include <QtCore/QList>
+#include <QtCore/QObject>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QUrl>
 
 #include "audio/devices/AudioDeviceMonitor.h"
 #include "audio/devices/OutputRoutingDiagnostics.h"
@@ -55,6 +58,18 @@ public:
     audio::MicrophonePermission microphone;
     shell::AppCommands commands;
     shell::AppContext context;
+};
+
+/// Stands in for the desktop's file manager: receives the files and folders that would be opened in it.
+class FileManager final : public QObject {
+    Q_OBJECT
+public:
+    FileManager();
+    ~FileManager() override;
+    QList<QUrl> shown;
+
+public Q_SLOTS:
+    void open(const QUrl &url) { shown.append(url); }
 };
 
 /// Runs the event loop until the condition holds. False after a minute.
