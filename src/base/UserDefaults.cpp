@@ -19,6 +19,18 @@ void storeOrRemove(QSettings &settings, QLatin1String key, const QVariant &value
         settings.setValue(key, value);
 }
 
+QLatin1String dialogFolderKey(DialogFolder dialog) {
+    switch (dialog) {
+    case DialogFolder::Open:
+        return QLatin1String("lastOpenFolder");
+    case DialogFolder::Import:
+        return QLatin1String("lastImportFolder");
+    case DialogFolder::Export:
+        return QLatin1String("lastExportFolder");
+    }
+    Q_UNREACHABLE();
+}
+
 QString userFile() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
            QStringLiteral("/orlenta/orlenta.ini");
@@ -182,6 +194,13 @@ bool UserDefaults::sameTimeScale() const {
 }
 void UserDefaults::setSameTimeScale(bool value) {
     m_settings->setValue(QStringLiteral("sameTimeScale"), value);
+}
+
+QString UserDefaults::dialogFolder(DialogFolder dialog) const {
+    return text(*m_settings, dialogFolderKey(dialog), QLatin1String());
+}
+void UserDefaults::setDialogFolder(DialogFolder dialog, const QString &path) {
+    m_settings->setValue(dialogFolderKey(dialog), path);
 }
 
 QByteArray UserDefaults::windowGeometry() const {

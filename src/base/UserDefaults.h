@@ -12,6 +12,9 @@ class QSettings;
 
 namespace orlenta::base {
 
+/// What a file dialog is for. Each kind starts in the folder it was last used in.
+enum class DialogFolder { Open, Import, Export };
+
 /// The user's preferences: one typed accessor per key, backed by an INI file. Reads always go to the store, so windows
 /// stay in sync without notifying each other. Main thread; pass workers the values they need.
 class UserDefaults final {
@@ -97,6 +100,9 @@ public:
     /// Whether the waveforms of a tab share one time scale. Defaults to true.
     [[nodiscard]] bool sameTimeScale() const;
     void setSameTimeScale(bool value);
+    /// Empty if there is none yet.
+    [[nodiscard]] QString dialogFolder(DialogFolder dialog) const;
+    void setDialogFolder(DialogFolder dialog, const QString &path);
 
     [[nodiscard]] QByteArray windowGeometry() const;
     void setWindowGeometry(const QByteArray &value);

@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "controller/direction/DirectionAudio.h"
+#include "controller/document/Notices.h"
+#include "controller/generation/TakeStorage.h"
 #include "controller/script/LineEditing.h"
 #include "controller/takes/AudioInstaller.h"
 
@@ -19,6 +21,11 @@ ProjectSession::ProjectSession(const SharedServices &services, const model::Stor
             return std::nullopt;
         return ServiceVoice{selection.selectedVoiceId(), selection.selectedVoiceName()};
     });
+    if (!stored.folder.isEmpty() && isReadOnlyFolder(stored.folder))
+        m_controller.notices().post(
+            {Notice::Kind::ReadOnlyProject,
+             QStringLiteral("This project's folder can't be written to, so changes and new takes can't be saved here. "
+                            "To work on the project, copy its folder to another place and open the copy.")});
     // Queued, since a waiting callback may delete this object.
     connect(&m_recordings, &DirectionRecordings::isFinishedChanged, this, &ProjectSession::tellIfSettled,
             Qt::QueuedConnection);

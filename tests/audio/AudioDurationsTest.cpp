@@ -139,5 +139,13 @@ TEST(AudioDurations, PrintAsMinutesAndSeconds) {
     EXPECT_EQ(Durations::text(std::nullopt), QStringLiteral("--:--"));
 }
 
+TEST(AudioDurations, TheirWordsTellTenths) {
+    using Seconds = Durations::Seconds;
+    EXPECT_EQ(Durations::exactText(Seconds(0.97)), QStringLiteral("0.9 seconds"));
+    EXPECT_EQ(Durations::exactText(Seconds(65.25)), QStringLiteral("1 minute 5.2 seconds"));
+    EXPECT_EQ(Durations::exactText(Seconds(3600)), QStringLiteral("60 minutes 0.0 seconds"));
+    EXPECT_EQ(Durations::exactText(std::nullopt), QString());
+}
+
 } // namespace
 } // namespace orlenta::audio::test

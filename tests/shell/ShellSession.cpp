@@ -2,6 +2,7 @@
 
 #include <chrono>
 
+#include <QtGui/QDesktopServices>
 #include <QtTest/QTest>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QAbstractItemView>
@@ -103,6 +104,14 @@ void press(const QKeySequence &key) {
 
 void pressKeyOf(controller::CommandId command) {
     press(QKeySequence(controller::CommandTable::command(command).keys.first()));
+}
+
+FileManager::FileManager() {
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open");
+}
+
+FileManager::~FileManager() {
+    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
 }
 
 bool waitUntil(const std::function<bool()> &condition) {

@@ -3,7 +3,10 @@
 #include <functional>
 #include <memory>
 
+#include <QtCore/QList>
+#include <QtCore/QObject>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QUrl>
 #include <QtGui/QKeySequence>
 
 #include "audio/devices/AudioDeviceMonitor.h"
@@ -63,6 +66,18 @@ public:
 void press(const QKeySequence &key);
 /// Presses the command's first key.
 void pressKeyOf(controller::CommandId command);
+/// Stands in for the desktop's file manager: receives the files and folders that would be opened in it.
+class FileManager final : public QObject {
+    Q_OBJECT
+public:
+    FileManager();
+    ~FileManager() override;
+    QList<QUrl> shown;
+
+public Q_SLOTS:
+    void open(const QUrl &url) { shown.append(url); }
+};
+
 /// Runs the event loop until the condition holds. False after a minute.
 [[nodiscard]] bool waitUntil(const std::function<bool()> &condition);
 /// The visible button with that text, or null.

@@ -39,8 +39,18 @@ SmallDisk::SmallDisk(qint64 bytes) {
 }
 
 SmallDisk::~SmallDisk() {
+    if (!m_readOnly.isEmpty())
+        QFile::setPermissions(m_readOnly, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     if (isMounted())
         ::umount2(QFile::encodeName(m_folder.path()).constData(), MNT_DETACH);
+}
+
+bool SmallDisk::makeReadOnly(const QString &folder) {
+    if (isMounted())
+        return ::mount(nullptr, QFile::encodeName(m_folder.path()).constData(), nullptr, MS_REMOUNT | MS_RDONLY,
+                       nullptr) == 0;
+    m_readOnly = folder;
+    return QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner);
 }
 
 } // namespace orlenta::testing

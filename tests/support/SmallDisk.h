@@ -19,11 +19,15 @@ public:
     SmallDisk &operator=(const SmallDisk &) = delete;
 
     [[nodiscard]] bool isMounted() const { return !m_limit.has_value(); }
+    /// From now on nothing can be written to this folder of it.
+    [[nodiscard]] bool makeReadOnly(const QString &folder);
     [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
 
 private:
     QTemporaryDir m_folder;
     std::optional<FileSizeLimit> m_limit;
+    /// The folder whose permissions say so, where nothing is mounted.
+    QString m_readOnly;
 };
 
 } // namespace orlenta::testing

@@ -142,4 +142,17 @@ QString ScriptLineAudioDurationReader::text(std::optional<Seconds> duration) {
     return QString::asprintf("%d:%02d", static_cast<int>(seconds / 60), static_cast<int>(seconds % 60));
 }
 
+QString ScriptLineAudioDurationReader::exactText(std::optional<Seconds> duration) {
+    if (!duration)
+        return {};
+    // Cut like the text, so that the two never contradict each other.
+    const auto tenths = static_cast<qint64>(duration->count() * 10.0);
+    const qint64 minutes = tenths / 600;
+    const QString seconds = QStringLiteral("%1 seconds").arg(static_cast<double>(tenths % 600) / 10.0, 0, 'f', 1);
+    return minutes == 0 ? seconds
+                        : QStringLiteral("%1 %2 %3")
+                              .arg(QString::number(minutes),
+                                   minutes == 1 ? QStringLiteral("minute") : QStringLiteral("minutes"), seconds);
+}
+
 } // namespace orlenta::audio

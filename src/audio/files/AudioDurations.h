@@ -38,6 +38,8 @@ public:
                                                          const std::function<void()> &known);
     /// Minutes and seconds, for example "1:05", or "--:--" without a duration.
     [[nodiscard]] static QString text(std::optional<Seconds> duration);
+    /// Minutes, seconds and tenths in words, for example "1 minute 5.2 seconds". Empty without a duration.
+    [[nodiscard]] static QString exactText(std::optional<Seconds> duration);
 };
 
 } // namespace orlenta::audio

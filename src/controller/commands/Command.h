@@ -27,6 +27,7 @@ enum class CommandId {
     // Script
     ChooseVoice,
     Generate,
+    StopGenerating,
     AddLine,
     InsertLine,
     DuplicateLine,

@@ -53,6 +53,12 @@ const QList<Command> &CommandTable::all() {
          {u"Ctrl+G"_s},
          u"Generate speech for the selected lines"_s,
          u"waveform"_s},
+        {Id::StopGenerating,
+         Group::Script,
+         u"Stop Generating"_s,
+         {u"Ctrl+Shift+G"_s},
+         u"Finish the line that is being generated and leave out those that wait"_s,
+         u"stop"_s},
         // Ctrl+Alt+L locks the screen on several desktops.
         {Id::AddLine,
          Group::Script,

@@ -1,16 +1,19 @@
 #include "controller/direction/DirectionAudio.h"
 
 #include <chrono>
+#include <type_traits>
+#include <utility>
 
 #include <qcoro/qcorofuture.h>
 #include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QFutureWatcher>
 #include <QtCore/QPointer>
+#include <QtCore/QPromise>
 #include <QtCore/QUuid>
 
-#include "audio/files/AudioImporter.h"
 #include "audio/recording/LeftoverRecordings.h"
 #include "base/files/AtomicFile.h"
 #include "base/files/PrivateFolders.h"
@@ -23,6 +26,10 @@
 
 namespace orlenta::controller {
 namespace {
+
+constexpr int progressSteps = 1000;
+/// The share of a dropped file's import that copying it aside takes.
+constexpr double stagedShare = 0.3;
 
 bool isOwnTemporaryRecording(const QString &path) {
     return QFileInfo(path).absolutePath() == QDir::cleanPath(base::PrivateFolders::caches());
@@ -64,6 +71,67 @@ private:
     QPointer<DirectionAudio> m_audio;
 };
 
+/// One import that the user can follow and cancel, for as long as this lives.
+class DirectionAudio::Import final {
+public:
+    explicit Import(DirectionAudio *audio) : m_underWay(audio), m_audio(audio) {
+        audio->m_imports.append(this);
+        Q_EMIT audio->importProgressChanged();
+    }
+    ~Import() {
+        if (m_audio && m_audio->m_imports.removeOne(this))
+            Q_EMIT m_audio->importProgressChanged();
+    }
+    Import(const Import &) = delete;
+    Import &operator=(const Import &) = delete;
+
+    [[nodiscard]] double share() const { return m_share; }
+    void setShare(double share) {
+        m_share = share;
+        Q_EMIT m_audio->importProgressChanged();
+    }
+    [[nodiscard]] std::stop_source &stop() { return m_stop; }
+
+private:
+    UnderWay m_underWay;
+    QPointer<DirectionAudio> m_audio;
+    std::stop_source m_stop;
+    double m_share = 0.0;
+};
+
+double DirectionAudio::importProgress() const {
+    double sum = 0.0;
+    for (const Import *import : m_imports)
+        sum += import->share();
+    return m_imports.isEmpty() ? 0.0 : sum / static_cast<double>(m_imports.size());
+}
+
+void DirectionAudio::cancelImports() {
+    for (Import *import : std::as_const(m_imports))
+        import->stop().request_stop();
+}
+
+template <typename Work>
+auto DirectionAudio::startImporting(const Work &work, Import *import, double end) {
+    using Outcome = std::invoke_result_t<Work, audio::ImportControl>;
+    const auto run = [work, stop = import->stop().get_token()](QPromise<Outcome> &promise) {
+        promise.setProgressRange(0, progressSteps);
+        promise.addResult(work(
+            {stop, [&promise](double share) { promise.setProgressValue(static_cast<int>(share * progressSteps)); }}));
+    };
+    const QFuture<Outcome> running = QtConcurrent::run(run);
+    auto *watcher = new QFutureWatcher<Outcome>(this);
+    connect(watcher, &QFutureWatcherBase::progressValueChanged, this,
+            [this, import, begin = import->share(), end](int steps) {
+                // The last step may be told after the end.
+                if (m_imports.contains(import))
+                    import->setShare(begin + (end - begin) * steps / progressSteps);
+            });
+    connect(watcher, &QFutureWatcherBase::finished, watcher, &QObject::deleteLater);
+    watcher->setFuture(running);
+    return running;
+}
+
 QCoro::Task<void> DirectionAudio::installRecording(QUrl file, double durationSeconds, model::LineId id) {
     const UnderWay underWay(this);
     const model::ProjectLine *line = m_controller.state().findLine(id);
@@ -80,7 +148,10 @@ QCoro::Task<void> DirectionAudio::installRecording(QUrl file, double durationSec
     if (!self)
         co_return;
     if (!stored) {
-        failToStore(from, stored.error());
+        if (QFileInfo::exists(from))
+            Q_EMIT recordingKept(file, durationSeconds, id, failureText(stored.error().description()));
+        else
+            fail(stored.error().description());
         co_return;
     }
     if (m_controller.state().findLine(id) != nullptr) {
@@ -97,37 +168,41 @@ QCoro::Task<void> DirectionAudio::installRecording(QUrl file, double durationSec
 }
 
 QCoro::Task<void> DirectionAudio::importDirectionAudio(QUrl source, model::LineId id) {
-    const UnderWay underWay(this);
+    Import import(this);
     const QString name = source.fileName();
-    const bool isImported = co_await import(source, name, id);
+    const bool isImported = co_await importFile(source, name, id, &import);
     if (isImported)
         removeLeftover(source);
 }
 
 QCoro::Task<void> DirectionAudio::importDroppedFile(QUrl source, model::LineId id) {
-    const UnderWay underWay(this);
+    Import import(this);
     const QString name = source.fileName();
     const auto lent = audio::AudioImporter::openDroppedFile(source);
     if (!lent) {
-        failToImport(name, audio::description(lent.error()));
+        failToImport(name, lent.error());
         co_return;
     }
     const QPointer<DirectionAudio> self(this);
-    auto staging = QtConcurrent::run(&audio::AudioImporter::stageDroppedFile, lent.value(), audio::ImportControl{});
+    auto staging = startImporting(
+        [file = lent.value()](const audio::ImportControl &control) {
+            return audio::AudioImporter::stageDroppedFile(file, control);
+        },
+        &import, stagedShare);
     const auto staged = co_await staging;
     const QString copy = staged ? staged->toLocalFile() : QString();
     bool isImported = false;
     if (self && staged)
-        isImported = co_await import(staged.value(), name, id);
+        isImported = co_await importFile(staged.value(), name, id, &import);
     else if (self)
-        failToImport(name, audio::description(staged.error()));
+        failToImport(name, staged.error());
     if (isImported)
         removeLeftover(source);
     if (staged)
         QFile::remove(copy);
 }
 
-QCoro::Task<bool> DirectionAudio::import(QUrl source, QString name, model::LineId id) {
+QCoro::Task<bool> DirectionAudio::importFile(QUrl source, QString name, model::LineId id, Import *import) {
     if (m_controller.state().findLine(id) == nullptr)
         co_return false;
     const QString folder = m_controller.state().folder();
@@ -137,13 +212,16 @@ QCoro::Task<bool> DirectionAudio::import(QUrl source, QString name, model::LineI
         co_return false;
     }
     const QPointer<DirectionAudio> self(this);
-    auto importing = QtConcurrent::run(&audio::AudioImporter::importDirectionAudio, source,
-                                       QUrl::fromLocalFile(to.value()), audio::ImportControl{});
+    auto importing = startImporting(
+        [source, destination = QUrl::fromLocalFile(to.value())](const audio::ImportControl &control) {
+            return audio::AudioImporter::importDirectionAudio(source, destination, control);
+        },
+        import, 1.0);
     const auto imported = co_await importing;
     if (!self)
         co_return false;
     if (!imported) {
-        failToImport(name, audio::description(imported.error()));
+        failToImport(name, imported.error());
         co_return false;
     }
     if (m_controller.state().findLine(id) == nullptr) {
@@ -190,20 +268,22 @@ void DirectionAudio::adopt(const QString &path, double durationSeconds, const mo
     Q_EMIT adopted(id);
 }
 
+QString DirectionAudio::failureText(const QString &description) {
+    return QStringLiteral("Audio import failed: %1").arg(description);
+}
+
 void DirectionAudio::fail(const QString &description) {
-    m_controller.setSpotError(QStringLiteral("Audio import failed: %1").arg(description));
+    m_controller.setSpotError(failureText(description));
+}
+
+void DirectionAudio::failToImport(const QString &name, audio::AudioImporterError error) {
+    if (error != audio::AudioImporterError::cancelled)
+        failToImport(name, audio::description(error));
 }
 
 void DirectionAudio::failToImport(const QString &name, const QString &description) {
     // Name the file: the user may have imported another one meanwhile.
     fail(name.isEmpty() ? description : QStringLiteral("%1 (%2)").arg(description, name));
-}
-
-void DirectionAudio::failToStore(const QString &recording, const ProjectControllerError &error) {
-    // A recording can't be made again, so tell the user where it is.
-    fail(QFileInfo::exists(recording)
-             ? QStringLiteral("%1 The recording is kept in %2").arg(error.description(), recording)
-             : error.description());
 }
 
 } // namespace orlenta::controller

@@ -7,6 +7,7 @@
 
 #include "audio/devices/AudioDebugLogger.h"
 #include "audio/devices/SoundServer.h"
+#include "audio/files/AudioImporter.h"
 #include "controller/direction/DirectionAudio.h"
 #include "controller/ProjectController.h"
 #include "controller/script/LineEditing.h"
@@ -16,12 +17,16 @@ namespace orlenta::controller {
 using audio::AudioRecorder;
 
 DirectionRecordings::DirectionRecordings(ProjectController &controller, const AudioRecorder::Parts &parts)
-    : m_controller(controller), m_parts(parts) {
+    : m_controller(controller), m_parts(parts), m_kept(controller) {
     onAnyChange<ScriptLinesChanged, TabsChanged>(controller, this, [this] { followLines(); });
     connect(&controller.directionAudio(), &DirectionAudio::adopted, this, &DirectionRecordings::dismissError);
     connect(&controller.directionAudio(), &DirectionAudio::lineGone, this,
             [this](const QUrl &take, double duration, const model::LineId &id) {
                 m_takesOfGoneLines.insert(id, {take, duration});
+            });
+    connect(&controller.directionAudio(), &DirectionAudio::recordingKept, this,
+            [this](const QUrl &take, double duration, const model::LineId &id, const QString &reason) {
+                m_kept.keep({id, take, duration, reason});
             });
     onChange<LinesChanged>(controller, this, [this](const LinesChanged &change) {
         if (change.fields() & LineField::Settings)
@@ -130,6 +135,11 @@ void DirectionRecordings::attach(const QUrl &take, double duration, const model:
 
 void DirectionRecordings::tellError(const model::LineId &id) {
     const bool hasError = !state(id).error.isEmpty();
+    if (const QUrl kept = recorderOf(id).keptRecording(); !kept.isEmpty()) {
+        // What was captured last may not be in the file.
+        const auto duration = audio::AudioImporter::durationSeconds(kept);
+        m_kept.keep({id, kept, duration ? *duration : state(id).duration, state(id).error});
+    }
     if (hasError)
         m_shownErrors.insert(id, {m_parts.server.state() != audio::SoundServer::State::Ready, modeOf(id)});
     else

@@ -8,6 +8,7 @@
 #include <QtCore/QUrl>
 
 #include "audio/recording/AudioRecorder.h"
+#include "controller/direction/KeptRecordings.h"
 #include "model/DirectionMode.h"
 #include "model/Ids.h"
 
@@ -42,6 +43,8 @@ public:
     void start(const model::LineId &id);
     void stop(const model::LineId &id);
 
+    /// Recordings that aren't on their lines, because a disk was full or missing.
+    [[nodiscard]] KeptRecordings &kept() { return m_kept; }
     /// No take is running or waiting for its final samples.
     [[nodiscard]] bool isFinished() const;
     /// Stops running takes, and prevents new ones until allow().
@@ -83,6 +86,7 @@ private:
 
     ProjectController &m_controller;
     audio::AudioRecorder::Parts m_parts;
+    KeptRecordings m_kept;
     QHash<model::LineId, audio::AudioRecorder *> m_recorders;
     QHash<model::LineId, ShownError> m_shownErrors;
     QHash<model::LineId, FinishedTake> m_takesOfGoneLines;

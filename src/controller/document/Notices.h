@@ -17,10 +17,19 @@ struct Notice {
         PlayingRefused,
         /// Several files were dropped on a line, which takes only one.
         SeveralFilesDropped,
+        /// A recording couldn't be completed or stored. Its file is kept.
+        RecordingKept,
+        /// Generated takes couldn't be stored in the project. Their files are kept.
+        TakesUnstored,
+        ExportFinished,
+        /// The project's folder can't be written to.
+        ReadOnlyProject,
     };
 
     Kind kind = Kind::SpotError;
     QString text;
+    /// The folder of the files in question; empty if there are none.
+    QString folder = {};
 
     friend bool operator==(const Notice &, const Notice &) = default;
 };

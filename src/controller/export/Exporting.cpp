@@ -14,6 +14,7 @@
 #include "audio/files/Concatenation.h"
 #include "base/files/AtomicFile.h"
 #include "base/LogCategories.h"
+#include "controller/document/Notices.h"
 #include "controller/ProjectController.h"
 #include "controller/script/Selection.h"
 #include "controller/takes/MediaFiles.h"
@@ -144,21 +145,28 @@ QCoro::Task<Exporting::Plan> Exporting::plan(MultiLineOutput output) {
 QCoro::Task<void> Exporting::exportTo(SingleFile file, QString destination) {
     // `file` stays alive in this coroutine: it may own the joined file that is being copied.
     auto copying = QtConcurrent::run(ExportThread::get(), &copyForExport, file.path, destination);
-    co_await finish(std::move(copying));
+    const QFileInfo target(destination);
+    co_await finish(std::move(copying), QStringLiteral("\"%1\"").arg(target.fileName()), target.absolutePath());
 }
 
 QCoro::Task<void> Exporting::exportToFolder(Folder folder, QString destination) {
-    return finish(QtConcurrent::run(ExportThread::get(), &copyClips, folder.clips, destination));
+    return finish(QtConcurrent::run(ExportThread::get(), &copyClips, folder.clips, destination),
+                  QStringLiteral("%1 clips").arg(folder.clips.size()), destination);
 }
 
-QCoro::Task<void> Exporting::finish(QFuture<QString> copying) {
+QCoro::Task<void> Exporting::finish(QFuture<QString> copying, QString what, QString folder) {
     const QPointer<Exporting> self(this);
     begin();
+    m_controller.notices().withdraw(Notice::Kind::ExportFinished);
     const QString failure = co_await copying;
-    if (self)
-        end();
-    if (self && !failure.isEmpty())
+    if (!self)
+        co_return;
+    end();
+    if (!failure.isEmpty())
         m_controller.setSpotError(failure);
+    else
+        m_controller.notices().post(
+            {Notice::Kind::ExportFinished, QStringLiteral("Exported %1 to %2").arg(what, folder), folder});
 }
 
 void Exporting::begin() {

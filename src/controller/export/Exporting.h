@@ -83,8 +83,8 @@ Q_SIGNALS:
 private:
     void begin();
     void end();
-    /// Waits for a copy and shows its failure, if any.
-    QCoro::Task<void> finish(QFuture<QString> copying);
+    /// Waits for a copy, then shows its failure, or that `what` is in `folder`.
+    QCoro::Task<void> finish(QFuture<QString> copying, QString what, QString folder);
 
     ProjectController &m_controller;
     int m_running = 0;

@@ -71,7 +71,8 @@ void LineGenerator::enqueue(const QList<model::LineId> &lines, LineGenerationQue
     if (order.access.apiKey.isEmpty()) {
         if (std::any_of(lines.cbegin(), lines.cend(),
                         [this](const model::LineId &id) { return canGenerate(m_controller, id); }))
-            setError(QStringLiteral("Generation Failed"), speech::SpeechError::notConnected().description());
+            setError(QStringLiteral("Generation Failed"), speech::SpeechError::notConnected().description(),
+                     Remedy::Connect);
         return;
     }
     const QList<model::LineId> wanted = origin == Origin::Batch ? withoutRepeats(lines) : lines;
@@ -162,7 +163,11 @@ QCoro::Task<void> LineGenerator::generateJob(LineJob job, Origin origin) {
     if (!self)
         co_return;
     if (!outcome) {
-        report(job, outcome.error());
+        const bool isTooLong = outcome.error().kind() == speech::SpeechError::Kind::TextTooLong;
+        if (isTooLong && origin == Origin::Batch)
+            skip(SkipReason::TextTooLong);
+        else
+            report(job, outcome.error());
         co_return;
     }
     if (!*outcome)
@@ -202,7 +207,10 @@ void LineGenerator::report(const LineJob &job, const speech::SpeechError &error)
     qCWarning(base::log::project, "[%s] Generation failed for line %s: %s", job.isSpeechToSpeech() ? "STS" : "TTS",
               qUtf8Printable(job.lineId.text()), qUtf8Printable(error.description()));
     if (!error.isRateLimited()) {
-        setError(QStringLiteral("Generation Failed"), error.description());
+        const bool isUnreachable = error.kind() == speech::SpeechError::Kind::Transport ||
+                                   error.kind() == speech::SpeechError::Kind::NotConnected;
+        setError(QStringLiteral("Generation Failed"), error.description(),
+                 isUnreachable ? Remedy::Connect : Remedy::None);
         return;
     }
     setError(QStringLiteral("ElevenLabs is busy right now"),
@@ -211,7 +219,8 @@ void LineGenerator::report(const LineJob &job, const speech::SpeechError &error)
                  .arg(speech::planAddress()));
 }
 
-void LineGenerator::setError(const QString &title, const QString &message) {
+void LineGenerator::setError(const QString &title, const QString &message, Remedy remedy) {
+    m_generateErrorRemedy = remedy;
     m_generateErrorTitle = title;
     m_generateError = message;
     Q_EMIT generateErrorChanged();

@@ -29,16 +29,26 @@ namespace orlenta::controller {
 class LineGenerator final : public QObject {
     Q_OBJECT
 public:
+    /// What the user can do about a failure.
+    enum class Remedy {
+        None,
+        /// Connect to a service: none is connected, or it can't be reached.
+        Connect
+    };
+
     LineGenerator(ProjectController &controller, speech::ElevenLabsService &service, QObject *parent = nullptr);
     ~LineGenerator() override;
 
     /// For progress and stop.
     [[nodiscard]] speech::LineGenerationQueue &queue() { return m_queue; }
+    [[nodiscard]] const speech::LineGenerationQueue &queue() const { return m_queue; }
     /// Generated audio that couldn't be stored in the project.
     [[nodiscard]] UnstoredTakes &unstoredTakes() { return m_unstored; }
     [[nodiscard]] QString generateErrorTitle() const { return m_generateErrorTitle; }
     /// Why the last generation failed; none if there is nothing to show.
     [[nodiscard]] std::optional<QString> generateError() const { return m_generateError; }
+
+    [[nodiscard]] Remedy generateErrorRemedy() const { return m_generateErrorRemedy; }
 
     void dismissError();
     /// Lines with normal priority form a batch; requesting a batch again while it runs repeats no line. Without a key
@@ -68,7 +78,7 @@ private:
     void skip(SkipReason reason);
     void tellSkipped();
     void report(const LineJob &job, const speech::SpeechError &error);
-    void setError(const QString &title, const QString &message);
+    void setError(const QString &title, const QString &message, Remedy remedy = Remedy::None);
 
     ProjectController &m_controller;
     speech::ElevenLabsService &m_service;
@@ -81,6 +91,7 @@ private:
     SkippedLines m_skipped;
     QString m_generateErrorTitle = QStringLiteral("Generation Failed");
     std::optional<QString> m_generateError;
+    Remedy m_generateErrorRemedy = Remedy::None;
 };
 
 } // namespace orlenta::controller

@@ -23,6 +23,8 @@ QString wordsFor(SkipReason reason) {
             .arg(base::PrivateFolders::caches());
     case SkipReason::NoRoom:
         return QStringLiteral("the disk is nearly full, so there was no room for the audio");
+    case SkipReason::TextTooLong:
+        return QStringLiteral("the text is longer than its model takes; shorten or split it");
     }
     Q_UNREACHABLE();
 }

@@ -15,6 +15,7 @@ enum class SkipReason {
     ProjectFolderReadOnly,
     CacheFolderReadOnly,
     NoRoom,
+    TextTooLong,
 };
 
 /// Counts the skipped lines of a batch, for a single message.

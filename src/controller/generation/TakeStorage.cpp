@@ -52,4 +52,8 @@ std::optional<SkipReason> takeStorageProblem(const QString &projectFolder, qint6
     return std::nullopt;
 }
 
+bool isReadOnlyFolder(const QString &folder) {
+    return problemOfFolder(folder, 0) == FolderProblem::ReadOnly;
+}
+
 } // namespace orlenta::controller

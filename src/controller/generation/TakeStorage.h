@@ -12,4 +12,7 @@ namespace orlenta::controller {
 /// for an unsaved project, whose takes stay in the private caches folder. Writes nothing. Blocking; any thread.
 [[nodiscard]] std::optional<SkipReason> takeStorageProblem(const QString &projectFolder, qint64 bytes);
 
+/// Whether nothing can be written to the folder, because of its permissions or its file system. Blocking; any thread.
+[[nodiscard]] bool isReadOnlyFolder(const QString &folder);
+
 } // namespace orlenta::controller

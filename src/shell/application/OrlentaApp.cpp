@@ -16,6 +16,7 @@
 #include "shell/application/SampleProject.h"
 #include "shell/controls/ControlAccessibility.h"
 #include "shell/controls/MessageBox.h"
+#include "shell/controls/RememberedFolder.h"
 #include "shell/settings/MicrophoneSettings.h"
 #include "shell/settings/SettingsDialog.h"
 #include "shell/theme/Theme.h"
@@ -170,6 +171,7 @@ void OrlentaApp::openProjectPanel() {
     panel->setNameFilters({u"Orlenta projects (*.orl *.orl.json project.json)"_s, u"All files (*)"_s});
     panel->setLabelText(QFileDialog::Accept, u"Open"_s);
     panel->setLabelText(QFileDialog::FileName, u"Select a project folder or .orl file"_s);
+    rememberFolder(*panel, m_defaults, base::DialogFolder::Open);
     // Open the project once the panel has closed, so that alerts don't appear behind it.
     connect(panel, &QFileDialog::fileSelected, this, [this](const QString &path) {
         qCInfo(base::log::project).noquote() << "[ProjectWindowController] Open panel selected:" << path;

@@ -4,6 +4,7 @@
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QMenu>
 
+#include "audio/devices/SoundServer.h"
 #include "audio/files/AudioImporter.h"
 #include "audio/playback/PlaybackController.h"
 #include "controller/casting/PresetEditing.h"
@@ -17,6 +18,7 @@
 #include "controller/script/Selection.h"
 #include "controller/takes/LineRuntime.h"
 #include "controller/takes/TakeEditing.h"
+#include "shell/controls/RememberedFolder.h"
 #include "shell/editor/row/LineRow.h"
 #include "shell/theme/Icon.h"
 
@@ -26,13 +28,14 @@ namespace orlenta::shell {
 
 DirectionCommands::DirectionCommands(controller::ProjectSession &session, QObject *parent)
     : QObject(parent), m_controller(session.controller()), m_playback(session.playback()),
-      m_recordings(session.recordings()) {
-    connect(&m_recordings, &controller::DirectionRecordings::changed, this, &DirectionCommands::withdrawRefusal);
+      m_recordings(session.recordings()), m_defaults(session.services().defaults),
+      m_microphone(session.services().sound.microphone()) {
+    connect(&m_microphone, &audio::SharedMicrophone::isInUseChanged, this, &DirectionCommands::withdrawRefusal);
 }
 
 bool DirectionCommands::mayPlay() {
-    // The microphone would pick up the playback.
-    const bool mayPlay = !m_recordings.isRecording();
+    // The microphone would pick up the playback, also that of another window.
+    const bool mayPlay = !m_microphone.isInUse();
     if (!mayPlay)
         m_controller.notices().post(
             {controller::Notice::Kind::PlayingRefused, u"Stop the recording before playing."_s});
@@ -40,7 +43,7 @@ bool DirectionCommands::mayPlay() {
 }
 
 void DirectionCommands::withdrawRefusal() {
-    if (!m_recordings.isRecording())
+    if (!m_microphone.isInUse())
         m_controller.notices().withdraw(controller::Notice::Kind::PlayingRefused);
 }
 
@@ -116,6 +119,7 @@ void DirectionCommands::chooseFile(const model::LineId &id, QWidget *parent) {
     panel->setFileMode(QFileDialog::ExistingFile);
     panel->setNameFilter(QStringLiteral("Audio files (%1)").arg(patterns.join(QLatin1Char(' '))));
     panel->setLabelText(QFileDialog::Accept, QStringLiteral("Import"));
+    rememberFolder(*panel, m_defaults, base::DialogFolder::Import);
     connect(panel, &QFileDialog::fileSelected, this, [this, id](const QString &path) {
         m_controller.directionAudio().importDirectionAudio(QUrl::fromLocalFile(path), id);
     });

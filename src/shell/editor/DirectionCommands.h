@@ -15,6 +15,10 @@ class QWidget;
 
 namespace orlenta::audio {
 class PlaybackController;
+class SharedMicrophone;
+} // namespace orlenta::audio
+namespace orlenta::base {
+class UserDefaults;
 }
 namespace orlenta::controller {
 class DirectionRecordings;
@@ -47,7 +51,7 @@ public:
     void carryOut(CommandId command, const model::LineId &id, QWidget *parent);
     /// Plays the line's direction from `fraction` of its length, 0 to 1.
     void seek(const model::LineId &id, double fraction);
-    /// Whether playing is allowed. While a take is recorded it isn't, and the user gets a message.
+    /// Whether playing is allowed. While any window records a take it isn't, and the user gets a message.
     [[nodiscard]] bool mayPlay();
     void importFiles(const QList<QUrl> &files, const model::LineId &id);
     void addToMenu(QMenu &menu, const model::LineId &id, QWidget *parent);
@@ -71,6 +75,8 @@ private:
     controller::ProjectController &m_controller;
     audio::PlaybackController &m_playback;
     controller::DirectionRecordings &m_recordings;
+    base::UserDefaults &m_defaults;
+    const audio::SharedMicrophone &m_microphone;
 };
 
 } // namespace orlenta::shell

@@ -18,13 +18,12 @@
 namespace orlenta::shell {
 
 NoticeBar::NoticeBar(QWidget *parent)
-    : QWidget(parent), m_icon(new PlainLabel(this)), m_text(new NoticeLabel(this)),
+    : QWidget(parent), m_actions(new QHBoxLayout), m_icon(new PlainLabel(this)), m_text(new NoticeLabel(this)),
       m_showAll(new QPushButton(QStringLiteral("Show All"), this)), m_dismiss(new QToolButton(this)) {
     setAccessibleName(QStringLiteral("Message"));
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_showAll->setToolTip(QStringLiteral("Show the whole message"));
     Theme::setRole(m_showAll, ButtonRole::Quiet);
-    m_icon->setAccessibleName(QStringLiteral("Warning"));
     m_dismiss->setIcon(Icon::named(QStringLiteral("close")));
     m_dismiss->setAutoRaise(true);
     m_dismiss->setFocusPolicy(Qt::StrongFocus);
@@ -34,6 +33,7 @@ NoticeBar::NoticeBar(QWidget *parent)
     layout->addWidget(m_icon);
     layout->addWidget(m_text, 1);
     layout->addWidget(m_showAll);
+    layout->addLayout(m_actions);
     layout->addWidget(m_dismiss);
     connect(m_showAll, &QPushButton::clicked, this, &NoticeBar::showWholeMessage);
     connect(m_dismiss, &QToolButton::clicked, this, &NoticeBar::dismissed);
@@ -41,8 +41,11 @@ NoticeBar::NoticeBar(QWidget *parent)
     hide();
 }
 
-void NoticeBar::setMessage(const QString &message) {
+void NoticeBar::setMessage(const QString &message, Tone tone, const QList<NoticeAction> &actions) {
     m_message = message;
+    m_tone = tone;
+    setActions(actions);
+    applyMeasures();
     const QString part = shownPart(message, shownNotice);
     const QString start = shownStart(message, shownNotice);
     m_showAll->setVisible(!part.isEmpty());
@@ -54,12 +57,19 @@ void NoticeBar::showWholeMessage() {
     (new WholeTextDialog(QStringLiteral("Message"), m_message, WholeTextDialog::Use::Read, this))->open();
 }
 
-void NoticeBar::addAction(const QString &title, const QString &tip) {
-    auto *button = new QPushButton(title, this);
-    button->setToolTip(tip);
-    auto *row = static_cast<QHBoxLayout *>(layout());
-    row->insertWidget(row->indexOf(m_dismiss), button);
-    connect(button, &QPushButton::clicked, this, &NoticeBar::actionTriggered);
+void NoticeBar::setActions(const QList<NoticeAction> &actions) {
+    // This may run inside the click of one of them.
+    for (QPushButton *button : std::exchange(m_buttons, {})) {
+        button->hide();
+        button->deleteLater();
+    }
+    for (const NoticeAction &action : actions) {
+        auto *button = new QPushButton(action.text, this);
+        button->setToolTip(action.tip);
+        connect(button, &QPushButton::clicked, this, [run = action.run] { run(); });
+        m_actions->addWidget(button);
+        m_buttons.append(button);
+    }
 }
 
 void NoticeBar::keyPressEvent(QKeyEvent *event) {
@@ -80,7 +90,12 @@ void NoticeBar::applyMeasures() {
     layout()->setContentsMargins(unit * 4, unit * 2, unit * 3, unit * 2);
     layout()->setSpacing(unit * 2);
     const QSize side(Theme::iconSize(this), Theme::iconSize(this));
-    m_icon->setPixmap(Icon::named(QStringLiteral("warning"), Icon::Tint::Danger).pixmap(side, devicePixelRatioF()));
+    const bool isWarning = m_tone == Tone::Warning;
+    const QIcon icon = isWarning ? Icon::named(QStringLiteral("warning"), Icon::Tint::Danger)
+                                 : Icon::named(QStringLiteral("info"), Icon::Tint::Accent);
+    m_icon->setPixmap(icon.pixmap(side, devicePixelRatioF()));
+    m_icon->setAccessibleName(isWarning ? QStringLiteral("Warning") : QStringLiteral("Information"));
+    m_actions->setSpacing(unit * 2);
     m_dismiss->setIconSize(side);
 }
 

@@ -8,7 +8,6 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include "audio/playback/PlaybackController.h"
-#include "controller/document/Notices.h"
 #include "controller/document/TypingSession.h"
 #include "controller/ProjectController.h"
 #include "controller/ProjectSession.h"
@@ -22,6 +21,7 @@
 #include "shell/editor/list/ScriptListView.h"
 #include "shell/editor/list/TakeTimeScale.h"
 #include "shell/editor/NoticeBar.h"
+#include "shell/editor/ProjectNotices.h"
 #include "shell/editor/row/LineRow.h"
 #include "shell/editor/row/NotesField.h"
 #include "shell/editor/ScriptTabBar.h"
@@ -51,7 +51,8 @@ ScriptEditor::ScriptEditor(controller::ProjectSession &session, const ScriptText
           m_controller, [this](const tags::TagItem &item) { m_commands.insertTag(item); }, this)),
       m_list(new ScriptListView(*m_lines, makeTextField, this)),
       m_directionActions(new DirectionActions(session, m_commands.direction(), *m_list)),
-      m_wholeTexts(new WholeTexts(m_controller, *this)), m_notice(new NoticeBar(this)) {
+      m_wholeTexts(new WholeTexts(m_controller, *this)), m_notice(new NoticeBar(this)),
+      m_notices(new ProjectNotices(session, *m_notice, this)) {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -70,7 +71,6 @@ ScriptEditor::ScriptEditor(controller::ProjectSession &session, const ScriptText
             [this] { m_list->setFocus(Qt::OtherFocusReason); });
     connectProject();
     connectPlayback();
-    connectNotice();
     connectDirection();
     connectView();
     m_seenTabId = m_controller.project().activeTabId;
@@ -100,6 +100,8 @@ void ScriptEditor::connectProject() {
     });
     controller::onAnyChange<controller::VoicesChanged, controller::PresetsChanged, controller::TypingFlushed>(
         project, this, [this] { m_list->refreshRows(); });
+    connect(&m_session.generator().queue(), &speech::LineGenerationQueue::progressChanged, m_list,
+            &ScriptListView::refreshRows);
     controller::onAnyChange<controller::SelectionChanged>(project, this, [this] { followSelection(); });
     controller::onAnyChange<controller::EditingLineChanged>(project, this, [this] { followEditing(); });
 }
@@ -174,26 +176,6 @@ void ScriptEditor::showLine(const model::LineId &id) {
         }
     m_controller.selection().selectAlone(id);
     m_list->ensureVisible(id);
-}
-
-void ScriptEditor::connectNotice() {
-    controller::ProjectController &project = m_controller;
-    controller::Notices &notices = project.notices();
-    const auto showNotice = [this, &notices] {
-        const auto notice = notices.current();
-        m_notice->setMessage(notice ? notice->text : QString());
-    };
-    connect(&notices, &controller::Notices::changed, this, showNotice);
-    connect(m_notice, &NoticeBar::dismissed, this, &ScriptEditor::dismissNotice);
-    showNotice();
-}
-
-bool ScriptEditor::dismissNotice() {
-    controller::Notices &notices = m_controller.notices();
-    const auto notice = notices.current();
-    if (notice)
-        notices.withdraw(notice->kind);
-    return notice.has_value();
 }
 
 void ScriptEditor::followSelection() {
@@ -307,7 +289,7 @@ bool ScriptEditor::handleListKey(QKeyEvent *event) {
         if (LineRow *row = m_seenFocusId ? m_list->rowFor(*m_seenFocusId) : nullptr)
             row->focusControls();
     } else {
-        return is(CommandId::DismissNotice) && dismissNotice();
+        return is(CommandId::DismissNotice) && m_notices->dismiss();
     }
     return true;
 }

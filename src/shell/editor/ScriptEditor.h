@@ -17,6 +17,7 @@ namespace orlenta::shell {
 
 class DirectionActions;
 class NoticeBar;
+class ProjectNotices;
 class RowDensities;
 class ScriptLines;
 class ScriptListView;
@@ -26,8 +27,7 @@ class TakeTimeScale;
 class WholeTexts;
 
 /// The script of one project: its tabs, the lines of the active tab, and the tag palette. Follows the controller's
-/// selection and the playback, and shows failed exports in a message below the lines, which Escape in the list
-/// dismisses.
+/// selection and the playback, and shows the project's notices below the lines, which Escape in the list dismisses.
 class ScriptEditor final : public QWidget {
     Q_OBJECT
 public:
@@ -68,10 +68,8 @@ private:
     void applyMeasures();
     void connectProject();
     void connectPlayback();
-    void connectNotice();
     void connectWholeTexts(LineRow *row);
     void connectView();
-    bool dismissNotice();
     void followSelection();
     void followEditing();
     void showPalette();
@@ -99,6 +97,7 @@ private:
     DirectionActions *m_directionActions = nullptr;
     WholeTexts *m_wholeTexts;
     NoticeBar *m_notice = nullptr;
+    ProjectNotices *m_notices = nullptr;
     std::optional<model::LineId> m_seenFocusId;
     std::optional<model::LineId> m_playheadId;
     bool m_isFollowing = true;

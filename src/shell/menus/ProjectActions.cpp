@@ -42,6 +42,7 @@ ProjectActions::ProjectActions(controller::ProjectSession &session, QObject *par
                       CommandId::SelectAll,
                       CommandId::ChooseVoice,
                       CommandId::Generate,
+                      CommandId::StopGenerating,
                       CommandId::AddLine,
                       CommandId::InsertLine,
                       CommandId::DuplicateLine,
@@ -63,6 +64,8 @@ ProjectActions::ProjectActions(controller::ProjectSession &session, QObject *par
                       CommandId::PreviousArea},
                      parent),
       m_session(session), m_controller(session.controller()), m_playback(session.playback()) {
+    // A key that is held down would pay for take after take.
+    (*this)[CommandId::Generate]->setAutoRepeat(false);
     connectEditing();
     connectScript();
     connectTabs();
@@ -112,6 +115,7 @@ void ProjectActions::refuse(CommandId id) {
 
 void ProjectActions::connectScript() {
     onTriggered(CommandId::Generate, [this] { m_session.generator().generateSelectedLines(); });
+    onTriggered(CommandId::StopGenerating, [this] { m_session.generator().queue().stop(); });
     onTriggered(CommandId::AddLine, [this] { m_controller.lines().addLine(); });
     onTriggered(CommandId::InsertLine, [this] { m_controller.lines().insertLineBelow(); });
     onTriggered(CommandId::DuplicateLine, [this] {
@@ -149,6 +153,8 @@ void ProjectActions::followProject() {
                                                                                    [this] { refresh(); });
     onAnyChange<EditingLineChanged>(m_controller, this, [this] { refreshUndo(); });
     connect(&m_playback, &audio::PlaybackController::isPlayingChanged, this, &ProjectActions::refresh);
+    connect(&m_session.generator().queue(), &speech::LineGenerationQueue::progressChanged, this,
+            &ProjectActions::refresh);
     connect(&m_controller.exporting(), &Exporting::isBusyChanged, this, &ProjectActions::refresh);
     connect(&m_controller.undoManager(), &UndoManager::stateChanged, this, &ProjectActions::refreshUndo);
     connect(qApp, &QApplication::focusChanged, this, &ProjectActions::followFocus);
@@ -172,6 +178,7 @@ void ProjectActions::refresh() {
     enable(CommandId::ChooseVoice, hasOneLine);
     enable(CommandId::Generate, hasSelection);
     enable(CommandId::InsertLine, hasSelection);
+    enable(CommandId::StopGenerating, m_session.generator().queue().canStop());
     enable(CommandId::DuplicateLine, hasOneLine);
     enable(CommandId::SplitLine, hasOneLine);
     enable(CommandId::DeleteLine, hasSelection);

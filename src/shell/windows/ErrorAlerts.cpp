@@ -1,6 +1,7 @@
 #include "shell/windows/ErrorAlerts.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QtWidgets/QPushButton>
 
@@ -55,10 +56,14 @@ void ErrorAlerts::showNext() {
     m_box = box;
     fill(m_alerts.first());
     connect(box, &QMessageBox::finished, this, [this] {
+        const qsizetype action = m_actionButtons.indexOf(m_box->clickedButton());
+        m_actionButtons.clear();
         m_box = nullptr;
         const Alert done = m_alerts.takeFirst();
         if (done.dismissed)
             done.dismissed();
+        if (action >= 0)
+            done.actions.at(action).run();
         if (m_box == nullptr)
             showNext();
     });
@@ -66,6 +71,15 @@ void ErrorAlerts::showNext() {
 }
 
 void ErrorAlerts::fill(const Alert &alert) {
+    for (QAbstractButton *button : std::exchange(m_actionButtons, {})) {
+        m_box->removeButton(button);
+        delete button;
+    }
+    for (const Action &action : alert.actions) {
+        QPushButton *button = m_box->addButton(action.text, QMessageBox::ActionRole);
+        button->setToolTip(action.tip);
+        m_actionButtons.append(button);
+    }
     m_box->setMessage(alert.title, alert.detail);
 }
 

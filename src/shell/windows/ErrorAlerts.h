@@ -7,6 +7,7 @@
 #include <QtCore/QPointer>
 #include <QtCore/QString>
 
+class QAbstractButton;
 class QWidget;
 
 namespace orlenta::shell {
@@ -21,12 +22,19 @@ enum class AlertSource { Save, Generation, Playback };
 class ErrorAlerts final : public QObject {
     Q_OBJECT
 public:
+    /// A button that closes the alert and then does something about the failure.
+    struct Action {
+        QString text;
+        QString tip;
+        std::function<void()> run;
+    };
     struct Alert {
         AlertSource source = AlertSource::Save;
         QString title;
         QString detail;
         /// Called when the user dismisses the alert.
         std::function<void()> dismissed;
+        QList<Action> actions = {};
     };
 
     explicit ErrorAlerts(QWidget &window);
@@ -45,6 +53,8 @@ private:
     QWidget &m_window;
     QList<Alert> m_alerts;
     QPointer<MessageBox> m_box;
+    /// The buttons of the shown alert's actions.
+    QList<QAbstractButton *> m_actionButtons;
 };
 
 } // namespace orlenta::shell

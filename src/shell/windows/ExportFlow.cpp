@@ -5,6 +5,8 @@
 #include <QtWidgets/QLabel>
 
 #include "controller/ProjectController.h"
+#include "controller/ProjectSession.h"
+#include "shell/controls/RememberedFolder.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,8 +14,8 @@ namespace orlenta::shell {
 
 using controller::Exporting;
 
-ExportFlow::ExportFlow(controller::ProjectController &controller, QWidget &window)
-    : QObject(&window), m_controller(controller), m_window(window) {}
+ExportFlow::ExportFlow(controller::ProjectSession &session, QWidget &window)
+    : QObject(&window), m_controller(session.controller()), m_defaults(session.services().defaults), m_window(window) {}
 
 QCoro::Task<void> ExportFlow::exportSelectedAudio(controller::MultiLineOutput output) {
     if (m_isBusy)
@@ -37,6 +39,7 @@ void ExportFlow::askForFile(const Exporting::SingleFile &file) {
     dialog->setFileMode(QFileDialog::AnyFile);
     dialog->setNameFilter(u"WAV audio (*.wav)"_s);
     dialog->setDefaultSuffix(u"wav"_s);
+    rememberFolder(*dialog, m_defaults, base::DialogFolder::Export);
     dialog->selectFile(file.suggestedName);
     connect(dialog, &QFileDialog::fileSelected, this,
             [this, file](const QString &destination) { exportTo(file, destination); });
@@ -50,6 +53,7 @@ void ExportFlow::askForFolder(const Exporting::Folder &folder) {
     dialog->setLabelText(QFileDialog::Accept, u"Export"_s);
     // The file dialog has no place for a message, so show it as the label of the folder field.
     dialog->setLabelText(QFileDialog::FileName, Exporting::folderMessage(folder));
+    rememberFolder(*dialog, m_defaults, base::DialogFolder::Export);
     connect(dialog, &QFileDialog::fileSelected, this,
             [this, folder](const QString &destination) { exportToFolder(folder, destination); });
     openDialog(dialog);

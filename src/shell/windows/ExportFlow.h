@@ -8,18 +8,22 @@
 class QFileDialog;
 class QWidget;
 
+namespace orlenta::base {
+class UserDefaults;
+}
 namespace orlenta::controller {
 class ProjectController;
-}
+class ProjectSession;
+} // namespace orlenta::controller
 
 namespace orlenta::shell {
 
-/// Runs a window's export: prepares the audio, asks for the destination and copies it there. Reports failures through
-/// the controller's spotError. Main thread.
+/// Runs a window's export: prepares the audio, asks for the destination and copies it there. Starts
+/// where the last export went. Main thread.
 class ExportFlow final : public QObject {
     Q_OBJECT
 public:
-    ExportFlow(controller::ProjectController &controller, QWidget &window);
+    ExportFlow(controller::ProjectSession &session, QWidget &window);
 
     /// True from the command until the export has finished or failed, or the user cancels.
     [[nodiscard]] bool isBusy() const { return m_isBusy; }
@@ -39,6 +43,7 @@ private:
     void finish();
 
     controller::ProjectController &m_controller;
+    base::UserDefaults &m_defaults;
     QWidget &m_window;
     bool m_isBusy = false;
 };

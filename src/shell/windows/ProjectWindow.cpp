@@ -49,7 +49,7 @@ constexpr QSize smallestSize(600, 400);
 
 ProjectWindow::ProjectWindow(AppContext &context, controller::ProjectSession &session)
     : m_context(context), m_session(session), m_actions(new ProjectActions(session, this)),
-      m_alerts(new ErrorAlerts(*this)), m_export(new ExportFlow(session.controller(), *this)),
+      m_alerts(new ErrorAlerts(*this)), m_export(new ExportFlow(session, *this)),
       m_editor(new ScriptEditor(session, this)),
       m_toolbar(new ProjectToolbar({session.service(), context.localVoices, context.services.defaults, *m_actions,
                                     new ScriptToolbar(session, m_editor->commands())})),
@@ -143,7 +143,10 @@ void ProjectWindow::connectAlerts() {
     connect(&generator, &controller::LineGenerator::generateErrorChanged, this, [this, &generator] {
         if (const auto message = generator.generateError())
             m_alerts->show({AlertSource::Generation, generator.generateErrorTitle(), *message,
-                            [&generator] { generator.dismissError(); }});
+                            [&generator] { generator.dismissError(); },
+                            generator.generateErrorRemedy() == controller::LineGenerator::Remedy::Connect
+                                ? waysToConnect()
+                                : QList<ErrorAlerts::Action>()});
         else
             m_alerts->withdraw(AlertSource::Generation);
     });
@@ -156,16 +159,29 @@ void ProjectWindow::connectAlerts() {
 // Voices that end hold up no work, so they are reported beside it.
 void ProjectWindow::connectLocalVoices() {
     speech::LocalVoices &localVoices = m_context.localVoices;
-    m_serviceNotice->addAction(u"Start Again"_s, u"Start the local voices again"_s);
-    connect(m_serviceNotice, &NoticeBar::actionTriggered, &localVoices, &speech::LocalVoices::switchOn);
     connect(m_serviceNotice, &NoticeBar::dismissed, this, [this] { m_serviceNotice->setMessage({}); });
     connect(&localVoices, &speech::LocalVoices::stateChanged, this, [this, &localVoices] {
         // If the account panel is open, it reports the failure itself.
         const bool isTold = findChild<AccountDialog *>() != nullptr;
         const bool hasFailed = localVoices.state() == speech::LocalVoices::State::Failed && !isTold;
-        m_serviceNotice->setMessage(hasFailed ? u"Local voices aren't available. "_s + localVoices.failureReason()
-                                              : QString());
+        if (hasFailed)
+            m_serviceNotice->setMessage(
+                u"Local voices aren't available. "_s + localVoices.failureReason(), NoticeBar::Tone::Warning,
+                {{u"Start Again"_s, u"Start the local voices again"_s, [&localVoices] { localVoices.switchOn(); }}});
+        else
+            m_serviceNotice->setMessage({});
     });
+}
+
+QList<ErrorAlerts::Action> ProjectWindow::waysToConnect() {
+    QList<ErrorAlerts::Action> ways{
+        {u"Open Account Panel"_s, u"Connect an account, or see why it isn't connected"_s, [this] { showAccount(); }}};
+    speech::LocalVoices &localVoices = m_context.localVoices;
+    using State = speech::LocalVoices::State;
+    if (localVoices.state() == State::Off || localVoices.state() == State::Failed)
+        ways.append({u"Use Local Voices"_s, u"Speak with voices on this computer; no account needed"_s,
+                     [&localVoices] { localVoices.switchOn(); }});
+    return ways;
 }
 
 void ProjectWindow::syncTitle() {

@@ -5,24 +5,18 @@
 #include <QtWidgets/QMainWindow>
 
 #include "shell/application/AppContext.h"
+#include "shell/windows/ErrorAlerts.h"
 
 class QSplitter;
 
-namespace orlenta::audio {
-class PlaybackController;
-}
-
 namespace orlenta::controller {
-class ElevenLabsService;
 class ProjectSession;
-} // namespace orlenta::controller
-namespace orlenta::speech {}
+}
 
 namespace orlenta::shell {
 
 class AccountDialog;
 class AreaCycle;
-class ErrorAlerts;
 class ExportFlow;
 class Inspector;
 class NoticeBar;
@@ -67,6 +61,7 @@ private:
     void connectView();
     void connectAlerts();
     void connectLocalVoices();
+    [[nodiscard]] QList<ErrorAlerts::Action> waysToConnect();
     void toggleInspector();
     void fitMinimumSize();
 

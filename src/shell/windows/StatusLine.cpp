@@ -6,8 +6,8 @@
 #include <QtCore/QEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QHBoxLayout>
-#include <QtWidgets/QProgressBar>
 
+#include "controller/commands/CommandTable.h"
 #include "controller/direction/DirectionAudio.h"
 #include "controller/document/Notices.h"
 #include "controller/export/Exporting.h"
@@ -17,8 +17,10 @@
 #include "controller/takes/LineRuntime.h"
 #include "shell/controls/NoticeLabel.h"
 #include "shell/controls/TextLabel.h"
+#include "shell/menus/CommandActions.h"
 #include "shell/theme/Theme.h"
 #include "shell/windows/PlayingMark.h"
+#include "shell/windows/ProgressMark.h"
 #include "shell/windows/RecordingMark.h"
 
 using namespace Qt::StringLiterals;
@@ -31,6 +33,7 @@ namespace {
 
 /// Most imports finish sooner and need no message.
 constexpr std::chrono::milliseconds importDelay{300};
+constexpr int importSteps = 1000;
 
 constexpr std::chrono::seconds refusalTime{6};
 
@@ -39,9 +42,12 @@ constexpr std::chrono::seconds refusalTime{6};
 StatusLine::StatusLine(controller::ProjectSession &session, ScriptEditor &editor, QWidget *parent)
     : QWidget(parent), m_controller(session.controller()), m_generator(session.generator()),
       m_audio(new TextLabel({}, TextLabel::Style::Caption)), m_refusal(new NoticeLabel),
-      m_import(new TextLabel(u"Importing audio…"_s, TextLabel::Style::Caption)),
+      m_import(new ProgressMark({u"Import progress"_s, u"How much of the audio is imported"_s, u"Cancel"_s,
+                                 u"Cancel import"_s, u"Cancel the import; nothing is kept of it"_s})),
       m_export(new TextLabel(u"Exporting audio…"_s, TextLabel::Style::Caption)),
-      m_generation(new TextLabel({}, TextLabel::Style::Caption)), m_progress(new QProgressBar) {
+      m_generation(new ProgressMark({u"Generation progress"_s, u"Generated lines of the current batch"_s, u"Stop"_s,
+                                     controller::CommandTable::command(CommandId::StopGenerating).title,
+                                     tipOf(CommandId::StopGenerating)})) {
     m_audio->setWordWrap(false);
     m_refusal->setWordWrap(false);
     // However long it is, the window can be as narrow as without it.
@@ -51,15 +57,8 @@ StatusLine::StatusLine(controller::ProjectSession &session, ScriptEditor &editor
     m_refusalTime.setInterval(refusalTime);
     connect(&m_refusalTime, &QTimer::timeout, m_refusal, &QWidget::hide);
     connect(&m_controller.notices(), &controller::Notices::refused, this, &StatusLine::showRefusal);
-    m_import->setWordWrap(false);
-    m_import->hide();
     m_export->setWordWrap(false);
-    m_generation->setWordWrap(false);
-    m_progress->setTextVisible(false);
-    m_progress->setAccessibleName(u"Generation progress"_s);
-    m_progress->setToolTip(u"Generated lines of the current batch"_s);
     const int unit = Theme::unit(this);
-    m_progress->setFixedSize(unit * 28, std::max(6, unit * 3 / 2));
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(unit * 3, unit / 2, unit * 3, unit / 2);
     layout->addWidget(m_audio);
@@ -69,26 +68,23 @@ StatusLine::StatusLine(controller::ProjectSession &session, ScriptEditor &editor
     layout->addWidget(new PlayingMark(session.playback(), editor));
     layout->addWidget(m_refusal, 1);
     layout->addStretch();
-    layout->addWidget(m_import);
-    layout->addWidget(m_export);
-    layout->addWidget(m_generation);
-    layout->addWidget(m_progress);
+    for (QWidget *mark :
+         {static_cast<QWidget *>(m_import), static_cast<QWidget *>(m_export), static_cast<QWidget *>(m_generation)})
+        layout->addWidget(mark);
 
     controller::onAnyChange<controller::ScriptLinesChanged, controller::RuntimeChanged>(m_controller, this,
                                                                                         [this] { showAudio(); });
     m_importDelay.setSingleShot(true);
     m_importDelay.setInterval(importDelay);
     connect(&m_importDelay, &QTimer::timeout, m_import, &QWidget::show);
-    connect(&m_controller.directionAudio(), &controller::DirectionAudio::isBusyChanged, this,
-            &StatusLine::followImport);
+    controller::DirectionAudio &imports = m_controller.directionAudio();
+    connect(&imports, &controller::DirectionAudio::importProgressChanged, this, &StatusLine::followImport);
+    connect(m_import, &ProgressMark::stopRequested, &imports, &controller::DirectionAudio::cancelImports);
     connect(&m_controller.exporting(), &controller::Exporting::isBusyChanged, this, &StatusLine::showExport);
-    connect(&m_generator.queue(), &LineGenerationQueue::isActiveChanged, this, &StatusLine::showGeneration);
-    connect(&m_generator.queue(), &LineGenerationQueue::activeLineIdChanged, this, [this] {
-        if (m_generator.queue().activeLineId())
-            ++m_begun;
-        showGeneration();
-    });
+    connect(&m_generator.queue(), &LineGenerationQueue::progressChanged, this, &StatusLine::showGeneration);
+    connect(m_generation, &ProgressMark::stopRequested, &m_generator.queue(), &LineGenerationQueue::stop);
     showAudio();
+    followImport();
     showExport();
     showGeneration();
 }
@@ -131,10 +127,15 @@ void StatusLine::resizeEvent(QResizeEvent *event) {
 }
 
 void StatusLine::followImport() {
-    if (m_controller.directionAudio().isBusy())
-        return m_importDelay.start();
-    m_importDelay.stop();
-    m_import->hide();
+    const controller::DirectionAudio &imports = m_controller.directionAudio();
+    if (!imports.isImporting()) {
+        m_importDelay.stop();
+        m_import->hide();
+        return;
+    }
+    m_import->setProgress(u"Importing audio…"_s, static_cast<int>(imports.importProgress() * importSteps), importSteps);
+    if (m_import->isHidden() && !m_importDelay.isActive())
+        m_importDelay.start();
 }
 
 void StatusLine::showExport() {
@@ -143,14 +144,11 @@ void StatusLine::showExport() {
 
 void StatusLine::showGeneration() {
     const LineGenerationQueue &queue = m_generator.queue();
-    if (!queue.isActive())
-        m_begun = 0;
+    const LineGenerationQueue::Progress progress = queue.progress();
     m_generation->setVisible(queue.isActive());
-    m_progress->setVisible(queue.isActive());
-    const int total = std::max(1, m_begun + static_cast<int>(queue.pending().size()));
-    m_generation->setText(QStringLiteral("Generating %1 of %2").arg(std::max(1, m_begun)).arg(total));
-    m_progress->setRange(0, total);
-    m_progress->setValue(std::max(0, m_begun - 1));
+    m_generation->setProgress(QStringLiteral("Generating %1 of %2").arg(progress.number).arg(progress.total),
+                              std::max(0, progress.number - 1), std::max(1, progress.total));
+    m_generation->setStoppable(queue.canStop());
 }
 
 } // namespace orlenta::shell

@@ -6,7 +6,6 @@
 #include "model/Ids.h"
 
 class QLabel;
-class QProgressBar;
 
 namespace orlenta::controller {
 class LineGenerator;
@@ -17,10 +16,12 @@ class ProjectSession;
 namespace orlenta::shell {
 
 class NoticeLabel;
+class ProgressMark;
 class ScriptEditor;
 
 /// The strip below the script: how many lines have audio, what plays, whether the microphone is on, why the last
-/// command did nothing, whether audio is being imported or exported, and the progress of generation.
+/// command did nothing, whether audio is being imported or exported, and the progress of generation. Imports and
+/// generation can be stopped here.
 class StatusLine final : public QWidget {
     Q_OBJECT
 public:
@@ -43,18 +44,15 @@ private:
     void showExport();
     void showGeneration();
 
-    const controller::ProjectController &m_controller;
+    controller::ProjectController &m_controller;
     controller::LineGenerator &m_generator;
     QLabel *m_audio;
     NoticeLabel *m_refusal;
     QTimer m_refusalTime;
-    QLabel *m_import;
+    ProgressMark *m_import;
     QTimer m_importDelay;
     QLabel *m_export;
-    QLabel *m_generation;
-    QProgressBar *m_progress;
-    /// Lines started since the queue was last empty.
-    int m_begun = 0;
+    ProgressMark *m_generation;
 };
 
 } // namespace orlenta::shell

@@ -151,9 +151,11 @@ TEST_F(DirectionAudioTest, AFailureIsReportedAndChangesNothing) {
     ASSERT_TRUE(QDir(folder).removeRecursively());
     ASSERT_TRUE(QFile::link(elsewhere.path(), folder));
     const QUrl take = recorded(0.1);
+    const QSignalSpy kept(&project->directionAudio(), &DirectionAudio::recordingKept);
     install(take, 0.1, project.id(0));
-    EXPECT_TRUE(project->spotError().contains(QStringLiteral("is a link to a location outside the project")));
-    EXPECT_TRUE(project->spotError().endsWith(QStringLiteral("The recording is kept in ") + take.toLocalFile()));
+    ASSERT_EQ(kept.count(), 1);
+    EXPECT_EQ(kept.first().at(0).toUrl(), take);
+    EXPECT_TRUE(kept.first().at(3).toString().contains(QStringLiteral("is a link to a location outside the project")));
     EXPECT_TRUE(QFile::exists(take.toLocalFile()));
 
     EXPECT_TRUE(project.line(0).sourceRecordings.isEmpty());

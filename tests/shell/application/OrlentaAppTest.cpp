@@ -8,7 +8,6 @@
 #include <QtCore/QDateTime>
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
-#include <QtGui/QDesktopServices>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMessageBox>
@@ -41,18 +40,6 @@ private:
     std::vector<std::pair<const char *, std::optional<QByteArray>>> m_before;
 };
 
-/// Receives the URLs opened in the file manager.
-class FileManager final : public QObject {
-    Q_OBJECT
-public:
-    FileManager() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open"); }
-    ~FileManager() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
-    QList<QUrl> shown;
-
-public Q_SLOTS:
-    void open(const QUrl &url) { shown.append(url); }
-};
-
 /// A private home folder.
 class Home final {
 public:
@@ -75,7 +62,7 @@ QMessageBox *leftoversBox() {
 
 TEST(OrlentaApp, ReportsLeftoverRecordingsAtStartAndOpensTheirFolder) {
     const Home home;
-    FileManager files;
+    testing::FileManager files;
     const QString caches = base::PrivateFolders::caches();
     const QString path = caches + QStringLiteral("/direction_3F2504E0-4F89-11D3-9A0C-0305E82C3301.wav");
     ASSERT_FALSE(testing::writeTone(path, 0.1).isEmpty());
@@ -128,5 +115,3 @@ TEST(OrlentaApp, RestoresTheMicrophoneAfterACrash) {
 
 } // namespace
 } // namespace orlenta
-
-#include "OrlentaAppTest.moc"

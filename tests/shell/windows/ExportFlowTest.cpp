@@ -14,8 +14,10 @@
 
 #include "base/files/PendingFile.h"
 #include "base/files/PrivateFolders.h"
+#include "controller/document/Notices.h"
 #include "controller/script/Selection.h"
 #include "controller/takes/TakeEditing.h"
+#include "shell/editor/NoticeBar.h"
 #include "shell/menus/ProjectActions.h"
 #include "shell/ShellSession.h"
 #include "shell/windows/ProjectWindow.h"
@@ -28,6 +30,7 @@ namespace {
 using controller::MultiLineOutput;
 using shell::ProjectWindow;
 using shell::ProjectWindowController;
+using testing::buttonNamed;
 using testing::ShellSession;
 using testing::waitUntil;
 
@@ -140,6 +143,40 @@ TEST_F(ExportFlowTest, TheWindowShowsARunningExportAndRefusesAnother) {
     EXPECT_TRUE(command->isEnabled());
     EXPECT_EQ(QDir(target).entryList(QDir::Files).size(), 2);
     EXPECT_EQ(document.spotError(), QString());
+}
+
+TEST_F(ExportFlowTest, AFinishedExportSaysWhereItIsAndTheNextOneStartsThere) {
+    ProjectWindowController &project = open(QStringLiteral("Handed"));
+    const QString folder = session.path(QStringLiteral("for the mix"));
+    ASSERT_TRUE(QDir().mkpath(folder));
+    const auto notice = [&project] {
+        const auto current = project.controller().notices().current();
+        return current ? current->text : QString();
+    };
+    choose(ask(project, MultiLineOutput::Continuous), folder + QStringLiteral("/scene.wav"));
+    ASSERT_TRUE(waitForEnd(project));
+    EXPECT_EQ(notice(), QStringLiteral("Exported \"scene.wav\" to %1").arg(folder));
+    const testing::FileManager files;
+    buttonNamed(*project.window().findChild<shell::NoticeBar *>(), QStringLiteral("Show in Folder"))->click();
+    EXPECT_EQ(files.shown, QList<QUrl>{QUrl::fromLocalFile(folder)});
+
+    ProjectWindowController &other = open(QStringLiteral("Other"));
+    EXPECT_EQ(ask(other, MultiLineOutput::Continuous)->directory().path(), folder);
+    dialogOf(other)->reject();
+    QFileDialog *dialog = ask(project, MultiLineOutput::Individual);
+    EXPECT_EQ(dialog->directory().path(), folder);
+    choose(dialog, session.path(QString()));
+    ASSERT_TRUE(waitForEnd(project));
+    EXPECT_TRUE(notice().startsWith(QStringLiteral("Exported 2 clips to "))) << notice().toStdString();
+    EXPECT_EQ(ask(project, MultiLineOutput::Continuous)->directory(), QDir(session.path(QString())));
+    dialogOf(project)->reject();
+
+    // A failure doesn't leave the old success standing.
+    choose(ask(project, MultiLineOutput::Continuous), QStringLiteral("/proc/scene.wav"));
+    ASSERT_TRUE(waitForEnd(project));
+    EXPECT_TRUE(notice().startsWith(QStringLiteral("Export failed: "))) << notice().toStdString();
+    project.controller().setSpotError({});
+    EXPECT_EQ(notice(), QString());
 }
 
 } // namespace

@@ -13,6 +13,7 @@
 #include "shell/editor/ScriptEditor.h"
 #include "shell/menus/ProjectActions.h"
 #include "shell/ShellSession.h"
+#include "shell/windows/ErrorAlerts.h"
 #include "shell/windows/ProjectWindow.h"
 #include "shell/windows/ProjectWindows.h"
 #include "support/SoundServerSession.h"
@@ -106,6 +107,32 @@ TEST_F(PlayingTest, PlayingIsRefusedWithAMessageWhileRecording) {
     EXPECT_EQ(notice(), QString());
     actions()[CommandId::Play]->trigger();
     EXPECT_TRUE(playback().isPlaying());
+}
+
+TEST_F(PlayingTest, ATakeInAnotherWindowStopsWhatPlaysAndKeepsTheMessageUntilItEnds) {
+    ASSERT_TRUE(windows.openProject(session.makeProject(u"Spoken"_s, {u"Hello."_s}).folder));
+    ProjectWindowController &other = *windows.open().back();
+    controller::DirectionRecordings &recordings = other.session().recordings();
+    actions()[CommandId::Play]->trigger();
+    ASSERT_TRUE(playback().isPlaying());
+    const model::LineId line = other.controller().scriptLineIds().first();
+    recordings.start(line);
+    ASSERT_TRUE(waitUntil([&] { return recordings.state(line).duration > 0.1; }));
+    EXPECT_FALSE(playback().isPlaying());
+    actions()[CommandId::Play]->trigger();
+    EXPECT_FALSE(playback().isPlaying());
+    EXPECT_EQ(notice(), u"Stop the recording before playing."_s);
+    EXPECT_EQ(project().window().alerts().box(), nullptr);
+
+    // There is one recorder: a take here ends the one there, which goes on its line.
+    project().session().recordings().start(lineId());
+    EXPECT_TRUE(waitUntil([&] { return other.controller().lines().find(line)->sourceRecordings.size() == 1; }));
+    EXPECT_FALSE(recordings.isRecording());
+    ASSERT_TRUE(waitUntil([&] { return project().session().recordings().state(lineId()).duration > 0.1; }));
+    project().session().recordings().stop(lineId());
+    ASSERT_TRUE(waitUntil([&] { return project().session().isSettled(); }));
+    EXPECT_EQ(notice(), QString());
+    other.controller().discardChanges();
 }
 
 } // namespace

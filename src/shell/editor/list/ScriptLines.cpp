@@ -2,11 +2,14 @@
 
 #include <chrono>
 
+#include <QtCore/QLocale>
+
 #include "audio/files/AudioDurations.h"
 #include "audio/playback/PlaybackController.h"
 #include "controller/casting/VoiceCasting.h"
 #include "controller/direction/DirectionRecordings.h"
 #include "controller/generation/GenerationPlan.h"
+#include "controller/generation/LineGenerator.h"
 #include "controller/ProjectController.h"
 #include "controller/ProjectSession.h"
 #include "controller/script/LineEditing.h"
@@ -33,11 +36,18 @@ bool isVoiceDirected(const controller::ProjectController &controller, const mode
     return mode == model::DirectionMode::Voice;
 }
 
+QString overrunText(const controller::TextOverrun &overrun) {
+    const QLocale plain(QLocale::English);
+    const QString text =
+        overrun.isAtLeast ? QStringLiteral("Over %1 of %2 characters") : QStringLiteral("%1 of %2 characters");
+    return text.arg(plain.toString(overrun.count), plain.toString(overrun.limit));
+}
+
 } // namespace
 
 ScriptLines::ScriptLines(controller::ProjectSession &session, const RowDensities &densities, TakeTimeScale &timeScale)
     : m_controller(session.controller()), m_playback(session.playback()), m_recordings(session.recordings()),
-      m_densities(densities), m_timeScale(timeScale) {}
+      m_generator(session.generator()), m_densities(densities), m_timeScale(timeScale) {}
 
 const model::LineIdList &ScriptLines::lineIds() const {
     return m_controller.scriptLineIds();
@@ -104,6 +114,8 @@ void ScriptLines::addStatus(LineRowContent &content, const model::ProjectLine &l
     const TakesContent &takes = content.takes;
     if (content.header.generation == RowGeneration::Generating)
         return set(RowStatus::Generating, u"Generating"_s);
+    if (content.header.generation == RowGeneration::Waiting)
+        return set(RowStatus::Waiting, u"Waiting"_s);
     if (content.header.generation == RowGeneration::NoVoice)
         return set(RowStatus::NoVoice, u"No voice"_s);
     if (takes.active < 0)
@@ -127,8 +139,10 @@ LineHeaderContent ScriptLines::header(const model::ProjectLine &line) const {
     if (const model::ProjectVoice *voice = m_controller.voices().projectVoiceFor(line.lineId)) {
         header.castName = voice->castName;
         header.stripe = QColor(voice->colorStripeHex);
-        header.generation = RowGeneration::Ready;
+        header.generation = m_generator.queue().holds(line.lineId) ? RowGeneration::Waiting : RowGeneration::Ready;
     }
+    if (const auto overrun = controller::textOverrun(m_controller, line))
+        header.overrun = overrunText(*overrun);
     if (m_controller.runtime().state(line.lineId).isGenerating)
         header.generation = RowGeneration::Generating;
     header.isSpoken = controller::generationKind(m_controller, line) == controller::GenerationKind::Regenerate;
@@ -179,6 +193,7 @@ AudioContent ScriptLines::audio(const model::LineId &id, controller::AudioKind k
         isGenerated ? QStringLiteral("ScriptLineView.takeDuration") : QStringLiteral("ScriptLineView.audioDuration");
     const auto length = LineDurations::duration(file, context, signal, [signal] { signal->bump(); });
     audio.duration = LineDurations::text(length);
+    audio.exactDuration = LineDurations::exactText(length);
     audio.seconds = length ? length->count() : 0.0;
     if (isGenerated ? m_playback.isCurrentGenerated(id) : m_playback.isCurrentSource(id)) {
         audio.playback = m_playback.isPlaying() ? RowPlayback::Playing : RowPlayback::Current;

@@ -14,6 +14,7 @@ class PlaybackController;
 }
 namespace orlenta::controller {
 class DirectionRecordings;
+class LineGenerator;
 class ProjectController;
 class ProjectSession;
 } // namespace orlenta::controller
@@ -51,6 +52,7 @@ private:
     controller::ProjectController &m_controller;
     audio::PlaybackController &m_playback;
     const controller::DirectionRecordings &m_recordings;
+    const controller::LineGenerator &m_generator;
     const RowDensities &m_densities;
     TakeTimeScale &m_timeScale;
     QUrl m_playheadAudio;

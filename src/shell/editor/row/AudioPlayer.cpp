@@ -113,9 +113,10 @@ void AudioPlayer::showNames() {
     const bool isPlaying = m_content.playback == RowPlayback::Playing;
     m_play->setAccessibleName((isPlaying ? u"Stop %1"_s : u"Play %1"_s).arg(sound));
     m_waveform->setAccessibleName(u"Playhead of %1"_s.arg(sound));
-    m_duration->setAccessibleName(u"Duration of %1, %2"_s.arg(sound, m_content.duration));
     // The label rounds down to whole seconds.
-    m_duration->setToolTip(m_content.seconds > 0.0 ? u"%1 s"_s.arg(m_content.seconds, 0, 'f', 1) : QString());
+    const QString &exact = m_content.exactDuration;
+    m_duration->setAccessibleName(u"Duration of %1, %2"_s.arg(sound, exact.isEmpty() ? m_content.duration : exact));
+    m_duration->setToolTip(exact);
 }
 
 void AudioPlayer::changeEvent(QEvent *event) {

@@ -27,8 +27,8 @@ constexpr int shortestName = 10;
 
 LineHeader::LineHeader(QWidget *parent)
     : QWidget(parent), m_mode(new QToolButton(this)), m_notes(new QToolButton(this)), m_generate(new QPushButton(this)),
-      m_voiceHint(new PlainLabel(voiceHint(), this)) {
-    m_voiceHint->setWordWrap(true);
+      m_hint(new PlainLabel(this)) {
+    m_hint->setWordWrap(true);
     Theme::setRole(m_generate, ButtonRole::Quiet);
     m_notes->setToolTip(tipOf(CommandId::EditNotes));
     for (QToolButton *button : {m_mode, m_notes})
@@ -84,12 +84,13 @@ void LineHeader::setActive(bool isActive) {
 void LineHeader::showButtons() {
     const bool hasRoom = m_density == RowDensity::Comfortable;
     const bool hasVoice = m_content.generation != RowGeneration::NoVoice;
-    m_voiceHint->setVisible(hasRoom && !hasVoice);
+    m_hint->setVisible(hasRoom && !m_hint->text().isEmpty());
     m_generate->setVisible(hasRoom && hasVoice);
     // A focused button stays, since hiding it would move the focus.
     m_mode->setVisible(hasRoom && (m_isActive || m_content.isVoiceDirected || m_mode->hasFocus()));
     m_notes->setVisible(hasRoom && (m_isActive || m_content.hasNotes || m_notes->hasFocus()));
     const QString word = m_content.generation == RowGeneration::Generating ? u"Generating..."_s
+                         : m_content.generation == RowGeneration::Waiting  ? u"Waiting…"_s
                          : m_content.isSpoken                              ? u"Regenerate"_s
                                                                            : u"Generate"_s;
     // Finished work keeps quiet: the word stands where something is missing, and where the user is.
@@ -99,19 +100,33 @@ void LineHeader::showButtons() {
 }
 
 void LineHeader::setBackground(const QColor &background) {
-    if (std::exchange(m_background, background) != background)
-        update();
+    if (std::exchange(m_background, background) == background)
+        return;
+    showHint();
+    update();
 }
 
 void LineHeader::showGeneration() {
     const bool isGenerating = m_content.generation == RowGeneration::Generating;
+    const bool isWaiting = m_content.generation == RowGeneration::Waiting;
     const bool isFirst = !m_content.isSpoken;
-    m_generate->setEnabled(!isGenerating);
+    showHint();
+    const bool isBusy = isGenerating || m_content.generation == RowGeneration::Waiting;
+    m_generate->setEnabled(!isBusy);
     m_generate->setIcon(isGenerating ? QIcon()
                         : isFirst    ? Icon::named(u"waveform"_s, Icon::Tint::Accent)
                                      : Icon::named(u"arrow-clockwise"_s, Icon::Tint::Muted));
     m_generate->setToolTip(
         tipWithKey(isFirst ? u"Speak this line"_s : u"Speak this line again, as a new take"_s, CommandId::Generate));
+}
+
+void LineHeader::showHint() {
+    const bool hasVoice = m_content.generation != RowGeneration::NoVoice;
+    m_hint->setText(hasVoice ? m_content.overrun : voiceHint());
+    const ThemeColors &colors = ThemeColors::of(palette());
+    QPalette hint = palette();
+    hint.setColor(QPalette::WindowText, hasVoice ? readableOn(m_background, colors.danger) : colors.textMuted);
+    m_hint->setPalette(hint);
 }
 
 void LineHeader::showDirection() {
@@ -161,18 +176,18 @@ LineHeader::Places LineHeader::placesFor(int width) const {
     places.notes = fromRight(m_notes, 0);
     places.mode = fromRight(m_mode, unit);
     bool hintBelow = false;
-    if (!m_voiceHint->isHidden()) {
-        const int wanted = m_voiceHint->fontMetrics().horizontalAdvance(m_voiceHint->text()) + unit;
+    if (!m_hint->isHidden()) {
+        const int wanted = m_hint->fontMetrics().horizontalAdvance(m_hint->text()) + unit;
         hintBelow = wanted > right - numberWidth - unit * 20;
         if (!hintBelow) {
-            places.voiceHint = QRect(right - wanted, 0, wanted, places.height);
+            places.hint = QRect(right - wanted, 0, wanted, places.height);
             right -= wanted + unit * 2;
         }
     }
     places.name = QRect(numberWidth, 0, std::max(0, right - numberWidth), places.height);
     if (hintBelow) {
-        places.voiceHint = QRect(0, places.height + unit, width, m_voiceHint->heightForWidth(width));
-        places.height = places.voiceHint.bottom() + 1;
+        places.hint = QRect(0, places.height + unit, width, m_hint->heightForWidth(width));
+        places.height = places.hint.bottom() + 1;
     }
     return places;
 }
@@ -182,7 +197,7 @@ void LineHeader::layOut() {
     m_mode->setGeometry(m_places.mode);
     m_notes->setGeometry(m_places.notes);
     m_generate->setGeometry(m_places.generate);
-    m_voiceHint->setGeometry(m_places.voiceHint);
+    m_hint->setGeometry(m_places.hint);
 }
 
 void LineHeader::resizeEvent(QResizeEvent *event) {
@@ -199,10 +214,8 @@ void LineHeader::changeEvent(QEvent *event) {
 }
 
 void LineHeader::applyMeasures() {
-    QPalette muted = palette();
-    muted.setColor(QPalette::WindowText, ThemeColors::of(palette()).textMuted);
-    m_voiceHint->setPalette(muted);
-    // A disabled button reports that the line is being generated, so it must stay readable.
+    showHint();
+    // A disabled button reports that the line is waiting or being generated, so it must stay readable.
     QPalette readable;
     readable.setColor(QPalette::Disabled, QPalette::ButtonText, ThemeColors::of(palette()).textMuted);
     m_generate->setPalette(readable);

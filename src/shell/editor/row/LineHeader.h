@@ -49,11 +49,12 @@ private:
         QRect mode;
         QRect notes;
         QRect generate;
-        QRect voiceHint;
+        QRect hint;
         int height = 0;
     };
 
     void showGeneration();
+    void showHint();
     void showDirection();
     void showButtons();
     void paintNumber(QPainter &painter) const;
@@ -72,7 +73,8 @@ private:
     QToolButton *m_mode;
     QToolButton *m_notes;
     QPushButton *m_generate;
-    QLabel *m_voiceHint;
+    /// What keeps the line from being generated.
+    QLabel *m_hint;
 };
 
 } // namespace orlenta::shell

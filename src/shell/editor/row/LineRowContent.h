@@ -11,13 +11,19 @@
 
 namespace orlenta::shell {
 
-enum class RowGeneration { NoVoice, Ready, Generating };
+enum class RowGeneration {
+    NoVoice,
+    Ready,
+    /// Queued, but not yet its turn.
+    Waiting,
+    Generating
+};
 
 /// How much room a row takes: a card with all of its parts, or one line of text with columns.
 enum class RowDensity { Comfortable, Compact };
 
 /// What a line has or lacks for its audio. A row shows it as a mark with a word, and shows nothing while all is well.
-enum class RowStatus { Done, NoVoice, NotGenerated, Generating, Stale, FileMissing };
+enum class RowStatus { Done, NoVoice, NotGenerated, Waiting, Generating, Stale, FileMissing };
 
 enum class RowPlayback {
     Idle,
@@ -32,6 +38,8 @@ struct LineHeaderContent {
     /// The cast voice's colour; invalid without a voice.
     QColor stripe;
     RowGeneration generation = RowGeneration::NoVoice;
+    /// "5,312 of 5,000 characters" if the text is longer than its model takes; empty otherwise.
+    QString overrun;
     /// The line has been spoken: generating adds another take.
     bool isSpoken = false;
     bool isVoiceDirected = false;
@@ -54,7 +62,9 @@ struct LineTextContent {
 struct AudioContent {
     /// "0:04", or "--:--".
     QString duration;
-    /// The same in seconds; 0 until it is known.
+    /// "0.9 seconds", or empty while the duration is unknown.
+    QString exactDuration;
+    /// The same as a number; 0 until it is known.
     double seconds = 0.0;
     /// What the room for the waveform stands for, in seconds, so that takes can be compared; 0 if each fills its room.
     double laneSeconds = 0.0;

@@ -18,6 +18,8 @@ QIcon iconFor(RowStatus status) {
         return {};
     case RowStatus::NoVoice:
         return Icon::named(u"help"_s, Icon::Tint::Muted);
+    case RowStatus::Waiting:
+        return Icon::named(u"clock"_s, Icon::Tint::Muted);
     case RowStatus::NotGenerated:
         return Icon::named(u"circle"_s, Icon::Tint::Muted);
     case RowStatus::Stale:
