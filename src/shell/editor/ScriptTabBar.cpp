@@ -28,8 +28,6 @@ ScriptTabBar::ScriptTabBar(controller::ProjectController &controller, QWidget *p
     m_bar->setDocumentMode(true);
     m_bar->setElideMode(Qt::ElideRight);
     m_bar->setUsesScrollButtons(true);
-    // By itself the bar reserves room for its scroll buttons, which leaves a gap after a single tab.
-    m_bar->setMinimumWidth(1);
     m_bar->setContextMenuPolicy(Qt::CustomContextMenu);
     m_bar->setAccessibleName(QStringLiteral("Script tabs"));
     m_bar->installEventFilter(this);
@@ -80,6 +78,7 @@ void ScriptTabBar::sync() {
             current = index;
     }
     m_bar->setCurrentIndex(current);
+    fitBar();
     for (auto *button : m_bar->findChildren<QToolButton *>())
         if (button->toolTip().isEmpty() && !button->accessibleName().isEmpty())
             button->setToolTip(button->accessibleName());
@@ -116,6 +115,11 @@ void ScriptTabBar::syncTab(int index, const model::TabId &id, const QString &nam
         m_bar->setTabButton(index, QTabBar::RightSide, close);
     }
     close->setAccessibleName(QStringLiteral("Close %1").arg(name));
+}
+
+// By itself the bar reserves room for its scroll buttons, which leaves a gap after a single tab.
+void ScriptTabBar::fitBar() {
+    m_bar->setMaximumWidth(std::max(1, m_bar->sizeHint().width()));
 }
 
 void ScriptTabBar::chooseCurrent(int index) {
@@ -220,6 +224,11 @@ bool ScriptTabBar::eventFilter(QObject *watched, QEvent *event) {
     return QWidget::eventFilter(watched, event);
 }
 
+void ScriptTabBar::resizeEvent(QResizeEvent *event) {
+    QWidget::resizeEvent(event);
+    fitBar();
+}
+
 void ScriptTabBar::changeEvent(QEvent *event) {
     QWidget::changeEvent(event);
     // The bar updates its own layout after a font change; measure its buttons after that.
@@ -241,6 +250,7 @@ void ScriptTabBar::applyMeasures() {
             close->resize(close->sizeHint());
             m_bar->setTabText(index, m_bar->tabText(index));
         }
+    fitBar();
 }
 
 } // namespace orlenta::shell

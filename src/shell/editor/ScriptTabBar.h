@@ -27,11 +27,13 @@ public:
     void rename(int index);
 
 protected:
+    void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void sync();
+    void fitBar();
     void syncTab(int index, const model::TabId &id, const QString &name);
     void chooseCurrent(int index);
     void commitDrag();
