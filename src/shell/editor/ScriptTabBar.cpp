@@ -39,8 +39,6 @@ ScriptTabBar::ScriptTabBar(controller::ProjectController &controller, QWidget *p
     m_bar->setDocumentMode(true);
     m_bar->setElideMode(Qt::ElideRight);
     m_bar->setUsesScrollButtons(true);
-    // By itself the bar reserves room for its scroll buttons, which leaves a gap after a single tab.
-    m_bar->setMinimumWidth(1);
     m_bar->setContextMenuPolicy(Qt::CustomContextMenu);
     m_bar->setAccessibleName(QStringLiteral("Script tabs"));
     m_bar->installEventFilter(this);
@@ -112,6 +110,7 @@ void ScriptTabBar::sync() {
     for (int index = 0; index < count; ++index)
         syncTab(index, tabs.at(m_first + index));
     m_bar->setCurrentIndex(static_cast<int>(current - m_first));
+    fitBar();
     m_all->setVisible(tabs.size() > count);
     for (auto *button : m_bar->findChildren<QToolButton *>())
         if (button->toolTip().isEmpty() && !button->accessibleName().isEmpty())
@@ -158,6 +157,11 @@ void ScriptTabBar::addCloseButton(int index) {
 void ScriptTabBar::listTabs() {
     auto *list = new ScriptTabList(m_controller, this);
     list->openBelow(*m_all);
+}
+
+// By itself the bar reserves room for its scroll buttons, which leaves a gap after a single tab.
+void ScriptTabBar::fitBar() {
+    m_bar->setMaximumWidth(std::max(1, m_bar->sizeHint().width()));
 }
 
 void ScriptTabBar::chooseCurrent(int index) {
@@ -267,6 +271,11 @@ bool ScriptTabBar::eventFilter(QObject *watched, QEvent *event) {
     return QWidget::eventFilter(watched, event);
 }
 
+void ScriptTabBar::resizeEvent(QResizeEvent *event) {
+    QWidget::resizeEvent(event);
+    fitBar();
+}
+
 void ScriptTabBar::changeEvent(QEvent *event) {
     QWidget::changeEvent(event);
     // The bar updates its own layout after a font change; measure its buttons after that.
@@ -289,6 +298,7 @@ void ScriptTabBar::applyMeasures() {
             close->resize(close->sizeHint());
             m_bar->setTabText(index, m_bar->tabText(index));
         }
+    fitBar();
 }
 
 } // namespace orlenta::shell

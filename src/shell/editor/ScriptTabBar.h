@@ -34,11 +34,13 @@ public:
     void rename(int index);
 
 protected:
+    void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void sync();
+    void fitBar();
     void syncTab(int index, const model::ProjectTab &tab);
     void addCloseButton(int index);
     /// Chooses the first tab that the bar holds.
