@@ -88,12 +88,12 @@ void LocalVoicesProcess::readAddress() {
     }
     if (!m_process.canReadLine()) {
         if (m_process.bytesAvailable() > longestAddressLine)
-            fail(u"The local voices gave no address."_s);
+            fail(u"The local voices program didn't report its address."_s);
         return;
     }
     const QUrl baseUrl(QString::fromUtf8(m_process.readLine(longestAddressLine)).trimmed(), QUrl::StrictMode);
     if (baseUrl.scheme() != "http"_L1 || !QHostAddress(baseUrl.host()).isLoopback() || baseUrl.port() <= 0) {
-        fail(u"The local voices gave no address."_s);
+        fail(u"The local voices program didn't report its address."_s);
         return;
     }
     m_startTimer.stop();
@@ -103,7 +103,7 @@ void LocalVoicesProcess::readAddress() {
 
 void LocalVoicesProcess::processEnded() {
     if (m_state == State::Starting)
-        fail(u"The local voices ended before they were ready."_s);
+        fail(u"The local voices program quit before it was ready."_s);
     else if (m_state == State::Ready)
         fail(u"The local voices ended unexpectedly."_s);
 }

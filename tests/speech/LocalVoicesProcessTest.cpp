@@ -56,9 +56,9 @@ TEST(LocalVoicesProcess, EveryFailedStartIsReportedOnce) {
         QString reason;
     };
     const std::vector<Case> cases{
-        {"exit 3", QStringLiteral("The local voices ended before they were ready.")},
-        {"echo http://example.org:80; cat", QStringLiteral("The local voices gave no address.")},
-        {"echo hello; cat", QStringLiteral("The local voices gave no address.")},
+        {"exit 3", QStringLiteral("The local voices program quit before it was ready.")},
+        {"echo http://example.org:80; cat", QStringLiteral("The local voices program didn't report its address.")},
+        {"echo hello; cat", QStringLiteral("The local voices program didn't report its address.")},
         {"echo http://127.0.0.1:1; exit 0", QStringLiteral("The local voices ended unexpectedly.")},
         {"exec cat", QStringLiteral("The local voices didn't start in time.")},
     };

@@ -16,7 +16,7 @@ public:
 
     /// A take is running or about to start.
     [[nodiscard]] bool isInUse() const { return m_holder != nullptr; }
-    /// Makes `holder` the one who records. `giveUp` is called when another holder takes the microphone; the take must
+    /// Gives `holder` the microphone. `giveUp` is called when another holder takes the microphone; the take must
     /// end then, though its final samples may still arrive. Does nothing if `holder` already has the microphone.
     void take(QObject *holder, std::function<void()> giveUp);
     /// Call when the take has ended. Does nothing if `holder` no longer has the microphone. A destroyed holder releases

@@ -71,7 +71,7 @@ public:
     /// Calls `lost` once when the device of a ready stream is removed: with the loop locked, on the server's thread or
     /// right now, but not after the stream has been retired. Call with the loop locked.
     void watchDevice(const pa_stream *stream, DeviceDirection direction, std::function<void()> lost);
-    /// Takes over the reference to a stream that is no longer of use and ends it after `lingering`. Call with the
+    /// Takes over the reference to a stream no longer needed and ends it after `lingering`. Call with the
     /// loop locked.
     void retire(pa_stream *stream, std::chrono::microseconds lingering);
 

@@ -10,10 +10,10 @@
 
 namespace orlenta::base {
 
-// All user data is written through these functions. On success the file has its new content, and both the file and its
-// directory entry are on disk. On failure the old file is untouched and no temporary file remains. One exception: if
-// only the final flush of the folder fails, the new content is in place but may not survive a power cut. If the path is
-// a symbolic link, the link stays and its target is written. PendingFile documents the temporary file and the
+// A project's files are written through these functions. On success the file has its new content, and both the file and
+// its directory entry are on disk. On failure the old file is untouched and no temporary file remains. One exception:
+// if only the final flush of the folder fails, the new content is in place but may not survive a power cut. If the path
+// is a symbolic link, the link stays and its target is written. PendingFile documents the temporary file and the
 // permissions. Don't use QSaveFile: it treats a short write as success and never flushes the folder. Blocking; any
 // thread.
 

@@ -13,16 +13,15 @@ namespace {
 QString wordsFor(SkipReason reason) {
     switch (reason) {
     case SkipReason::AccountGone:
-        return QStringLiteral("the account was signed out or changed first");
+        return QStringLiteral("you signed out or switched accounts first");
     case SkipReason::ProjectFolderMissing:
-        return QStringLiteral("the project's folder can't be found, so there was no place for the audio");
+        return QStringLiteral("the project's folder can't be found");
     case SkipReason::ProjectFolderReadOnly:
-        return QStringLiteral("the project's folder can't be written to, so there was no place for the audio");
+        return QStringLiteral("the project's folder isn't writable");
     case SkipReason::CacheFolderReadOnly:
-        return QStringLiteral("the folder %1 can't be written to, so there was no place for the audio")
-            .arg(base::PrivateFolders::caches());
+        return QStringLiteral("the folder %1 isn't writable").arg(base::PrivateFolders::caches());
     case SkipReason::NoRoom:
-        return QStringLiteral("the disk is nearly full, so there was no room for the audio");
+        return QStringLiteral("there isn't enough disk space");
     case SkipReason::TextTooLong:
         return QStringLiteral("the text is longer than its model takes; shorten or split it");
     }

@@ -51,7 +51,7 @@ base::Result<Sound, QString> decoded(const QString &path) {
             return base::fail(u"The audio is longer than five minutes."_s);
     }
     if (sound.frames.empty())
-        return base::fail(u"The audio file holds no sound."_s);
+        return base::fail(u"The audio file contains no audio."_s);
     return sound;
 }
 
@@ -73,7 +73,7 @@ base::Result<Sound, QString> decodedPcm16(const QByteArray &bytes) {
     for (qsizetype at = 0; at + 1 < bytes.size(); at += 2)
         sound.frames.push_back(static_cast<float>(qFromLittleEndian<qint16>(bytes.constData() + at)) / 32768.0F);
     if (sound.frames.empty())
-        return base::fail(u"The audio file holds no sound."_s);
+        return base::fail(u"The audio file contains no audio."_s);
     return sound;
 }
 

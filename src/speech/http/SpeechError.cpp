@@ -13,7 +13,7 @@ SpeechError SpeechError::timedOut() {
 }
 
 SpeechError SpeechError::replyTooLarge() {
-    return {Kind::ReplyTooLarge, QStringLiteral("The server's reply is larger than such a reply can be.")};
+    return {Kind::ReplyTooLarge, QStringLiteral("The service sent an unexpectedly large reply.")};
 }
 
 SpeechError SpeechError::decoding(const QString &text) {
@@ -35,7 +35,7 @@ SpeechError SpeechError::notAudio() {
 
 SpeechError SpeechError::intercepted() {
     return {Kind::Intercepted,
-            QStringLiteral("A web page came back in place of the service's reply. The network may want you to sign in: "
+            QStringLiteral("A web page arrived instead of the service's reply. The network may want you to sign in: "
                            "open any page in a browser, then try again.")};
 }
 

@@ -64,6 +64,9 @@ TEST_F(AtomicCopy, AFullDiskKeepsTheOldFileAndNothingElse) {
     const SmallDisk full(1 << 20);
     putAt(full.path(u"b.wav"_s), "old");
     for (const bool isMove : {false, true}) {
+        // Without a disk of its own, the file would be renamed, which takes no room.
+        if (isMove && !full.isMounted())
+            break;
         const auto copied = isMove ? moveAtomically(path(u"a.wav"_s), full.path(u"b.wav"_s))
                                    : copyAtomically(path(u"a.wav"_s), full.path(u"b.wav"_s));
         ASSERT_FALSE(copied);

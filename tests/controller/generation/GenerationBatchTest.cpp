@@ -23,7 +23,7 @@ protected:
 };
 
 const QString skippedForAccount =
-    QStringLiteral("%1 lines weren't generated: the account was signed out or changed first.");
+    QStringLiteral("%1 lines weren't generated: you signed out or switched accounts first.");
 
 } // namespace
 
@@ -69,7 +69,7 @@ TEST_F(GenerationBatchTest, ASignOutDuringARetryEndsTheLineBeforeTheNextAttempt)
     generate(0);
     EXPECT_EQ(*attempts, 1);
     EXPECT_EQ(generator.generateError(),
-              QStringLiteral("1 line wasn't generated: the account was signed out or changed first."));
+              QStringLiteral("1 line wasn't generated: you signed out or switched accounts first."));
 }
 
 TEST_F(GenerationBatchTest, WithoutAKeyNothingIsQueuedAndTheMessageSaysWhatToDo) {

@@ -38,14 +38,13 @@ TEST_F(StoringTakesTest, NothingIsRequestedIfTheTakesCouldNotBeStored) {
     enqueueBatch();
     ASSERT_TRUE(queueEnds());
     EXPECT_EQ(errors.count(), 1);
-    EXPECT_EQ(generator.generateError(), QStringLiteral("2 lines weren't generated: the project's folder can't be "
-                                                        "found, so there was no place for the audio."));
+    EXPECT_EQ(generator.generateError(),
+              QStringLiteral("2 lines weren't generated: the project's folder can't be found."));
     returnFolder();
     blockAudioFolder();
     generate(0);
     EXPECT_EQ(generator.generateError(),
-              QStringLiteral("1 line wasn't generated: the project's folder can't be written "
-                             "to, so there was no place for the audio."));
+              QStringLiteral("1 line wasn't generated: the project's folder isn't writable."));
     EXPECT_TRUE(server.requests().isEmpty());
     EXPECT_FALSE(isGenerating(project.id(0)));
     unblockAudioFolder();

@@ -57,7 +57,7 @@ TEST(RecordingDecoder, WhatIsTooLongOrNoSoundIsRefusedWithASentence) {
     const Sound long8k{std::vector<float>(8000 * 301, 0.1F), 8000};
     EXPECT_EQ(decodedFile(encoded(long8k, {Codec::Wav, 8000, 0}).value()).error(),
               u"The audio is longer than five minutes."_s);
-    EXPECT_EQ(decodedPcm16({}).error(), u"The audio file holds no sound."_s);
+    EXPECT_EQ(decodedPcm16({}).error(), u"The audio file contains no audio."_s);
     EXPECT_TRUE(decodedFile("RIFFnonsense").error().startsWith(u"The audio file could not be read"_s));
     EXPECT_TRUE(decodedFile({}).error().startsWith(u"The audio file could not be read"_s));
 }

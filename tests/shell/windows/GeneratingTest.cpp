@@ -171,7 +171,7 @@ TEST_F(GeneratingTest, ASignOutDuringABatchShowsOneMessageWithTheNumberOfLines) 
     ASSERT_TRUE(waitForEnd());
     EXPECT_EQ(requestCount(), 1);
     ASSERT_NE(alert(), nullptr);
-    EXPECT_EQ(alert()->informativeText(), u"2 lines weren't generated: the account was signed out or changed first."_s);
+    EXPECT_EQ(alert()->informativeText(), u"2 lines weren't generated: you signed out or switched accounts first."_s);
     alert()->accept();
     EXPECT_EQ(alert(), nullptr);
 }

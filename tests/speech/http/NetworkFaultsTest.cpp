@@ -99,7 +99,7 @@ std::vector<Fault> faults() {
          },
          "HTTP error 302"},
         {"huge body", [](LoopbackServer &server) { server.handle("/v1/user", writeForever); },
-         "The server's reply is larger than such a reply can be."},
+         "The service sent an unexpectedly large reply."},
         {"not JSON", [](LoopbackServer &server) { server.answer("/v1/user", LoopbackServer::json("<html>")); },
          "The server's reply couldn't be read: illegal value."},
         {"a record without its key",

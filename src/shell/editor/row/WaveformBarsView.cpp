@@ -21,7 +21,7 @@ namespace {
 constexpr qreal shortestBar = 2.0;
 constexpr qreal cornerSize = 0.5;
 constexpr qreal playheadWidth = 2.0;
-// The lowest opacities of bars, if contrast allows: of all bars without a playhead, and of the bars after a playhead.
+// Minimum opacity of the bars: idle, and after the playhead. Raised where contrast demands it.
 constexpr qreal faintestIdle = 0.72;
 constexpr qreal faintestResting = 0.32;
 constexpr double playedContrast = 4.5;
@@ -29,7 +29,7 @@ constexpr double playedContrast = 4.5;
 constexpr double idleContrast = 3.1;
 constexpr double restingContrast = 2.6;
 
-/// The lowest opacity of at least `least` with that contrast to the background.
+/// The smallest opacity, no less than `least`, that reaches the contrast to the background.
 qreal opacityFor(const QColor &color, const QColor &background, qreal least, double contrast) {
     constexpr qreal step = 0.02;
     for (qreal opacity = least; opacity < 1.0; opacity += step) {
