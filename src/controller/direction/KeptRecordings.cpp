@@ -8,6 +8,7 @@
 #include "controller/direction/DirectionAudio.h"
 #include "controller/document/Notices.h"
 #include "controller/ProjectController.h"
+#include "controller/script/LineEditing.h"
 
 namespace orlenta::controller {
 
@@ -21,6 +22,11 @@ QCoro::Task<void> KeptRecordings::putOnLines() {
     const QPointer<KeptRecordings> self(this);
     const QList<Entry> entries = std::exchange(m_entries, {});
     for (const Entry &entry : entries) {
+        // A deleted line may come back by undo.
+        if (m_controller.lines().find(entry.lineId) == nullptr) {
+            m_entries.append(entry);
+            continue;
+        }
         // A recording that can't be stored comes back through keep().
         co_await m_controller.directionAudio().installRecording(entry.file, entry.durationSeconds, entry.lineId);
         if (!self)

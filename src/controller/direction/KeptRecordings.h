@@ -29,7 +29,8 @@ public:
 
     [[nodiscard]] const QList<Entry> &entries() const { return m_entries; }
     void keep(const Entry &entry);
-    /// Tries to store each recording as its line's direction. Those that fail stay in the list.
+    /// Tries to store each recording as its line's direction. Those that fail, and those whose line is deleted, stay in
+    /// the list.
     QCoro::Task<void> putOnLines();
 
 private:

@@ -1,7 +1,9 @@
 #include "shell/menus/MenuMnemonics.h"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include <QtCore/QPointer>
 #include <QtCore/QSet>
@@ -41,6 +43,11 @@ QString shownTitle(const QString &text) {
     return shown;
 }
 
+qsizetype letterCount(const QString &text) {
+    const QString shown = shownTitle(text).toLower();
+    return QSet<QChar>(shown.begin(), shown.end()).size();
+}
+
 QString withMnemonic(const QString &title, QSet<QChar> &taken) {
     const auto place = freePlace(title, taken);
     if (!place)
@@ -62,10 +69,14 @@ void MenuMnemonics::follow(QMenu &menu) {
     const auto open = std::make_shared<QList<Marked>>();
     QObject::connect(&menu, &QMenu::aboutToShow, &menu, [&menu, open] {
         open->clear();
+        QList<QAction *> items = menu.actions();
+        items.removeIf([](const QAction *item) { return item->isSeparator(); });
+        // Titles with the least choice come first.
+        std::stable_sort(items.begin(), items.end(), [](const QAction *a, const QAction *b) {
+            return letterCount(a->text()) < letterCount(b->text());
+        });
         QSet<QChar> taken;
-        for (QAction *action : menu.actions()) {
-            if (action->isSeparator())
-                continue;
+        for (QAction *action : std::as_const(items)) {
             const QString plain = action->text();
             action->setText(withMnemonic(shownTitle(plain), taken));
             open->append({action, plain, action->text()});

@@ -7,6 +7,7 @@
 #include <QtGui/QFontDatabase>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QComboBox>
 #include <QtWidgets/QToolTip>
 
 #include "shell/theme/FontChanges.h"
@@ -94,6 +95,12 @@ void Theme::setUiScale(double scale) {
     QApplication::setFont(font);
     QToolTip::setFont(font);
     Q_EMIT FontChanges::notifier().fontChanged();
+    // A combo box keeps its smallest size through a change of the font, but not of the style.
+    for (QWidget *widget : QApplication::allWidgets())
+        if (qobject_cast<QComboBox *>(widget) != nullptr) {
+            QEvent event(QEvent::StyleChange);
+            QCoreApplication::sendEvent(widget, &event);
+        }
 }
 
 double Theme::uiScale() {

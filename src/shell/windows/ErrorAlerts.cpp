@@ -13,7 +13,7 @@ namespace orlenta::shell {
 
 ErrorAlerts::ErrorAlerts(QWidget &window) : QObject(&window), m_window(window) {}
 
-MessageBox *ErrorAlerts::box() const {
+QMessageBox *ErrorAlerts::box() const {
     return m_box;
 }
 

@@ -8,6 +8,7 @@
 #include <QtCore/QString>
 
 class QAbstractButton;
+class QMessageBox;
 class QWidget;
 
 namespace orlenta::shell {
@@ -43,7 +44,7 @@ public:
     /// Removes an alert that no longer applies.
     void withdraw(AlertSource source);
     /// The alert on screen, or null.
-    [[nodiscard]] MessageBox *box() const;
+    [[nodiscard]] QMessageBox *box() const;
 
 private:
     [[nodiscard]] bool isClosing() const;

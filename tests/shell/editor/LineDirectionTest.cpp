@@ -264,7 +264,7 @@ TEST_F(LineDirectionTest, OtherTakesCanBeChosenWithoutAnActiveOne) {
     ASSERT_NE(picker(), nullptr);
     EXPECT_EQ(picker()->text(), QStringLiteral("Choose Take"));
     EXPECT_TRUE(rowAt(0)->rect().contains(picker()->parentWidget()->geometry()));
-    EXPECT_EQ(control<QPushButton>(0, QStringLiteral("Generate"))->text(), QStringLiteral("Regenerate"));
+    EXPECT_NE(control<QPushButton>(0, QStringLiteral("Regenerate")), nullptr);
     EXPECT_EQ(control<QToolButton>(0, QStringLiteral("Play")), nullptr);
     editor->commands().switchTake(idAt(0), first);
     EXPECT_EQ(picker()->text(), QStringLiteral("Take 1"));

@@ -12,6 +12,7 @@
 #include <QtWidgets/QToolButton>
 
 #include "controller/ProjectController.h"
+#include "controller/script/Selection.h"
 #include "controller/script/TabEditing.h"
 #include "shell/editor/list/ScriptListView.h"
 #include "shell/editor/ScriptEditor.h"
@@ -100,6 +101,7 @@ TEST_F(AccessibilityTest, OnlyWhatHasTheFocusSaysSo) {
     project().tabs().addTab();
     const model::TabId first = project().project().tabs.first().id;
     project().tabs().setActiveTab(first);
+    project().selection().selectAlone(project().scriptLineIds().first());
     window().editor().list().setFocus();
     const QString line = QStringLiteral("Line 1, Clara, Good morning.");
     EXPECT_EQ(focusedItems(), QStringList{line});

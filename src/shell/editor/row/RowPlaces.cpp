@@ -61,9 +61,10 @@ RowPlaces RowPlaces::comfortable(const RowParts &parts, int width, int unit) {
         y = place.bottom() + 1;
         return place;
     };
-    if (parts.direction != nullptr)
-        places.direction =
-            below(inner.left(), textColumn.width() - 2 * outset, parts.direction->heightForWidth(inner.width()));
+    if (parts.direction != nullptr) {
+        const int columnWidth = textColumn.width() - 2 * outset;
+        places.direction = below(inner.left(), columnWidth, parts.direction->heightForWidth(columnWidth));
+    }
     if (parts.takes != nullptr) {
         const int tall = parts.takes->sizeHint().height();
         // The play button has padding around its icon. Align the icon with the header, too.
