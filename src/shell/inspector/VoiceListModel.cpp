@@ -32,7 +32,7 @@ QList<speech::Voice> castVoices(const model::Project &project) {
     for (const model::ProjectVoice &cast : project.voices) {
         speech::Voice voice;
         voice.voiceId = cast.elevenLabsVoiceId;
-        voice.name = cast.displayName;
+        voice.name = shownName(cast.displayName);
         if (!voice.voiceId.isEmpty())
             voices.append(voice);
     }

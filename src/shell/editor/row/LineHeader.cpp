@@ -108,11 +108,9 @@ void LineHeader::setBackground(const QColor &background) {
 
 void LineHeader::showGeneration() {
     const bool isGenerating = m_content.generation == RowGeneration::Generating;
-    const bool isWaiting = m_content.generation == RowGeneration::Waiting;
     const bool isFirst = !m_content.isSpoken;
     showHint();
-    const bool isBusy = isGenerating || m_content.generation == RowGeneration::Waiting;
-    m_generate->setEnabled(!isBusy);
+    m_generate->setEnabled(!isGenerating && m_content.generation != RowGeneration::Waiting);
     m_generate->setIcon(isGenerating ? QIcon()
                         : isFirst    ? Icon::named(u"waveform"_s, Icon::Tint::Accent)
                                      : Icon::named(u"arrow-clockwise"_s, Icon::Tint::Muted));

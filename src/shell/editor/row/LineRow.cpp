@@ -26,8 +26,6 @@ using namespace Qt::StringLiterals;
 namespace orlenta::shell {
 namespace {
 
-constexpr qsizetype longestToolTip = 1000;
-
 QList<QUrl> localFiles(const QMimeData &data) {
     QList<QUrl> files = data.urls();
     files.removeIf([](const QUrl &url) { return !url.isLocalFile(); });
@@ -151,7 +149,7 @@ void LineRow::showDensity() {
     // A row without room for the text has the whole of it, and the notes, in its tool tip.
     const QString text =
         m_content.notes.isEmpty() ? m_content.text.text : m_content.text.text + u"\n\n"_s + m_content.notes;
-    setToolTip(isCompact ? Qt::convertFromPlainText(text.left(longestToolTip)) : QString());
+    setToolTip(isCompact ? shownTip(text) : QString());
 }
 
 void LineRow::setOpen(bool isOpen) {
