@@ -53,6 +53,8 @@ void RandomOperations::edit() {
 }
 
 void RandomOperations::type(const model::LineId &id) {
+    // As a text field does before it edits a line: a new baseline would forget what was typed since the last one.
+    m_project.typing().commit();
     m_project.typing().beginEditing(id);
     for (qsizetype keys = pick(4); keys > 0; --keys)
         m_project.typing().type(id, m_project.lines().find(id)->text + u' ' + word() + u'.');
@@ -92,6 +94,8 @@ void RandomOperations::editLines() {
 }
 
 void RandomOperations::moveSelection() {
+    if (m_project.scriptLineIds().isEmpty())
+        return;
     Selection &selection = m_project.selection();
     switch (pick(8)) {
     case 0:

@@ -1,4 +1,5 @@
 #include <cstdlib>
+#include <string>
 
 #include <gtest/gtest.h>
 #include <QtCore/QCoreApplication>
@@ -144,8 +145,8 @@ model::Project sample() {
     return project;
 }
 
-/// What undoing everything must restore. Notes, the selection, the active tab and the date aren't part of it.
-model::Project restorable(model::Project project) {
+/// What undoing everything must restore, as text. Notes, the selection, the active tab and the date aren't part of it.
+std::string restorable(model::Project project) {
     project.modifiedAt = {};
     project.selection = {};
     project.activeTabId.reset();
@@ -153,7 +154,7 @@ model::Project restorable(model::Project project) {
     project.lines.forEach([&ids](const model::ProjectLine &line) { ids.append(line.lineId); });
     for (const model::LineId &id : std::as_const(ids))
         project.lines.update(id, [](model::ProjectLine &line) { line.notes.clear(); });
-    return project;
+    return model::encodeProject(project).toStdString();
 }
 
 void useProject(const model::Project &project, unsigned seed) {
@@ -161,7 +162,7 @@ void useProject(const model::Project &project, unsigned seed) {
     controller::UndoManager &undo = controller.undoManager();
     test::RandomOperations operations(controller, seed);
     test::expectSound(controller);
-    const model::Project opened = restorable(controller.project());
+    const std::string opened = restorable(controller.project());
     for (int i = 0; i < operationsPerProject; ++i) {
         if (operations.pick(5) == 0)
             operations.type(operations.someLine());
@@ -170,7 +171,7 @@ void useProject(const model::Project &project, unsigned seed) {
         test::expectSound(controller);
     }
     controller.typing().commit();
-    const model::Project edited = restorable(controller.project());
+    const std::string edited = restorable(controller.project());
     while (undo.canUndo())
         undo.undo();
     EXPECT_EQ(restorable(controller.project()), opened);
