@@ -5,6 +5,7 @@
 #include <QtCore/QDateTime>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtTest/QSignalSpy>
 
 #include "audio/files/AudioImporter.h"
 #include "base/files/PrivateFolders.h"
