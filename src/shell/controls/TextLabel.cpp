@@ -15,13 +15,13 @@ double sizeFactor(TextLabel::Style style) {
         return 1.9;
     case TextLabel::Style::Heading:
         return 1.2;
-    case TextLabel::Style::Section:
-        return 0.85;
     case TextLabel::Style::Body:
     case TextLabel::Style::Danger:
         return 1.0;
+    // Any smaller, and a common font would fall below 11 pixels.
+    case TextLabel::Style::Section:
     case TextLabel::Style::Caption:
-        return 0.9;
+        return 0.92;
     }
     Q_UNREACHABLE();
 }

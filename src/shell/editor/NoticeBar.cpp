@@ -68,6 +68,8 @@ void NoticeBar::setActions(const QList<NoticeAction> &actions) {
         button->setToolTip(action.tip);
         connect(button, &QPushButton::clicked, this, [run = action.run] { run(); });
         m_actions->addWidget(button);
+        // In a visible bar, the layout would show it only after the next event.
+        button->show();
         m_buttons.append(button);
     }
 }

@@ -95,12 +95,11 @@ void Theme::setUiScale(double scale) {
     QApplication::setFont(font);
     QToolTip::setFont(font);
     Q_EMIT FontChanges::notifier().fontChanged();
-    // A combo box keeps its smallest size through a change of the font, but not of the style.
+    // A combo box keeps its smallest size through a change of the font, but not of the style. Queued, so that the box
+    // has its new font by then.
     for (QWidget *widget : QApplication::allWidgets())
-        if (qobject_cast<QComboBox *>(widget) != nullptr) {
-            QEvent event(QEvent::StyleChange);
-            QCoreApplication::sendEvent(widget, &event);
-        }
+        if (qobject_cast<QComboBox *>(widget) != nullptr)
+            QCoreApplication::postEvent(widget, new QEvent(QEvent::StyleChange));
 }
 
 double Theme::uiScale() {

@@ -7,10 +7,8 @@
 
 #include "shell/editor/list/ScriptListView.h"
 #include "shell/editor/ScriptEditor.h"
-#include "shell/editor/ScriptToolbar.h"
 #include "shell/inspector/Inspector.h"
 #include "shell/ShellSession.h"
-#include "shell/tags/TagPalette.h"
 #include "shell/windows/ProjectToolbar.h"
 #include "shell/windows/ProjectWindow.h"
 #include "shell/windows/ProjectWindows.h"
@@ -31,12 +29,7 @@ TEST(AreaCycle, TheKeyGoesRoundAllAreasOfTheWindowAndBack) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     shell::ScriptEditor &editor = window.editor();
     editor.list().setFocus();
-    const QList<QWidget *> areas{&window.inspector(),
-                                 &window.toolbar(),
-                                 &editor.tabBar(),
-                                 editor.findChild<shell::ScriptToolbar *>(),
-                                 editor.findChild<shell::TagPalette *>(),
-                                 &editor.list()};
+    const QList<QWidget *> areas{&window.inspector(), &window.toolbar(), &editor.tabBar(), &editor.list()};
     const auto isIn = [](const QWidget *area) {
         const QWidget *focus = QApplication::focusWidget();
         return focus != nullptr && (area == focus || area->isAncestorOf(focus));

@@ -11,6 +11,7 @@
 #include "controller/script/LineEditing.h"
 #include "controller/takes/LineRuntime.h"
 #include "shell/editor/NoticeBar.h"
+#include "shell/editor/ScriptEditor.h"
 #include "shell/ShellSession.h"
 #include "shell/windows/ProjectWindow.h"
 #include "shell/windows/ProjectWindows.h"
@@ -135,7 +136,7 @@ TEST_F(FullDiskTest, ARecordingThatFillsTheDiskIsShownWithItsPlaceAndOfferedAgai
     ASSERT_TRUE(waitUntil([&] { return project().session().isSettled(); }));
     EXPECT_TRUE(notice().endsWith(kept));
 
-    NoticeBar &bar = *window().findChild<NoticeBar *>();
+    NoticeBar &bar = *window().editor().findChild<NoticeBar *>();
     const testing::FileManager files;
     buttonNamed(bar, u"Show in Folder"_s)->click();
     EXPECT_EQ(files.shown, QList<QUrl>{QUrl::fromLocalFile(base::PrivateFolders::caches())});
@@ -160,11 +161,11 @@ TEST_F(FullDiskTest, ARecordingThatItsProjectHasNoRoomForIsOfferedUntilItHas) {
     ASSERT_TRUE(waitUntil([&] { return recordings.kept().entries().size() == 1; }));
     const QString told = notice();
     EXPECT_TRUE(told.startsWith(u"Audio import failed: "_s)) << qPrintable(told);
-    buttonNamed(*window().findChild<NoticeBar *>(), u"Use Recording"_s)->click();
+    buttonNamed(*window().editor().findChild<NoticeBar *>(), u"Use Recording"_s)->click();
     EXPECT_TRUE(waitUntil([&] { return project().session().isSettled(); }));
     EXPECT_EQ(notice(), told);
     ASSERT_TRUE(blocker.remove());
-    buttonNamed(*window().findChild<NoticeBar *>(), u"Use Recording"_s)->click();
+    buttonNamed(*window().editor().findChild<NoticeBar *>(), u"Use Recording"_s)->click();
     EXPECT_TRUE(waitUntil([this] { return line().sourceRecordings.size() == 1; }));
     EXPECT_TRUE(waitUntil([this] { return notice().isEmpty(); }));
 }

@@ -18,6 +18,7 @@
 #include "controller/script/Selection.h"
 #include "controller/takes/TakeEditing.h"
 #include "shell/editor/NoticeBar.h"
+#include "shell/editor/ScriptEditor.h"
 #include "shell/menus/ProjectActions.h"
 #include "shell/ShellSession.h"
 #include "shell/windows/ProjectWindow.h"
@@ -157,7 +158,7 @@ TEST_F(ExportFlowTest, AFinishedExportSaysWhereItIsAndTheNextOneStartsThere) {
     ASSERT_TRUE(waitForEnd(project));
     EXPECT_EQ(notice(), QStringLiteral("Exported \"scene.wav\" to %1").arg(folder));
     const testing::FileManager files;
-    buttonNamed(*project.window().findChild<shell::NoticeBar *>(), QStringLiteral("Show in Folder"))->click();
+    buttonNamed(*project.window().editor().findChild<shell::NoticeBar *>(), QStringLiteral("Show in Folder"))->click();
     EXPECT_EQ(files.shown, QList<QUrl>{QUrl::fromLocalFile(folder)});
 
     ProjectWindowController &other = open(QStringLiteral("Other"));

@@ -3,6 +3,7 @@
 #include "controller/document/Notices.h"
 #include "model/ProjectStore.h"
 #include "shell/editor/NoticeBar.h"
+#include "shell/editor/ScriptEditor.h"
 #include "shell/ShellSession.h"
 #include "shell/windows/ProjectWindow.h"
 #include "shell/windows/ProjectWindows.h"
@@ -30,7 +31,7 @@ TEST(ReadOnlyProject, SaysSoWhenItIsOpened) {
     ASSERT_TRUE(windows.openProject(stored->folder));
     ASSERT_TRUE(notice().has_value());
     EXPECT_TRUE(notice()->text.startsWith(u"This project's folder can't be written to"_s));
-    EXPECT_TRUE(windows.open().front()->window().findChild<NoticeBar *>()->isVisible());
+    EXPECT_TRUE(windows.open().front()->window().editor().findChild<NoticeBar *>()->isVisible());
 }
 
 } // namespace

@@ -156,7 +156,7 @@ TEST_F(RowLooksTest, ButtonsOfFinishedLinesShowTheirWordsOnlyWhereTheUserIs) {
     const auto words = [&] {
         QStringList found;
         for (const QAbstractButton *button : editor->findChildren<QAbstractButton *>())
-            if (button->isVisible() && button->accessibleName().startsWith(u"Generate line"_s))
+            if (button->isVisible() && button->accessibleName().contains(u"enerate line"_s))
                 found.append(button->text());
         std::sort(found.begin(), found.end());
         return found;
