@@ -261,8 +261,9 @@ void DemoDriver::made(const QString &path) {
 
 bool DemoDriver::picture(QWidget &widget, const QString &name) {
     const QString path = QStringLiteral("%1/%2.png").arg(m_folder, name);
-    // Widgets apply changes, such as the appearance, with the next events.
-    QCoreApplication::processEvents();
+    // Widgets apply changes, such as the appearance, with the next events, and layouts with those after them.
+    for (int round = 0; round < 3; ++round)
+        QCoreApplication::processEvents();
     if (!widget.grab().save(path))
         return fail(QStringLiteral("couldn't write %1").arg(path));
     made(path);
