@@ -295,10 +295,10 @@ bool DemoDriver::waitFor(const Condition &condition, std::chrono::milliseconds l
 }
 
 QAbstractButton *DemoDriver::editorButton(const QStringList &texts) const {
-    // The lines have buttons with the same texts.
+    // The lines have buttons with the same texts. Where room is short, a button has only a name.
     const auto buttons = m_project->window().toolbar().script().findChildren<QPushButton *>();
     const auto found = std::find_if(buttons.begin(), buttons.end(), [&texts](const QPushButton *button) {
-        return button->isVisible() && texts.contains(button->text());
+        return button->isVisible() && (texts.contains(button->text()) || texts.contains(button->accessibleName()));
     });
     return found == buttons.end() ? nullptr : *found;
 }
