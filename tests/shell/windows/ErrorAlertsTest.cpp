@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <qcoro/qcorotask.h>
+#include <QtCore/QEvent>
 #include <QtCore/QFile>
 #include <QtGui/QAction>
 #include <QtWidgets/QMessageBox>

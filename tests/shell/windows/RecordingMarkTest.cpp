@@ -1,6 +1,7 @@
 #include "shell/windows/RecordingMark.h"
 
 #include <gtest/gtest.h>
+#include <QtCore/QCoreApplication>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QLabel>
 
