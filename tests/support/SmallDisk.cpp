@@ -1,7 +1,11 @@
 #include "support/SmallDisk.h"
 
+#include <array>
+#include <cstdint>
+#include <linux/capability.h>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <QtCore/QFile>
@@ -28,6 +32,18 @@ bool enterOwnMounts() {
     return ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
 
+/// Root writes whatever the permissions say, until it gives up that right, which it can't get back.
+bool giveUpOverride() {
+    __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
+    std::array<__user_cap_data_struct, _LINUX_CAPABILITY_U32S_3> rights{};
+    if (::syscall(SYS_capget, &header, rights.data()) != 0)
+        return false;
+    constexpr std::uint32_t override = 1U << CAP_DAC_OVERRIDE;
+    rights[0].effective &= ~override;
+    rights[0].permitted &= ~override;
+    return ::syscall(SYS_capset, &header, rights.data()) == 0;
+}
+
 } // namespace
 
 SmallDisk::SmallDisk(qint64 bytes) {
@@ -50,6 +66,8 @@ bool SmallDisk::makeReadOnly(const QString &folder) {
         return ::mount(nullptr, QFile::encodeName(m_folder.path()).constData(), nullptr, MS_REMOUNT | MS_RDONLY,
                        nullptr) == 0;
     m_readOnly = folder;
+    if (!giveUpOverride())
+        return false;
     return QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner);
 }
 
