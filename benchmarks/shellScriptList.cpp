@@ -156,6 +156,7 @@ std::pair<double, double> measureTyping(testing::ShellSession &shell, controller
     const model::LineId id = session.controller().scriptLineIds().first();
     editor.commands().edit(id);
     session.controller().selection().selectAll();
+    editor.list().ensureVisible(id);
     QCoreApplication::processEvents();
     ScriptTextField &text = editor.list().rowFor(id)->textField();
     std::vector<double> keys;
